@@ -1,0 +1,12 @@
+# What every target of this project is built with: warnings as errors and, in
+# the sanitizer build, ASan and UBSan.
+
+add_library(cartonpick_options INTERFACE)
+target_compile_options(cartonpick_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align
+  -Wduplicated-cond -Wlogical-op -Wimplicit-fallthrough -Werror)
+if(CARTONPICK_SANITIZE)
+  target_compile_options(cartonpick_options INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(cartonpick_options INTERFACE -fsanitize=address,undefined)
+endif()

@@ -1,0 +1,36 @@
+#include "app/CommandLine.h"
+
+#include <QCommandLineParser>
+
+namespace {
+
+QString valueOr(const QCommandLineParser &parser, const QCommandLineOption &option,
+                const char *variable) {
+  return parser.isSet(option) ? parser.value(option) : qEnvironmentVariable(variable);
+}
+
+}  // namespace
+
+CommandLine CommandLine::parse(const QStringList &arguments) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription(
+      QStringLiteral("Picks outgoing deliveries carton by carton.\n\n"
+                     "CARTONPICK_SERVICE_HOST and CARTONPICK_HOME in the environment stand for "
+                     "--service-host and --home; an option wins."));
+  parser.addHelpOption();
+  parser.addVersionOption();
+  const QCommandLineOption serviceHost(QStringLiteral("service-host"),
+                                       QStringLiteral("The order service to talk to."),
+                                       QStringLiteral("HOST[:PORT]"));
+  const QCommandLineOption home(
+      QStringLiteral("home"),
+      QStringLiteral("The folder for the store and the exports, instead of this user's own."),
+      QStringLiteral("DIR"));
+  const QCommandLineOption demo(
+      QStringLiteral("demo"),
+      QStringLiteral("Run on demo deliveries, with an order service of the program's own."));
+  parser.addOptions({serviceHost, home, demo});
+  parser.process(arguments);
+  return {valueOr(parser, serviceHost, "CARTONPICK_SERVICE_HOST"),
+          valueOr(parser, home, "CARTONPICK_HOME"), parser.isSet(demo)};
+}

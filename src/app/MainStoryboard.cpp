@@ -1,0 +1,38 @@
+#include "app/MainStoryboard.h"
+
+#include "app/splitViewController.h"
+#include "app/startViewController.h"
+#include "completion/HistoryViewController.h"
+#include "detail/detailViewController.h"
+#include "master/changeQuantityViewController.h"
+#include "master/deliveryDetailsViewController.h"
+#include "master/masterViewController.h"
+#include "platform/Storyboard.h"
+
+namespace {
+
+template <class Controller>
+ViewController *make(Environment &environment, QObject *owner) {
+  return new Controller(environment, owner);
+}
+
+ViewController *makeSplitView(Environment &environment, QObject *owner) {
+  return new splitViewController(new masterViewController(environment),
+                                 new detailViewController(environment), environment, owner);
+}
+
+}  // namespace
+
+void fillMainStoryboard(Storyboard &storyboard) {
+  storyboard.addScene(QStringLiteral("startViewController"), make<startViewController>);
+  storyboard.addScene(QStringLiteral("splitViewController"), makeSplitView);
+  storyboard.addScene(QStringLiteral("HistoryViewController"), make<HistoryViewController>);
+  storyboard.addScene(QStringLiteral("changeQuantityViewController"),
+                      make<changeQuantityViewController>);
+  storyboard.addScene(QStringLiteral("deliveryDetailsViewController"),
+                      make<deliveryDetailsViewController>);
+  storyboard.addSegue(QStringLiteral("segueToSplitView"), QStringLiteral("splitViewController"));
+  storyboard.addSegue(QStringLiteral("segueHistory"), QStringLiteral("HistoryViewController"));
+  storyboard.addReturnSegue(QStringLiteral("returnFromPickingToStart"));
+  storyboard.addReturnSegue(QStringLiteral("returnFromHistoryToStart"));
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QObject>
+
+#include <memory>
+
+class QQmlEngine;
+class QQuickWindow;
+class Window;
+
+/// The window on screen, drawn by the QML files of the program.
+class Screens {
+ public:
+  /// Draws `window`, which outlives this object.
+  explicit Screens(Window &window);
+  ~Screens();
+  Screens(const Screens &) = delete;
+  Screens &operator=(const Screens &) = delete;
+
+  /// Nothing if the screens could not be loaded.
+  [[nodiscard]] QQuickWindow *quickWindow() const;
+  [[nodiscard]] QQmlEngine &engine() const { return *m_engine; }
+
+ private:
+  std::unique_ptr<QQmlEngine> m_engine;
+  std::unique_ptr<QObject> m_root;
+};

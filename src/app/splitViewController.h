@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/NavigationController.h"
+#include "platform/ViewController.h"
+
+/// The picking screen: a container of the master pane, inside a navigation container, and the
+/// detail pane.
+class splitViewController : public ViewController {
+  Q_OBJECT
+  QML_NAMED_ELEMENT(SplitViewController)
+  QML_UNCREATABLE("Controllers come from the storyboard")
+  Q_PROPERTY(ViewController *master READ master CONSTANT)
+  Q_PROPERTY(ViewController *detail READ detail CONSTANT)
+
+ public:
+  splitViewController(ViewController *master, ViewController *detail, Environment &environment,
+                      QObject *parent)
+      : ViewController(QStringLiteral("splitViewController"), environment, parent) {
+    addChildViewController(new NavigationController(master, environment, this));
+    addChildViewController(detail);
+  }
+
+  [[nodiscard]] ViewController *master() const {
+    return qobject_cast<NavigationController *>(childViewControllers().at(0))->topViewController();
+  }
+  [[nodiscard]] ViewController *detail() const { return childViewControllers().at(1); }
+};

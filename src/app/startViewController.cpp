@@ -1,0 +1,40 @@
+#include "app/startViewController.h"
+
+#include "app/splitViewController.h"
+#include "platform/Environment.h"
+#include "platform/NavigationController.h"
+
+namespace {
+
+void handOn(ManagedObjectContext *context, ViewController *destination) {
+  if (auto *holder = dynamic_cast<ManagedObjectContextHolder *>(destination)) {
+    holder->setManagedObjectContext(context);
+  }
+}
+
+}  // namespace
+
+startViewController::startViewController(Environment &environment, QObject *parent)
+    : ViewController(QStringLiteral("startViewController"), environment, parent) {
+  btnDemo->setTitle(QStringLiteral("Try the demo"));
+}
+
+void startViewController::viewDidLoad() {
+  const QString host = environment().serviceHost;
+  btnDemo->setEnabled(host.isEmpty());
+  lblServiceHost->setText(
+      host.isEmpty() ? QStringLiteral("No order service is configured. Start the program with "
+                                      "--service-host HOST[:PORT], or try it on demo deliveries.")
+                     : QStringLiteral("Order service: ") + host);
+}
+
+void startViewController::prepareForSegue(Segue &segue) {
+  if (segue.identifier == QStringLiteral("segueHistory")) {
+    handOn(managedObjectContext(), segue.destination);
+  } else if (segue.identifier == QStringLiteral("segueToSplitView")) {
+    const QList<ViewController *> panes = segue.destination->childViewControllers();
+    const auto *navigation = qobject_cast<NavigationController *>(panes.at(0));
+    handOn(managedObjectContext(), navigation->topViewController());
+    handOn(managedObjectContext(), panes.at(1));
+  }
+}

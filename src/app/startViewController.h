@@ -1,0 +1,27 @@
+#pragma once
+
+#include "app/store/ManagedObjectContextHolder.h"
+#include "platform/ViewController.h"
+#include "platform/outlets/Button.h"
+#include "platform/outlets/Label.h"
+
+/// The first screen: leads to the picking and to the history.
+class startViewController : public ViewController, public ManagedObjectContextHolder {
+  Q_OBJECT
+  QML_NAMED_ELEMENT(StartViewController)
+  QML_UNCREATABLE("Controllers come from the storyboard")
+  OUTLET(Label, lblServiceHost)
+  OUTLET(Button, btnDemo)
+
+ public:
+  explicit startViewController(Environment &environment, QObject *parent = nullptr);
+
+  void viewDidLoad() override;
+  void prepareForSegue(Segue &segue) override;
+
+  Q_INVOKABLE void btnDemoTouched() { emit demoRequested(); }
+
+ signals:
+  /// The user wants to try the program on the demo deliveries.
+  void demoRequested();
+};

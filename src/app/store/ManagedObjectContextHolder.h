@@ -1,0 +1,18 @@
+#pragma once
+
+class ManagedObjectContext;
+
+/// A screen that is handed the one store context, and hands it on.
+class ManagedObjectContextHolder {
+ public:
+  virtual ~ManagedObjectContextHolder() = default;
+
+  /// Nothing if the store could not be built.
+  [[nodiscard]] ManagedObjectContext *managedObjectContext() const {
+    return m_managedObjectContext;
+  }
+  void setManagedObjectContext(ManagedObjectContext *context) { m_managedObjectContext = context; }
+
+ private:
+  ManagedObjectContext *m_managedObjectContext = nullptr;
+};

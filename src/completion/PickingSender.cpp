@@ -1,0 +1,97 @@
+#include "completion/PickingSender.h"
+
+#include "app/store/ManagedObjectContext.h"
+#include "app/store/SaveOrAbort.h"
+#include "completion/SendPickBody.h"
+#include "platform/Environment.h"
+#include "service/ServiceAddress.h"
+
+#include <QMetaObject>
+#include <QStringDecoder>
+
+namespace {
+
+constexpr std::chrono::seconds kSendTimeout{120};
+constexpr auto kAccepted = R"("0")";
+const QString kNoContact = QStringLiteral("Could not contact server");
+
+/// The reply as text; nothing if it is not UTF-8.
+QString decoded(const QByteArray &reply) {
+  QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+  const QString text = utf8(reply);
+  return utf8.hasError() ? QString() : text;
+}
+
+}  // namespace
+
+PickingSender::PickingSender(Environment &environment, ManagedObjectContext &context,
+                             WeakDelegate<AlertViewDelegate> alertDelegate)
+    : m_environment(environment), m_context(context), m_alertDelegate(alertDelegate) {}
+
+PickingSender::~PickingSender() {
+  if (!m_rows.empty()) {
+    m_environment.busy.end();
+  }
+}
+
+void PickingSender::send(const QString &doc) {
+  auto rows = m_context.unsentPickings(doc);
+  if (!rows || rows->empty()) {
+    showMessage(QStringLiteral("No picking to send"));
+    return;
+  }
+  m_rows = std::move(*rows);
+  m_environment.busy.begin(QStringLiteral("Sending the picking …"));
+  const QByteArray body = sendPickBody(m_rows, m_environment.clock->localZone());
+  m_environment.http->start({.url = ServiceAddress(m_environment.serviceHost).sendpick(),
+                             .method = "POST",
+                             .headers = {{"Accept", "application/json"},
+                                         {"Content-Type", "application/json"},
+                                         {"Data-Type", "json"},
+                                         {"Content-Length", QByteArray::number(body.size())}},
+                             .body = body,
+                             .timeout = kSendTimeout},
+                            this, this);
+}
+
+void PickingSender::didReceiveResponse(HttpConnection & /*connection*/) {
+  m_reply.clear();
+}
+
+void PickingSender::didReceiveData(HttpConnection & /*connection*/, const QByteArray &data) {
+  m_reply.append(data);
+}
+
+void PickingSender::connectionDidFinishLoading(HttpConnection &connection) {
+  if (connection.isAnswerWhole() && m_reply == kAccepted) {
+    markAsSent();
+    queueMessage(QStringLiteral("Picking was sent"));
+  } else {
+    queueMessage(kNoContact, decoded(m_reply));
+  }
+  m_rows.clear();
+  m_environment.busy.end();
+}
+
+void PickingSender::didFailWithError(HttpConnection & /*connection*/,
+                                     const QString & /*description*/) {
+  queueMessage(kNoContact, QStringLiteral("No connection could be opened to server"));
+  m_rows.clear();
+  m_environment.busy.end();
+}
+
+void PickingSender::markAsSent() {
+  for (const Picking &row : m_rows) {
+    m_context.setSent(row, 1);
+  }
+  saveOrAbort(m_context);
+}
+
+void PickingSender::showMessage(const QString &title, const QString &message) {
+  m_environment.alerts.show({.title = title, .message = message, .delegate = m_alertDelegate});
+}
+
+void PickingSender::queueMessage(const QString &title, const QString &message) {
+  QMetaObject::invokeMethod(
+      this, [this, title, message] { showMessage(title, message); }, Qt::QueuedConnection);
+}

@@ -1,0 +1,167 @@
+#include "platform/NetworkHttpClient.h"
+
+#include <QIODevice>
+#include <QMetaObject>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QPointer>
+
+#include <algorithm>
+#include <memory>
+
+namespace {
+
+/// A request body that can be read once. Qt resends a request whose connection closed without an
+/// answer, unless its body cannot be rewound; a picking must not be sent twice behind the user's
+/// back.
+class ReadOnceBody : public QIODevice {
+ public:
+  explicit ReadOnceBody(QByteArray bytes) : m_bytes(std::move(bytes)) {
+    open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+  }
+  [[nodiscard]] bool isSequential() const override { return true; }
+  [[nodiscard]] bool atEnd() const override { return m_position == m_bytes.size(); }
+  [[nodiscard]] qint64 bytesAvailable() const override { return m_bytes.size() - m_position; }
+
+ protected:
+  qint64 readData(char *data, qint64 maxSize) override {
+    const qint64 size = std::min(maxSize, bytesAvailable());
+    if (size == 0) {
+      return -1;
+    }
+    std::copy_n(m_bytes.constData() + m_position, size, data);
+    m_position += size;
+    return size;
+  }
+  qint64 writeData(const char * /*data*/, qint64 /*maxSize*/) override { return -1; }
+
+ private:
+  QByteArray m_bytes;
+  qint64 m_position = 0;
+};
+
+class NetworkConnection : public HttpConnection {
+ public:
+  NetworkConnection(WeakDelegate<HttpConnectionDelegate> delegate, QObject *owner)
+      : HttpConnection(owner), m_delegate(delegate) {}
+
+  void send(QNetworkAccessManager &manager, const HttpRequest &request) {
+    QNetworkRequest networkRequest(request.url);
+    networkRequest.setAttribute(QNetworkRequest::CacheLoadControlAttribute,
+                                QNetworkRequest::AlwaysNetwork);
+    networkRequest.setAttribute(QNetworkRequest::CacheSaveControlAttribute, false);
+    networkRequest.setAttribute(QNetworkRequest::CookieLoadControlAttribute,
+                                QNetworkRequest::Manual);
+    networkRequest.setAttribute(QNetworkRequest::CookieSaveControlAttribute,
+                                QNetworkRequest::Manual);
+    networkRequest.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
+                                QNetworkRequest::ManualRedirectPolicy);
+    networkRequest.setTransferTimeout(static_cast<int>(request.timeout.count()));
+    for (const auto &[name, value] : request.headers) {
+      networkRequest.setRawHeader(name, value);
+    }
+    if (request.method == "GET") {
+      m_reply.reset(manager.get(networkRequest));
+    } else {
+      m_body = std::make_unique<ReadOnceBody>(request.body);
+      networkRequest.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
+      networkRequest.setHeader(QNetworkRequest::ContentLengthHeader, request.body.size());
+      m_reply.reset(manager.sendCustomRequest(networkRequest, request.method, m_body.get()));
+    }
+    connect(m_reply.get(), &QNetworkReply::metaDataChanged, this, [this] { announceResponse(); });
+    connect(m_reply.get(), &QNetworkReply::readyRead, this, [this] { passOnData(); });
+    connect(m_reply.get(), &QNetworkReply::finished, this, [this] { finish(); });
+  }
+
+  void fail(const QString &description) {
+    if (m_delegate) {
+      m_delegate->didFailWithError(*this, description);
+    }
+    deleteLater();
+  }
+
+ private:
+  [[nodiscard]] bool hasResponse() const {
+    return m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid();
+  }
+
+  void announceResponse() {
+    if (m_isAnnounced || !hasResponse()) {
+      return;
+    }
+    m_isAnnounced = true;
+    const QVariant length = m_reply->header(QNetworkRequest::ContentLengthHeader);
+    m_announcedBytes = length.isValid() ? length.toLongLong() : -1;
+    if (m_delegate) {
+      m_delegate->didReceiveResponse(*this);
+    }
+  }
+
+  void passOnData() {
+    announceResponse();
+    if (!m_isAnswerWhole) {
+      return;
+    }
+    const QByteArray data = m_reply->readAll();
+    m_received += data.size();
+    if (m_received > kMaxAnswerBytes) {
+      m_isAnswerWhole = false;
+      m_reply->abort();
+    } else if (!data.isEmpty() && m_delegate) {
+      m_delegate->didReceiveData(*this, data);
+    }
+  }
+
+  /// Whether the connection broke, as opposed to an answer with an error status.
+  [[nodiscard]] bool isBroken() const {
+    const QNetworkReply::NetworkError error = m_reply->error();
+    const bool isStatus =
+        error > QNetworkReply::UnknownProxyError && error != QNetworkReply::ProtocolFailure &&
+        error != QNetworkReply::UnknownContentError && error != QNetworkReply::ProtocolUnknownError;
+    return error != QNetworkReply::NoError && !isStatus;
+  }
+
+  void finish() {
+    announceResponse();
+    passOnData();
+    const QNetworkReply::NetworkError error = m_reply->error();
+    const bool timedOut = error == QNetworkReply::OperationCanceledError && m_isAnswerWhole;
+    if (!m_isAnnounced || timedOut) {
+      fail(timedOut ? QStringLiteral("The request timed out.") : m_reply->errorString());
+      return;
+    }
+    if (isBroken()) {
+      m_isAnswerWhole = false;
+    }
+    if (m_delegate) {
+      m_delegate->connectionDidFinishLoading(*this);
+    }
+    deleteLater();
+  }
+
+  struct DeleteLater {
+    void operator()(QObject *object) const { object->deleteLater(); }
+  };
+
+  WeakDelegate<HttpConnectionDelegate> m_delegate;
+  std::unique_ptr<ReadOnceBody> m_body;
+  std::unique_ptr<QNetworkReply, DeleteLater> m_reply;
+  bool m_isAnnounced = false;
+  qint64 m_received = 0;
+};
+
+}  // namespace
+
+HttpConnection *NetworkHttpClient::start(const HttpRequest &request,
+                                         WeakDelegate<HttpConnectionDelegate> delegate,
+                                         QObject *owner) {
+  auto *connection = new NetworkConnection(delegate, owner);
+  if (request.url.isValid() && !request.url.isEmpty()) {
+    connection->send(m_manager, request);
+  } else {
+    QMetaObject::invokeMethod(
+        connection, [connection] { connection->fail(QStringLiteral("unsupported URL")); },
+        Qt::QueuedConnection);
+  }
+  return connection;
+}

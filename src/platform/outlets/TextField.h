@@ -1,0 +1,75 @@
+#pragma once
+
+#include "platform/WeakDelegate.h"
+#include "platform/outlets/Outlet.h"
+
+class TextField;
+
+/// Decides what a text field accepts.
+class TextFieldDelegate {
+ public:
+  virtual ~TextFieldDelegate() = default;
+
+  /// The return key was pressed in `field`; the answer says whether the field may return.
+  virtual bool textFieldShouldReturn(TextField &field) = 0;
+
+  /// Whether the `length` characters of `field` from `location` on may be replaced by
+  /// `replacement`. Asked before every edit by keys, paste or input method.
+  virtual bool shouldChangeCharactersInRange(const TextField & /*field*/, qsizetype /*location*/,
+                                             qsizetype /*length*/,
+                                             const QString & /*replacement*/) {
+    return true;
+  }
+};
+
+/// A text that can be typed into. At most one field of a window has the keyboard; it is called the
+/// first responder.
+class TextField : public Outlet {
+  Q_OBJECT
+  QML_NAMED_ELEMENT(TextFieldOutlet)
+  QML_UNCREATABLE("An outlet belongs to its controller")
+  Q_PROPERTY(QString text READ text NOTIFY changed)
+  Q_PROPERTY(bool enabled READ isEnabled NOTIFY changed)
+  Q_PROPERTY(bool firstResponder READ isFirstResponder WRITE setFirstResponder NOTIFY changed)
+
+ public:
+  using Outlet::Outlet;
+
+  [[nodiscard]] QString text() const { return m_text; }
+  void setText(const QString &text) { change(m_text, text); }
+
+  [[nodiscard]] bool isEnabled() const { return m_enabled; }
+  void setEnabled(bool enabled) { change(m_enabled, enabled); }
+
+  [[nodiscard]] bool isFirstResponder() const { return m_firstResponder; }
+  /// For the screen: tells the outlet where the keyboard went.
+  void setFirstResponder(bool firstResponder) { change(m_firstResponder, firstResponder); }
+
+  /// Asks for the keyboard.
+  void becomeFirstResponder();
+  /// Gives the keyboard away.
+  void resignFirstResponder();
+
+  void setDelegate(WeakDelegate<TextFieldDelegate> delegate) { m_delegate = delegate; }
+
+  /// Whether the field's text may become `text` by an edit made while the characters from
+  /// `selectionStart` to `selectionEnd` were selected.
+  [[nodiscard]] bool acceptsEdit(const QString &text, qsizetype selectionStart,
+                                 qsizetype selectionEnd) const;
+
+  /// An edit by keys, paste or input method has made the text `text`.
+  Q_INVOKABLE void edit(const QString &text);
+  /// The return key.
+  Q_INVOKABLE void pressReturn();
+
+ signals:
+  void keyboardRequested();
+  void keyboardResigned();
+  void editingChanged();
+
+ private:
+  QString m_text;
+  bool m_enabled = true;
+  bool m_firstResponder = false;
+  WeakDelegate<TextFieldDelegate> m_delegate;
+};

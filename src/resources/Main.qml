@@ -1,0 +1,2 @@
+import QtQuick
+Window { required property var state; visible: true }

@@ -1,0 +1,103 @@
+#include "service/DeliveryImport.h"
+
+#include "platform/Int32.h"
+
+#include <QDate>
+#include <QHash>
+
+#include <algorithm>
+
+namespace {
+
+/// How many lines of a box are looked at when earlier picks are restored. Kept on purpose: lines
+/// beyond it come back unpicked although the box total counts them.
+constexpr std::size_t kRestoredLines = 4;
+
+using Positions = QHash<QString, std::size_t>;
+
+BoxLine boxLineOf(const OrderLine &line) {
+  BoxLine result;
+  result.barcode = line.barcode;
+  result.descr = line.descr;
+  result.doc = line.doc;
+  result.item = line.item;
+  result.ordernum = line.ordernum;
+  result.orderqty = line.qty;
+  return result;
+}
+
+void restoreLine(const Picking &pick, std::vector<BoxLine> &lines) {
+  const auto end =
+      lines.begin() + static_cast<std::ptrdiff_t>(std::min(kRestoredLines, lines.size()));
+  const auto line =
+      std::find_if(lines.begin(), end, [&](const BoxLine &l) { return l.item == pick.item; });
+  if (line != end) {
+    line->pickqty = pick.pickqty;
+  }
+}
+
+}  // namespace
+
+ItemLines itemLinesOf(const DeliveryAnswer &answer) {
+  ItemLines items;
+  Positions positions;
+  for (const OrderLine &line : answer.lines) {
+    const auto known = positions.constFind(line.item);
+    if (known != positions.cend()) {
+      Quantity &orderqty = items[*known].orderqty;
+      orderqty = wrappingAdd(orderqty.value(), line.qty.value());
+    } else {
+      positions.insert(line.item, items.size());
+      items.push_back(boxLineOf(line));
+    }
+  }
+  return items;
+}
+
+PickList boxesOf(const DeliveryAnswer &answer) {
+  PickList boxes;
+  Positions positions;
+  for (const OrderLine &line : answer.lines) {
+    auto known = positions.constFind(line.carton);
+    if (known == positions.cend()) {
+      known = positions.insert(line.carton, boxes.size());
+      boxes.emplace_back(BoxRecord{line.carton, 0, 0, {}});
+    }
+    auto &box = std::get<BoxRecord>(boxes[*known]);
+    box.boxitems.push_back(boxLineOf(line));
+    box.boxorderqty = wrappingAdd(box.boxorderqty, line.qty.value());
+  }
+  return boxes;
+}
+
+void restoreBoxes(const std::vector<Picking> &picks, PickList &boxes) {
+  QHash<QString, BoxRecord *> byName;
+  for (PickEntry &entry : boxes) {
+    if (auto *box = std::get_if<BoxRecord>(&entry)) {
+      byName.insert(box->box, box);
+    }
+  }
+  for (const Picking &pick : picks) {
+    if (BoxRecord *box = byName.value(pick.box)) {
+      box->boxpickqty = wrappingAdd(box->boxpickqty, pick.pickqty);
+      restoreLine(pick, box->boxitems);
+    }
+  }
+}
+
+void restoreItemLines(const std::vector<Picking> &picks, ItemLines &items) {
+  QHash<QString, BoxLine *> byItem;
+  for (BoxLine &line : items) {
+    byItem.insert(line.item, &line);
+  }
+  for (const Picking &pick : picks) {
+    if (BoxLine *line = byItem.value(pick.item)) {
+      line->pickqty = pick.pickqty;
+    }
+  }
+}
+
+QString headerDate(const QString &delivered) {
+  const QDate date = QDate::fromString(delivered, QStringLiteral("MM/dd/yyyy"));
+  return date.isValid() ? date.toString(QStringLiteral("dd/MM/yyyy")) : delivered;
+}

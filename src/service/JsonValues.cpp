@@ -1,0 +1,62 @@
+#include "service/JsonValues.h"
+
+#include <QLocale>
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+using simdjson::dom::element;
+using simdjson::dom::element_type;
+
+template <class Integer>
+std::int32_t clampInteger(Integer value) {
+  using Limits = std::numeric_limits<std::int32_t>;
+  if constexpr (std::is_signed_v<Integer>) {
+    return static_cast<std::int32_t>(std::clamp<Integer>(value, Limits::min(), Limits::max()));
+  } else {
+    return static_cast<std::int32_t>(std::min<Integer>(value, Limits::max()));
+  }
+}
+
+}  // namespace
+
+QString textOf(element value) {
+  switch (value.type()) {
+    case element_type::STRING: {
+      const std::string_view text = value.get_string();
+      return text.empty() ? QStringLiteral("")
+                          : QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    }
+    case element_type::INT64:
+      return QString::number(std::int64_t{value.get_int64()});
+    case element_type::UINT64:
+      return QString::number(std::uint64_t{value.get_uint64()});
+    case element_type::DOUBLE:
+      return QString::number(double{value.get_double()}, 'g', QLocale::FloatingPointShortest);
+    case element_type::BOOL:
+      return bool{value.get_bool()} ? QStringLiteral("1") : QStringLiteral("0");
+    case element_type::NULL_VALUE:
+      return QStringLiteral("");
+    case element_type::ARRAY:
+    case element_type::OBJECT:
+      break;
+  }
+  throw simdjson::simdjson_error(simdjson::INCORRECT_TYPE);
+}
+
+Quantity quantityOf(element value) {
+  switch (value.type()) {
+    case element_type::INT64:
+      return Quantity::delivered(clampInteger(std::int64_t{value.get_int64()}), textOf(value));
+    case element_type::UINT64:
+      return Quantity::delivered(clampInteger(std::uint64_t{value.get_uint64()}), textOf(value));
+    case element_type::DOUBLE:
+      return Quantity::delivered(clampToInt32(value.get_double()), textOf(value));
+    case element_type::NULL_VALUE:
+      return {};
+    default:
+      return Quantity::delivered(textOf(value));
+  }
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "service/Quantity.h"
+
+#include <QString>
+
+#include <simdjson.h>
+
+/// A value of an answer as a text: null reads as empty, numbers and booleans as their text.
+/// Throws simdjson_error for an array or an object.
+QString textOf(simdjson::dom::element value);
+
+/// A value of an answer as a quantity: null reads as 0, a text as the number that it begins with.
+/// Keeps the delivered form. Throws simdjson_error for an array or an object.
+Quantity quantityOf(simdjson::dom::element value);

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "platform/Environment.h"
+
+#include <QTemporaryDir>
+
+#include <vector>
+
+/// A clock that stands until it is set.
+class TestClock : public Clock {
+ public:
+  [[nodiscard]] QDateTime now() const override { return m_now; }
+  [[nodiscard]] QTimeZone localZone() const override { return m_zone; }
+  void set(const QDateTime &now) { m_now = now.toUTC(); }
+  void setZone(const QTimeZone &zone) { m_zone = zone; }
+
+ private:
+  QDateTime m_now{QDate(2026, 3, 2), QTime(8, 12, 5), QTimeZone::utc()};
+  QTimeZone m_zone{"Europe/Athens"};
+};
+
+/// Remembers what was played.
+class TestSoundPlayer : public SoundPlayer {
+ public:
+  void playSystemSound(int identifier) override { m_played.push_back(identifier); }
+  [[nodiscard]] const std::vector<int> &played() const { return m_played; }
+
+ private:
+  std::vector<int> m_played;
+};
+
+/// Takes, or refuses, mails and keeps them.
+class TestMailComposer : public MailComposer {
+ public:
+  [[nodiscard]] bool canSendMail() const override { return m_canSendMail; }
+  bool compose(const MailDraft &draft) override {
+    m_drafts.push_back(draft);
+    return m_takesMail;
+  }
+  void setCanSendMail(bool can) { m_canSendMail = can; }
+  void setTakesMail(bool takes) { m_takesMail = takes; }
+  [[nodiscard]] const std::vector<MailDraft> &drafts() const { return m_drafts; }
+
+ private:
+  bool m_canSendMail = true;
+  bool m_takesMail = true;
+  std::vector<MailDraft> m_drafts;
+};
+
+/// An environment on a temporary folder whose clock, sounds and mails a test controls; its network
+/// is the real one.
+class TestEnvironment {
+ public:
+  TestEnvironment();
+
+  Environment environment;
+  // Owned by the environment.
+  TestClock *clock;
+  TestSoundPlayer *sounds;
+  TestMailComposer *mail;
+
+  [[nodiscard]] QString storePath() const {
+    return environment.folders.documents() + QStringLiteral("/QIR_Pick.sqlite");
+  }
+  /// The alert on top; one without a title if there is none.
+  [[nodiscard]] AlertView topAlert() const;
+  /// The titles of all alerts, the first shown first.
+  [[nodiscard]] QStringList alertTitles() const;
+  /// Touches button `index` of the alert on top.
+  void answerTopAlert(int index);
+
+ private:
+  QTemporaryDir m_home;
+};

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "app/splitViewController.h"
+#include "app/startViewController.h"
+#include "app/store/ManagedObjectContext.h"
+#include "app/vekAppDelegate.h"
+#include "detail/detailViewController.h"
+#include "master/changeQuantityViewController.h"
+#include "master/masterViewController.h"
+#include "support/LoopbackService.h"
+#include "support/TestEnvironment.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+
+/// One order line of a made-up delivery.
+struct TestLine {
+  QString carton;
+  QString item;
+  int qty = 0;
+  QString barcode = {};
+  QString doc = QStringLiteral("4711");
+  QString ordernum = QStringLiteral("A1");
+};
+
+/// The answer of the service that delivers `lines`. A line without a barcode has the item code with
+/// a "b" before it.
+QByteArray deliveryJson(const QList<TestLine> &lines);
+
+/// The whole program without its window: real controllers, a real store in a temporary folder, a
+/// real HTTP service on loopback.
+class TestProgram : public TestEnvironment {
+ public:
+  TestProgram();
+
+  LoopbackService service;
+  vekAppDelegate delegate;
+
+  [[nodiscard]] startViewController &start() const;
+  /// Goes from the start screen to the picking screen.
+  void enterPicking();
+  [[nodiscard]] splitViewController &split() const;
+  [[nodiscard]] masterViewController &master() const;
+  [[nodiscard]] detailViewController &detail() const;
+  /// The keypad, or nothing while it is not open.
+  [[nodiscard]] changeQuantityViewController *keypad() const;
+  [[nodiscard]] ManagedObjectContext &context() { return *delegate.managedObjectContext(); }
+
+  /// Looks up `number` and waits for the end of the lookup: the import, or an alert.
+  void lookUp(const QString &number);
+  /// Looks up a delivery of `lines`, whose number is that of the first, and starts its picking.
+  void startPicking(const QList<TestLine> &lines);
+  /// Opens the keypad on `row`, enters `quantity` and touches OK.
+  void enterQuantity(int row, const QString &quantity);
+  /// Scans `code`: types it into the scan field and presses return.
+  void scan(const QString &code);
+};
