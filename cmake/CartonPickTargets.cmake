@@ -1,12 +1,15 @@
 # What every target of this project is built with: warnings as errors and, in
 # the sanitizer build, ASan and UBSan.
 
+add_library(cartonpick_sanitizers INTERFACE)
+if(CARTONPICK_SANITIZE)
+  target_compile_options(cartonpick_sanitizers INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(cartonpick_sanitizers INTERFACE -fsanitize=address,undefined)
+endif()
+
 add_library(cartonpick_options INTERFACE)
 target_compile_options(cartonpick_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align
   -Wduplicated-cond -Wlogical-op -Wimplicit-fallthrough -Werror)
-if(CARTONPICK_SANITIZE)
-  target_compile_options(cartonpick_options INTERFACE
-    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  target_link_options(cartonpick_options INTERFACE -fsanitize=address,undefined)
-endif()
+target_link_libraries(cartonpick_options INTERFACE cartonpick_sanitizers)

@@ -31,9 +31,12 @@ Screens::Screens(Window &window) {
   m_engine = std::make_unique<QQmlEngine>();
   m_engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
   QQmlComponent component(m_engine.get(), QUrl(QStringLiteral("qrc:/qt/qml/CartonPick/Main.qml")));
-  m_root.reset(component.createWithInitialProperties(
-      {{QStringLiteral("state"), QVariant::fromValue(&window)}}));
-  for (const QQmlError &error : component.errors()) {
+  if (component.isReady()) {
+    m_root.reset(component.createWithInitialProperties(
+        {{QStringLiteral("state"), QVariant::fromValue(&window)}}));
+  }
+  const QList<QQmlError> errors = component.errors();
+  for (const QQmlError &error : errors) {
     qCritical().noquote() << error.toString();
   }
 }

@@ -34,11 +34,12 @@ Folders foldersFor(const CommandLine &options) {
 
 /// Runs the program until it is left; the result is that of the event loop.
 int run(const CommandLine &options) {
+  const Folders folders = foldersFor(options);
   Environment environment{.clock = std::make_unique<SystemClock>(),
                           .http = std::make_unique<NetworkHttpClient>(),
                           .sounds = std::make_unique<DeviceSoundPlayer>(),
-                          .mail = std::make_unique<DesktopMailComposer>(),
-                          .folders = foldersFor(options),
+                          .mail = std::make_unique<DesktopMailComposer>(folders),
+                          .folders = folders,
                           .serviceHost = options.serviceHost};
   if (!environment.folders.create()) {
     qCritical("The folder %s cannot be made.", qUtf8Printable(environment.folders.documents()));

@@ -10,27 +10,32 @@
 
 namespace {
 
-QString plain(const QString &text) {
-  return text.isNull() ? QStringLiteral("(null)") : text;
+const QString kNull = QStringLiteral("(null)");
+
+QString shown(const QString &text) {
+  return text.isNull() ? kNull : text;
+}
+
+QString shown(const QDateTime &time, const QTimeZone &zone) {
+  return time.isValid() ? time.toTimeZone(zone).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))
+                        : kNull;
 }
 
 QString exportLine(const Picking &row, const QTimeZone &zone) {
-  const QString datepicked =
-      row.datepicked.toTimeZone(zone).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-  const QStringList fields{plain(row.barcode),
-                           plain(row.box),
-                           row.datepicked.isValid() ? datepicked : QStringLiteral("(null)"),
-                           plain(row.descr),
-                           plain(row.doc),
-                           plain(row.item),
-                           plain(row.ordernum),
+  const QStringList fields{shown(row.barcode),
+                           shown(row.box),
+                           shown(row.datepicked, zone),
+                           shown(row.descr),
+                           shown(row.doc),
+                           shown(row.item),
+                           shown(row.ordernum),
                            QString::number(row.orderqty),
                            QString::number(row.pickqty),
                            QString::number(row.sent)};
   return fields.join(u';') + u'\r';
 }
 
-/// The zone of the device's offset of this moment; it knows no daylight-saving change.
+/// The device's offset of this moment as a zone, which knows no daylight-saving change.
 QTimeZone fixedZone(const Clock &clock) {
   return QTimeZone(clock.localZone().offsetFromUtc(clock.now()));
 }
@@ -57,7 +62,7 @@ QString exportText(const std::vector<Picking> &rows, const QTimeZone &zone) {
 
 MailDraft exportMail(const QString &doc, const QString &text) {
   return {.subject = QStringLiteral("Vardex File ") + doc,
-          .htmlBody = QStringLiteral("Delivery Number = ") + doc,
+          .htmlBody = QStringLiteral("Delivery Number = ") + doc.toHtmlEscaped(),
           .attachment = text.toUtf8(),
           .attachmentMimeType = QStringLiteral("application/csv"),
           .attachmentFileName = QStringLiteral("Vardex_%1.csv").arg(doc)};
@@ -72,10 +77,11 @@ void exportPicking(Environment &environment, ManagedObjectContext &context, cons
     return;
   }
   const QString text = exportText(*rows, fixedZone(*environment.clock));
-  qInfo("string to write:%s", qUtf8Printable(text));
+  qInfo().noquote() << QStringLiteral("string to write:") + text;
   writeExportFile(environment.folders.documents() + QStringLiteral("/VardexExport.csv"), text);
-  if (!environment.mail->canSendMail() ||
-      !environment.mail->compose(exportMail(rows->front().doc, text))) {
+  const bool isHandedOver = environment.mail->canSendMail() &&
+                            environment.mail->compose(exportMail(rows->front().doc, text));
+  if (!isHandedOver) {
     qWarning("Device is unable to send email in its current state.");
   }
 }

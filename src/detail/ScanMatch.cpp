@@ -23,7 +23,9 @@ const LoosePick *loosePickWithCode(const PickList &list, const QString &code) {
 }
 
 std::optional<Items> articleWithCode(ManagedObjectContext *context, const QString &code) {
-  const auto articles = context == nullptr ? std::nullopt : context->itemsForCode(code);
+  // A null text would stand for the store's NULL, which equals nothing.
+  const QString text = code.isNull() ? QStringLiteral("") : code;
+  const auto articles = context == nullptr ? std::nullopt : context->itemsForCode(text);
   return !articles || articles->empty() ? std::nullopt : std::optional(articles->front());
 }
 

@@ -71,6 +71,12 @@ masterViewController::masterViewController(Environment &environment, QObject *pa
   }
 }
 
+masterViewController::~masterViewController() {
+  if (m_connection) {
+    environment().busy.end();
+  }
+}
+
 void masterViewController::viewDidLoad() {
   m_connectionDict.clear();
   txtDeliveryNo->becomeFirstResponder();
@@ -125,6 +131,8 @@ void masterViewController::btnSearchOrderNoTouched() {
     return;
   }
   activityIndicator->startAnimating();
+  // Nothing can be touched meanwhile: the lists must not be replaced under a running picking.
+  environment().busy.begin(QStringLiteral("Looking up the delivery …"));
   tblOrders->setEnabled(true);
   tblStores->setEnabled(true);
   dismissKeyboard();
@@ -148,6 +156,7 @@ void masterViewController::didReceiveData(HttpConnection & /*connection*/, const
 }
 
 void masterViewController::connectionDidFinishLoading(HttpConnection &connection) {
+  environment().busy.end();
   const auto answer = connection.isAnswerWhole() ? parseDeliveryAnswer(m_webData) : std::nullopt;
   m_jsonResult = jsonResultOf(answer);
   if (m_connectionDict.value(kGetOrder) != &connection) {
@@ -171,6 +180,7 @@ void masterViewController::connectionDidFinishLoading(HttpConnection &connection
 
 void masterViewController::didFailWithError(HttpConnection & /*connection*/,
                                             const QString &description) {
+  environment().busy.end();
   // The entry "getorder" stays, on purpose: until this pane is loaded again, later lookups run
   // unregistered.
   stopWithMessage(QStringLiteral("Could not get result"),
@@ -207,6 +217,24 @@ void masterViewController::importDelivery(const DeliveryAnswer &answer) {
   btnPicking->setTitleColor(Colour::blue);
   tblBoxes->setEnabled(false);
   activityIndicator->stopAnimating();
+}
+
+void masterViewController::btnReloadItemsTouched() {
+  m_catalogueReload = std::make_unique<CatalogueReload>(environment(), *managedObjectContext());
+  connect(m_catalogueReload.get(), &CatalogueReload::finished, this,
+          &masterViewController::itemsReloaded);
+  m_catalogueReload->start();
+}
+
+void masterViewController::itemsReloaded(const std::optional<JsonResult> &result) {
+  m_jsonResult = result;
+  if (result) {
+    environment().alerts.show(
+        {.title = QStringLiteral("Saved"), .message = QStringLiteral("Items have been loaded")});
+  } else {
+    showMessage(QStringLiteral("Could not contact server"),
+                QStringLiteral("No connection could be opened to server"));
+  }
 }
 
 void masterViewController::btnPickingTouched() {
@@ -304,7 +332,12 @@ int masterViewController::numberOfRowsInSection(const TableView &table, int sect
 }
 
 QVariant masterViewController::cellForRowAtIndexPath(const TableView & /*table*/, int row) {
-  const PickEntry &entry = m_dvc->pickList().at(static_cast<std::size_t>(row));
+  const PickList &entries = m_dvc->pickList();
+  // An import reloads no table, so that this one may still have the rows of a longer list.
+  if (static_cast<std::size_t>(row) >= entries.size()) {
+    return QVariant::fromValue(boxTableViewCell());
+  }
+  const PickEntry &entry = entries.at(static_cast<std::size_t>(row));
   const std::int32_t pick = boxpickqtyOf(entry);
   const std::int32_t order = boxorderqtyOf(entry);
   const BoxState state = boxStateOf(pick, order);

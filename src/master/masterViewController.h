@@ -10,11 +10,13 @@
 #include "platform/outlets/Label.h"
 #include "platform/outlets/TableView.h"
 #include "platform/outlets/TextField.h"
+#include "service/CatalogueReload.h"
 #include "service/DeliveryAnswer.h"
 
 #include <QHash>
 #include <QPointer>
 
+#include <memory>
 #include <optional>
 
 class detailViewController;
@@ -57,6 +59,9 @@ class masterViewController : public ViewController,
 
  public:
   explicit masterViewController(Environment &environment, QObject *parent = nullptr);
+  ~masterViewController() override;
+  masterViewController(const masterViewController &) = delete;
+  masterViewController &operator=(const masterViewController &) = delete;
 
   void viewDidLoad() override;
   void prepareForSegue(Segue &segue) override;
@@ -68,6 +73,9 @@ class masterViewController : public ViewController,
   void didReceiveData(HttpConnection &connection, const QByteArray &data) override;
   void connectionDidFinishLoading(HttpConnection &connection) override;
   void didFailWithError(HttpConnection &connection, const QString &description) override;
+
+  // The catalogue.
+  Q_INVOKABLE void btnReloadItemsTouched();
 
   // The picking.
   [[nodiscard]] bool scanStarted() const { return m_scanStarted; }
@@ -112,6 +120,7 @@ class masterViewController : public ViewController,
   void stopWithMessage(const QString &title, const QString &message);
   void showHeader(const DeliveryAnswer &answer);
   void importDelivery(const DeliveryAnswer &answer);
+  void itemsReloaded(const std::optional<JsonResult> &result);
   void openBox(int row);
 
   detailViewController *m_dvc = nullptr;
@@ -119,5 +128,6 @@ class masterViewController : public ViewController,
   QHash<QString, QPointer<HttpConnection>> m_connectionDict;
   QByteArray m_webData;
   std::optional<JsonResult> m_jsonResult;
+  std::unique_ptr<CatalogueReload> m_catalogueReload;
   bool m_scanStarted = false;
 };

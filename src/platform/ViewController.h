@@ -32,6 +32,7 @@ class ViewController : public QObject {
   Q_PROPERTY(QString presentationStyle READ presentationStyleName NOTIFY presentedChanged)
   Q_PROPERTY(QObject *popoverSource READ popoverSource NOTIFY presentedChanged)
   Q_PROPERTY(ViewController *overlay READ overlay NOTIFY overlayChanged)
+  Q_PROPERTY(int flipMilliseconds READ flipMilliseconds CONSTANT)
   Q_PROPERTY(QRectF frame READ frame NOTIFY frameChanged)
   Q_PROPERTY(QSizeF preferredContentSize READ preferredContentSize CONSTANT)
 
@@ -83,6 +84,7 @@ class ViewController : public QObject {
   void removeFromSuperview(Flip flip);
   /// The controller whose view is laid over this one's, if any.
   [[nodiscard]] ViewController *overlay() const { return m_overlay; }
+  [[nodiscard]] int flipMilliseconds() const { return kFlipMilliseconds; }
 
   /// Where the view is to stand in the view that it is laid over, in points; empty: all of it.
   [[nodiscard]] QRectF frame() const { return m_frame; }

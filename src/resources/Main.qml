@@ -1,2 +1,32 @@
 import QtQuick
-Window { required property var state; visible: true }
+import CartonPick
+import CartonPick.Platform
+
+// The window: the root screen, and above all screens the alerts and the scrim of long work.
+Window {
+    id: window
+
+    required property ApplicationWindowState state
+
+    width: 1280
+    height: 800
+    minimumWidth: 800
+    minimumHeight: 600
+    visible: true
+    title: "CartonPick"
+    color: Theme.window
+
+    ViewHost {
+        anchors.fill: parent
+        focus: true
+        controller: window.state.rootViewController
+    }
+
+    BusyScrim {
+        busy: window.state.busy
+    }
+
+    Alerts {
+        stack: window.state.alerts
+    }
+}

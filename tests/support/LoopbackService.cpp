@@ -89,7 +89,9 @@ void LoopbackService::readFrom(QTcpSocket *socket) {
 
 void LoopbackService::send(QTcpSocket *socket, const Answer &answer) {
   socket->write(answer.bytes);
-  if (answer.closes) {
+  if (answer.stream) {
+    answer.stream(*socket);
+  } else if (answer.closes) {
     socket->disconnectFromHost();
   }
 }
@@ -102,5 +104,5 @@ void LoopbackService::dropConnections() {
 }
 
 void LoopbackService::answerSilentConnection(const Answer &answer) {
-  send(m_silent.takeFirst(), answer);
+  send(answer.closes ? m_silent.takeFirst() : m_silent.first(), answer);
 }

@@ -29,6 +29,8 @@ class LoopbackService : public QObject {
     QByteArray bytes;
     /// Whether the service closes the connection after the bytes.
     bool closes = true;
+    /// Sends more after the bytes, in its own time, and closes the connection itself.
+    std::function<void(QTcpSocket &socket)> stream = {};
 
     /// A whole HTTP answer.
     static Answer http(const QByteArray &body, int status = 200,
@@ -56,18 +58,22 @@ class LoopbackService : public QObject {
   /// Every request so far.
   [[nodiscard]] const QList<Request> &requests() const { return m_requests; }
 
+  /// The number of connections that wait for an answer.
+  [[nodiscard]] qsizetype silentConnections() const { return m_silent.size(); }
   /// Ends every connection without an answer.
   void dropConnections();
-  /// Sends the answer to the connections that were left in silence, oldest first.
+  /// Sends `answer` to the oldest of the connections that were left in silence. That one goes on
+  /// waiting if the answer does not close it.
   void answerSilentConnection(const Answer &answer);
 
  private:
   void readFrom(QTcpSocket *socket);
   static void send(QTcpSocket *socket, const Answer &answer);
 
-  QTcpServer m_server;
   QHash<QTcpSocket *, QByteArray> m_received;
   QList<QTcpSocket *> m_silent;
   QList<Request> m_requests;
   std::function<Answer(const Request &)> m_answer;
+  /// The last member: its sockets, which go with it, use the others until then.
+  QTcpServer m_server;
 };

@@ -19,12 +19,6 @@ namespace {
 
 const StoreError kNoStore{QStringLiteral("There is no store."), QStringLiteral("{}")};
 
-StoreError storeError(const SQLite::Exception &error) {
-  return {QString::fromUtf8(error.what()), QStringLiteral("{code = %1; extended code = %2}")
-                                               .arg(error.getErrorCode())
-                                               .arg(error.getExtendedErrorCode())};
-}
-
 void bindText(SQLite::Statement &statement, int position, const QString &text) {
   if (text.isNull()) {
     statement.bind(position);
@@ -139,8 +133,7 @@ struct ManagedObjectContext::Statements {
                       "orderqty, pickqty, sent) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
         insertItem(database, "INSERT INTO Items (barcode, item, descr) VALUES (?, ?, ?)"),
         setPickqty(database, "UPDATE Picking SET pickqty = ? WHERE rowid = ?"),
-        setSent(database, "UPDATE Picking SET sent = ? WHERE rowid = ?"),
-        deleteAllItems(database, "DELETE FROM Items") {}
+        setSent(database, "UPDATE Picking SET sent = ? WHERE rowid = ?") {}
 
   SQLite::Statement begin;
   SQLite::Statement commit;
@@ -157,7 +150,6 @@ struct ManagedObjectContext::Statements {
   SQLite::Statement insertItem;
   SQLite::Statement setPickqty;
   SQLite::Statement setSent;
-  SQLite::Statement deleteAllItems;
 };
 
 ManagedObjectContext::ManagedObjectContext(std::shared_ptr<PersistentStoreCoordinator> coordinator)
@@ -173,6 +165,12 @@ ManagedObjectContext::ManagedObjectContext(std::shared_ptr<PersistentStoreCoordi
 }
 
 ManagedObjectContext::~ManagedObjectContext() = default;
+
+QString ManagedObjectContext::storePath() const {
+  return m_coordinator->hasStore()
+             ? QString::fromStdString(m_coordinator->database()->getFilename())
+             : QString();
+}
 
 template <class Fetch>
 auto ManagedObjectContext::fetch(const Fetch &rows) -> std::optional<decltype(rows())> {
@@ -201,7 +199,7 @@ void ManagedObjectContext::change(const Change &apply) {
     }
     apply();
   } catch (const SQLite::Exception &error) {
-    m_changeError = storeError(error);
+    m_changeError = storeErrorOf(error);
   }
 }
 
@@ -325,13 +323,6 @@ void ManagedObjectContext::setSent(const Picking &picking, std::int32_t sent) {
   });
 }
 
-void ManagedObjectContext::deleteAllItems() {
-  change([&] {
-    m_statements->deleteAllItems.exec();
-    m_statements->deleteAllItems.reset();
-  });
-}
-
 std::optional<StoreError> ManagedObjectContext::save() {
   if (!m_hasChanges) {
     return std::nullopt;
@@ -345,6 +336,6 @@ std::optional<StoreError> ManagedObjectContext::save() {
     m_hasChanges = false;
     return std::nullopt;
   } catch (const SQLite::Exception &error) {
-    return storeError(error);
+    return storeErrorOf(error);
   }
 }

@@ -2,6 +2,7 @@
 
 #include "app/store/Items.h"
 #include "app/store/Picking.h"
+#include "app/store/StoreError.h"
 
 #include <QDateTime>
 #include <QString>
@@ -11,13 +12,6 @@
 #include <vector>
 
 class PersistentStoreCoordinator;
-
-/// Why a save failed.
-struct StoreError {
-  QString description;
-  /// SQLite's result codes.
-  QString userInfo;
-};
 
 /// One delivery number with one value of `sent`.
 struct DeliveryGroup {
@@ -51,6 +45,9 @@ class ManagedObjectContext {
   ManagedObjectContext(const ManagedObjectContext &) = delete;
   ManagedObjectContext &operator=(const ManagedObjectContext &) = delete;
 
+  /// The file that holds the store; empty if there is none.
+  [[nodiscard]] QString storePath() const;
+
   using Pickings = std::optional<std::vector<Picking>>;
 
   /// The picks of one order of a delivery.
@@ -77,7 +74,6 @@ class ManagedObjectContext {
   void insert(const Items &item);
   void setPickqty(const Picking &picking, std::int32_t pickqty);
   void setSent(const Picking &picking, std::int32_t sent);
-  void deleteAllItems();
 
   [[nodiscard]] bool hasChanges() const { return m_hasChanges; }
   /// Commits the changes; they are on disk when this returns. Nothing if that went well. After a

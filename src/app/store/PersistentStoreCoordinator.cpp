@@ -121,16 +121,21 @@ bool PersistentStoreCoordinator::addPersistentStore(const QString &path, Migrati
       throw std::runtime_error("there is no model");
     }
     createForOwnerOnly(path);
-    auto database = std::make_unique<SQLite::Database>(path.toStdString(), SQLite::OPEN_READWRITE,
-                                                       kBusyTimeoutMilliseconds);
+    auto database = connectTo(path);
     requireVersion(*database, *m_model, migration);
-    // What is confirmed must be on disk before anything on screen says so.
     database->exec("PRAGMA journal_mode = WAL");
-    database->exec("PRAGMA synchronous = FULL");
     m_database = std::move(database);
     return true;
   } catch (const std::exception &error) {
     qWarning("Store %s not opened: %s", qUtf8Printable(path), error.what());
     return false;
   }
+}
+
+std::unique_ptr<SQLite::Database> PersistentStoreCoordinator::connectTo(const QString &path) {
+  auto database = std::make_unique<SQLite::Database>(path.toStdString(), SQLite::OPEN_READWRITE,
+                                                     kBusyTimeoutMilliseconds);
+  // What is confirmed must be on disk before anything on screen says so.
+  database->exec("PRAGMA synchronous = FULL");
+  return database;
 }

@@ -26,6 +26,9 @@ class PersistentStoreCoordinator {
   /// log, if the file cannot be opened.
   bool addPersistentStore(const QString &path, Migration migration);
 
+  /// One more connection to the store at `path`, as durable as the first. Throws SQLite::Exception.
+  static std::unique_ptr<SQLite::Database> connectTo(const QString &path);
+
   [[nodiscard]] bool hasStore() const { return m_database != nullptr; }
   /// The open store, or nothing.
   [[nodiscard]] SQLite::Database *database() const { return m_database.get(); }

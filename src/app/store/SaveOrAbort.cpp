@@ -11,8 +11,12 @@ void saveOrAbort(ManagedObjectContext &context) {
     return;
   }
   if (const auto error = context.save()) {
-    qCritical("Unresolved error %s, %s", qUtf8Printable(error->description),
-              qUtf8Printable(error->userInfo));
-    std::abort();
+    abortAfter(*error);
   }
+}
+
+void abortAfter(const StoreError &error) {
+  qCritical("Unresolved error %s, %s", qUtf8Printable(error.description),
+            qUtf8Printable(error.userInfo));
+  std::abort();
 }

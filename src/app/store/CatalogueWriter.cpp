@@ -1,0 +1,114 @@
+#include "app/store/CatalogueWriter.h"
+
+#include "app/store/PersistentStoreCoordinator.h"
+
+#include <QThread>
+
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Exception.h>
+#include <SQLiteCpp/Statement.h>
+#include <SQLiteCpp/Transaction.h>
+#include <sqlite3.h>
+#include <vector>
+
+namespace {
+
+/// How many steps of SQLite's machine pass between two looks at whether to give up; a few
+/// milliseconds.
+constexpr int kStepsBetweenLooks = 100'000;
+
+int isInterruptionRequested(void * /*unused*/) {
+  return QThread::currentThread()->isInterruptionRequested() ? 1 : 0;
+}
+
+std::unique_ptr<SQLite::Database> connectTo(const QString &storePath) {
+  auto database = PersistentStoreCoordinator::connectTo(storePath);
+  // The catalogue is no secret: overwriting each row that goes would double the writing.
+  database->exec("PRAGMA secure_delete = OFF");
+  sqlite3_progress_handler(database->getHandle(), kStepsBetweenLooks, isInterruptionRequested,
+                           nullptr);
+  return database;
+}
+
+struct Index {
+  std::string name;
+  std::string sql;
+};
+
+std::vector<Index> indexesOfItems(const SQLite::Database &database) {
+  std::vector<Index> indexes;
+  SQLite::Statement query(
+      database, "SELECT name, sql FROM sqlite_master WHERE type = 'index' AND tbl_name = 'Items'");
+  while (query.executeStep()) {
+    indexes.push_back({query.getColumn(0).getString(), query.getColumn(1).getString()});
+  }
+  return indexes;
+}
+
+}  // namespace
+
+struct CatalogueWriter::Replacement {
+  explicit Replacement(const QString &storePath)
+      : database(connectTo(storePath)),
+        transaction(*database, SQLite::TransactionBehavior::IMMEDIATE),
+        indexes(indexesOfItems(*database)) {
+    // Sorting all entries at the end takes a fraction of the time of keeping two indexes in order.
+    for (const Index &index : indexes) {
+      database->exec("DROP INDEX \"" + index.name + '"');
+    }
+    database->exec("DELETE FROM Items");
+    insert.emplace(*database, "INSERT INTO Items (barcode, item, descr) VALUES (?, ?, ?)");
+  }
+
+  void commit() {
+    for (const Index &index : indexes) {
+      database->exec(index.sql);
+    }
+    transaction.commit();
+    // The log is as large as the catalogue by now. That it shrinks does not matter enough to fail.
+    database->tryExec("PRAGMA wal_checkpoint(TRUNCATE)");
+  }
+
+  std::unique_ptr<SQLite::Database> database;
+  SQLite::Transaction transaction;
+  std::vector<Index> indexes;
+  std::optional<SQLite::Statement> insert;
+};
+
+CatalogueWriter::CatalogueWriter(const QString &storePath) {
+  try {
+    m_replacement = std::make_unique<Replacement>(storePath);
+  } catch (const SQLite::Exception &error) {
+    m_error = storeErrorOf(error);
+  }
+}
+
+CatalogueWriter::~CatalogueWriter() = default;
+
+void CatalogueWriter::insert(const Article &article) {
+  if (m_error) {
+    return;
+  }
+  try {
+    SQLite::Statement &statement = *m_replacement->insert;
+    statement.bindNoCopy(1, article.barcode);
+    statement.bindNoCopy(2, article.item);
+    statement.bindNoCopy(3, article.descr);
+    statement.exec();
+    statement.reset();
+  } catch (const SQLite::Exception &error) {
+    m_error = storeErrorOf(error);
+  }
+}
+
+std::optional<StoreError> CatalogueWriter::save() {
+  if (m_error) {
+    return m_error;
+  }
+  try {
+    m_replacement->commit();
+    return std::nullopt;
+  } catch (const SQLite::Exception &error) {
+    return storeErrorOf(error);
+  }
+}

@@ -1,0 +1,41 @@
+import QtQuick
+import QtQuick.Layouts
+import CartonPick
+import CartonPick.Panes
+
+// How many boxes there are, and how far they are.
+RowLayout {
+    id: counters
+
+    required property MasterViewController controller
+
+    spacing: 0
+
+    ValueTile {
+        outlet: counters.controller.lblBoxesTotalValue
+        caption: counters.controller.lblBoxesTotalLabel.text
+        Layout.fillWidth: true
+        Layout.preferredWidth: 3
+    }
+    ValueTile {
+        outlet: counters.controller.lblBoxesUnopenedValue
+        caption: counters.controller.lblBoxesUnopenedLabel.text
+        state: "unopened"
+        Layout.fillWidth: true
+        Layout.preferredWidth: 5
+    }
+    ValueTile {
+        outlet: counters.controller.lblBoxesCompletedValue
+        caption: counters.controller.lblBoxesCompletedLabel.text
+        state: "completed"
+        Layout.fillWidth: true
+        Layout.preferredWidth: 5
+    }
+    ValueTile {
+        outlet: counters.controller.lblBoxesIncompleteValue
+        caption: counters.controller.lblBoxesIncompleteLabel.text
+        state: "incomplete"
+        Layout.fillWidth: true
+        Layout.preferredWidth: 5
+    }
+}

@@ -1,0 +1,10 @@
+import QtQuick
+import CartonPick
+
+// A plain surface that groups what belongs together.
+Rectangle {
+    radius: Theme.radius
+    color: Theme.surface
+    border.width: 1
+    border.color: Theme.line
+}

@@ -1,0 +1,48 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import CartonPick
+import CartonPick.Panes
+
+// What the service says of the delivery, or, while it is asked, that it is asked.
+GridLayout {
+    id: header
+
+    required property MasterViewController controller
+
+    columns: 2
+    columnSpacing: Theme.gap
+    rowSpacing: 2
+
+    Repeater {
+        model: [header.controller.lblCustomerName, header.controller.lblBrand, header.controller.lblCreationDate, header.controller.lblShipmentDate]
+
+        OutletText {
+            required property var modelData
+
+            outlet: modelData
+            font.pixelSize: Theme.small
+            Layout.fillWidth: true
+            Layout.columnSpan: 2
+        }
+    }
+
+    BusyIndicator {
+        objectName: header.controller.activityIndicator.objectName
+        visible: header.controller.activityIndicator.animating
+        running: visible
+        palette.dark: Theme.accent
+        Layout.preferredWidth: 40
+        Layout.preferredHeight: 40
+        Accessible.ignored: true
+    }
+    PlainText {
+        visible: header.controller.activityIndicator.animating
+        text: "Looking up the delivery …"
+        color: Theme.textMuted
+        font.pixelSize: Theme.small
+        Layout.fillWidth: true
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+}

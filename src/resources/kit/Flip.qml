@@ -1,0 +1,59 @@
+import QtQuick
+import CartonPick.Platform
+
+// Turns a view over, once for each call of `add`, one after the other: halfway, with the view on
+// edge, what it shows is swapped.
+SequentialAnimation {
+    id: flip
+
+    required property Rotation turn
+    required property int milliseconds
+    property var waiting: []
+    property ViewController next: null
+    property int sign: 1
+
+    signal swapped(ViewController next)
+
+    function add(next, fromLeft) {
+        waiting.push({
+            "next": next,
+            "sign": fromLeft ? 1 : -1
+        });
+        if (!running) {
+            begin();
+        }
+    }
+
+    function begin() {
+        const first = waiting.shift();
+        next = first.next;
+        sign = first.sign;
+        start();
+    }
+
+    onFinished: {
+        if (waiting.length > 0) {
+            begin();
+        }
+    }
+
+    NumberAnimation {
+        target: flip.turn
+        property: "angle"
+        from: 0
+        to: flip.sign * 90
+        duration: flip.milliseconds / 2
+        easing.type: Easing.InQuad
+    }
+    ScriptAction {
+        script: flip.swapped(flip.next)
+    }
+    NumberAnimation {
+        target: flip.turn
+        property: "angle"
+        from: flip.sign * -90
+        to: 0
+        duration: flip.milliseconds / 2
+        easing.type: Easing.OutQuad
+    }
+}

@@ -1,0 +1,23 @@
+import QtQuick
+import CartonPick
+
+// A key of the keypad, big enough to be hit blind.
+OutletButton {
+    id: key
+
+    signal touched
+
+    onClicked: touched()
+    ink: Theme.text
+    borderWidth: outlet.borderWidth
+    borderColor: Theme.ink.black
+    implicitHeight: 72
+    implicitWidth: 96
+    contentItem: PlainText {
+        text: key.text === "Minus" ? "−" : key.text
+        font.pixelSize: Theme.value
+        font.weight: Font.Bold
+        horizontalAlignment: Text.AlignHCenter
+        Accessible.ignored: true
+    }
+}

@@ -1,0 +1,13 @@
+import QtQuick
+import CartonPick
+import CartonPick.Platform
+
+// The button of a button outlet.
+ActionButton {
+    required property ButtonOutlet outlet
+
+    objectName: outlet.objectName
+    text: outlet.title
+    enabled: outlet.enabled
+    ink: Theme.ink[outlet.titleColor]
+}

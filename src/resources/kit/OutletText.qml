@@ -1,0 +1,19 @@
+import QtQuick
+import CartonPick
+import CartonPick.Platform
+
+// The text of a label outlet. With a caption, a screen reader hears the text as a value described by
+// the caption.
+PlainText {
+    required property LabelOutlet outlet
+    property string caption: ""
+
+    objectName: outlet.objectName
+    text: outlet.text
+    color: Theme.ink[outlet.textColor]
+    visible: !outlet.hidden
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+    Accessible.description: caption
+}

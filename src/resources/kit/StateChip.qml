@@ -1,0 +1,26 @@
+import QtQuick
+import CartonPick
+
+// A box state in three channels: colour, icon and word.
+Row {
+    id: chip
+
+    required property string word
+    required property color ink
+
+    spacing: 8
+
+    StateIcon {
+        anchors.verticalCenter: parent.verticalCenter
+        state: chip.word
+        width: 24
+        height: 24
+    }
+    PlainText {
+        anchors.verticalCenter: parent.verticalCenter
+        text: chip.word
+        color: chip.ink
+        font.pixelSize: Theme.small
+        font.weight: Font.DemiBold
+    }
+}

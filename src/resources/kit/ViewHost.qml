@@ -1,0 +1,127 @@
+import QtQuick
+import CartonPick
+import CartonPick.Platform
+
+// Shows a controller: its screen, the view laid over it, and what it presents.
+FocusScope {
+    id: host
+
+    required property ViewController controller
+
+    readonly property bool presentsFullScreen: controller.presented !== null && controller.presentationStyle === "fullScreen"
+
+    Item {
+        id: faces
+
+        anchors.fill: parent
+        visible: !host.presentsFullScreen
+        enabled: !flip.running
+
+        transform: Rotation {
+            id: turn
+
+            origin.x: faces.width / 2
+            origin.y: faces.height / 2
+            axis {
+                x: 0
+                y: 1
+                z: 0
+            }
+        }
+
+        Loader {
+            id: screen
+
+            anchors.fill: parent
+            focus: true
+            enabled: overlay.shown === null || !overlay.coversAll
+            Component.onCompleted: setSource("../screens/" + host.controller.identifier + ".qml", {
+                "controller": host.controller
+            })
+        }
+
+        Loader {
+            id: overlay
+
+            property ViewController shown: null
+            readonly property rect frame: shown === null ? Qt.rect(0, 0, 0, 0) : shown.frame
+            readonly property bool coversAll: frame.width === 0 || frame.x + frame.width > host.width || frame.y + frame.height > host.height
+
+            x: coversAll ? 0 : frame.x
+            y: coversAll ? 0 : frame.y
+            width: coversAll ? host.width : host.width - frame.x - Theme.gap
+            height: coversAll ? host.height : host.height - frame.y - Theme.gap
+            onShownChanged: {
+                if (shown === null) {
+                    source = "";
+                } else {
+                    setSource("../screens/" + shown.identifier + ".qml", {
+                        "controller": shown
+                    });
+                }
+            }
+        }
+    }
+
+    Flip {
+        id: flip
+
+        turn: turn
+        milliseconds: host.controller.flipMilliseconds
+        onSwapped: next => overlay.shown = next
+    }
+
+    Connections {
+        target: host.controller
+
+        function onFlipped(from, to, fromLeft) {
+            flip.add(to, fromLeft);
+        }
+    }
+
+    Loader {
+        anchors.fill: parent
+        active: host.presentsFullScreen
+        focus: active
+        onActiveChanged: load()
+        Component.onCompleted: load()
+
+        function load() {
+            if (active) {
+                setSource("ViewHost.qml", {
+                    "controller": host.controller.presented
+                });
+            }
+        }
+    }
+
+    Loader {
+        active: host.controller.presented !== null && host.controller.presentationStyle === "formSheet"
+        sourceComponent: FormSheet {
+            controller: host.controller.presented
+        }
+    }
+
+    Loader {
+        active: host.controller.presented !== null && host.controller.popoverSource !== null
+        sourceComponent: Popover {
+            presenter: host.controller
+            controller: host.controller.presented
+            anchorItem: host.itemOf(host.controller.popoverSource, screen.item)
+        }
+    }
+
+    // The item that shows `outlet`, somewhere in `item`.
+    function itemOf(outlet, item) {
+        if (item.outlet === outlet) {
+            return item;
+        }
+        for (const child of item.children) {
+            const found = itemOf(outlet, child);
+            if (found !== null) {
+                return found;
+            }
+        }
+        return null;
+    }
+}

@@ -1,0 +1,83 @@
+import QtQuick
+import QtQuick.Layouts
+import CartonPick
+import CartonPick.Panes
+
+// Earlier pickings.
+FocusScope {
+    id: screen
+
+    required property HistoryViewController controller
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.surface
+    }
+
+    TopBar {
+        id: bar
+
+        width: parent.width
+        title: "History"
+
+        ActionButton {
+            objectName: "btnBack"
+            text: "Back"
+            focus: true
+            Layout.preferredWidth: 104
+            onClicked: screen.controller.performSegueWithIdentifier("returnFromHistoryToStart")
+        }
+        Item {
+            Layout.fillWidth: true
+        }
+    }
+    Rectangle {
+        id: header
+
+        anchors.top: bar.bottom
+        width: parent.width
+        height: Math.max(Theme.touch, screen.controller.tblHistoryOverview.headerHeight)
+        color: Theme.header
+
+        PickHistoryCell {
+            anchors.fill: parent
+            cell: screen.controller.tblHistoryOverview.header
+            ink: Theme.headerText
+            isHeader: true
+        }
+    }
+    TableList {
+        id: deliveries
+
+        outlet: screen.controller.tblHistoryOverview
+        anchors.top: header.bottom
+        anchors.bottom: parent.bottom
+        width: parent.width
+        Accessible.name: "Deliveries"
+        delegate: TableRow {
+            id: row
+
+            required property int index
+            required property var cell
+
+            rowIndex: index
+            ground: Theme.ground[cell.backgroundColor]
+            table: deliveries.outlet
+            width: deliveries.width
+            height: deliveries.rowHeight
+            Accessible.name: "Delivery %1, synchronized %2, start %3, end %4".arg(cell.deliveryNo.text).arg(cell.sent.text).arg(cell.dateCreated.text).arg(cell.dateClosed.text)
+
+            contentItem: PickHistoryCell {
+                cell: row.cell
+            }
+        }
+    }
+    PlainText {
+        anchors.centerIn: deliveries
+        visible: deliveries.count === 0
+        text: "Nothing has been picked yet."
+        color: Theme.textMuted
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+}

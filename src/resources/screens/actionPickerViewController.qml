@@ -1,0 +1,40 @@
+import QtQuick
+import CartonPick
+import CartonPick.Panes
+
+// What can be done with the picking.
+FocusScope {
+    id: screen
+
+    required property ActionPickerViewController controller
+
+    TableList {
+        id: actions
+
+        anchors.fill: parent
+        focus: true
+        outlet: screen.controller.tableView
+        interactive: false
+        Accessible.name: "Options"
+        delegate: TableRow {
+            id: row
+
+            required property int index
+            required property string cell
+
+            rowIndex: index
+            ground: Theme.surface
+            table: actions.outlet
+            width: actions.width
+            height: actions.rowHeight + 6
+            Accessible.name: cell
+
+            contentItem: PlainText {
+                leftPadding: 18
+                text: row.cell
+                font.weight: Font.DemiBold
+                Accessible.ignored: true
+            }
+        }
+    }
+}

@@ -1,0 +1,154 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import CartonPick
+import CartonPick.Panes
+
+// The keypad.
+FocusScope {
+    id: screen
+
+    required property ChangeQuantityViewController controller
+
+    Keys.onEscapePressed: controller.btnCancelTouched()
+
+    RowLayout {
+        anchors.fill: parent
+        anchors.margins: 24
+        spacing: 28
+
+        ColumnLayout {
+            spacing: 4
+            Layout.fillWidth: true
+            Layout.preferredWidth: 1
+            Layout.fillHeight: true
+
+            OutletText {
+                outlet: screen.controller.lblItemCode
+                caption: "Item Code"
+                font.pixelSize: 34
+                font.weight: Font.Bold
+                Layout.fillWidth: true
+            }
+            OutletText {
+                outlet: screen.controller.lblItemBarcode
+                caption: "Barcode"
+                color: Theme.textMuted
+                Layout.fillWidth: true
+            }
+            OutletText {
+                outlet: screen.controller.lblItemDescription
+                caption: "Description"
+                wrapMode: Text.Wrap
+                maximumLineCount: 3
+                font.pixelSize: Theme.title
+                Layout.fillWidth: true
+                Layout.topMargin: 4
+            }
+            Item {
+                Layout.fillHeight: true
+            }
+            PlainText {
+                text: "Total"
+                color: Theme.textMuted
+                Layout.alignment: Qt.AlignHCenter
+                Accessible.ignored: true
+            }
+            OutletText {
+                outlet: screen.controller.lblTotalQty
+                caption: "Total"
+                horizontalAlignment: Text.AlignHCenter
+                font.pixelSize: Theme.total
+                font.weight: Font.Bold
+                fontSizeMode: Text.HorizontalFit
+                minimumPixelSize: Theme.value
+                Layout.fillWidth: true
+            }
+            Item {
+                Layout.fillHeight: true
+            }
+            RowLayout {
+                Layout.fillWidth: true
+
+                ValueTile {
+                    outlet: screen.controller.lblCurrentQty
+                    caption: "Current"
+                    valueSize: 44
+                    Layout.fillWidth: true
+                    Layout.preferredWidth: 1
+                }
+                ValueTile {
+                    outlet: screen.controller.lblOrderQty
+                    caption: "Ordered"
+                    valueSize: 44
+                    Layout.fillWidth: true
+                    Layout.preferredWidth: 1
+                }
+            }
+        }
+
+        ColumnLayout {
+            spacing: Theme.gap
+            Layout.preferredWidth: 400
+            Layout.maximumWidth: 400
+            Layout.fillHeight: true
+
+            EntryField {
+                outlet: screen.controller.txtNewQty
+                caption: "Quantity to add"
+                focus: true
+                horizontalAlignment: TextInput.AlignRight
+                font.pixelSize: Theme.value
+                inputMethodHints: Qt.ImhDigitsOnly
+                Layout.fillWidth: true
+                Layout.preferredHeight: 76
+            }
+            GridLayout {
+                columns: 3
+                columnSpacing: Theme.gap
+                rowSpacing: Theme.gap
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+
+                Repeater {
+                    model: ["7", "8", "9", "4", "5", "6", "1", "2", "3", "Negative", "0"]
+
+                    KeypadKey {
+                        required property string modelData
+
+                        outlet: screen.controller["btn" + modelData]
+                        onTouched: modelData === "Negative" ? screen.controller.btnNegativeTouched() : screen.controller.btnNumTouched(outlet)
+                        Layout.columnSpan: modelData === "0" ? 2 : 1
+                        Layout.fillWidth: true
+                        Layout.fillHeight: true
+                        Layout.preferredWidth: modelData === "0" ? 2 : 1
+                    }
+                }
+            }
+            RowLayout {
+                spacing: Theme.gap
+                Layout.fillWidth: true
+
+                ActionButton {
+                    objectName: "btnCancel"
+                    text: "Cancel"
+                    Layout.fillWidth: true
+                    Layout.preferredWidth: 1
+                    Layout.preferredHeight: Theme.key
+                    onClicked: screen.controller.btnCancelTouched()
+                }
+                ActionButton {
+                    objectName: "btnOK"
+                    text: "OK"
+                    filled: true
+                    font.pixelSize: Theme.value
+                    Layout.fillWidth: true
+                    Layout.preferredWidth: 2
+                    Layout.preferredHeight: Theme.key
+                    onClicked: screen.controller.btnOKTouched()
+                }
+            }
+        }
+    }
+}

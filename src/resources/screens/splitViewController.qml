@@ -1,0 +1,33 @@
+import QtQuick
+import CartonPick
+import CartonPick.App
+
+// The two panes: side by side, or one above the other on an upright tablet.
+FocusScope {
+    id: screen
+
+    required property SplitViewController controller
+    readonly property bool isUpright: height > width
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.window
+    }
+
+    ViewHost {
+        id: master
+
+        controller: screen.controller.master
+        focus: true
+        width: screen.isUpright ? parent.width : Math.max(372, Math.min(460, parent.width * 0.34))
+        height: screen.isUpright ? parent.height * 0.42 : parent.height
+    }
+
+    ViewHost {
+        controller: screen.controller.detail
+        x: screen.isUpright ? 0 : master.width
+        y: screen.isUpright ? master.height : 0
+        width: parent.width - x
+        height: parent.height - y
+    }
+}
