@@ -8,6 +8,8 @@
 #include <QSaveFile>
 #include <QStringList>
 
+#include <utility>
+
 namespace {
 
 const QString kNull = QStringLiteral("(null)");
@@ -72,8 +74,8 @@ void exportPicking(Environment &environment, ManagedObjectContext &context, cons
                    WeakDelegate<AlertViewDelegate> alertDelegate) {
   const auto rows = context.unsentPickings(doc);
   if (!rows || rows->empty()) {
-    environment.alerts.show(
-        {.title = QStringLiteral("No picking to send via email"), .delegate = alertDelegate});
+    environment.alerts.show({.title = QStringLiteral("No picking to send via email"),
+                             .delegate = std::move(alertDelegate)});
     return;
   }
   const QString text = exportText(*rows, fixedZone(*environment.clock));

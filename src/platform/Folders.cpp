@@ -4,16 +4,20 @@
 #include <QFile>
 #include <QStandardPaths>
 
+namespace {
+
+bool makeForOwnerOnly(const QString &folder) {
+  return QDir(folder).exists() ||
+         (QDir().mkpath(folder) &&
+          QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+}
+
+}  // namespace
+
 Folders Folders::ofThisUser() {
   return {QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)};
 }
 
 bool Folders::create() const {
-  constexpr QFile::Permissions kOwnerOnly = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
-  const QDir folder(documents());
-  if (folder.exists()) {
-    return true;
-  }
-  return QDir().mkpath(documents()) && QFile::setPermissions(home, kOwnerOnly) &&
-         QFile::setPermissions(documents(), kOwnerOnly);
+  return makeForOwnerOnly(home) && makeForOwnerOnly(documents());
 }

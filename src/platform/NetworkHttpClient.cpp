@@ -4,10 +4,10 @@
 #include <QMetaObject>
 #include <QNetworkReply>
 #include <QNetworkRequest>
-#include <QPointer>
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -20,6 +20,7 @@ class ReadOnceBody : public QIODevice {
     open(QIODevice::ReadOnly | QIODevice::Unbuffered);
   }
   [[nodiscard]] bool isSequential() const override { return true; }
+  bool seek(qint64 /*position*/) override { return false; }
   [[nodiscard]] bool atEnd() const override { return m_position == m_bytes.size(); }
   [[nodiscard]] qint64 bytesAvailable() const override { return m_bytes.size() - m_position; }
 
@@ -40,10 +41,15 @@ class ReadOnceBody : public QIODevice {
   qint64 m_position = 0;
 };
 
+/// From here on a status says that the request went wrong.
+constexpr int kFirstErrorStatus = 400;
+
+constexpr qint64 kReadBufferBytes = 1024LL * 1024;
+
 class NetworkConnection : public HttpConnection {
  public:
   NetworkConnection(WeakDelegate<HttpConnectionDelegate> delegate, QObject *owner)
-      : HttpConnection(owner), m_delegate(delegate) {}
+      : HttpConnection(owner), m_delegate(std::move(delegate)) {}
 
   void send(QNetworkAccessManager &manager, const HttpRequest &request) {
     QNetworkRequest networkRequest(request.url);
@@ -63,21 +69,26 @@ class NetworkConnection : public HttpConnection {
     if (request.method == "GET") {
       m_reply.reset(manager.get(networkRequest));
     } else {
-      m_body = std::make_unique<ReadOnceBody>(request.body);
+      auto *body = new ReadOnceBody(request.body);
       networkRequest.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
       networkRequest.setHeader(QNetworkRequest::ContentLengthHeader, request.body.size());
-      m_reply.reset(manager.sendCustomRequest(networkRequest, request.method, m_body.get()));
+      m_reply.reset(manager.sendCustomRequest(networkRequest, request.method, body));
+      // The reply reads from it until the end, be the connection still there or not.
+      body->setParent(m_reply.get());
     }
+    // However fast a large answer comes in, what waits to be passed on stays small.
+    m_reply->setReadBufferSize(kReadBufferBytes);
     connect(m_reply.get(), &QNetworkReply::metaDataChanged, this, [this] { announceResponse(); });
     connect(m_reply.get(), &QNetworkReply::readyRead, this, [this] { passOnData(); });
     connect(m_reply.get(), &QNetworkReply::finished, this, [this] { finish(); });
   }
 
   void fail(const QString &description) {
+    deleteLater();
+    // The last thing that happens: the delegate may delete the owner.
     if (m_delegate) {
       m_delegate->didFailWithError(*this, description);
     }
-    deleteLater();
   }
 
  private:
@@ -99,7 +110,7 @@ class NetworkConnection : public HttpConnection {
 
   void passOnData() {
     announceResponse();
-    if (!m_isAnswerWhole) {
+    if (!m_isAnswerWhole || !m_reply->isOpen()) {
       return;
     }
     const QByteArray data = m_reply->readAll();
@@ -115,9 +126,10 @@ class NetworkConnection : public HttpConnection {
   /// Whether the connection broke, as opposed to an answer with an error status.
   [[nodiscard]] bool isBroken() const {
     const QNetworkReply::NetworkError error = m_reply->error();
-    const bool isStatus =
-        error > QNetworkReply::UnknownProxyError && error != QNetworkReply::ProtocolFailure &&
-        error != QNetworkReply::UnknownContentError && error != QNetworkReply::ProtocolUnknownError;
+    const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    const bool isStatus = status >= kFirstErrorStatus && error > QNetworkReply::UnknownProxyError &&
+                          error != QNetworkReply::ProtocolFailure &&
+                          error != QNetworkReply::ProtocolUnknownError;
     return error != QNetworkReply::NoError && !isStatus;
   }
 
@@ -133,10 +145,10 @@ class NetworkConnection : public HttpConnection {
     if (isBroken()) {
       m_isAnswerWhole = false;
     }
+    deleteLater();
     if (m_delegate) {
       m_delegate->connectionDidFinishLoading(*this);
     }
-    deleteLater();
   }
 
   struct DeleteLater {
@@ -144,7 +156,6 @@ class NetworkConnection : public HttpConnection {
   };
 
   WeakDelegate<HttpConnectionDelegate> m_delegate;
-  std::unique_ptr<ReadOnceBody> m_body;
   std::unique_ptr<QNetworkReply, DeleteLater> m_reply;
   bool m_isAnnounced = false;
   qint64 m_received = 0;
@@ -155,7 +166,7 @@ class NetworkConnection : public HttpConnection {
 HttpConnection *NetworkHttpClient::start(const HttpRequest &request,
                                          WeakDelegate<HttpConnectionDelegate> delegate,
                                          QObject *owner) {
-  auto *connection = new NetworkConnection(delegate, owner);
+  auto *connection = new NetworkConnection(std::move(delegate), owner);
   if (request.url.isValid() && !request.url.isEmpty()) {
     connection->send(m_manager, request);
   } else {

@@ -15,7 +15,7 @@ using simdjson::dom::object;
 static_assert(CatalogueAnswer::kSpareBytes >= qsizetype{simdjson::SIMDJSON_PADDING});
 
 /// How long a piece is, at least: it should stay in the processor's cache.
-constexpr std::size_t kPieceBytes = 256 * 1024;
+constexpr std::size_t kPieceBytes = 256'000;
 
 /// The position of the quotation mark that ends the string that begins at `begin`.
 std::size_t endOfString(std::string_view text, std::size_t begin) {

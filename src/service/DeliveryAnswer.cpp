@@ -3,10 +3,10 @@
 #include "service/JsonValues.h"
 
 #include <simdjson.h>
+#include <string_view>
 
 namespace {
 
-using simdjson::dom::element;
 using simdjson::dom::object;
 
 const QString kEmpty = QStringLiteral("");
@@ -52,8 +52,8 @@ void readHeader(object fields, DeliveryAnswer &answer) {
 std::optional<DeliveryAnswer> parseDeliveryAnswer(const QByteArray &body) {
   try {
     simdjson::dom::parser parser;
-    const simdjson::dom::array elements =
-        parser.parse(body.constData(), static_cast<std::size_t>(body.size()));
+    const std::string_view text = jsonTextOf(body);
+    const simdjson::dom::array elements = parser.parse(text.data(), text.size());
     DeliveryAnswer answer{kEmpty, kEmpty, kEmpty, kEmpty, {}};
     answer.lines.reserve(elements.size());
     for (const object fields : elements) {

@@ -22,6 +22,15 @@ std::int32_t clampInteger(Integer value) {
 
 }  // namespace
 
+std::string_view jsonTextOf(const QByteArray &body) {
+  constexpr std::string_view kMark = "\xEF\xBB\xBF";
+  std::string_view text(body.constData(), static_cast<std::size_t>(body.size()));
+  if (text.substr(0, kMark.size()) == kMark) {
+    text.remove_prefix(kMark.size());
+  }
+  return text;
+}
+
 QString textOf(element value) {
   switch (value.type()) {
     case element_type::STRING: {

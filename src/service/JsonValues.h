@@ -2,9 +2,15 @@
 
 #include "service/Quantity.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <simdjson.h>
+#include <string_view>
+
+/// The JSON text that `body` holds: all of it but the mark of UTF-8 that some services put before
+/// it.
+std::string_view jsonTextOf(const QByteArray &body);
 
 /// A value of an answer as a text: null reads as empty, numbers and booleans as their text.
 /// Throws simdjson_error for an array or an object.

@@ -3,7 +3,6 @@
 #include "app/store/PersistentStoreCoordinator.h"
 
 #include <QDebug>
-#include <QTimeZone>
 
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Exception.h>
@@ -42,8 +41,7 @@ QString textAt(SQLite::Statement &statement, int column) {
 
 QDateTime timeAt(SQLite::Statement &statement, int column) {
   const SQLite::Column value = statement.getColumn(column);
-  return value.isNull() ? QDateTime()
-                        : QDateTime::fromMSecsSinceEpoch(value.getInt64(), QTimeZone::utc());
+  return value.isNull() ? QDateTime() : QDateTime::fromMSecsSinceEpoch(value.getInt64(), Qt::UTC);
 }
 
 std::int32_t numberAt(SQLite::Statement &statement, int column) {
@@ -76,7 +74,9 @@ PickTimes united(const PickTimes &a, const PickTimes &b) {
 void widenToDeliveries(std::vector<DeliveryPickTimes> &groups) {
   for (auto first = groups.begin(); first != groups.end();) {
     const auto last = std::find_if(first, groups.end(), [&](const DeliveryPickTimes &entry) {
-      return entry.group.doc != first->group.doc;
+      // No number and an empty one are two deliveries, though equal as strings.
+      return entry.group.doc != first->group.doc ||
+             entry.group.doc.isNull() != first->group.doc.isNull();
     });
     PickTimes times = first->times;
     for (auto entry = first; entry != last; ++entry) {
@@ -109,7 +109,7 @@ struct ManagedObjectContext::Statements {
       : begin(database, "BEGIN IMMEDIATE"),
         commit(database, "COMMIT"),
         pickingsOfOrder(database, "SELECT " PICKING_COLUMNS
-                                  "FROM Picking WHERE doc = ? AND ordernum = ? ORDER BY rowid"),
+                                  "FROM Picking WHERE doc IS ? AND ordernum IS ? ORDER BY rowid"),
         countItems(database, "SELECT count(*) FROM Items"),
         // An OR over two columns would keep the planner from reading just the first entry of each
         // index.
@@ -118,16 +118,16 @@ struct ManagedObjectContext::Statements {
                      "(SELECT min(rowid) AS first FROM Items WHERE item = ?1 UNION ALL "
                      "SELECT min(rowid) FROM Items WHERE barcode = ?1))"),
         pickingsOfLine(database, "SELECT " PICKING_COLUMNS
-                                 "FROM Picking WHERE doc = ? AND box = ? AND item = ? "
+                                 "FROM Picking WHERE doc IS ? AND box IS ? AND item IS ? "
                                  "ORDER BY rowid"),
         unsentPickings(database, "SELECT " PICKING_COLUMNS
-                                 "FROM Picking WHERE doc = ? AND sent = 0 ORDER BY rowid"),
+                                 "FROM Picking WHERE doc IS ? AND sent = 0 ORDER BY rowid"),
         deliveryGroups(database, "SELECT DISTINCT doc, sent FROM Picking"),
-        pickTimes(database, "SELECT min(datepicked), max(datepicked) FROM Picking WHERE doc = ?"),
+        pickTimes(database, "SELECT min(datepicked), max(datepicked) FROM Picking WHERE doc IS ?"),
         deliveryPickTimes(database,
                           "SELECT doc, sent, min(datepicked), max(datepicked) FROM Picking "
                           "GROUP BY doc, sent ORDER BY doc"),
-        pickings(database, "SELECT " PICKING_COLUMNS "FROM Picking WHERE doc = ? ORDER BY rowid"),
+        pickings(database, "SELECT " PICKING_COLUMNS "FROM Picking WHERE doc IS ? ORDER BY rowid"),
         insertPicking(database,
                       "INSERT INTO Picking (barcode, box, datepicked, descr, doc, item, ordernum, "
                       "orderqty, pickqty, sent) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
@@ -190,6 +190,9 @@ void ManagedObjectContext::change(const Change &apply) {
   const bool isFirst = !std::exchange(m_hasChanges, true);
   if (!m_statements) {
     m_changeError = kNoStore;
+  }
+  // A failure may have ended the transaction: what came after it would be stored at once.
+  if (m_changeError) {
     return;
   }
   try {

@@ -37,7 +37,8 @@ struct DeliveryPickTimes {
 /// inserted.
 ///
 /// Every fetch answers nothing at all, which is not the same as no rows, if the store cannot be
-/// read. A change that fails is reported by the `save` that follows it.
+/// read. A text that is null asks for the rows that lack it. A change that fails is reported by the
+/// `save` that follows it, and no change after it is made.
 class ManagedObjectContext {
  public:
   explicit ManagedObjectContext(std::shared_ptr<PersistentStoreCoordinator> coordinator);

@@ -7,6 +7,7 @@
 #include <SQLiteCpp/Statement.h>
 #include <SQLiteCpp/Transaction.h>
 #include <set>
+#include <sqlite3.h>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -44,7 +45,7 @@ void createTable(SQLite::Database &database, const Entity &entity) {
 void addMissingColumns(SQLite::Database &database, const Entity &entity,
                        const std::set<std::string> &columns) {
   for (const auto &attribute : entity.attributes) {
-    if (columns.count(attribute.name.toStdString()) == 0) {
+    if (!columns.contains(attribute.name.toStdString())) {
       database.exec("ALTER TABLE " + quoted(entity.name) + " ADD COLUMN " + quoted(attribute.name) +
                     ' ' + attribute.type.toStdString());
     }
@@ -90,6 +91,8 @@ void requireVersion(SQLite::Database &database, const ManagedObjectModel &model,
     return;
   }
   if (version > model.version()) {
+    // Not even what its log holds is brought into the file when the connection closes.
+    sqlite3_db_config(database.getHandle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     throw std::runtime_error("the file is of model version " + std::to_string(version) +
                              ", newer than this program's " + std::to_string(model.version()));
   }

@@ -15,7 +15,7 @@ struct Edit {
 bool replacesSelection(const QString &before, const QString &after, qsizetype start,
                        qsizetype end) {
   const qsizetype tail = before.size() - end;
-  return start < end && after.size() >= start + tail &&
+  return start < end && end <= before.size() && after.size() >= start + tail &&
          QStringView(after).first(start) == QStringView(before).first(start) &&
          QStringView(after).last(tail) == QStringView(before).last(tail);
 }

@@ -1,21 +1,36 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQml.Models
 import CartonPick
 import CartonPick.Platform
 
 // All alerts that wait for an answer, the latest on top.
-Instantiator {
+Item {
     id: alerts
 
     required property AlertStack stack
 
-    model: stack
-    delegate: AlertDialog {
-        required property int index
+    Repeater {
+        model: alerts.stack
 
-        onAnswered: buttonIndex => alerts.stack.answer(index, buttonIndex)
+        // A popup finds its window through the item that it stands in.
+        Item {
+            id: place
+
+            required property int index
+            required property string title
+            required property string message
+            required property list<string> buttons
+            required property int cancelButtonIndex
+
+            AlertDialog {
+                title: place.title
+                message: place.message
+                buttons: place.buttons
+                cancelButtonIndex: place.cancelButtonIndex
+                onAnswered: buttonIndex => alerts.stack.answer(place.index, buttonIndex)
+                Component.onCompleted: open()
+            }
+        }
     }
-    onObjectAdded: (index, object) => object.open()
 }

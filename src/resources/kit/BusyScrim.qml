@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import CartonPick
 import CartonPick.Platform
 
@@ -8,8 +9,25 @@ ModalPopup {
 
     required property BusyState busy
 
+    // Input is kept off at once, but what is over in a moment is not worth a flash.
+    property bool isWorthShowing: false
+
     width: Math.min(560, parent.width - 48)
     visible: busy.active
+    opacity: isWorthShowing ? 1 : 0
+    onAboutToShow: delay.restart()
+    onClosed: isWorthShowing = false
+    T.Overlay.modal: Rectangle {
+        color: Theme.scrim
+        opacity: scrim.opacity
+    }
+
+    Timer {
+        id: delay
+
+        interval: 250
+        onTriggered: scrim.isWorthShowing = true
+    }
 
     contentItem: Column {
         objectName: "busy"

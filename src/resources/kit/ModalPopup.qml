@@ -6,6 +6,9 @@ import CartonPick
 T.Popup {
     id: popup
 
+    // Closing gives the keyboard back; a popup that merely goes away would take it along.
+    Component.onDestruction: close()
+
     parent: T.Overlay.overlay
     x: Math.round((parent.width - width) / 2)
     y: Math.round((parent.height - height) / 2)

@@ -36,7 +36,9 @@ FocusScope {
             focus: true
             enabled: overlay.shown === null || !overlay.coversAll
             Component.onCompleted: setSource("../screens/" + host.controller.identifier + ".qml", {
-                "controller": host.controller
+                "controller": host.controller,
+                "objectName": host.controller.identifier,
+                "focus": true
             })
         }
 
@@ -54,10 +56,14 @@ FocusScope {
             onShownChanged: {
                 if (shown === null) {
                     source = "";
+                    screen.focus = true;
                 } else {
                     setSource("../screens/" + shown.identifier + ".qml", {
-                        "controller": shown
+                        "controller": shown,
+                        "objectName": shown.identifier,
+                        "focus": true
                     });
+                    focus = true;
                 }
             }
         }
@@ -80,17 +86,21 @@ FocusScope {
     }
 
     Loader {
-        anchors.fill: parent
-        active: host.presentsFullScreen
-        focus: active
-        onActiveChanged: load()
-        Component.onCompleted: load()
+        id: cover
 
-        function load() {
-            if (active) {
+        readonly property ViewController shown: host.presentsFullScreen ? host.controller.presented : null
+
+        anchors.fill: parent
+        onShownChanged: {
+            if (shown === null) {
+                source = "";
+                screen.focus = true;
+            } else {
                 setSource("ViewHost.qml", {
-                    "controller": host.controller.presented
+                    "controller": shown,
+                    "focus": true
                 });
+                focus = true;
             }
         }
     }
@@ -116,8 +126,8 @@ FocusScope {
         if (item.outlet === outlet) {
             return item;
         }
-        for (const child of item.children) {
-            const found = itemOf(outlet, child);
+        for (let i = 0; i < item.children.length; ++i) {
+            const found = itemOf(outlet, item.children[i]);
             if (found !== null) {
                 return found;
             }

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string_view>
+
+namespace cartonpick::orders {
+
+/// Whether the text is a day of the calendar, written MM/dd/yyyy.
+bool isDate(std::string_view text);
+
+/// Whether the text is a second of a day of the calendar, written yyyy-MM-dd HH:mm:ss.
+bool isDateTime(std::string_view text);
+
+}  // namespace cartonpick::orders

@@ -1,0 +1,36 @@
+#include "delivery_file.h"
+
+#include "csv_deliveries.h"
+#include "input_error.h"
+#include "json_deliveries.h"
+
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <utility>
+
+namespace cartonpick::orders {
+
+namespace {
+
+std::string readText(const std::filesystem::path &file) {
+  // Reading a folder would not fail before the first byte is asked for.
+  std::ifstream stream(file, std::ios::binary);
+  if (!stream || std::filesystem::is_directory(file)) {
+    throw InputError("the file can't be read");
+  }
+  std::ostringstream text;
+  text << stream.rdbuf();
+  return std::move(text).str();
+}
+
+}  // namespace
+
+Deliveries readDeliveryFile(const std::filesystem::path &file) {
+  return readAt(file.string(), [&] {
+    const std::string text = readText(file);
+    return file.extension() == ".csv" ? deliveriesFromCsv(text) : deliveriesFromJson(text);
+  });
+}
+
+}  // namespace cartonpick::orders

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "order_service.h"
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <thread>
+
+namespace httplib {
+class Server;
+}
+
+namespace cartonpick::orders {
+
+/// Serves an OrderService over HTTP from construction to destruction.
+class HttpServer {
+ public:
+  /// For how long a request's arrival or its answer's departure may stall.
+  static constexpr auto kStallTimeout = std::chrono::seconds(10);
+
+  /// Port 0 takes any free one. `onFailure` is called, from another thread, when the server can no
+  /// longer accept connections. The service must outlive the server. Throws std::runtime_error when
+  /// address and port can't be listened on.
+  HttpServer(const OrderService &service, const std::string &address, std::uint16_t port,
+             std::function<void()> onFailure,
+             std::chrono::milliseconds stallTimeout = kStallTimeout);
+  HttpServer(const HttpServer &) = delete;
+  HttpServer &operator=(const HttpServer &) = delete;
+
+  /// Stops accepting, and returns when the requests that are under way have been answered.
+  ~HttpServer();
+
+  std::uint16_t port() const { return m_port; }
+
+ private:
+  std::unique_ptr<httplib::Server> m_server;
+  std::uint16_t m_port;
+  std::jthread m_acceptor;
+};
+
+}  // namespace cartonpick::orders

@@ -1,0 +1,70 @@
+#include "order_json.h"
+
+#include "calendar.h"
+#include "input_error.h"
+#include "strict_object.h"
+
+namespace cartonpick::orders {
+
+namespace {
+
+constexpr std::array<std::string_view, 3> kArticleMembers = {"barcode", "item", "descr"};
+
+Article articleOf(const StrictObject &object) {
+  return {object.text("barcode"), object.text("item"), object.text("descr")};
+}
+
+std::string date(const StrictObject &object, const std::string &name) {
+  std::string text = object.text(name);
+  if (!isDate(text)) {
+    throw InputError('"' + name + "\" is not a date written MM/dd/yyyy: \"" + text + '"');
+  }
+  return text;
+}
+
+std::int32_t orderedQuantity(const StrictObject &object) {
+  const std::int32_t quantity = object.integer("qty");
+  if (quantity < 0) {
+    throw InputError("\"qty\" is below 0");
+  }
+  return quantity;
+}
+
+}  // namespace
+
+nlohmann::ordered_json toJson(const OrderLine &line) {
+  return {{"cusname", line.customer},
+          {"brand", line.brand},
+          {"cdate", line.orderDate},
+          {"date", line.shippingDate},
+          {"doc", line.delivery},
+          {"ordernum", line.order},
+          {"item", line.article.item},
+          {"barcode", line.article.barcode},
+          {"descr", line.article.description},
+          {"qty", line.quantity},
+          {"carton", line.carton}};
+}
+
+nlohmann::ordered_json toJson(const Article &article) {
+  return {{"barcode", article.barcode}, {"item", article.item}, {"descr", article.description}};
+}
+
+OrderLine orderLineFromJson(const nlohmann::json &value) {
+  const StrictObject object(value, kOrderLineMembers);
+  return {.customer = object.text("cusname"),
+          .brand = object.text("brand"),
+          .orderDate = date(object, "cdate"),
+          .shippingDate = date(object, "date"),
+          .delivery = object.text("doc"),
+          .order = object.text("ordernum"),
+          .article = articleOf(object),
+          .quantity = orderedQuantity(object),
+          .carton = object.text("carton")};
+}
+
+Article articleFromJson(const nlohmann::json &value) {
+  return articleOf(StrictObject(value, kArticleMembers));
+}
+
+}  // namespace cartonpick::orders

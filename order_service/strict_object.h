@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+#include <nlohmann/json.hpp>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace cartonpick::orders {
+
+/// A JSON object that has exactly the members it should have. Refers to the JSON that it is made
+/// of, which must outlive it. Every function throws InputError that names the member at fault.
+class StrictObject {
+ public:
+  StrictObject(const nlohmann::json &value, std::span<const std::string_view> names);
+
+  /// The member, which must be a string.
+  std::string text(std::string_view name) const;
+
+  /// The member, which must be an integer number of 32 bits, signed.
+  std::int32_t integer(std::string_view name) const;
+
+ private:
+  const nlohmann::json &m_object;
+};
+
+}  // namespace cartonpick::orders

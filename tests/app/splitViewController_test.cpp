@@ -1,0 +1,65 @@
+#include "support/TestProgram.h"
+#include "support/Views.h"
+
+#include <QTest>
+
+class splitViewControllerTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void itsFirstChildIsANavigationContainerWithTheMasterPaneOnTop() {
+    TestProgram program;
+    program.enterPicking();
+    const auto *navigation =
+        qobject_cast<NavigationController *>(program.split().childViewControllers().at(0));
+    QVERIFY(navigation != nullptr);
+    QCOMPARE(navigation->topViewController()->identifier(), "masterViewController");
+    QCOMPARE(program.split().master(), navigation->topViewController());
+  }
+
+  void itsSecondChildIsTheDetailPaneItself() {
+    TestProgram program;
+    program.enterPicking();
+    QCOMPARE(program.split().childViewControllers().size(), 2);
+    QCOMPARE(program.split().childViewControllers().at(1)->identifier(), "detailViewController");
+    QCOMPARE(program.split().detail(), program.split().childViewControllers().at(1));
+  }
+
+  void bothPanesStartEmptyAfterEveryReturn() {
+    TestProgram program;
+    program.enterPicking();
+    program.startPicking({{"C1", "A", 5}, {"C2", "B", 2}});
+    program.master().tblBoxes->touchRow(0);
+    program.enterQuantity(0, QStringLiteral("3"));
+    program.master().performSegueWithIdentifier(QStringLiteral("returnFromPickingToStart"));
+    program.answerTopAlert(0);
+    program.enterPicking();
+    verifyMasterIsEmpty(program.master());
+    verifyDetailIsEmpty(program.detail());
+    QCOMPARE(program.context().pickings(QStringLiteral("4711"))->size(), 1U);
+  }
+
+ private:
+  static void verifyMasterIsEmpty(const masterViewController &master) {
+    QCOMPARE(master.txtDeliveryNo->text(), QString());
+    QVERIFY(master.txtDeliveryNo->isFirstResponder());
+    QVERIFY(master.connectionDict().isEmpty());
+    QVERIFY(!master.jsonResult());
+    QVERIFY(master.lblCustomerName->isHidden());
+    QCOMPARE(master.tblBoxes->numberOfRows(), 0);
+    QVERIFY(!master.scanStarted());
+  }
+
+  static void verifyDetailIsEmpty(const detailViewController &detail) {
+    QVERIFY(!detail.arrayPick());
+    QVERIFY(!detail.arrayItems());
+    QVERIFY(detail.doc().isNull());
+    QCOMPARE(detail.curBoxIndex(), -1);
+    QCOMPARE(detail.tblItems->numberOfRows(), 0);
+    QCOMPARE(textsOf({detail.lblTotalPick, detail.lblTotalOrder, detail.lblTotalDiff}),
+             QStringList({"-", "-", "-"}));
+  }
+};
+
+QTEST_GUILESS_MAIN(splitViewControllerTest)
+#include "splitViewController_test.moc"

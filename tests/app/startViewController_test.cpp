@@ -1,0 +1,95 @@
+#include "completion/HistoryViewController.h"
+#include "support/TestProgram.h"
+
+#include <QPointer>
+#include <QSignalSpy>
+#include <QTest>
+
+class startViewControllerTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void itIsTheFirstScreenAndHasTheContextOfTheLaunch() {
+    TestProgram program;
+    QCOMPARE(program.start().identifier(), "startViewController");
+    QCOMPARE(program.start().presentedViewController(), nullptr);
+    QCOMPARE(program.start().managedObjectContext(), &program.context());
+  }
+
+  void itSaysWhichOrderServiceIsUsed() {
+    TestProgram program;
+    QCOMPARE(program.start().lblServiceHost->text(), "Order service: " + program.service.host());
+    QVERIFY(!program.start().btnDemo->isEnabled());
+  }
+
+  void withoutAnOrderServiceItOffersTheDemo() {
+    TestEnvironment surroundings;
+    startViewController start(surroundings.environment);
+    start.loadViewIfNeeded();
+    QVERIFY(start.lblServiceHost->text().contains("--service-host"));
+    QVERIFY(start.btnDemo->isEnabled());
+    QSignalSpy requests(&start, &startViewController::demoRequested);
+    start.btnDemoTouched();
+    QCOMPARE(requests.count(), 1);
+  }
+
+  void theWayToThePickingHandsTheContextToBothPanes() {
+    TestProgram program;
+    program.start().performSegueWithIdentifier(QStringLiteral("segueToSplitView"));
+    QCOMPARE(program.start().presentedViewController()->identifier(), "splitViewController");
+    QCOMPARE(program.master().managedObjectContext(), &program.context());
+    QCOMPARE(program.detail().managedObjectContext(), &program.context());
+  }
+
+  void theWayToTheHistoryHandsTheContextOn() {
+    TestProgram program;
+    program.start().performSegueWithIdentifier(QStringLiteral("segueHistory"));
+    QCOMPARE(history(program)->managedObjectContext(), &program.context());
+  }
+
+  void anUnknownWayLeadsNowhere() {
+    TestProgram program;
+    program.start().performSegueWithIdentifier(QStringLiteral("segueElsewhere"));
+    QCOMPARE(program.start().presentedViewController(), nullptr);
+  }
+
+  void anUnknownWayHandsNothingOver() {
+    TestProgram program;
+    HistoryViewController elsewhere(program.environment);
+    Segue segue{QStringLiteral("segueElsewhere"), &program.start(), &elsewhere};
+    program.start().prepareForSegue(segue);
+    QCOMPARE(elsewhere.managedObjectContext(), nullptr);
+    QVERIFY(!segue.isHeldBack);
+  }
+
+  void theWayBackFromTheHistoryHandsTheContextBack() {
+    TestProgram program;
+    program.start().performSegueWithIdentifier(QStringLiteral("segueHistory"));
+    const QPointer<HistoryViewController> screen = history(program);
+    program.start().setManagedObjectContext(nullptr);
+    screen->performSegueWithIdentifier(QStringLiteral("returnFromHistoryToStart"));
+    QCOMPARE(program.start().presentedViewController(), nullptr);
+    QCOMPARE(program.start().managedObjectContext(), &program.context());
+    QTRY_VERIFY(screen.isNull());
+  }
+
+  void theWayBackFromThePickingHandsTheContextBack() {
+    TestProgram program;
+    program.enterPicking();
+    const QPointer<ViewController> screen = &program.split();
+    program.start().setManagedObjectContext(nullptr);
+    program.master().performSegueWithIdentifier(QStringLiteral("returnFromPickingToStart"));
+    program.answerTopAlert(0);
+    QCOMPARE(program.start().presentedViewController(), nullptr);
+    QCOMPARE(program.start().managedObjectContext(), &program.context());
+    QTRY_VERIFY(screen.isNull());
+  }
+
+ private:
+  static HistoryViewController *history(const TestProgram &program) {
+    return qobject_cast<HistoryViewController *>(program.start().presentedViewController());
+  }
+};
+
+QTEST_GUILESS_MAIN(startViewControllerTest)
+#include "startViewController_test.moc"

@@ -1,0 +1,161 @@
+#include "service_process.h"
+#include "temporary_folder.h"
+
+#include <csignal>
+#include <gtest/gtest.h>
+#include <httplib.h>
+#include <nlohmann/json.hpp>
+
+namespace cartonpick::orders {
+
+namespace {
+
+const std::string kPrefix = "/qir_pick/servicepick.svc/json/";
+const std::string kAlreadySent = "\"This picking has already been sent to the server\"";
+
+std::string get(std::uint16_t port, const std::string &call) {
+  const auto answer = httplib::Client("127.0.0.1", port).Get(kPrefix + call);
+  return answer ? answer->body : "no answer";
+}
+
+std::string sendDemoPicking(std::uint16_t port) {
+  const nlohmann::json picking = {{{"barcode", "5012746100000"},
+                                   {"box", "C001"},
+                                   {"doc", "4711"},
+                                   {"item", "20138A"},
+                                   {"ordernum", "SO-20611"},
+                                   {"qty", 1},
+                                   {"datepicked", "2026-03-04 09:15:00"},
+                                   {"sent", 0}}};
+  const auto answer = httplib::Client("127.0.0.1", port)
+                          .Post(kPrefix + "sendpick", picking.dump(), "application/json");
+  return answer ? answer->body : "no answer";
+}
+
+}  // namespace
+
+TEST(Executable, PrintsItsPortAndServesTheDemoDeliveries) {
+  ServiceProcess service({"--port", "0"});
+  const std::uint16_t port = service.readPort();
+  ASSERT_NE(port, 0);
+  EXPECT_EQ(nlohmann::json::parse(get(port, "getorderpercarton/4711")).size(), 12U);
+  EXPECT_EQ(nlohmann::json::parse(get(port, "getorderpercarton/4719%2F2%20B")).size(), 6U);
+}
+
+TEST(Executable, EndsWellAtSigterm) {
+  ServiceProcess service({"--port", "0"});
+  ASSERT_NE(service.readPort(), 0);
+  service.signal(SIGTERM);
+  EXPECT_EQ(service.readOutput(), "");
+  EXPECT_EQ(service.wait(), 0);
+}
+
+TEST(Executable, EndsWellAtSigint) {
+  ServiceProcess service({"--port", "0"});
+  ASSERT_NE(service.readPort(), 0);
+  service.signal(SIGINT);
+  EXPECT_EQ(service.wait(), 0);
+}
+
+TEST(Executable, KeepsWhatItAcceptedWhenItIsKilled) {
+  const TemporaryFolder folder;
+  const std::vector<std::string> arguments = {"--port", "0", "--store", folder.path("sent.sqlite")};
+  {
+    ServiceProcess service(arguments);
+    ASSERT_EQ(sendDemoPicking(service.readPort()), "\"0\"");
+    service.signal(SIGKILL);
+    EXPECT_EQ(service.wait(), -SIGKILL);
+  }
+  ServiceProcess service(arguments);
+  const std::uint16_t port = service.readPort();
+  EXPECT_EQ(get(port, "getorderpercarton/4711"), kAlreadySent);
+  EXPECT_EQ(sendDemoPicking(port), "\"0\"");
+}
+
+TEST(Executable, ForgetsWhatItAcceptedWithoutAStore) {
+  {
+    ServiceProcess service({"--port", "0"});
+    const std::uint16_t port = service.readPort();
+    ASSERT_EQ(sendDemoPicking(port), "\"0\"");
+    EXPECT_EQ(get(port, "getorderpercarton/4711"), kAlreadySent);
+  }
+  ServiceProcess service({"--port", "0"});
+  EXPECT_NE(get(service.readPort(), "getorderpercarton/4711"), kAlreadySent);
+}
+
+TEST(Executable, ServesADeliveriesFile) {
+  const TemporaryFolder folder;
+  const auto file =
+      folder.write("a.csv",
+                   "doc,ordernum,cusname,brand,cdate,date,carton,item,barcode,descr,qty\n"
+                   "D1,SO,A,B,01/31/2026,02/28/2026,C,I,E,X,3\n");
+  ServiceProcess service({"--port", "0", "--deliveries", file});
+  const std::uint16_t port = service.readPort();
+  EXPECT_EQ(nlohmann::json::parse(get(port, "getorderpercarton/D1")).size(), 1U);
+  EXPECT_EQ(get(port, "getitems"), R"([{"barcode":"E","item":"I","descr":"X"}])");
+  EXPECT_EQ(get(port, "getorderpercarton/4711"), "[]");
+}
+
+TEST(Executable, DoesNotStartWithABadFile) {
+  const TemporaryFolder folder;
+  ServiceProcess missing({"--port", "0", "--deliveries", folder.path("missing.json")});
+  EXPECT_EQ(missing.readOutput(), "");
+  EXPECT_EQ(missing.wait(), 1);
+  ServiceProcess bad({"--port", "0", "--deliveries", folder.write("bad.json", "[1]")});
+  EXPECT_EQ(bad.wait(), 1);
+  ServiceProcess noStore({"--port", "0", "--store", folder.path("")});
+  EXPECT_EQ(noStore.wait(), 1);
+}
+
+TEST(Executable, DoesNotStartOnAPortThatIsTaken) {
+  ServiceProcess first({"--port", "0"});
+  ServiceProcess second({"--port", std::to_string(first.readPort())});
+  EXPECT_EQ(second.wait(), 1);
+}
+
+TEST(Executable, RefusesAWrongCommandLine) {
+  ServiceProcess service({"--port", "many"});
+  EXPECT_EQ(service.readOutput(), "");
+  EXPECT_EQ(service.wait(), 2);
+}
+
+TEST(Executable, TellsItsVersion) {
+  ServiceProcess service({"--version"});
+  EXPECT_EQ(service.readOutput(), "cartonpick-orders " CARTONPICK_VERSION "\n");
+  EXPECT_EQ(service.wait(), 0);
+}
+
+TEST(Executable, OutlivesItsStandardInput) {
+  ServiceProcess service({"--port", "0"});
+  const std::uint16_t port = service.readPort();
+  service.closeInput();
+  EXPECT_NE(get(port, "getitems"), "no answer");
+}
+
+TEST(Executable, EndsWithItsStandardInputWhenToldSo) {
+  ServiceProcess service({"--port", "0", "--exit-with-parent"});
+  ASSERT_NE(service.readPort(), 0);
+  service.closeInput();
+  EXPECT_EQ(service.wait(), 0);
+}
+
+TEST(Executable, DropsWhatArrivesOnStandardInput) {
+  ServiceProcess service({"--port", "0", "--exit-with-parent"});
+  const std::uint16_t port = service.readPort();
+  service.writeInput("hello\n");
+  EXPECT_NE(get(port, "getitems"), "no answer");
+  service.closeInput();
+  EXPECT_EQ(service.wait(), 0);
+}
+
+TEST(Executable, EndsWithItsParentThoughStandardInputStaysOpen) {
+  // The shell is the parent. It hands on its standard input, whose other end this test keeps.
+  ServiceProcess shell("/bin/sh", {"-c", "exec 3<&0; \"$0\" --port 0 --exit-with-parent <&3 & wait",
+                                   CARTONPICK_ORDERS});
+  ASSERT_NE(shell.readPort(), 0);
+  shell.signal(SIGKILL);
+  EXPECT_EQ(shell.wait(), -SIGKILL);
+  EXPECT_EQ(shell.readOutput(), "");
+}
+
+}  // namespace cartonpick::orders

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string>
+
+namespace cartonpick::orders {
+
+/// The number of picked lines that an SQLite store's file has. Throws SQLite::Exception.
+int storedLines(const std::string &file);
+
+}  // namespace cartonpick::orders

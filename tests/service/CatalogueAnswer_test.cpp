@@ -1,0 +1,199 @@
+#include "service/CatalogueAnswer.h"
+
+#include <QTest>
+
+#include <string>
+
+namespace {
+
+/// The articles of `body`, each as "barcode/item/descr"; nothing if it cannot be read.
+std::optional<QStringList> articlesOf(const QByteArray &body) {
+  auto answer = CatalogueAnswer::read(body);
+  if (!answer) {
+    return std::nullopt;
+  }
+  QStringList articles;
+  answer->forEachArticle([&](const Article &article) {
+    articles.append(
+        QString::fromStdString(article.barcode + '/' + article.item + '/' + article.descr));
+    return true;
+  });
+  return articles;
+}
+
+QByteArray elementOf(const QByteArray &item) {
+  return QByteArray(R"({"item":"%"})").replace('%', item);
+}
+
+/// An element longer than the pieces in which an answer is read.
+QByteArray longElement() {
+  return elementOf(QByteArray(300000, 'x'));
+}
+
+}  // namespace
+
+class CatalogueAnswerTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void articlesAreReadInTheirOrder() {
+    const auto articles = articlesOf(R"( [ {"barcode":"b1","item":"A","descr":"One"},
+                                           {"descr":"Two","item":"B","barcode":"b2"} ] )");
+    QCOMPARE(articles, QStringList({"b1/A/One", "b2/B/Two"}));
+  }
+
+  void anEmptyArrayIsAnEmptyCatalogue() {
+    const auto answer = CatalogueAnswer::read("[]");
+    QVERIFY(answer);
+    QCOMPARE(answer->articleCount(), 0U);
+    QVERIFY(answer->jsonResult().doc.isNull());
+  }
+
+  void theSameArticleTwiceIsReadTwice() {
+    QCOMPARE(articlesOf(R"([{"item":"A"},{"item":"A"}])"), QStringList({"/A/", "/A/"}));
+  }
+
+  void aValueIsReadAsAText_data() {
+    QTest::addColumn<QByteArray>("element");
+    QTest::addColumn<QString>("article");
+    QTest::newRow("nothing") << QByteArray("{}") << "//";
+    QTest::newRow("no item") << QByteArray(R"({"barcode":"b","descr":"d"})") << "b//d";
+    QTest::newRow("null") << QByteArray(R"({"item":null,"descr":"d"})") << "//d";
+    QTest::newRow("integer") << QByteArray(R"({"item":12,"barcode":-3})") << "-3/12/";
+    QTest::newRow("large integer")
+        << QByteArray(R"({"item":18446744073709551615})") << "/18446744073709551615/";
+    QTest::newRow("fraction") << QByteArray(R"({"item":1.5})") << "/1.5/";
+    QTest::newRow("boolean") << QByteArray(R"({"item":true,"descr":false})") << "/1/0";
+    QTest::newRow("twice the same key") << QByteArray(R"({"item":"A","item":"B"})") << "/B/";
+    QTest::newRow("other keys") << QByteArray(
+                                       R"({"ITEM":"x","price":{"EUR":[1,2.5e3,null]},"item":"A"})")
+                                << "/A/";
+    QTest::newRow("escapes") << elementOf(R"(\"\"\\\/\u00e9\ud83d\ude00\n)")
+                             << QStringLiteral("/\"\"\\/é😀\n/");
+    QTest::newRow("plain UTF-8") << QByteArray("{\"item\":\"Ωμέγα 😀; DROP TABLE 100%'\"}")
+                                 << QStringLiteral("/Ωμέγα 😀; DROP TABLE 100%'/");
+    QTest::newRow("zero character")
+        << QByteArray(R"({"item":"a\u0000b"})") << u'/' + QString::fromUtf16(u"a\0b", 3) + u'/';
+    QTest::newRow("10,000 characters")
+        << elementOf(QByteArray(10000, 'q')) << u'/' + QString(10000, u'q') + u'/';
+  }
+  void aValueIsReadAsAText() {
+    QFETCH(const QByteArray, element);
+    QFETCH(const QString, article);
+    QCOMPARE(articlesOf('[' + element + ']'), QStringList(article));
+  }
+
+  void aBodyThatIsNoArrayOfObjectsIsRefused_data() {
+    QTest::addColumn<QByteArray>("body");
+    const QByteArray element = longElement();
+    QTest::newRow("nothing") << QByteArray();
+    QTest::newRow("blanks") << QByteArray("  \n");
+    QTest::newRow("page") << QByteArray("<html><body>Bad gateway</body></html>");
+    QTest::newRow("object") << QByteArray(R"({"item":"A"})");
+    QTest::newRow("number") << QByteArray("12");
+    QTest::newRow("text") << QByteArray("\"[]\"");
+    QTest::newRow("null") << QByteArray("null");
+    QTest::newRow("array of numbers") << QByteArray("[1]");
+    QTest::newRow("array of arrays") << QByteArray("[[]]");
+    QTest::newRow("null element") << QByteArray(R"([{"item":"A"},null])");
+    QTest::newRow("text element") << QByteArray(R"([{"item":"A"},"B"])");
+    QTest::newRow("nested item") << QByteArray(R"([{"item":{"code":"A"}}])");
+    QTest::newRow("nested barcode") << QByteArray(R"([{"barcode":["1"]}])");
+    QTest::newRow("nested description") << QByteArray(R"([{"item":"A"},{"descr":[]}])");
+    QTest::newRow("comma at the end") << QByteArray(R"([{"item":"A"},])");
+    QTest::newRow("comma at the beginning") << QByteArray(R"([,{"item":"A"}])");
+    QTest::newRow("no comma") << QByteArray(R"([{"item":"A"}{"item":"B"}])");
+    QTest::newRow("more after the end") << QByteArray(R"([{"item":"A"}]x)");
+    QTest::newRow("two arrays") << QByteArray("[][]");
+    QTest::newRow("wrong brackets") << QByteArray(R"([{"item":"A"]})");
+    QTest::newRow("bad value of another key") << QByteArray(R"([{"item":"A","x":tru}])");
+    QTest::newRow("bad number of another key") << QByteArray(R"([{"item":"A","x":[01]}])");
+    QTest::newRow("bad escape of another key") << QByteArray(R"([{"item":"A","x":"\q"}])");
+    QTest::newRow("bare line feed") << QByteArray("[{\"item\":\"A\nB\"}]");
+    QTest::newRow("half a surrogate pair") << QByteArray(R"([{"item":"\ud83d"}])");
+    QTest::newRow("not UTF-8") << QByteArray("[{\"item\":\"\xE9t\xE9\"}]");
+    QTest::newRow("not UTF-8 in another key") << QByteArray("[{\"item\":\"A\",\"\xFF\":1}]");
+    QTest::newRow("UTF-8 cut short") << QByteArray("[{\"item\":\"\xC3\"}]");
+    QTest::newRow("long, comma at the end") << '[' + element + ",]";
+    QTest::newRow("long, two commas") << '[' + element + ",," + element + ']';
+    QTest::newRow("long, comma at the beginning")
+        << '[' + QByteArray(300000, ' ') + ',' + element + ']';
+    QTest::newRow("long, unfinished") << '[' + element + ',' + element;
+    QTest::newRow("long, finished too early") << '[' + element + "]," + element + ']';
+    QTest::newRow("long, more after the end") << '[' + element + ',' + element + "],{}";
+    QTest::newRow("long, object") << R"({"a":)" + element + R"(,"b":)" + element + '}';
+    QTest::newRow("long, without brackets") << element + ',' + element;
+    QTest::newRow("long, wrong brackets") << '[' + element + ',' + element + '}';
+    QTest::newRow("long, last one no object") << '[' + element + ',' + element + ",1]";
+    QTest::newRow("long, unfinished text") << '[' + element + R"(,{"item":"A\"},{}])";
+  }
+  void aBodyThatIsNoArrayOfObjectsIsRefused() {
+    QFETCH(const QByteArray, body);
+    QVERIFY(!CatalogueAnswer::read(body));
+  }
+
+  void everyBeginningOfAnAnswerIsRefused() {
+    const QByteArray body = R"([{"barcode":"b","item":"Ä\\1","descr":null},{"item":2}])";
+    QVERIFY(CatalogueAnswer::read(body));
+    for (qsizetype size = 0; size < body.size(); ++size) {
+      QVERIFY2(!CatalogueAnswer::read(body.first(size)), qPrintable(QString::number(size)));
+    }
+  }
+
+  void aLongAnswerIsReadWhole() {
+    constexpr int kCount = 30000;
+    const QByteArray confusing = R"(],[{\"item\":1},{\\)";
+    const QByteArray element =
+        QByteArray(R"({"x":[{},[1,2]],"descr":"~","item":"%"}, )").replace('~', confusing);
+    QByteArray body = "[";
+    for (int i = 0; i < kCount; ++i) {
+      body += QByteArray(element).replace('%', QByteArray::number(i));
+    }
+    auto answer = CatalogueAnswer::read(body.chopped(2) + ']');
+    QVERIFY(answer);
+    QCOMPARE(answer->articleCount(), std::size_t{kCount});
+    int next = 0;
+    const bool isEvery = answer->forEachArticle([&](const Article &article) {
+      return article.item == std::to_string(next++) && article.descr == R"(],[{"item":1},{\)";
+    });
+    QVERIFY(isEvery);
+    QCOMPARE(next, kCount);
+  }
+
+  void anElementMayBeLongerThanAPiece() {
+    const QByteArray element = longElement();
+    const auto articles = articlesOf('[' + element + ',' + element + ",{}]");
+    QVERIFY(articles);
+    QCOMPARE(articles->size(), 3);
+    QCOMPARE(articles->at(1).size(), 300002);
+    QCOMPARE(articles->at(2), "//");
+  }
+
+  void theVisitEndsWhenTheVisitorWantsNoMore() {
+    auto answer = CatalogueAnswer::read(R"([{"item":"A"},{"item":"B"},{"item":"C"}])");
+    int visited = 0;
+    QVERIFY(!answer->forEachArticle([&](const Article &) { return ++visited < 2; }));
+    QCOMPARE(visited, 2);
+  }
+
+  void theDeliveryNumberOfTheFirstElementIsKept_data() {
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<QString>("doc");
+    QTest::newRow("articles have none") << QByteArray(R"([{"item":"A"}])") << QString();
+    QTest::newRow("first has one") << QByteArray(R"([{"doc":"4711"},{"doc":"2"}])") << "4711";
+    QTest::newRow("second has one") << QByteArray(R"([{},{"doc":"2"}])") << QString();
+    QTest::newRow("number") << QByteArray(R"([{"doc":4711}])") << "4711";
+    QTest::newRow("nested") << QByteArray(R"([{"doc":["4711"]}])") << QString();
+  }
+  void theDeliveryNumberOfTheFirstElementIsKept() {
+    QFETCH(const QByteArray, body);
+    QFETCH(const QString, doc);
+    const auto answer = CatalogueAnswer::read(body);
+    QVERIFY(answer);
+    QCOMPARE(answer->jsonResult().doc, doc);
+    QCOMPARE(answer->jsonResult().doc.isNull(), doc.isNull());
+  }
+};
+
+QTEST_GUILESS_MAIN(CatalogueAnswerTest)
+#include "CatalogueAnswer_test.moc"

@@ -1,0 +1,379 @@
+#include "service/CatalogueReload.h"
+
+#include "app/store/ManagedObjectModel.h"
+#include "app/store/PersistentStoreCoordinator.h"
+#include "platform/NetworkHttpClient.h"
+#include "support/TestProgram.h"
+
+#include <QProcess>
+#include <QTest>
+
+#include <SQLiteCpp/Database.h>
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+constexpr auto kReloadOption = "--reload";
+constexpr int kLargeCount = 300000;
+/// Milliseconds after which a test takes it that something will not happen any more.
+constexpr int kPatience = 60000;
+
+QByteArray catalogueOf(int count) {
+  QByteArray body = "[";
+  for (int i = 0; i < count; ++i) {
+    body += QByteArray(R"({"item":"N%","barcode":"29%","descr":"Article"},)")
+                .replace('%', QByteArray::number(i));
+  }
+  body.back() = ']';
+  return body;
+}
+
+const QByteArray kOldCatalogue =
+    R"([{"item":"A","barcode":"b1","descr":"One"},{"item":"B","barcode":"b2","descr":"Two"}])";
+
+/// What the scrim said, one entry a change.
+struct BusyText {
+  QString text;
+  double progress;
+};
+
+/// A reload that notes what comes of it.
+class WatchedReload {
+ public:
+  explicit WatchedReload(TestProgram &program) : reload(program.environment, program.context()) {
+    BusyState &busy = program.environment.busy;
+    QObject::connect(&busy, &BusyState::changed, &reload, [this, &busy] {
+      texts.push_back({busy.progressText(), busy.progress()});
+    });
+    QObject::connect(&reload, &CatalogueReload::finished, &reload,
+                     [this](const std::optional<JsonResult> &answer) {
+                       ++ends;
+                       result = answer;
+                     });
+  }
+
+  void run() {
+    reload.start();
+    QVERIFY(QTest::qWaitFor([this] { return ends == 1; }, kPatience));
+  }
+
+  [[nodiscard]] bool said(const QString &text, double progress) const {
+    return std::any_of(texts.begin(), texts.end(), [&](const BusyText &entry) {
+      return entry.text == text && qAbs(entry.progress - progress) < 1e-9;
+    });
+  }
+
+  std::vector<BusyText> texts;
+  int ends = 0;
+  std::optional<JsonResult> result;
+  CatalogueReload reload;
+};
+
+/// Reloads `body` into the store of `program`; whether it was taken.
+bool reloads(TestProgram &program, const QByteArray &body) {
+  program.service.answerWith(body);
+  WatchedReload reload(program);
+  reload.run();
+  return reload.result.has_value();
+}
+
+void verifyOldCatalogue(TestProgram &program) {
+  QCOMPARE(program.context().countItems(), 2);
+  QCOMPARE(program.context().itemsForCode("b1")->front().item, "A");
+  QCOMPARE(program.context().itemsForCode("B")->front().descr, "Two");
+}
+
+std::unique_ptr<ManagedObjectContext> openStore(const QString &path) {
+  auto coordinator = std::make_shared<PersistentStoreCoordinator>(
+      std::make_shared<const ManagedObjectModel>(ManagedObjectModel::bundledUrl()));
+  coordinator->addPersistentStore(path, PersistentStoreCoordinator::Migration::Refuse);
+  return std::make_unique<ManagedObjectContext>(coordinator);
+}
+
+/// Loads the large catalogue into the store at `path` and prints how far it is; for a process that
+/// is to be killed.
+int reloadAndPrint(const QString &path) {
+  LoopbackService service;
+  service.answerWith(catalogueOf(kLargeCount));
+  Environment environment{.clock = nullptr,
+                          .http = std::make_unique<NetworkHttpClient>(),
+                          .sounds = nullptr,
+                          .mail = nullptr,
+                          .folders = {},
+                          .serviceHost = service.host()};
+  const auto context = openStore(path);
+  CatalogueReload reload(environment, *context);
+  QObject::connect(&environment.busy, &BusyState::changed, &reload, [&] {
+    std::printf("%s\n", qUtf8Printable(environment.busy.progressText()));
+    std::fflush(stdout);
+  });
+  QObject::connect(&reload, &CatalogueReload::finished, &reload, &QCoreApplication::quit,
+                   Qt::QueuedConnection);
+  reload.start();
+  return QCoreApplication::exec();
+}
+
+}  // namespace
+
+class CatalogueReloadTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void theCatalogueIsAskedForOnceAndStored() {
+    TestProgram program;
+    QVERIFY(reloads(program, kOldCatalogue));
+    QCOMPARE(program.service.requests().size(), 1);
+    QCOMPARE(program.service.requests().front().method, "GET");
+    QCOMPARE(program.service.requests().front().target, "/qir_pick/servicepick.svc/json/getitems");
+    QVERIFY(program.service.requests().front().body.isEmpty());
+    verifyOldCatalogue(program);
+  }
+
+  void exactlyTheNewArticlesAreLeft() {
+    TestProgram program;
+    QVERIFY(reloads(program, catalogueOf(1000)));
+    QVERIFY(reloads(program, R"([{"item":"X"},{"item":"Y"},{"item":"Z"}])"));
+    QCOMPARE(program.context().countItems(), 3);
+    QVERIFY(program.context().itemsForCode("N1")->empty());
+  }
+
+  void theSameArticleTwiceIsStoredTwiceAndTheFirstIsFound() {
+    TestProgram program;
+    QVERIFY(reloads(program, R"([{"item":"A","descr":"first"},{"item":"A","descr":"second"}])"));
+    QCOMPARE(program.context().countItems(), 2);
+    QCOMPARE(program.context().itemsForCode("A")->front().descr, "first");
+  }
+
+  void anEmptyArrayEmptiesTheCatalogue() {
+    TestProgram program;
+    QVERIFY(reloads(program, kOldCatalogue));
+    QVERIFY(reloads(program, "[]"));
+    QCOMPARE(program.context().countItems(), 0);
+  }
+
+  void anArticleWithoutAnItemCodeIsFoundByItsBarcode() {
+    TestProgram program;
+    QVERIFY(reloads(program, R"([{"barcode":"b9","descr":"Nine"}])"));
+    const auto found = program.context().itemsForCode("b9");
+    QCOMPARE(found->size(), 1U);
+    QVERIFY(found->front().item.isEmpty());
+    QCOMPARE(found->front().descr, "Nine");
+  }
+
+  void theStatusDoesNotMatter() {
+    TestProgram program;
+    program.service.answerWith(kOldCatalogue, 500);
+    WatchedReload reload(program);
+    reload.run();
+    QVERIFY(reload.result);
+    verifyOldCatalogue(program);
+  }
+
+  void anAnswerThatCannotBeReadLeavesTheCatalogue_data() {
+    QTest::addColumn<QByteArray>("body");
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("page") << QByteArray("<html></html>");
+    QTest::newRow("object") << QByteArray(R"({"item":"A"})");
+    QTest::newRow("number") << QByteArray("7");
+    QTest::newRow("not UTF-8") << QByteArray("[{\"item\":\"\xFF\"}]");
+    QTest::newRow("no object at the end") << catalogueOf(20000).chopped(1) + ",1]";
+  }
+  void anAnswerThatCannotBeReadLeavesTheCatalogue() {
+    QFETCH(const QByteArray, body);
+    TestProgram program;
+    QVERIFY(reloads(program, kOldCatalogue));
+    QVERIFY(!reloads(program, body));
+    verifyOldCatalogue(program);
+  }
+
+  void anAnswerCutShortLeavesTheCatalogue() {
+    TestProgram program;
+    QVERIFY(reloads(program, kOldCatalogue));
+    const QByteArray body = R"([{"item":"X","descr":"é"},{}])";
+    for (qsizetype size = 0; size < body.size(); ++size) {
+      program.service.answerWith([&](const LoopbackService::Request &) {
+        return LoopbackService::Answer::cutShort(body.first(size), body.size());
+      });
+      WatchedReload reload(program);
+      reload.run();
+      QVERIFY(!reload.result);
+    }
+    verifyOldCatalogue(program);
+  }
+
+  void aWholeArrayThatIsShorterThanAnnouncedLeavesTheCatalogue() {
+    TestProgram program;
+    QVERIFY(reloads(program, kOldCatalogue));
+    program.service.answerWith([](const LoopbackService::Request &) {
+      return LoopbackService::Answer::cutShort("[]", 3);
+    });
+    WatchedReload reload(program);
+    reload.run();
+    QVERIFY(!reload.result);
+    verifyOldCatalogue(program);
+  }
+
+  void anUnreachableServiceLeavesTheCatalogue() {
+    TestProgram program;
+    QVERIFY(reloads(program, kOldCatalogue));
+    program.environment.serviceHost = LoopbackService::unreachableHost();
+    WatchedReload reload(program);
+    reload.run();
+    QVERIFY(!reload.result);
+    QVERIFY(!program.environment.busy.isActive());
+    verifyOldCatalogue(program);
+  }
+
+  void aConnectionWithoutAnAnswerLeavesTheCatalogue() {
+    TestProgram program;
+    QVERIFY(reloads(program, kOldCatalogue));
+    program.service.answerWith(
+        [](const LoopbackService::Request &) { return LoopbackService::Answer::none(); });
+    WatchedReload reload(program);
+    reload.run();
+    QVERIFY(!reload.result);
+    verifyOldCatalogue(program);
+  }
+
+  void picksAreNotTouched() {
+    TestProgram program;
+    program.context().insert(Picking{.doc = "4711", .item = "A", .pickqty = 3});
+    QVERIFY(!program.context().save());
+    QVERIFY(reloads(program, kOldCatalogue));
+    QVERIFY(!reloads(program, "no"));
+    const auto picks = program.context().pickings("4711");
+    QCOMPARE(picks->size(), 1U);
+    QCOMPARE(picks->front().pickqty, 3);
+  }
+
+  void aChangeThatStillWaitsIsSaved() {
+    TestProgram program;
+    program.context().insert(Picking{.doc = "4711"});
+    QVERIFY(reloads(program, kOldCatalogue));
+    QVERIFY(!program.context().hasChanges());
+    QCOMPARE(program.context().pickings("4711")->size(), 1U);
+    verifyOldCatalogue(program);
+  }
+
+  void theScrimSaysHowFarItIs() {
+    TestProgram program;
+    program.service.answerWith(catalogueOf(25000));
+    WatchedReload reload(program);
+    reload.reload.start();
+    QVERIFY(program.environment.busy.isActive());
+    QCOMPARE(program.environment.busy.title(), "Loading the articles …");
+    QVERIFY(QTest::qWaitFor([&] { return reload.ends == 1; }, kPatience));
+    QVERIFY(!program.environment.busy.isActive());
+    QVERIFY(reload.said("1.4 of 1.4 MB", 1.0));
+    QVERIFY(reload.said("0 of 25,000 articles", 0.0));
+    QVERIFY(reload.said("10,000 of 25,000 articles", 0.4));
+    QVERIFY(reload.said("20,000 of 25,000 articles", 0.8));
+    QVERIFY(reload.said("25,000 of 25,000 articles", 1.0));
+  }
+
+  void theScrimSaysWhatArrivedOfAnUnknownLength() {
+    TestProgram program;
+    program.service.answerWith([](const LoopbackService::Request &) {
+      return LoopbackService::Answer{
+          "HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n" + catalogueOf(2500), true};
+    });
+    WatchedReload reload(program);
+    reload.run();
+    QVERIFY(reload.result);
+    QVERIFY(reload.said("0.1 MB", -1.0));
+    QCOMPARE(program.context().countItems(), 2500);
+  }
+
+  void aReloadThatIsDestroyedWhileItWaitsLeavesTheCatalogue() {
+    TestProgram program;
+    QVERIFY(reloads(program, kOldCatalogue));
+    program.service.answerWith(
+        [](const LoopbackService::Request &) { return LoopbackService::Answer::silence(); });
+    {
+      WatchedReload reload(program);
+      reload.reload.start();
+      QVERIFY(QTest::qWaitFor([&] { return program.service.requests().size() == 2; }));
+    }
+    QVERIFY(!program.environment.busy.isActive());
+    program.service.dropConnections();
+    QCoreApplication::processEvents();
+    verifyOldCatalogue(program);
+  }
+
+  void aReloadThatIsDestroyedWhileItStoresLeavesOneCatalogueWhole() {
+    TestProgram program;
+    QVERIFY(reloads(program, kOldCatalogue));
+    program.service.answerWith(catalogueOf(kLargeCount));
+    {
+      WatchedReload reload(program);
+      reload.reload.start();
+      QVERIFY(QTest::qWaitFor(
+          [&] { return program.environment.busy.progressText().contains("articles"); }, kPatience));
+    }
+    QVERIFY(!program.environment.busy.isActive());
+    QCoreApplication::processEvents();
+    const auto count = program.context().countItems();
+    QVERIFY(count == 2 || count == kLargeCount);
+    program.context().insert(Picking{.doc = "4711"});
+    QVERIFY(!program.context().save());
+  }
+
+  void aFailedSaveEndsTheProcess() {
+    TestProgram program;
+    SQLite::Database(program.storePath().toStdString(), SQLite::OPEN_READWRITE)
+        .exec("ALTER TABLE Items RENAME TO Gone");
+    QProcess child;
+    child.start(QCoreApplication::applicationFilePath(), {kReloadOption, program.storePath()});
+    QVERIFY(child.waitForFinished(kPatience));
+    QCOMPARE(child.exitStatus(), QProcess::CrashExit);
+    const QByteArray log = child.readAllStandardError();
+    QVERIFY2(log.contains("Unresolved error no such table: Items, {code = 1; extended code = 1}"),
+             log);
+  }
+
+  void aKilledReloadLeavesOneCatalogueWhole_data() {
+    QTest::addColumn<QByteArray>("lastWords");
+    QTest::newRow("cleared") << QByteArray("0 of 300,000 articles");
+    QTest::newRow("half stored") << QByteArray("150,000 of 300,000 articles");
+    QTest::newRow("all stored") << QByteArray("300,000 of 300,000 articles");
+  }
+  void aKilledReloadLeavesOneCatalogueWhole() {
+    QFETCH(const QByteArray, lastWords);
+    TestProgram program;
+    QVERIFY(reloads(program, kOldCatalogue));
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("store.sqlite");
+    QVERIFY(QFile::copy(program.storePath(), path));
+
+    QProcess child;
+    child.start(QCoreApplication::applicationFilePath(), {kReloadOption, path});
+    QByteArray line;
+    while (line != lastWords) {
+      QVERIFY2(child.canReadLine() || child.waitForReadyRead(kPatience), "the child fell silent");
+      line = child.readLine().trimmed();
+    }
+    child.kill();
+    QVERIFY(child.waitForFinished());
+
+    const auto context = openStore(path);
+    const bool isOld = context->countItems() == 2;
+    QVERIFY(isOld || context->countItems() == kLargeCount);
+    QCOMPARE(context->itemsForCode("b1")->size(), isOld ? 1U : 0U);
+    QCOMPARE(context->itemsForCode("N299999")->size(), isOld ? 0U : 1U);
+    context->insert(Picking{.doc = "4711"});
+    QVERIFY(!context->save());
+  }
+};
+
+int main(int argc, char *argv[]) {
+  const QCoreApplication application(argc, argv);
+  const QStringList arguments = QCoreApplication::arguments();
+  if (arguments.size() == 3 && arguments.at(1) == kReloadOption) {
+    return reloadAndPrint(arguments.at(2));
+  }
+  CatalogueReloadTest test;
+  return QTest::qExec(&test, argc, argv);
+}
+#include "CatalogueReload_test.moc"

@@ -1,0 +1,138 @@
+#include "service/ServiceAddress.h"
+
+#include "platform/NetworkHttpClient.h"
+#include "support/LoopbackService.h"
+
+#include <QTest>
+
+namespace {
+
+const QString kHost = QStringLiteral("picking.local:8080");
+constexpr const char *kLookup =
+    "http://picking.local:8080/qir_pick/servicepick.svc/json/getorderpercarton/";
+
+/// The characters that are escaped, besides control characters.
+constexpr const char *kEscaped = " \"#%<>[\\]^`{|}";
+
+/// Ignores what happens to a connection.
+class Nobody : public QObject, public HttpConnectionDelegate {
+ public:
+  void didReceiveResponse(HttpConnection & /*connection*/) override {}
+  void didReceiveData(HttpConnection & /*connection*/, const QByteArray & /*data*/) override {}
+  void connectionDidFinishLoading(HttpConnection & /*connection*/) override {}
+  void didFailWithError(HttpConnection & /*connection*/, const QString & /*text*/) override {}
+};
+
+QString everyAsciiCharacter() {
+  QString text;
+  for (char16_t c = 0; c < 0x80; ++c) {
+    text += QChar(c);
+  }
+  return text;
+}
+
+}  // namespace
+
+class ServiceAddressTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void everyCallHasItsAddress() {
+    const ServiceAddress address(kHost);
+    QCOMPARE(address.getorderpercarton(QStringLiteral("4711")).toEncoded(),
+             QByteArray(kLookup) + "4711");
+    QCOMPARE(address.getitems().toEncoded(),
+             "http://picking.local:8080/qir_pick/servicepick.svc/json/getitems");
+    QCOMPARE(address.sendpick().toEncoded(),
+             "http://picking.local:8080/qir_pick/servicepick.svc/json/sendpick");
+  }
+
+  void aHostNeedsNoPort() {
+    QCOMPARE(ServiceAddress(QStringLiteral("10.0.0.7")).getitems().toEncoded(),
+             "http://10.0.0.7/qir_pick/servicepick.svc/json/getitems");
+  }
+
+  void everyCharacterIsEscapedOrStandsAsItIs_data() {
+    QTest::addColumn<char>("character");
+    for (int c = 0; c < 0x80; ++c) {
+      QTest::addRow("%02X", c) << static_cast<char>(c);
+    }
+  }
+  void everyCharacterIsEscapedOrStandsAsItIs() {
+    QFETCH(const char, character);
+    const bool isControl = character < 0x20 || character == 0x7F;
+    const bool isEscaped = isControl || QByteArray(kEscaped).contains(character);
+    const QByteArray one(1, character);
+    QCOMPARE(addingPercentEscapes(QString::fromLatin1(one)).value(),
+             isEscaped ? '%' + one.toHex().toUpper() : one);
+  }
+
+  void aCharacterBeyondAsciiCannotStandInAnAddress_data() {
+    QTest::addColumn<QString>("text");
+    QTest::newRow("first beyond") << QString(QChar(0x80));
+    QTest::newRow("umlaut") << QStringLiteral("47ü11");
+    QTest::newRow("fullwidth slash") << QStringLiteral("47／11");
+    QTest::newRow("emoji") << QStringLiteral("📦");
+    QTest::newRow("ends like an ASCII character") << QString(QChar(0x0141));
+  }
+  void aCharacterBeyondAsciiCannotStandInAnAddress() {
+    QFETCH(const QString, text);
+    QVERIFY(!addingPercentEscapes(text).has_value());
+    QVERIFY(ServiceAddress(kHost).getorderpercarton(text).isEmpty());
+  }
+
+  void aDeliveryNumberStaysBelowItsCall_data() {
+    QTest::addColumn<QString>("number");
+    QTest::addColumn<bool>("isRefused");
+    QTest::newRow("climbs") << ".." << true;
+    QTest::newRow("stands still") << "." << true;
+    QTest::newRow("climbs first") << "../sendpick" << true;
+    QTest::newRow("climbs in between") << "a/../../getitems" << true;
+    QTest::newRow("climbs last") << "a/.." << true;
+    QTest::newRow("stands still in between") << "a/./b" << true;
+    QTest::newRow("climbs before a query") << "..?a" << true;
+    QTest::newRow("dots in a query") << "a?b/../c" << false;
+    QTest::newRow("three dots") << "..." << false;
+    QTest::newRow("dots within") << "a..b" << false;
+    QTest::newRow("dots and a blank") << ".. " << false;
+    QTest::newRow("escaped dots") << "%2e%2e" << false;
+    QTest::newRow("empty") << "" << false;
+    QTest::newRow("slashes") << "a//b/" << false;
+  }
+  void aDeliveryNumberStaysBelowItsCall() {
+    QFETCH(const QString, number);
+    QFETCH(const bool, isRefused);
+    const QUrl url = ServiceAddress(kHost).getorderpercarton(number);
+    QCOMPARE(url.isEmpty(), isRefused);
+    if (!isRefused) {
+      QVERIFY(url.isValid());
+      QCOMPARE(url.toEncoded(), kLookup + addingPercentEscapes(number).value());
+    }
+  }
+
+  void blanksAroundANumberAreSent() {
+    QCOMPARE(ServiceAddress(kHost).getorderpercarton(QStringLiteral(" 12 ")).toEncoded(),
+             QByteArray(kLookup) + "%2012%20");
+  }
+
+  void aNumberThatIsEscapedAlreadyIsEscapedAgain() {
+    QCOMPARE(ServiceAddress(kHost).getorderpercarton(QStringLiteral("a%2Fb")).toEncoded(),
+             QByteArray(kLookup) + "a%252Fb");
+  }
+
+  void everyCharacterReachesTheService() {
+    LoopbackService service;
+    NetworkHttpClient client;
+    Nobody nobody;
+    const QString number = everyAsciiCharacter();
+    client.start({.url = ServiceAddress(service.host()).getorderpercarton(number)}, &nobody,
+                 &nobody);
+    QTRY_COMPARE(service.requests().size(), 1);
+    QCOMPARE(
+        service.requests().front().target,
+        "/qir_pick/servicepick.svc/json/getorderpercarton/" + addingPercentEscapes(number).value());
+  }
+};
+
+QTEST_GUILESS_MAIN(ServiceAddressTest)
+#include "ServiceAddress_test.moc"

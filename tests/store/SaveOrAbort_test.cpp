@@ -1,0 +1,138 @@
+#include "app/store/SaveOrAbort.h"
+
+#include "TemporaryStore.h"
+
+#include <QCoreApplication>
+#include <QProcess>
+#include <QTest>
+
+#include <csignal>
+#include <sys/resource.h>
+
+namespace {
+
+const QString kDoc = QStringLiteral("4711");
+
+/// Ways in which the save of another process fails.
+const QString kWhileLocked = QStringLiteral("--while-locked");
+const QString kWithoutRoom = QStringLiteral("--without-room");
+const QString kWithoutStore = QStringLiteral("--without-store");
+const QString kWithoutChanges = QStringLiteral("--without-changes");
+
+Picking pickOf(const QString &item) {
+  return {.doc = kDoc, .item = item};
+}
+
+void forbidLargerFiles() {
+  std::signal(SIGXFSZ, SIG_IGN);
+  const rlimit none{0, 0};
+  setrlimit(RLIMIT_FSIZE, &none);
+}
+
+/// What the other process does: one save that goes well, then one that fails as `way` says.
+int savePick(const QString &way, const QString &path) {
+  const rlimit none{0, 0};
+  setrlimit(RLIMIT_CORE, &none);
+  const auto coordinator = openStore(path);
+  ManagedObjectContext context(coordinator);
+  if (way != kWithoutStore) {
+    context.insert(pickOf(QStringLiteral("saved")));
+    saveOrAbort(context);
+  }
+  SQLite::Database other(":memory:");
+  if (way == kWhileLocked) {
+    coordinator->database()->setBusyTimeout(0);
+    other = SQLite::Database(path.toStdString(), SQLite::OPEN_READWRITE);
+    other.exec("BEGIN IMMEDIATE");
+  } else if (way != kWithoutStore) {
+    forbidLargerFiles();
+  }
+  if (way != kWithoutChanges) {
+    context.insert(pickOf(QStringLiteral("unsaved")));
+  }
+  saveOrAbort(context);
+  return EXIT_SUCCESS;
+}
+
+/// Another process that saves picks in `path`, after its end.
+struct OtherProcess {
+  OtherProcess(const QString &way, const QString &path) {
+    process.start(QCoreApplication::applicationFilePath(), {way, path});
+    process.waitForFinished();
+  }
+
+  QProcess process;
+};
+
+}  // namespace
+
+class SaveOrAbortTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void changesAreSaved() {
+    const TemporaryStore store;
+    ManagedObjectContext context(store.open());
+    context.insert(pickOf(QStringLiteral("A")));
+    saveOrAbort(context);
+    QVERIFY(!context.hasChanges());
+    QCOMPARE(store.valueOf("SELECT item FROM Picking"), "A");
+  }
+
+  void aFailedSaveIsLoggedAndEndsTheProcess_data() {
+    QTest::addColumn<QString>("way");
+    QTest::addColumn<QByteArray>("lastLine");
+    QTest::newRow("locked") << kWhileLocked
+                            << QByteArray(
+                                   "Unresolved error database is locked, "
+                                   "{code = 5; extended code = 5}");
+    QTest::newRow("no room") << kWithoutRoom
+                             << QByteArray(
+                                    "Unresolved error disk I/O error, "
+                                    "{code = 10; extended code = 778}");
+    QTest::newRow("no store") << kWithoutStore
+                              << QByteArray("Unresolved error There is no store., {}");
+  }
+  void aFailedSaveIsLoggedAndEndsTheProcess() {
+    QFETCH(const QString, way);
+    QFETCH(const QByteArray, lastLine);
+    const QTemporaryDir folder;
+    const QString path = way == kWithoutStore ? folder.filePath(QStringLiteral("missing/x.sqlite"))
+                                              : folder.filePath(QStringLiteral("x.sqlite"));
+    OtherProcess other(way, path);
+    QCOMPARE(other.process.exitStatus(), QProcess::CrashExit);
+    QCOMPARE(other.process.exitCode(), SIGABRT);
+    QCOMPARE(other.process.readAllStandardError().trimmed().split('\n').last(), lastLine);
+    QCOMPARE(other.process.readAllStandardOutput(), "");
+  }
+
+  void whatWasSavedBeforeAFailureIsThereAfterwards() {
+    const TemporaryStore store;
+    const OtherProcess other(kWithoutRoom, store.path());
+    QCOMPARE(other.process.exitStatus(), QProcess::CrashExit);
+    ManagedObjectContext context(store.open());
+    const auto picks = context.pickings(kDoc);
+    QCOMPARE(picks->size(), 1U);
+    QCOMPARE(picks->front().item, "saved");
+  }
+
+  void withoutChangesNothingIsWrittenAndNothingFails() {
+    const TemporaryStore store;
+    OtherProcess other(kWithoutChanges, store.path());
+    QCOMPARE(other.process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(other.process.exitCode(), EXIT_SUCCESS);
+    QCOMPARE(other.process.readAllStandardError(), "");
+  }
+};
+
+int main(int argc, char *argv[]) {
+  const QCoreApplication application(argc, argv);
+  const QStringList arguments = QCoreApplication::arguments();
+  if (arguments.size() == 3 && arguments.at(1).startsWith(QStringLiteral("--w"))) {
+    return savePick(arguments.at(1), arguments.at(2));
+  }
+  SaveOrAbortTest test;
+  return QTest::qExec(&test, argc, argv);
+}
+
+#include "SaveOrAbort_test.moc"

@@ -1,0 +1,129 @@
+#include "app/store/StoreLock.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+const QString kHoldLock = QStringLiteral("--hold-lock");
+
+/// A home whose documents folder exists.
+struct TestFolders {
+  TestFolders() { m_isMade = folders.create(); }
+  [[nodiscard]] bool isMade() const { return m_isMade; }
+
+  QTemporaryDir home;
+  Folders folders{home.path()};
+
+ private:
+  bool m_isMade = false;
+};
+
+/// Takes the lock, says whether it got it, and keeps it until standard input ends.
+int holdLock(const QString &home) {
+  StoreLock lock(Folders{home});
+  std::puts(lock.acquire() ? "held" : "refused");
+  std::fflush(stdout);
+  while (std::getchar() != EOF) {
+  }
+  return EXIT_SUCCESS;
+}
+
+/// Another process that takes the lock.
+class OtherProcess {
+ public:
+  explicit OtherProcess(const QString &home) {
+    m_process.start(QCoreApplication::applicationFilePath(), {kHoldLock, home});
+  }
+  ~OtherProcess() { die(); }
+  OtherProcess(const OtherProcess &) = delete;
+  OtherProcess &operator=(const OtherProcess &) = delete;
+
+  /// "held" or "refused".
+  QByteArray result() {
+    m_process.waitForReadyRead();
+    return m_process.readLine().trimmed();
+  }
+  void die() {
+    m_process.kill();
+    m_process.waitForFinished();
+  }
+
+ private:
+  QProcess m_process;
+};
+
+}  // namespace
+
+class StoreLockTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void aSecondLockIsRefused() {
+    const TestFolders test;
+    QVERIFY(test.isMade());
+    StoreLock first(test.folders);
+    QVERIFY(first.acquire());
+    StoreLock second(test.folders);
+    QVERIFY(!second.acquire());
+  }
+
+  void aSecondProgramIsRefused() {
+    const TestFolders test;
+    StoreLock lock(test.folders);
+    QVERIFY(lock.acquire());
+    QCOMPARE(OtherProcess(test.home.path()).result(), "refused");
+  }
+
+  void aLockLastsAsLongAsItsOwner() {
+    const TestFolders test;
+    auto first = std::make_unique<StoreLock>(test.folders);
+    QVERIFY(first->acquire());
+    first.reset();
+    StoreLock second(test.folders);
+    QVERIFY(second.acquire());
+  }
+
+  void theLockOfADeadProgramIsTakenOver() {
+    const TestFolders test;
+    OtherProcess other(test.home.path());
+    QCOMPARE(other.result(), "held");
+    StoreLock lock(test.folders);
+    QVERIFY(!lock.acquire());
+    other.die();
+    QVERIFY(lock.acquire());
+  }
+
+  void storesInOtherFoldersAreNotLocked() {
+    const TestFolders one;
+    const TestFolders other;
+    StoreLock first(one.folders);
+    StoreLock second(other.folders);
+    QVERIFY(first.acquire());
+    QVERIFY(second.acquire());
+  }
+
+  void aFolderThatIsMissingCannotBeLocked() {
+    const QTemporaryDir home;
+    StoreLock lock(Folders{home.path()});
+    QVERIFY(!lock.acquire());
+  }
+};
+
+int main(int argc, char *argv[]) {
+  const QCoreApplication application(argc, argv);
+  const QStringList arguments = QCoreApplication::arguments();
+  if (arguments.value(1) == kHoldLock) {
+    return holdLock(arguments.value(2));
+  }
+  StoreLockTest test;
+  return QTest::qExec(&test, argc, argv);
+}
+
+#include "StoreLock_test.moc"

@@ -1,0 +1,317 @@
+#include "support/TestWindow.h"
+
+#include <QAccessible>
+#include <QDir>
+#include <QGuiApplication>
+#include <QInputMethodEvent>
+#include <QJSValue>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTest>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+QtMessageHandler previousHandler = nullptr;
+
+/// Whether a message is about the screen that the tests do without.
+bool isAboutThePlatform(const QMessageLogContext &context, const QString &message) {
+  return QByteArray(context.category).startsWith("qt.qpa") ||
+         message.contains(QStringLiteral("propagateSizeHints"));
+}
+
+void failOnWarnings(QtMsgType type, const QMessageLogContext &context, const QString &message) {
+  const bool isWarning = type == QtWarningMsg || type == QtCriticalMsg;
+  if (isWarning && !isAboutThePlatform(context, message)) {
+    QTest::qFail(qPrintable(message), context.file, context.line);
+    return;
+  }
+  previousHandler(type, context, message);
+}
+
+QPointingDevice *finger() {
+  static QPointingDevice *device = QTest::createTouchDevice();
+  return device;
+}
+
+void collect(QQuickItem *item, QList<QQuickItem *> &items) {
+  if (!item->isVisible()) {
+    return;
+  }
+  items.append(item);
+  QList<QQuickItem *> children = item->childItems();
+  std::stable_sort(children.begin(), children.end(),
+                   [](const QQuickItem *a, const QQuickItem *b) { return a->z() < b->z(); });
+  for (QQuickItem *child : std::as_const(children)) {
+    collect(child, items);
+  }
+}
+
+/// Where a still item stands; nothing while a flip turns it.
+QRectF placeOf(QQuickItem *item) {
+  if (item == nullptr || item->itemTransform(nullptr, nullptr).type() > QTransform::TxTranslate) {
+    return {};
+  }
+  return TestWindow::visiblePart(item);
+}
+
+QKeyEvent *keyEvent(QEvent::Type type, QChar c) {
+  const int key = c == u'\r' ? int{Qt::Key_Return} : c.toUpper().unicode();
+  return new QKeyEvent(type, key, Qt::NoModifier, QString(c));
+}
+
+}  // namespace
+
+TestWindow::TestWindow(QSize size) : m_size(size) {
+  QAccessible::setActive(true);
+  previousHandler = qInstallMessageHandler(failOnWarnings);
+  environment.serviceHost = service.host();
+  launch();
+}
+
+TestWindow::~TestWindow() {
+  if (QTest::currentTestFailed()) {
+    const QString file = QDir::temp().filePath(
+        QStringLiteral("%1-%2.png").arg(QCoreApplication::applicationName(),
+                                        QString::fromLatin1(QTest::currentTestFunction())));
+    window().grabWindow().save(file);
+    qInfo("The window at the end: %s", qUtf8Printable(file));
+  }
+  shut();
+  qInstallMessageHandler(previousHandler);
+}
+
+void TestWindow::launch() {
+  m_delegate = std::make_unique<vekAppDelegate>(environment);
+  m_delegate->didFinishLaunchingWithOptions();
+  m_screens = std::make_unique<Screens>(*m_delegate->window());
+  if (m_screens->quickWindow() == nullptr) {
+    qFatal("The screens could not be loaded.");
+  }
+  window().resize(m_size);
+  window().requestActivate();
+  if (!QTest::qWaitForWindowActive(&window())) {
+    qFatal("The window does not come up.");
+  }
+}
+
+void TestWindow::shut() {
+  m_screens.reset();
+  m_delegate.reset();
+}
+
+void TestWindow::restart() {
+  shut();
+  launch();
+}
+
+void TestWindow::touch(const QString &name) {
+  touchAt(reach(name));
+}
+
+void TestWindow::touchAt(QPoint place) {
+  QTest::touchEvent(&window(), finger()).press(0, place);
+  QTest::touchEvent(&window(), finger()).release(0, place);
+}
+
+void TestWindow::click(const QString &name) {
+  QTest::mouseClick(&window(), Qt::LeftButton, {}, reach(name));
+}
+
+void TestWindow::type(const QString &text) {
+  for (const QChar c : text) {
+    QTest::keyClick(&window(), c.toLatin1());
+  }
+}
+
+void TestWindow::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+  QTest::keyClick(&window(), key, modifiers);
+}
+
+void TestWindow::scan(const QString &code) {
+  const QString keys = code + u'\r';
+  for (const QChar c : keys) {
+    QCoreApplication::postEvent(&window(), keyEvent(QEvent::KeyPress, c));
+    QCoreApplication::postEvent(&window(), keyEvent(QEvent::KeyRelease, c));
+  }
+  QCoreApplication::processEvents();
+}
+
+void TestWindow::commitByInputMethod(const QString &text) {
+  QInputMethodEvent event;
+  event.setCommitString(text);
+  QCoreApplication::sendEvent(window().activeFocusItem(), &event);
+}
+
+QList<QQuickItem *> TestWindow::visibleItems(QQuickItem *root) const {
+  QList<QQuickItem *> items;
+  collect(root == nullptr ? window().contentItem() : root, items);
+  return items;
+}
+
+QRectF TestWindow::visiblePart(QQuickItem *item) {
+  QRectF part = item->mapRectToScene(item->boundingRect());
+  for (const QQuickItem *outer = item->parentItem(); outer != nullptr;
+       outer = outer->parentItem()) {
+    if (outer->clip()) {
+      part &= outer->mapRectToScene(outer->clipRect());
+    }
+  }
+  return part;
+}
+
+QQuickItem *TestWindow::item(const QString &name) const {
+  QQuickItem *found = nullptr;
+  const QStringList steps = name.split(u'/');
+  for (const QString &step : steps) {
+    const QList<QQuickItem *> items = visibleItems(found);
+    const auto match = std::find_if(items.crbegin(), items.crend(), [&](const QQuickItem *item) {
+      return item->objectName() == step && item != found;
+    });
+    if (match == items.crend()) {
+      return nullptr;
+    }
+    found = *match;
+  }
+  return found;
+}
+
+QPoint TestWindow::reach(const QString &name) {
+  QRectF before;
+  const bool isStill = QTest::qWaitFor([&] {
+    const QRectF now = placeOf(item(name));
+    return !now.isEmpty() && now == std::exchange(before, now);
+  });
+  if (!isStill) {
+    QTest::qFail(qPrintable(QStringLiteral("Cannot reach ") + name), __FILE__, __LINE__);
+  }
+  return before.center().toPoint();
+}
+
+QString TestWindow::text(const QString &name) const {
+  const QQuickItem *shown = item(name);
+  return shown == nullptr ? QString() : shown->property("text").toString();
+}
+
+QStringList TestWindow::texts(const QStringList &names) const {
+  QStringList shown;
+  for (const QString &name : names) {
+    shown.append(text(name));
+  }
+  return shown;
+}
+
+bool TestWindow::isEnabled(const QString &name) const {
+  const QQuickItem *shown = item(name);
+  return shown != nullptr && shown->isEnabled();
+}
+
+QColor TestWindow::colour(const QString &name) const {
+  const QQuickItem *shown = item(name);
+  return shown == nullptr ? QColor() : shown->property("color").value<QColor>();
+}
+
+QVariantMap TestWindow::themeColours(const char *property) const {
+  QQmlEngine &engine = m_screens->engine();
+  const auto *theme =
+      engine.singletonInstance<QObject *>(qmlTypeId("CartonPick", 1, 0, "Theme"));
+  const QVariant colours = theme->property(property);
+  return colours.canConvert<QJSValue>() ? colours.value<QJSValue>().toVariant().toMap()
+                                        : colours.toMap();
+}
+
+QColor TestWindow::ink(const QString &colourName) const {
+  return themeColours("ink").value(colourName).value<QColor>();
+}
+
+QColor TestWindow::ground(const QString &colourName) const {
+  return themeColours("ground").value(colourName).value<QColor>();
+}
+
+QStringList TestWindow::column(const QString &table, const QString &column) const {
+  QStringList cells;
+  for (int row = 0; shows(QStringLiteral("%1Row%2").arg(table).arg(row)); ++row) {
+    cells.append(text(QStringLiteral("%1Row%2/%3").arg(table).arg(row).arg(column)));
+  }
+  return cells;
+}
+
+QStringList TestWindow::alerts() const {
+  QStringList shown;
+  for (QQuickItem *alert : visibleItems()) {
+    if (alert->objectName() != QStringLiteral("alert")) {
+      continue;
+    }
+    QStringList parts{QString(), QString()};
+    for (const QQuickItem *part : visibleItems(alert)) {
+      const QString shownText = part->property("text").toString();
+      if (part->objectName() == QStringLiteral("alertTitle")) {
+        parts[0] = shownText;
+      } else if (part->objectName() == QStringLiteral("alertMessage")) {
+        parts[1] = shownText;
+      } else if (part->objectName().startsWith(QStringLiteral("alertButton"))) {
+        parts.append(shownText);
+      }
+    }
+    shown.append(parts.join(u'|'));
+  }
+  return shown;
+}
+
+QStringList TestWindow::fieldsWithKeyboard() const {
+  QStringList names;
+  for (const QQuickItem *item : visibleItems()) {
+    if (item->inherits("QQuickTextInput") && item->hasActiveFocus()) {
+      names.append(item->objectName());
+    }
+  }
+  return names;
+}
+
+QString TestWindow::keyboard() const {
+  const QQuickItem *item = window().activeFocusItem();
+  return item == nullptr ? QString() : item->objectName();
+}
+
+void TestWindow::enterPicking() {
+  touch(QStringLiteral("btnSegueToSplitView"));
+  QTRY_COMPARE(fieldsWithKeyboard(), QStringList("txtDeliveryNo"));
+}
+
+void TestWindow::lookUp(const QList<TestLine> &lines) {
+  service.answerWith(deliveryJson(lines));
+  touch(QStringLiteral("txtDeliveryNo"));
+  press(Qt::Key_A, Qt::ControlModifier);
+  type(lines.front().doc);
+  touch(QStringLiteral("btnSearch"));
+  QTRY_VERIFY(isEnabled(QStringLiteral("btnPicking")) && !shows(QStringLiteral("busy")));
+}
+
+void TestWindow::startPicking(const QList<TestLine> &lines) {
+  enterPicking();
+  lookUp(lines);
+  touch(QStringLiteral("btnPicking"));
+  QTRY_COMPARE(fieldsWithKeyboard(), QStringList("txtBox"));
+}
+
+void TestWindow::openBox(const QList<TestLine> &lines, int row) {
+  startPicking(lines);
+  touch(QStringLiteral("tblBoxesRow%1").arg(row));
+  QTRY_COMPARE(fieldsWithKeyboard(), QStringList("txtBarcode"));
+}
+
+void TestWindow::openKeypad(int row) {
+  touch(QStringLiteral("tblItemsRow%1").arg(row));
+  QTRY_COMPARE(fieldsWithKeyboard(), QStringList("txtNewQty"));
+}
+
+void TestWindow::confirm(const QString &quantity) {
+  for (const QChar key : quantity) {
+    touch(key == u'-' ? QStringLiteral("btnNegative") : QStringLiteral("btn") + key);
+  }
+  touch(QStringLiteral("btnOK"));
+  QTRY_VERIFY(!shows(QStringLiteral("txtNewQty")));
+}
