@@ -16,7 +16,16 @@ Window {
     title: "CartonPick"
     color: Theme.window
 
+    // What went away with the keyboard leaves it to the screen.
+    onActiveFocusItemChanged: {
+        if (activeFocusItem === null || activeFocusItem === contentItem) {
+            root.forceActiveFocus();
+        }
+    }
+
     ViewHost {
+        id: root
+
         anchors.fill: parent
         focus: true
         controller: window.state.rootViewController

@@ -82,8 +82,8 @@ class JsonValuesTest : public QObject {
   void aListOrAnObjectIsNoValue() {
     QFETCH(const QByteArray, json);
     const Value value(json);
-    QVERIFY_EXCEPTION_THROWN(textOf(value.element()), simdjson::simdjson_error);
-    QVERIFY_EXCEPTION_THROWN(quantityOf(value.element()), simdjson::simdjson_error);
+    QVERIFY_THROWS_EXCEPTION(simdjson::simdjson_error, textOf(value.element()));
+    QVERIFY_THROWS_EXCEPTION(simdjson::simdjson_error, quantityOf(value.element()));
   }
 };
 

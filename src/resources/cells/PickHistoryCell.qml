@@ -13,7 +13,7 @@ RowLayout {
     spacing: 16
 
     Repeater {
-        model: [["deliveryNo", 3], ["sent", 2], ["dateCreated", 3], ["dateClosed", 3]]
+        model: [["deliveryNo", 0], ["sent", 150], ["dateCreated", 190], ["dateClosed", 190]]
 
         PlainText {
             required property var modelData
@@ -23,8 +23,10 @@ RowLayout {
             color: content.ink
             font.pixelSize: content.isHeader ? Theme.small : Theme.body
             font.weight: content.isHeader || modelData[0] === "deliveryNo" ? Font.DemiBold : Font.Normal
-            Layout.fillWidth: true
+            // The delivery number takes what the others leave.
+            Layout.fillWidth: modelData[1] === 0
             Layout.preferredWidth: modelData[1]
+            Layout.minimumWidth: modelData[1]
             Layout.leftMargin: modelData[0] === "deliveryNo" ? 24 : 0
         }
     }

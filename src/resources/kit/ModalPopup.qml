@@ -6,8 +6,15 @@ import CartonPick
 T.Popup {
     id: popup
 
-    // Closing gives the keyboard back; a popup that merely goes away would take it along.
-    Component.onDestruction: close()
+    // What had the keyboard before, and gets it back if nothing else has it by then.
+    property Item keyboardBefore: null
+
+    onAboutToShow: keyboardBefore = parent.Window.activeFocusItem
+    Component.onDestruction: {
+        if (activeFocus && keyboardBefore !== null && keyboardBefore.Window.window !== null) {
+            keyboardBefore.forceActiveFocus();
+        }
+    }
 
     parent: T.Overlay.overlay
     x: Math.round((parent.width - width) / 2)

@@ -14,8 +14,8 @@ FocusScope {
     Rectangle {
         anchors.fill: parent
         color: Theme.window
-        border.width: 1
-        border.color: Theme.line
+        border.width: screen.controller.frame.width > 0 ? 2 : 0
+        border.color: Theme.header
 
         // Nothing below takes a touch.
         MouseArea {

@@ -79,13 +79,10 @@ FocusScope {
                     outlet: screen.controller.btnPicking
                     filled: true
                     Layout.fillWidth: true
-                    Layout.preferredWidth: 3
                     onClicked: screen.controller.btnPickingTouched()
                 }
                 OutletButton {
                     outlet: screen.controller.btnReloadItems
-                    Layout.fillWidth: true
-                    Layout.preferredWidth: 2
                     onClicked: screen.controller.btnReloadItemsTouched()
                 }
             }

@@ -21,7 +21,7 @@ bool isBare(const TestWindow &ui) {
 }  // namespace
 
 /// The start screen, and the ways from it and back to it.
-class StartScreenTest : public QObject {
+class StartScreenUiTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -159,5 +159,5 @@ class StartScreenTest : public QObject {
   }
 };
 
-QTEST_MAIN(StartScreenTest)
-#include "StartScreen_test.moc"
+QTEST_MAIN(StartScreenUiTest)
+#include "StartScreenUi_test.moc"

@@ -1,0 +1,109 @@
+#include "app/store/ManagedObjectContext.h"
+#include "support/TestWindow.h"
+
+#include <QTest>
+
+namespace {
+
+const QString kSummary = QStringLiteral("deliveryDetailsViewController");
+
+/// Two deliveries: the later one is sent.
+void storePickings(TestWindow &ui) {
+  const QDateTime morning(QDate(2026, 3, 2), QTime(6, 0), QTimeZone::utc());
+  Picking first{.barcode = "bA", .box = "C1", .datepicked = morning, .descr = "Lantern",
+                .doc = "4711",  .item = "A",  .ordernum = "A1",      .orderqty = 5,
+                .pickqty = 3};
+  Picking last = first;
+  last.item = "B";
+  last.datepicked = morning.addSecs(3600);
+  Picking sent = first;
+  sent.doc = "4712";
+  sent.datepicked = morning.addDays(1);
+  sent.sent = 1;
+  for (const Picking &picking : {sent, first, last}) {
+    ui.store().insert(picking);
+  }
+  QVERIFY(!ui.store().save().has_value());
+}
+
+}  // namespace
+
+/// The list of earlier pickings.
+class HistoryUiTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void anEmptyStoreGivesAnEmptyList() {
+    TestWindow ui;
+    ui.touch("btnSegueHistory");
+    QTRY_VERIFY(ui.shows("HistoryViewController"));
+    QVERIFY(!ui.shows("tblHistoryOverviewRow0"));
+    QTRY_COMPARE(ui.keyboard(), "btnBack");
+  }
+
+  void deliveriesAreListedTheLatestLast() {
+    TestWindow ui;
+    storePickings(ui);
+    ui.touch("btnSegueHistory");
+    QTRY_COMPARE(ui.column("tblHistoryOverview", "deliveryNo"), QStringList({"4711", "4712"}));
+    QCOMPARE(ui.column("tblHistoryOverview", "sent"), QStringList({"No", "Yes"}));
+    QCOMPARE(ui.column("tblHistoryOverview", "dateCreated"),
+             QStringList({"02/03/2026 08:00", "03/03/2026 08:00"}));
+    QCOMPARE(ui.column("tblHistoryOverview", "dateClosed"),
+             QStringList({"02/03/2026 09:00", "03/03/2026 08:00"}));
+  }
+
+  void aTouchShowsTheDelivery() {
+    TestWindow ui;
+    storePickings(ui);
+    ui.touch("btnSegueHistory");
+    ui.touch("tblHistoryOverviewRow0");
+    QTRY_COMPARE(ui.text("lblDelivery"), "Summary for Delivery: 4711");
+    QCOMPARE(ui.column("tblPicking", "item"), QStringList({"A", "B"}));
+    QCOMPARE(ui.texts({"txtQtyPicked", "txtQtyOrder", "txtQtyDiff"}),
+             QStringList({"6", "10", "-4"}));
+    ui.touch(kSummary + "/btnClose");
+    QTRY_VERIFY(!ui.shows(kSummary));
+    QVERIFY(ui.shows("tblHistoryOverviewRow0"));
+  }
+
+  void whileOneDeliveryIsShownAnotherCanBeChosen() {
+    TestWindow ui({1280, 800});
+    storePickings(ui);
+    ui.touch("btnSegueHistory");
+    ui.touch("tblHistoryOverviewRow0");
+    QTRY_COMPARE(ui.text("lblDelivery"), "Summary for Delivery: 4711");
+    ui.touch(kSummary + "/btnClose");
+    QTRY_VERIFY(!ui.shows(kSummary));
+    ui.touch("tblHistoryOverviewRow1");
+    QTRY_COMPARE(ui.text("lblDelivery"), "Summary for Delivery: 4712");
+  }
+
+  void theBackButtonWorksAfterTheSummaryIsClosed() {
+    TestWindow ui;
+    storePickings(ui);
+    ui.touch("btnSegueHistory");
+    ui.touch("tblHistoryOverviewRow1");
+    QTRY_VERIFY(ui.shows(kSummary));
+    ui.touch(kSummary + "/btnClose");
+    QTRY_VERIFY(!ui.shows(kSummary));
+    ui.touch("btnBack");
+    QTRY_COMPARE(ui.keyboard(), "btnSegueToSplitView");
+  }
+
+  void whatIsPickedNowIsInTheHistory() {
+    TestWindow ui;
+    ui.openBox({{"C1", "A", 5}});
+    ui.openKeypad();
+    ui.confirm("5");
+    ui.touch("btnPicking");
+    ui.touch("btnClose");
+    ui.touch("alertButton0");
+    ui.touch("btnSegueHistory");
+    QTRY_COMPARE(ui.column("tblHistoryOverview", "deliveryNo"), QStringList("4711"));
+    QCOMPARE(ui.column("tblHistoryOverview", "dateCreated"), QStringList("02/03/2026 10:12"));
+  }
+};
+
+QTEST_MAIN(HistoryUiTest)
+#include "HistoryUi_test.moc"

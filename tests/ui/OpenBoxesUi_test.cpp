@@ -1,0 +1,175 @@
+#include "app/store/ManagedObjectContext.h"
+#include "support/TestWindow.h"
+
+#include <QQuickItem>
+#include <QTest>
+
+namespace {
+
+const QList<TestLine> kBoxes{{"C1", "A", 5}, {"C1", "B", 2}, {"C2", "A", 3}, {"C3", "D", 0}};
+
+QStringList totals(const TestWindow &ui) {
+  return ui.texts({"lblTotalPick", "lblTotalOrder", "lblTotalDiff"});
+}
+
+QStringList counters(const TestWindow &ui) {
+  return ui.texts({"lblBoxesTotalValue", "lblBoxesUnopenedValue", "lblBoxesCompletedValue",
+                   "lblBoxesIncompleteValue"});
+}
+
+QColor groundOf(const TestWindow &ui, const QString &row) {
+  return ui.item(row)->property("ground").value<QColor>();
+}
+
+}  // namespace
+
+/// Starting and stopping a picking, and opening its boxes.
+class OpenBoxesUiTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void startingShowsTheBoxesAndTheirStates() {
+    TestWindow ui;
+    ui.startPicking(kBoxes);
+    QCOMPARE(ui.column("tblBoxes", "lblBox"), QStringList({"C1", "C2", "C3"}));
+    QCOMPARE(ui.column("tblBoxes", "lblPickQty"), QStringList({"0", "0", "0"}));
+    QCOMPARE(ui.column("tblBoxes", "lblOrderQty"), QStringList({"7", "3", "0"}));
+    QCOMPARE(groundOf(ui, "tblBoxesRow0"), ui.ground("yellow"));
+    QCOMPARE(groundOf(ui, "tblBoxesRow2"), ui.ground("green"));
+    QCOMPARE(counters(ui), QStringList({"3", "2", "1", "0"}));
+    QCOMPARE(totals(ui), QStringList({"-", "-", "-"}));
+    QCOMPARE(ui.text("lblScanState"), "Open a box first");
+    QCOMPARE(ui.fieldsWithKeyboard(), QStringList("txtBox"));
+  }
+
+  void aRunningPickingLocksTheSearch() {
+    TestWindow ui;
+    ui.startPicking(kBoxes);
+    QCOMPARE(ui.text("btnPicking"), "Stop Picking");
+    for (const char *locked : {"txtDeliveryNo", "btnSearch", "btnClose"}) {
+      QVERIFY2(!ui.isEnabled(locked), locked);
+    }
+    ui.touch("btnSearch");
+    ui.touch("btnClose");
+    ui.touch("txtDeliveryNo");
+    QCOMPARE(ui.service.requests().size(), 1);
+    QCOMPARE(ui.alerts(), QStringList());
+    QCOMPARE(ui.fieldsWithKeyboard(), QStringList("txtBox"));
+    for (const char *open : {"txtBox", "txtBarcode", "btnOptions", "tblBoxesRow0", "btnPicking"}) {
+      QVERIFY2(ui.isEnabled(open), open);
+    }
+  }
+
+  void withoutAPickingTheScanControlsAreLocked() {
+    TestWindow ui;
+    ui.enterPicking();
+    for (const char *locked : {"txtBox", "txtBarcode", "btnOptions", "btnPicking"}) {
+      QVERIFY2(!ui.isEnabled(locked), locked);
+    }
+    ui.touch("txtBarcode");
+    ui.touch("btnOptions");
+    QCOMPARE(ui.fieldsWithKeyboard(), QStringList("txtDeliveryNo"));
+    QVERIFY(!ui.shows("actionPickerViewController"));
+  }
+
+  void aTouchOnARowOpensItsBox() {
+    TestWindow ui;
+    ui.startPicking(kBoxes);
+    ui.touch("tblBoxesRow0");
+    QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList("txtBarcode"));
+    QCOMPARE(totals(ui), QStringList({"0", "7", "-7"}));
+    QCOMPARE(ui.column("tblItems", "item"), QStringList({"A", "B"}));
+    QCOMPARE(ui.column("tblItems", "orderqty"), QStringList({"5", "2"}));
+    QCOMPARE(ui.column("tblItems", "diffqty"), QStringList({"-5", "-2"}));
+    QCOMPARE(ui.colour("tblItemsRow0/diffqty"), ui.ink("red"));
+    QCOMPARE(ui.text("lblScanState"), "Ready to scan");
+  }
+
+  void aClickOpensAnotherBoxInItsPlace() {
+    TestWindow ui;
+    ui.openBox(kBoxes);
+    ui.click("tblBoxesRow1");
+    QTRY_COMPARE(totals(ui), QStringList({"0", "3", "-3"}));
+    QCOMPARE(ui.column("tblItems", "item"), QStringList("A"));
+    QCOMPARE(ui.fieldsWithKeyboard(), QStringList("txtBarcode"));
+  }
+
+  void anIdentifierAndReturnOpenItsBox() {
+    TestWindow ui;
+    ui.startPicking(kBoxes);
+    ui.scan("C2");
+    QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList("txtBarcode"));
+    QCOMPARE(totals(ui), QStringList({"0", "3", "-3"}));
+    QCOMPARE(ui.text("txtBox"), "C2");
+    QVERIFY(ui.item("tblBoxesRow1")->property("isMarked").toBool());
+  }
+
+  void anUnknownIdentifierIsRefused() {
+    TestWindow ui;
+    ui.startPicking(kBoxes);
+    ui.type("c2");
+    ui.press(Qt::Key_Return);
+    QTRY_COMPARE(ui.alerts(), QStringList("No Box Found||OK"));
+    ui.touch("alertButton0");
+    QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList("txtBox"));
+    QCOMPARE(ui.text("txtBox"), "c2");
+    QCOMPARE(ui.text("lblScanState"), "Open a box first");
+  }
+
+  void stoppingLocksTheScanAndUnlocksTheSearch() {
+    TestWindow ui;
+    ui.openBox(kBoxes);
+    ui.touch("btnPicking");
+    QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList("txtDeliveryNo"));
+    QCOMPARE(ui.text("btnPicking"), "Start Picking");
+    QCOMPARE(totals(ui), QStringList({"-", "-", "-"}));
+    QVERIFY(!ui.shows("tblItemsRow0"));
+    QCOMPARE(ui.column("tblBoxes", "lblBox"), QStringList({"C1", "C2", "C3"}));
+    for (const char *locked : {"txtBox", "txtBarcode", "btnOptions", "tblBoxesRow0"}) {
+      QVERIFY2(!ui.isEnabled(locked), locked);
+    }
+    ui.touch("tblBoxesRow0");
+    QCOMPARE(totals(ui), QStringList({"-", "-", "-"}));
+  }
+
+  void startingAgainOpensNoBox() {
+    TestWindow ui;
+    ui.openBox(kBoxes);
+    ui.touch("btnPicking");
+    ui.touch("btnPicking");
+    QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList("txtBox"));
+    QCOMPARE(ui.text("lblScanState"), "Open a box first");
+    QVERIFY(!ui.shows("tblItemsRow0"));
+  }
+
+  void afterARestartTheQuantitiesAreBack() {
+    TestWindow ui;
+    ui.openBox(kBoxes);
+    ui.openKeypad(1);
+    ui.confirm("2");
+    ui.openKeypad(0);
+    ui.confirm("4");
+    ui.restart();
+    ui.openBox(kBoxes);
+    QCOMPARE(ui.column("tblItems", "pickqty"), QStringList({"4", "2"}));
+    QCOMPARE(totals(ui), QStringList({"6", "7", "-1"}));
+    QCOMPARE(counters(ui), QStringList({"3", "1", "1", "1"}));
+    QCOMPARE(groundOf(ui, "tblBoxesRow0"), ui.ground("red"));
+  }
+
+  void whatWasPickedOutlastsLeavingThePicking() {
+    TestWindow ui;
+    ui.openBox(kBoxes);
+    ui.openKeypad(1);
+    ui.confirm("2");
+    ui.touch("btnPicking");
+    ui.touch("btnClose");
+    ui.touch("alertButton0");
+    ui.openBox(kBoxes);
+    QCOMPARE(ui.column("tblItems", "pickqty"), QStringList({"0", "2"}));
+    QCOMPARE(ui.store().pickings("4711")->size(), 1U);
+  }
+};
+
+QTEST_MAIN(OpenBoxesUiTest)
+#include "OpenBoxesUi_test.moc"
