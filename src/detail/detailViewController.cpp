@@ -38,7 +38,7 @@ detailViewController::detailViewController(Environment &environment, QObject *pa
                                QStringLiteral("Different"), QStringLiteral("Matching")});
   tblItems->setDataSource(this);
   clearTotals();
-  showScanState();
+  showOpenBox();
 }
 
 detailViewController::~detailViewController() = default;
@@ -55,7 +55,7 @@ void detailViewController::viewDidLoad() {
 
 void detailViewController::setCurBoxIndex(int index) {
   m_curBoxIndex = index;
-  showScanState();
+  showOpenBox();
 }
 
 void detailViewController::setArrayPick(std::shared_ptr<PickList> list) {
@@ -92,11 +92,13 @@ void detailViewController::clearTotals() {
   }
 }
 
-void detailViewController::showScanState() {
-  const bool isReady = m_curBoxIndex != -1;
-  lblScanState->setText(isReady ? QStringLiteral("Ready to scan")
-                                : QStringLiteral("Open a box first"));
-  lblScanState->setTextColor(isReady ? Colour::green : Colour::grey);
+void detailViewController::showOpenBox() {
+  const auto index = static_cast<std::size_t>(m_curBoxIndex);
+  const bool isOpen = m_curBoxIndex != -1 && index < pickList().size();
+  lblOpenBox->setText(isOpen ? boxOf(pickList()[index]) : QStringLiteral("-"));
+  lblScanState->setText(isOpen ? QStringLiteral("Ready to scan")
+                               : QStringLiteral("Open a box first"));
+  lblScanState->setTextColor(isOpen ? Colour::green : Colour::grey);
 }
 
 bool detailViewController::textFieldShouldReturn(TextField &field) {

@@ -39,6 +39,7 @@ class detailViewController : public ViewController,
   OUTLET(SegmentedControl, segmentedControl)
   OUTLET(TableView, tblItems)
   OUTLET(Button, btnOptions)
+  OUTLET(Label, lblOpenBox)
   OUTLET(Label, lblTotalPick)
   OUTLET(Label, lblTotalOrder)
   OUTLET(Label, lblTotalDiff)
@@ -116,7 +117,8 @@ class detailViewController : public ViewController,
   void markRow(int row);
   void setItemLines(const QString &item, std::int32_t pickqty);
   void moveBoxTotal(std::int32_t added);
-  void showScanState();
+  /// Says which box is open and whether a scan will be taken.
+  void showOpenBox();
   void showSaved(const BoxLine &line);
 
   QString m_doc;

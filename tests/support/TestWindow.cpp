@@ -5,7 +5,9 @@
 #include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QJSValue>
+#include <QQmlContext>
 #include <QQmlEngine>
+#include <QQmlExpression>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
@@ -191,6 +193,22 @@ QPoint TestWindow::reach(const QString &name) {
   return before.center().toPoint();
 }
 
+void TestWindow::settle() const {
+  QList<QRectF> before;
+  const bool isStill = QTest::qWaitFor([&] {
+    // Layouts are done when a frame is drawn.
+    window().grabWindow();
+    QList<QRectF> now;
+    for (QQuickItem *item : visibleItems()) {
+      now.append(placeOf(item));
+    }
+    return now == std::exchange(before, now);
+  });
+  if (!isStill) {
+    QTest::qFail("The window does not come to rest.", __FILE__, __LINE__);
+  }
+}
+
 QString TestWindow::text(const QString &name) const {
   const QQuickItem *shown = item(name);
   return shown == nullptr ? QString() : shown->property("text").toString();
@@ -214,21 +232,19 @@ QColor TestWindow::colour(const QString &name) const {
   return shown == nullptr ? QColor() : shown->property("color").value<QColor>();
 }
 
-QVariantMap TestWindow::themeColours(const char *property) const {
-  QQmlEngine &engine = m_screens->engine();
-  const auto *theme =
-      engine.singletonInstance<QObject *>(qmlTypeId("CartonPick", 1, 0, "Theme"));
-  const QVariant colours = theme->property(property);
+QVariantMap TestWindow::themeColours(const QString &property) const {
+  QQmlExpression theme(qmlContext(&window()), &window(), QStringLiteral("Theme.") + property);
+  const QVariant colours = theme.evaluate();
   return colours.canConvert<QJSValue>() ? colours.value<QJSValue>().toVariant().toMap()
                                         : colours.toMap();
 }
 
 QColor TestWindow::ink(const QString &colourName) const {
-  return themeColours("ink").value(colourName).value<QColor>();
+  return themeColours(QStringLiteral("ink")).value(colourName).value<QColor>();
 }
 
 QColor TestWindow::ground(const QString &colourName) const {
-  return themeColours("ground").value(colourName).value<QColor>();
+  return themeColours(QStringLiteral("ground")).value(colourName).value<QColor>();
 }
 
 QStringList TestWindow::column(const QString &table, const QString &column) const {

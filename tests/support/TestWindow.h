@@ -17,7 +17,6 @@
 #include <memory>
 
 class ManagedObjectContext;
-class QPointingDevice;
 class QQuickItem;
 class QQuickWindow;
 
@@ -56,6 +55,9 @@ class TestWindow : public TestEnvironment {
   void scan(const QString &code);
   /// Commits `text` by input method to the item that has the keyboard.
   void commitByInputMethod(const QString &text);
+
+  /// Waits until nothing in the window moves.
+  void settle() const;
 
   // Eyes.
   /// Nothing if no visible item has that name.
@@ -101,7 +103,7 @@ class TestWindow : public TestEnvironment {
   void shut();
   /// Waits for the item `name` to be there and to stand still, for a hand to use it.
   QPoint reach(const QString &name);
-  [[nodiscard]] QVariantMap themeColours(const char *property) const;
+  [[nodiscard]] QVariantMap themeColours(const QString &property) const;
 
   QSize m_size;
   std::unique_ptr<vekAppDelegate> m_delegate;

@@ -41,7 +41,7 @@ class ScanningUiTest : public QObject {
       ui.confirm("1");
       QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList("txtBarcode"));
     }
-    QCOMPARE(ui.column("tblItems", "pickqty"), QStringList({"2", "1"}));
+    QTRY_COMPARE(ui.column("tblItems", "pickqty"), QStringList({"2", "1"}));
     QCOMPARE(ui.store().pickingsOfLine("4711", "C1", "85123A")->front().pickqty, 2);
   }
 

@@ -29,7 +29,7 @@ class TextField : public Outlet {
   QML_NAMED_ELEMENT(TextFieldOutlet)
   QML_UNCREATABLE("An outlet belongs to its controller")
   Q_PROPERTY(QString text READ text NOTIFY changed)
-  Q_PROPERTY(bool enabled READ isEnabled NOTIFY changed)
+  Q_PROPERTY(bool enabled READ isEnabled NOTIFY enabledChanged)
   Q_PROPERTY(bool firstResponder READ isFirstResponder WRITE setFirstResponder NOTIFY changed)
 
  public:
@@ -39,7 +39,14 @@ class TextField : public Outlet {
   void setText(const QString &text) { change(m_text, text); }
 
   [[nodiscard]] bool isEnabled() const { return m_enabled; }
-  void setEnabled(bool enabled) { change(m_enabled, enabled); }
+  void setEnabled(bool enabled) {
+    if (m_enabled != enabled) {
+      m_enabled = enabled;
+      // Of its own: a field that is disabled loses the keyboard, which is a change too.
+      emit enabledChanged();
+      emit changed();
+    }
+  }
 
   [[nodiscard]] bool isFirstResponder() const { return m_firstResponder; }
   /// For the screen: tells the outlet where the keyboard went.
@@ -63,6 +70,7 @@ class TextField : public Outlet {
   Q_INVOKABLE void pressReturn();
 
  signals:
+  void enabledChanged();
   void keyboardRequested();
   void keyboardResigned();
   void editingChanged();

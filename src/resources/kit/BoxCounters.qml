@@ -14,12 +14,14 @@ RowLayout {
     ValueTile {
         outlet: counters.controller.lblBoxesTotalValue
         caption: counters.controller.lblBoxesTotalLabel.text
+        captionName: counters.controller.lblBoxesTotalLabel.objectName
         Layout.fillWidth: true
         Layout.preferredWidth: 3
     }
     ValueTile {
         outlet: counters.controller.lblBoxesUnopenedValue
         caption: counters.controller.lblBoxesUnopenedLabel.text
+        captionName: counters.controller.lblBoxesUnopenedLabel.objectName
         state: "unopened"
         Layout.fillWidth: true
         Layout.preferredWidth: 5
@@ -27,6 +29,7 @@ RowLayout {
     ValueTile {
         outlet: counters.controller.lblBoxesCompletedValue
         caption: counters.controller.lblBoxesCompletedLabel.text
+        captionName: counters.controller.lblBoxesCompletedLabel.objectName
         state: "completed"
         Layout.fillWidth: true
         Layout.preferredWidth: 5
@@ -34,6 +37,7 @@ RowLayout {
     ValueTile {
         outlet: counters.controller.lblBoxesIncompleteValue
         caption: counters.controller.lblBoxesIncompleteLabel.text
+        captionName: counters.controller.lblBoxesIncompleteLabel.objectName
         state: "incomplete"
         Layout.fillWidth: true
         Layout.preferredWidth: 5

@@ -3,16 +3,17 @@ import QtQuick.Layouts
 import CartonPick
 import CartonPick.Platform
 
-// Picked, ordered and difference, readable at arm's length.
+// Picked, ordered and difference, after the open box if there can be one, readable at arm's length.
 RowLayout {
     id: totals
 
+    property LabelOutlet box: null
     required property LabelOutlet picked
     required property LabelOutlet ordered
     required property LabelOutlet difference
 
     Repeater {
-        model: [[totals.picked, "Picked"], [totals.ordered, "Ordered"], [totals.difference, "Difference"]]
+        model: (totals.box === null ? [] : [[totals.box, "Box"]]).concat([[totals.picked, "Picked"], [totals.ordered, "Ordered"], [totals.difference, "Difference"]])
 
         ValueTile {
             required property var modelData

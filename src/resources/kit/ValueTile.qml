@@ -8,6 +8,8 @@ Column {
 
     required property LabelOutlet outlet
     required property string caption
+    // For a caption that is an outlet too.
+    property string captionName: ""
     property alias valueSize: value.font.pixelSize
     property string state: ""
 
@@ -35,6 +37,7 @@ Column {
         }
     }
     PlainText {
+        objectName: tile.captionName
         width: tile.width
         text: tile.caption
         horizontalAlignment: Text.AlignHCenter

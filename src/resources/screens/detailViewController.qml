@@ -47,6 +47,7 @@ FocusScope {
             Layout.preferredHeight: 30
         }
         PickTotals {
+            box: screen.controller.lblOpenBox
             picked: screen.controller.lblTotalPick
             ordered: screen.controller.lblTotalOrder
             difference: screen.controller.lblTotalDiff

@@ -49,6 +49,7 @@ FocusScope {
 
         ColumnLayout {
             Layout.fillWidth: true
+            Layout.fillHeight: false
             Layout.preferredWidth: 1
             Layout.alignment: Qt.AlignTop
             spacing: Theme.gap
@@ -71,6 +72,7 @@ FocusScope {
             DeliveryHeader {
                 controller: screen.controller
                 Layout.fillWidth: true
+                Layout.fillHeight: false
             }
             RowLayout {
                 spacing: 8
@@ -89,6 +91,7 @@ FocusScope {
             BoxCounters {
                 controller: screen.controller
                 Layout.fillWidth: true
+                Layout.fillHeight: false
             }
         }
 
