@@ -4,12 +4,27 @@
 
 namespace {
 
+const QString kDemoFolder = QStringLiteral("/demo");
+
 QString valueOr(const QCommandLineParser &parser, const QCommandLineOption &option,
                 const char *variable) {
   return parser.isSet(option) ? parser.value(option) : qEnvironmentVariable(variable);
 }
 
 }  // namespace
+
+CommandLine CommandLine::withDemo() const {
+  const QString demoHome = home.isEmpty() ? QString() : home + kDemoFolder;
+  return {serviceHost, demoHome, true};
+}
+
+Folders CommandLine::folders() const {
+  if (!home.isEmpty()) {
+    return {home};
+  }
+  const Folders own = Folders::ofThisUser();
+  return demo ? Folders{own.home + kDemoFolder} : own;
+}
 
 CommandLine CommandLine::parse(const QStringList &arguments) {
   QCommandLineParser parser;

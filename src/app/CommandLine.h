@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Folders.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -11,6 +13,12 @@ struct CommandLine {
   QString home;
   /// Whether to run on the demo deliveries.
   bool demo = false;
+
+  /// The same, on the demo deliveries and with a home of their own: demo pickings have no business
+  /// among the real ones.
+  [[nodiscard]] CommandLine withDemo() const;
+  /// The folders to work in.
+  [[nodiscard]] Folders folders() const;
 
   /// Reads `arguments`, the program's name first, and the environment variables
   /// CARTONPICK_SERVICE_HOST and CARTONPICK_HOME; an option wins. Ends the process for --help,

@@ -3,15 +3,21 @@
 #include <QCoreApplication>
 #include <QDebug>
 
+#include <utility>
+
+DemoService::DemoService(QString program) : m_program(std::move(program)) {}
+
+QString DemoService::besideThisProgram() {
+  return QCoreApplication::applicationDirPath() + QStringLiteral("/cartonpick-orders");
+}
+
 QString DemoService::start() {
-  const QString program =
-      QCoreApplication::applicationDirPath() + QStringLiteral("/cartonpick-orders");
   m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-  m_process.start(program, {QStringLiteral("--port"), QStringLiteral("0"),
-                            QStringLiteral("--exit-with-parent")});
+  m_process.start(m_program, {QStringLiteral("--port"), QStringLiteral("0"),
+                              QStringLiteral("--exit-with-parent")});
   while (!m_process.canReadLine()) {
     if (!m_process.waitForReadyRead()) {
-      qWarning("The demo order service %s did not start: %s", qUtf8Printable(program),
+      qWarning("The demo order service %s did not start: %s", qUtf8Printable(m_program),
                qUtf8Printable(m_process.errorString()));
       return {};
     }

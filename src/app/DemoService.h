@@ -7,7 +7,8 @@
 /// this object, and with the program if that ends in any other way.
 class DemoService {
  public:
-  DemoService() = default;
+  /// `program` is the order service, by default the one that stands beside this program.
+  explicit DemoService(QString program = besideThisProgram());
   ~DemoService();
   DemoService(const DemoService &) = delete;
   DemoService &operator=(const DemoService &) = delete;
@@ -17,5 +18,8 @@ class DemoService {
   QString start();
 
  private:
+  static QString besideThisProgram();
+
+  QString m_program;
   QProcess m_process;
 };

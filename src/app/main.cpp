@@ -20,21 +20,9 @@ namespace {
 /// Says that the user wants to go on with the demo deliveries.
 constexpr int kRestartWithDemo = 1000;
 
-Folders foldersFor(const CommandLine &options) {
-  if (!options.home.isEmpty()) {
-    return {options.home};
-  }
-  Folders folders = Folders::ofThisUser();
-  if (options.demo) {
-    // Demo pickings have no business among the real ones.
-    folders.home += QStringLiteral("/demo");
-  }
-  return folders;
-}
-
 /// Runs the program until it is left; the result is that of the event loop.
 int run(const CommandLine &options) {
-  const Folders folders = foldersFor(options);
+  const Folders folders = options.folders();
   Environment environment{.clock = std::make_unique<SystemClock>(),
                           .http = std::make_unique<NetworkHttpClient>(),
                           .sounds = std::make_unique<DeviceSoundPlayer>(),
@@ -47,7 +35,8 @@ int run(const CommandLine &options) {
   }
   StoreLock lock(environment.folders);
   if (!lock.acquire()) {
-    qCritical("Another program uses the store in %s.",
+    qCritical(lock.isHeldByAnother() ? "Another program uses the store in %s."
+                                     : "The store in %s cannot be locked.",
               qUtf8Printable(environment.folders.documents()));
     return EXIT_FAILURE;
   }
@@ -55,7 +44,8 @@ int run(const CommandLine &options) {
   if (options.demo) {
     environment.serviceHost = demo.start();
     if (environment.serviceHost.isEmpty()) {
-      return EXIT_FAILURE;
+      environment.alerts.show({.title = QStringLiteral("Could not start the demo"),
+                               .message = QStringLiteral("The demo order service did not start.")});
     }
   }
   fillMainStoryboard(environment.storyboard);
@@ -78,7 +68,7 @@ int main(int argc, char *argv[]) {
   CommandLine options = CommandLine::parse(QCoreApplication::arguments());
   int result = run(options);
   if (result == kRestartWithDemo) {
-    options.demo = true;
+    options = options.withDemo();
     result = run(options);
   }
   return result;

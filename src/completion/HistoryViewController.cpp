@@ -2,7 +2,7 @@
 
 #include "completion/HistoryLines.h"
 #include "completion/PickHistoryCell.h"
-#include "master/deliveryDetailsViewController.h"
+#include "master/SummaryOverlay.h"
 #include "platform/Environment.h"
 
 #include <algorithm>
@@ -84,19 +84,7 @@ void HistoryViewController::didSelectRowAtIndexPath(TableView &table, int row) {
   if (!rows) {
     return;
   }
-  const auto lines = std::make_shared<const ItemLines>(historyLines(*rows));
-  const bool isShowing = overlay() != nullptr && overlay() == m_deliveryDetailsVC;
-  if (isShowing) {
-    m_deliveryDetailsVC->removeFromSuperview(Flip::FromRight);
-  } else {
-    if (m_deliveryDetailsVC != nullptr) {
-      m_deliveryDetailsVC->deleteLater();
-    }
-    m_deliveryDetailsVC = qobject_cast<deliveryDetailsViewController *>(
-        environment().storyboard.instantiateViewController(
-            QStringLiteral("deliveryDetailsViewController"), environment(), this));
-    m_deliveryDetailsVC->setFrame(kSummaryFrame);
-  }
-  m_deliveryDetailsVC->setArrayItems(lines);
-  addSubview(m_deliveryDetailsVC, Flip::FromLeft);
+  m_deliveryDetailsVC =
+      showSummary(*this, environment(), m_deliveryDetailsVC,
+                  std::make_shared<const ItemLines>(historyLines(*rows)), kSummaryFrame);
 }

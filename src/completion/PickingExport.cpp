@@ -62,12 +62,13 @@ QString exportText(const std::vector<Picking> &rows, const QTimeZone &zone) {
   return text;
 }
 
-MailDraft exportMail(const QString &doc, const QString &text) {
+MailDraft exportMail(const QString &doc, const QString &text, const QDateTime &date) {
   return {.subject = QStringLiteral("Vardex File ") + doc,
           .htmlBody = QStringLiteral("Delivery Number = ") + doc.toHtmlEscaped(),
           .attachment = text.toUtf8(),
           .attachmentMimeType = QStringLiteral("application/csv"),
-          .attachmentFileName = QStringLiteral("Vardex_%1.csv").arg(doc)};
+          .attachmentFileName = QStringLiteral("Vardex_%1.csv").arg(doc),
+          .date = date};
 }
 
 void exportPicking(Environment &environment, ManagedObjectContext &context, const QString &doc,
@@ -81,8 +82,9 @@ void exportPicking(Environment &environment, ManagedObjectContext &context, cons
   const QString text = exportText(*rows, fixedZone(*environment.clock));
   qInfo().noquote() << QStringLiteral("string to write:") + text;
   writeExportFile(environment.folders.documents() + QStringLiteral("/VardexExport.csv"), text);
+  const QDateTime date = environment.clock->now().toTimeZone(environment.clock->localZone());
   const bool isHandedOver = environment.mail->canSendMail() &&
-                            environment.mail->compose(exportMail(rows->front().doc, text));
+                            environment.mail->compose(exportMail(rows->front().doc, text, date));
   if (!isHandedOver) {
     qWarning("Device is unable to send email in its current state.");
   }

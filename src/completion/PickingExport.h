@@ -17,8 +17,8 @@ struct Environment;
 /// is "(null)". Pick times are local times of `zone`, "yyyy-MM-dd HH:mm:ss".
 QString exportText(const std::vector<Picking> &rows, const QTimeZone &zone);
 
-/// The mail that carries the export `text` of the delivery `doc`.
-MailDraft exportMail(const QString &doc, const QString &text);
+/// The mail, written at `date`, that carries the export `text` of the delivery `doc`.
+MailDraft exportMail(const QString &doc, const QString &text, const QDateTime &date);
 
 /// Writes what was picked of the delivery `doc` and not sent yet to the file "VardexExport.csv" and
 /// opens a mail with it. The store stays as it is.

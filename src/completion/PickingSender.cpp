@@ -4,23 +4,16 @@
 #include "app/store/SaveOrAbort.h"
 #include "completion/SendPickBody.h"
 #include "platform/Environment.h"
+#include "platform/Utf8.h"
 #include "service/ServiceAddress.h"
 
 #include <QMetaObject>
-#include <QStringDecoder>
 
 namespace {
 
 constexpr std::chrono::seconds kSendTimeout{120};
 constexpr auto kAccepted = R"("0")";
 const QString kNoContact = QStringLiteral("Could not contact server");
-
-/// The reply as text; nothing if it is not UTF-8.
-QString decoded(const QByteArray &reply) {
-  QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-  const QString text = utf8(reply);
-  return utf8.hasError() ? QString() : text;
-}
 
 }  // namespace
 
@@ -67,7 +60,7 @@ void PickingSender::connectionDidFinishLoading(HttpConnection &connection) {
     markAsSent();
     queueMessage(QStringLiteral("Picking was sent"));
   } else {
-    queueMessage(kNoContact, decoded(m_reply));
+    queueMessage(kNoContact, utf8Text(m_reply).value_or(QString()));
   }
   m_rows.clear();
   m_environment.busy.end();

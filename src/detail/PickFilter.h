@@ -2,11 +2,17 @@
 
 #include "service/PickRecords.h"
 
+#include <QStringList>
+
 #include <cstddef>
 #include <vector>
 
-/// Segments of the pick table's filter.
+/// Segments of the filters over lines.
 enum PickFilterSegment { AllLines = 0, NotPickedLines = 1, DifferentLines = 2, MatchingLines = 3 };
+
+/// Their titles.
+inline const QStringList kPickFilterTitles{QStringLiteral("All"), QStringLiteral("Not picked"),
+                                           QStringLiteral("Different"), QStringLiteral("Matching")};
 
 /// The positions in `lines` of those that the filter segment `segment` shows, in order. A line that
 /// was not picked differs as well, unless nothing of it was ordered.

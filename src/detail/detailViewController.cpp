@@ -9,8 +9,8 @@
 #include "detail/PickRecorder.h"
 #include "detail/ScanMatch.h"
 #include "detail/pickTableCell.h"
+#include "master/SummaryOverlay.h"
 #include "master/changeQuantityViewController.h"
-#include "master/deliveryDetailsViewController.h"
 #include "platform/Environment.h"
 #include "platform/Int32.h"
 
@@ -34,8 +34,7 @@ detailViewController::detailViewController(Environment &environment, QObject *pa
   btnOptions->setTitle(QStringLiteral("Options"));
   btnOptions->setEnabled(false);
   btnOptions->setTitleColor(Colour::grey);
-  segmentedControl->setTitles({QStringLiteral("All"), QStringLiteral("Not picked"),
-                               QStringLiteral("Different"), QStringLiteral("Matching")});
+  segmentedControl->setTitles(kPickFilterTitles);
   tblItems->setDataSource(this);
   clearTotals();
   showOpenBox();
@@ -311,17 +310,6 @@ void detailViewController::sendPickingToServer() {
 }
 
 void detailViewController::showDeliveryDetailsViewController() {
-  const bool isShowing = overlay() != nullptr && overlay() == m_deliveryDetailsVC;
-  if (isShowing) {
-    m_deliveryDetailsVC->removeFromSuperview(Flip::FromRight);
-  } else {
-    if (m_deliveryDetailsVC != nullptr) {
-      m_deliveryDetailsVC->deleteLater();
-    }
-    m_deliveryDetailsVC = qobject_cast<deliveryDetailsViewController *>(
-        environment().storyboard.instantiateViewController(
-            QStringLiteral("deliveryDetailsViewController"), environment(), this));
-  }
-  m_deliveryDetailsVC->setArrayItems(m_arrayItems ? m_arrayItems : std::make_shared<ItemLines>());
-  addSubview(m_deliveryDetailsVC, Flip::FromLeft);
+  m_deliveryDetailsVC = showSummary(*this, environment(), m_deliveryDetailsVC,
+                                    m_arrayItems ? m_arrayItems : std::make_shared<ItemLines>());
 }

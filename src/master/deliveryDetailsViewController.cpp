@@ -1,22 +1,21 @@
 #include "master/deliveryDetailsViewController.h"
 
+#include "detail/PickFilter.h"
 #include "detail/pickTableCell.h"
 #include "platform/Int32.h"
 
 namespace {
-
-enum StatusSegment { All = 0, NotPicked = 1, Different = 2, Matching = 3 };
 
 /// Unlike in the pick table, a line that was not picked does not count as different.
 bool isShown(int segment, const BoxLine &line) {
   const std::int32_t pick = line.pickqty.value();
   const std::int32_t order = line.orderqty.value();
   switch (segment) {
-    case All:
+    case AllLines:
       return true;
-    case NotPicked:
+    case NotPickedLines:
       return pick == 0;
-    case Different:
+    case DifferentLines:
       return pick != 0 && pick != order;
     default:
       return pick == order;
@@ -28,8 +27,7 @@ bool isShown(int segment, const BoxLine &line) {
 deliveryDetailsViewController::deliveryDetailsViewController(Environment &environment,
                                                              QObject *parent)
     : ViewController(QStringLiteral("deliveryDetailsViewController"), environment, parent) {
-  segmentedControlStatus->setTitles({QStringLiteral("All"), QStringLiteral("Not picked"),
-                                     QStringLiteral("Different"), QStringLiteral("Matching")});
+  segmentedControlStatus->setTitles(kPickFilterTitles);
 }
 
 void deliveryDetailsViewController::viewDidLoad() {
@@ -39,7 +37,7 @@ void deliveryDetailsViewController::viewDidLoad() {
 }
 
 void deliveryDetailsViewController::viewWillAppear() {
-  segmentedControlStatus->setSelectedSegmentIndex(All);
+  segmentedControlStatus->setSelectedSegmentIndex(AllLines);
   segmentedControlStatusValueChanged();
   tblPicking->scrollToTop();
   const QString doc = m_arrayItems->empty() ? QString() : m_arrayItems->front().doc;

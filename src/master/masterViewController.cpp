@@ -6,10 +6,9 @@
 #include "master/boxTableViewCell.h"
 #include "platform/Environment.h"
 #include "platform/Int32.h"
+#include "platform/Utf8.h"
 #include "service/DeliveryImport.h"
 #include "service/ServiceAddress.h"
-
-#include <QStringDecoder>
 
 #include <algorithm>
 #include <utility>
@@ -36,9 +35,8 @@ QStringView trimmedOfBlanks(QStringView text) {
 }
 
 bool saysAlreadySent(const QByteArray &body) {
-  QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-  const QString text = utf8(body);
-  return !utf8.hasError() && text.contains(kAlreadySent);
+  const auto text = utf8Text(body);
+  return text && text->contains(kAlreadySent);
 }
 
 }  // namespace
@@ -345,7 +343,7 @@ QVariant masterViewController::cellForRowAtIndexPath(const TableView & /*table*/
   cell.lblBox.text = boxOf(entry);
   cell.lblPickQty.text = QString::number(pick);
   cell.lblOrderQty.text = QString::number(order);
-  // Rows alternate in shade as in the other tables, below the colour of their state.
+  // Kept on purpose: the shade in which other tables alternate is set, and never seen.
   cell.backgroundColor = row % 2 == 0 ? Colour::lightGrey : Colour::clear;
   cell.backgroundColor = colourOf(state);
   cell.state = wordFor(state);

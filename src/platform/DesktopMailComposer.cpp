@@ -3,7 +3,6 @@
 #include "platform/MailMessage.h"
 #include "platform/MailProgram.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QTemporaryFile>
 
@@ -27,7 +26,7 @@ bool DesktopMailComposer::canSendMail() const {
 
 bool DesktopMailComposer::compose(const MailDraft &draft) {
   clearDraftsFolder(m_draftsFolder);
-  const QByteArray message = mailMessage(draft, QDateTime::currentDateTime());
+  const QByteArray message = mailMessage(draft);
   QTemporaryFile file(m_draftsFolder + QStringLiteral("/Mail-XXXXXX.eml"));
   const bool isHandedOver = file.open() && file.write(message) == message.size() && file.flush() &&
                             openInMailProgram(file.fileName());

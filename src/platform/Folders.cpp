@@ -6,10 +6,8 @@
 
 namespace {
 
-bool makeForOwnerOnly(const QString &folder) {
-  return QDir(folder).exists() ||
-         (QDir().mkpath(folder) &&
-          QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+bool setForOwnerOnly(const QString &folder) {
+  return QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
 }  // namespace
@@ -19,5 +17,7 @@ Folders Folders::ofThisUser() {
 }
 
 bool Folders::create() const {
-  return makeForOwnerOnly(home) && makeForOwnerOnly(documents());
+  // A home that is there already may be anybody's; what is below it is ours.
+  const bool isHomeThere = QDir(home).exists() || (QDir().mkpath(home) && setForOwnerOnly(home));
+  return isHomeThere && QDir().mkpath(documents()) && setForOwnerOnly(documents());
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QString>
 
 /// A mail for the user to address and send.
@@ -10,6 +11,8 @@ struct MailDraft {
   QByteArray attachment;
   QString attachmentMimeType;
   QString attachmentFileName;
+  /// When the mail was written, in the zone of its writer.
+  QDateTime date = {};
 };
 
 /// Hands mails over to the platform.

@@ -43,8 +43,8 @@ QByteArray attachmentPart(const MailDraft &draft) {
 
 }  // namespace
 
-QByteArray mailMessage(const MailDraft &draft, const QDateTime &date) {
-  return field("X-Unsent", "1") + field("Date", date.toString(Qt::RFC2822Date).toLatin1()) +
+QByteArray mailMessage(const MailDraft &draft) {
+  return field("X-Unsent", "1") + field("Date", draft.date.toString(Qt::RFC2822Date).toLatin1()) +
          field("Subject", encodedHeaderText(draft.subject)) + field("MIME-Version", "1.0") +
          field("Content-Type", QByteArray("multipart/mixed;\r\n boundary=\"") + kBoundary + '"') +
          "\r\n" + bodyPart(draft) + attachmentPart(draft) + "--" + kBoundary + "--\r\n";

@@ -37,6 +37,12 @@ void ViewController::performSegueWithIdentifier(const QString &identifier) {
 }
 
 void ViewController::presentViewController(ViewController *controller, PresentationStyle style) {
+  if (m_presented != nullptr) {
+    if (!controller->m_isKeptAfterDismissal) {
+      controller->deleteLater();
+    }
+    return;
+  }
   controller->setParent(this);
   controller->m_isPresented = true;
   controller->loadViewIfNeeded();

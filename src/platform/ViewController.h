@@ -56,7 +56,8 @@ class ViewController : public QObject {
   /// Takes the transition `identifier` of the storyboard from here; an unknown one is ignored.
   Q_INVOKABLE void performSegueWithIdentifier(const QString &identifier);
 
-  /// Shows `controller` above this one, which takes no input until `controller` is dismissed.
+  /// Shows `controller` above this one, which takes no input until `controller` is dismissed. While
+  /// another one is shown there, `controller` is not.
   void presentViewController(ViewController *controller, PresentationStyle style);
   /// Anchors the presented popover to the whole of `outlet`.
   void setPopoverSource(QObject *outlet);

@@ -15,7 +15,6 @@ class Window : public QObject {
   Q_PROPERTY(ViewController *rootViewController READ rootViewController CONSTANT)
   Q_PROPERTY(AlertStack *alerts READ alerts CONSTANT)
   Q_PROPERTY(BusyState *busy READ busy CONSTANT)
-  Q_PROPERTY(bool lightStatusBarContent READ isStatusBarContentLight NOTIFY statusBarStyleChanged)
 
  public:
   enum class StatusBarStyle { Default, LightContent };

@@ -116,6 +116,9 @@ void readArticle(object fields, Article &article) {
   }
 }
 
+/// Some services begin their answers with it; JSON does not.
+constexpr QByteArrayView kByteOrderMark = "\xEF\xBB\xBF";
+
 /// "doc" of the first of `elements`; a null string if there is none.
 QString docOf(array elements) {
   element doc;
@@ -126,6 +129,9 @@ QString docOf(array elements) {
 }  // namespace
 
 CatalogueAnswer::CatalogueAnswer(QByteArray body) : m_body(std::move(body)) {
+  if (m_body.startsWith(kByteOrderMark)) {
+    m_body.remove(0, kByteOrderMark.size());
+  }
   m_body.reserve(m_body.size() + kSpareBytes);
   m_cuts = cutsOf({m_body.constData(), static_cast<std::size_t>(m_body.size())});
 }

@@ -98,6 +98,16 @@ class WholeRun(unittest.TestCase):
         self.tablet.find("list item", "85123A, 4000000000013, WHITE HANGING HEART HOLDER, "
                                       "picked 6, ordered 6, difference 0")
 
+    def test_the_demo_is_offered_where_no_service_is_configured(self):
+        self.tablet.close()
+        home = os.path.join(self.folder.name, "home")
+        self.tablet = Program(self.screen, os.path.join(PROGRAMS, "cartonpick"), "--home", home)
+        self.tablet.touch("push button", "Try the demo")
+        self.tablet.expect_gone("push button", "Try the demo")
+        self.look_up("4711")
+        self.tablet.find("label", "Customer: Rosie's Kitchen")
+        self.assertTrue(os.path.exists(os.path.join(home, "demo", "Documents", "QIR_Pick.sqlite")))
+
     def test_a_delivery_goes_from_its_lookup_to_the_history(self):
         tablet = self.tablet
         self.start_picking("A-100")

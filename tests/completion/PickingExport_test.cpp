@@ -185,7 +185,7 @@ class PickingExportTest : public QObject {
   }
 
   void theNumberIsShownAsItIsEverywhere() {
-    const MailDraft draft = exportMail("<b>47&11</b> %1 \"é\"", "");
+    const MailDraft draft = exportMail("<b>47&11</b> %1 \"é\"", "", QDateTime());
     QCOMPARE(draft.subject, "Vardex File <b>47&11</b> %1 \"é\"");
     QCOMPARE(draft.htmlBody, "Delivery Number = &lt;b&gt;47&amp;11&lt;/b&gt; %1 &quot;é&quot;");
     QCOMPARE(draft.attachmentFileName, "Vardex_<b>47&11</b> %1 \"é\".csv");

@@ -86,12 +86,12 @@ MailDraft draftFor(const QString &number) {
           .htmlBody = "Delivery Number = " + number.toHtmlEscaped(),
           .attachment = kAttachment,
           .attachmentMimeType = "application/csv",
-          .attachmentFileName = "Vardex_" + number + ".csv"};
+          .attachmentFileName = "Vardex_" + number + ".csv",
+          .date = QDateTime({2026, 3, 2}, {10, 12, 5}, QTimeZone("Europe/Athens"))};
 }
 
 QByteArray mailFor(const QString &number) {
-  return mailMessage(draftFor(number),
-                     QDateTime({2026, 3, 2}, {10, 12, 5}, QTimeZone("Europe/Athens")));
+  return mailMessage(draftFor(number));
 }
 
 void addNumbers() {
@@ -197,7 +197,7 @@ class MailMessageTest : public QObject {
   void anEmptyAttachmentIsAnAttachment() {
     MailDraft draft = draftFor("4711");
     draft.attachment.clear();
-    const QJsonObject mail = readByPython(mailMessage(draft, QDateTime::currentDateTime()));
+    const QJsonObject mail = readByPython(mailMessage(draft));
     QCOMPARE(mail["fileName"].toString(), "Vardex_4711.csv");
     QCOMPARE(mail["attachment"].toString(), "");
   }
@@ -205,7 +205,7 @@ class MailMessageTest : public QObject {
   void aLargeAttachmentArrivesWhole() {
     MailDraft draft = draftFor("4711");
     draft.attachment = QByteArray(kAttachment).repeated(20'000);
-    const QJsonObject mail = readByPython(mailMessage(draft, QDateTime::currentDateTime()));
+    const QJsonObject mail = readByPython(mailMessage(draft));
     QCOMPARE(QByteArray::fromBase64(mail["attachment"].toString().toLatin1()), draft.attachment);
   }
 };

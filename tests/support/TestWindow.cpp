@@ -76,9 +76,10 @@ TestWindow::TestWindow(QSize size) : m_size(size) {
 
 TestWindow::~TestWindow() {
   if (QTest::currentTestFailed()) {
-    const QString file = QDir::temp().filePath(
-        QStringLiteral("%1-%2.png").arg(QCoreApplication::applicationName(),
-                                        QString::fromLatin1(QTest::currentTestFunction())));
+    const QString file =
+        QDir::temp().filePath(QStringLiteral("%1-%2.png")
+                                  .arg(QCoreApplication::applicationName(),
+                                       QString::fromLatin1(QTest::currentTestFunction())));
     window().grabWindow().save(file);
     qInfo("The window at the end: %s", qUtf8Printable(file));
   }

@@ -59,10 +59,10 @@ class DeliveryLookupUiTest : public QObject {
   void anEntryThatCannotBeANumberIsRefused_data() {
     QTest::addColumn<QString>("number");
     QTest::addColumn<QString>("alert");
-    QTest::newRow("nothing")
-        << QString() << "Please fill in data first|Delivery number is missing.|OK";
-    QTest::newRow("blanks")
-        << "  " << "Please fill in data first|Delivery number is missing.|OK";
+    QTest::newRow("nothing") << QString()
+                             << "Please fill in data first|Delivery number is missing.|OK";
+    QTest::newRow("blanks") << "  "
+                            << "Please fill in data first|Delivery number is missing.|OK";
     QTest::newRow("one character")
         << "4"
         << "Please fill in additional data|Delivery number should be at least 2 characters.|OK";
@@ -88,8 +88,9 @@ class DeliveryLookupUiTest : public QObject {
         << QByteArray("\"This picking has already been sent to the server\"")
         << "This picking has already been sent to the server|You cannot proceed as this order has "
            "already been picked|OK";
-    QTest::newRow("no JSON") << QByteArray("<html>")
-                             << "Could not fetch order details|Loading failed. Please try again.|OK";
+    QTest::newRow("no JSON")
+        << QByteArray("<html>")
+        << "Could not fetch order details|Loading failed. Please try again.|OK";
     QTest::newRow("an object")
         << QByteArray("{}") << "Could not fetch order details|Loading failed. Please try again.|OK";
     QTest::newRow("nothing found")

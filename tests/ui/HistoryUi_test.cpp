@@ -10,8 +10,14 @@ const QString kSummary = QStringLiteral("deliveryDetailsViewController");
 /// Two deliveries: the later one is sent.
 void storePickings(TestWindow &ui) {
   const QDateTime morning(QDate(2026, 3, 2), QTime(6, 0), QTimeZone::utc());
-  Picking first{.barcode = "bA", .box = "C1", .datepicked = morning, .descr = "Lantern",
-                .doc = "4711",  .item = "A",  .ordernum = "A1",      .orderqty = 5,
+  Picking first{.barcode = "bA",
+                .box = "C1",
+                .datepicked = morning,
+                .descr = "Lantern",
+                .doc = "4711",
+                .item = "A",
+                .ordernum = "A1",
+                .orderqty = 5,
                 .pickqty = 3};
   Picking last = first;
   last.item = "B";
@@ -48,9 +54,9 @@ class HistoryUiTest : public QObject {
     QTRY_COMPARE(ui.column("tblHistoryOverview", "deliveryNo"), QStringList({"4711", "4712"}));
     QTRY_COMPARE(ui.column("tblHistoryOverview", "sent"), QStringList({"No", "Yes"}));
     QTRY_COMPARE(ui.column("tblHistoryOverview", "dateCreated"),
-             QStringList({"02/03/2026 08:00", "03/03/2026 08:00"}));
+                 QStringList({"02/03/2026 08:00", "03/03/2026 08:00"}));
     QTRY_COMPARE(ui.column("tblHistoryOverview", "dateClosed"),
-             QStringList({"02/03/2026 09:00", "03/03/2026 08:00"}));
+                 QStringList({"02/03/2026 09:00", "03/03/2026 08:00"}));
   }
 
   void aTouchShowsTheDelivery() {

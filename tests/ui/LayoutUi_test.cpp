@@ -158,7 +158,6 @@ class LayoutUiTest : public QObject {
     QTRY_VERIFY(!ui.shows("busy"));
     ui.settle();
     const QSizeF window = ui.window().size();
-    static int n=0; ui.window().grabWindow().save(QStringLiteral("/tmp/dbg%1.png").arg(n++));
     everythingCanBeHit(ui.visibleItems(ui.item(screen)), window, kTouch);
     everythingCanBeRead(ui.visibleItems(ui.item(screen)), window);
   }

@@ -16,9 +16,9 @@ QString heard(const TestWindow &ui, const QString &name) {
     return {};
   }
   const QHash<QAccessible::Role, QString> roles{
-      {QAccessible::Button, "button"},        {QAccessible::EditableText, "field"},
-      {QAccessible::RadioButton, "segment"},  {QAccessible::ListItem, "row"},
-      {QAccessible::StaticText, "label"},     {QAccessible::Dialog, "dialog"},
+      {QAccessible::Button, "button"},       {QAccessible::EditableText, "field"},
+      {QAccessible::RadioButton, "segment"}, {QAccessible::ListItem, "row"},
+      {QAccessible::StaticText, "label"},    {QAccessible::Dialog, "dialog"},
       {QAccessible::Heading, "heading"}};
   QStringList parts{roles.value(interface->role()), interface->text(QAccessible::Name)};
   const QString description = interface->text(QAccessible::Description);
@@ -85,17 +85,17 @@ class ScreenReaderUiTest : public QObject {
   void theDetailPane() {
     TestWindow ui;
     ui.openBox({{"C1", "A", 5}});
-    compare(ui, {{"txtBarcode", "field|Item or barcode"},
-                 {"segmentedControl0", "button|All"},
-                 {"segmentedControl1", "button|Not picked"},
-                 {"segmentedControl2", "button|Different"},
-                 {"segmentedControl3", "button|Matching"},
-                 {"btnOptions", "button|Options"},
-                 {"lblTotalPick", "label|0|Picked"},
-                 {"lblTotalOrder", "label|5|Ordered"},
-                 {"lblTotalDiff", "label|-5|Difference"},
-                 {"tblItemsRow0",
-                  "row|A, bA, Description of A, picked 0, ordered 5, difference -5"}});
+    compare(ui,
+            {{"txtBarcode", "field|Item or barcode"},
+             {"segmentedControl0", "button|All"},
+             {"segmentedControl1", "button|Not picked"},
+             {"segmentedControl2", "button|Different"},
+             {"segmentedControl3", "button|Matching"},
+             {"btnOptions", "button|Options"},
+             {"lblTotalPick", "label|0|Picked"},
+             {"lblTotalOrder", "label|5|Ordered"},
+             {"lblTotalDiff", "label|-5|Difference"},
+             {"tblItemsRow0", "row|A, bA, Description of A, picked 0, ordered 5, difference -5"}});
   }
 
   void theChosenSegmentIsChecked() {

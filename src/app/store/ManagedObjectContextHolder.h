@@ -7,7 +7,7 @@ class ManagedObjectContextHolder {
  public:
   virtual ~ManagedObjectContextHolder() = default;
 
-  /// Nothing if the store could not be built.
+  /// Nothing until one has been handed on.
   [[nodiscard]] ManagedObjectContext *managedObjectContext() const {
     return m_managedObjectContext;
   }

@@ -13,8 +13,12 @@ class StoreLock {
     m_file.setStaleLockTime(0);
   }
 
-  /// False if another program holds the store.
+  /// False if another program holds the store, or if the lock cannot be made.
   [[nodiscard]] bool acquire() { return m_file.tryLock(); }
+  /// After a lock that was not acquired: whether another program holds it.
+  [[nodiscard]] bool isHeldByAnother() const {
+    return m_file.error() == QLockFile::LockFailedError;
+  }
 
  private:
   QLockFile m_file;

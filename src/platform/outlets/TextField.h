@@ -42,7 +42,8 @@ class TextField : public Outlet {
   void setEnabled(bool enabled) {
     if (m_enabled != enabled) {
       m_enabled = enabled;
-      // Of its own: a field that is disabled loses the keyboard, which is a change too.
+      // A signal of its own: an item that is disabled loses the keyboard, which changes
+      // `firstResponder` while bindings to `changed` are still being told.
       emit enabledChanged();
       emit changed();
     }

@@ -13,7 +13,7 @@ RowLayout {
     spacing: 16
 
     Repeater {
-        model: [["deliveryNo", 0], ["sent", 150], ["dateCreated", 190], ["dateClosed", 190]]
+        model: [["deliveryNo", 0], ["sent", 140], ["dateCreated", 180], ["dateClosed", 180]]
 
         PlainText {
             required property var modelData

@@ -12,7 +12,7 @@ TableRow {
     rowIndex: index
     ground: Theme.ground[cell.backgroundColor]
     enabled: table.enabled
-    Accessible.name: "Box %1, picked %2, ordered %3, %4".arg(cell.lblBox.text).arg(cell.lblPickQty.text).arg(cell.lblOrderQty.text).arg(cell.state)
+    Accessible.name: `Box ${cell.lblBox.text}, picked ${cell.lblPickQty.text}, ordered ${cell.lblOrderQty.text}, ${cell.state}`
 
     contentItem: RowLayout {
         spacing: 10

@@ -16,7 +16,7 @@ RowLayout {
         caption: counters.controller.lblBoxesTotalLabel.text
         captionName: counters.controller.lblBoxesTotalLabel.objectName
         Layout.fillWidth: true
-        Layout.preferredWidth: 3
+        Layout.preferredWidth: 60
     }
     ValueTile {
         outlet: counters.controller.lblBoxesUnopenedValue
@@ -24,7 +24,7 @@ RowLayout {
         captionName: counters.controller.lblBoxesUnopenedLabel.objectName
         state: "unopened"
         Layout.fillWidth: true
-        Layout.preferredWidth: 5
+        Layout.preferredWidth: 96
     }
     ValueTile {
         outlet: counters.controller.lblBoxesCompletedValue
@@ -32,7 +32,7 @@ RowLayout {
         captionName: counters.controller.lblBoxesCompletedLabel.objectName
         state: "completed"
         Layout.fillWidth: true
-        Layout.preferredWidth: 5
+        Layout.preferredWidth: 96
     }
     ValueTile {
         outlet: counters.controller.lblBoxesIncompleteValue
@@ -40,6 +40,6 @@ RowLayout {
         captionName: counters.controller.lblBoxesIncompleteLabel.objectName
         state: "incomplete"
         Layout.fillWidth: true
-        Layout.preferredWidth: 5
+        Layout.preferredWidth: 96
     }
 }

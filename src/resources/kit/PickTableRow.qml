@@ -10,7 +10,7 @@ TableRow {
 
     rowIndex: index
     ground: Theme.ground[cell.backgroundColor]
-    Accessible.name: "%1, %2, %3, picked %4, ordered %5, difference %6".arg(cell.item.text).arg(cell.barcode.text).arg(cell.descr.text).arg(cell.pickqty.text).arg(cell.orderqty.text).arg(cell.diffqty.text)
+    Accessible.name: `${cell.item.text}, ${cell.barcode.text}, ${cell.descr.text}, picked ${cell.pickqty.text}, ordered ${cell.orderqty.text}, difference ${cell.diffqty.text}`
 
     contentItem: PickTableCell {
         cell: row.cell

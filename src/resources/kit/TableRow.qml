@@ -17,7 +17,11 @@ ItemDelegate {
     focusPolicy: Qt.NoFocus
     onClicked: table.touchRow(row.rowIndex)
     Accessible.role: Accessible.ListItem
-    Accessible.onPressAction: table.touchRow(row.rowIndex)
+    Accessible.onPressAction: {
+        if (row.enabled) {
+            table.touchRow(row.rowIndex);
+        }
+    }
 
     background: Rectangle {
         color: row.down ? Qt.darker(row.ground, 1.08) : row.ground

@@ -2,8 +2,9 @@ import QtQuick
 import CartonPick
 import CartonPick.Platform
 
-// A number that matters, above its caption.
-Column {
+// A number that matters, above its caption. Its implicit size does not depend on its width: a layout
+// would chase its own tail.
+Item {
     id: tile
 
     required property LabelOutlet outlet
@@ -13,8 +14,14 @@ Column {
     property alias valueSize: value.font.pixelSize
     property string state: ""
 
+    implicitWidth: label.implicitWidth
+    implicitHeight: row.height + label.implicitHeight
+
     Row {
+        id: row
+
         anchors.horizontalCenter: parent.horizontalCenter
+        height: Math.ceil(tile.valueSize * 1.22)
         spacing: 6
 
         StateIcon {
@@ -30,6 +37,7 @@ Column {
             outlet: tile.outlet
             caption: tile.caption
             width: Math.min(implicitWidth, tile.width - (tile.state !== "" ? 30 : 0))
+            height: parent.height
             font.pixelSize: Theme.value
             font.weight: Font.Bold
             fontSizeMode: Text.HorizontalFit
@@ -37,7 +45,10 @@ Column {
         }
     }
     PlainText {
+        id: label
+
         objectName: tile.captionName
+        anchors.top: row.bottom
         width: tile.width
         text: tile.caption
         horizontalAlignment: Text.AlignHCenter

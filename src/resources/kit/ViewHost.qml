@@ -51,8 +51,8 @@ FocusScope {
 
             x: coversAll ? 0 : frame.x
             y: coversAll ? 0 : frame.y
-            width: coversAll ? host.width : host.width - frame.x - Theme.gap
-            height: coversAll ? host.height : host.height - frame.y - Theme.gap
+            width: coversAll ? host.width : frame.width
+            height: coversAll ? host.height : frame.height
             onShownChanged: {
                 if (shown === null) {
                     source = "";

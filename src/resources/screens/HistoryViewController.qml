@@ -65,7 +65,7 @@ FocusScope {
             table: deliveries.outlet
             width: deliveries.width
             height: deliveries.rowHeight
-            Accessible.name: "Delivery %1, synchronized %2, start %3, end %4".arg(cell.deliveryNo.text).arg(cell.sent.text).arg(cell.dateCreated.text).arg(cell.dateClosed.text)
+            Accessible.name: `Delivery ${cell.deliveryNo.text}, synchronized ${cell.sent.text}, start ${cell.dateCreated.text}, end ${cell.dateClosed.text}`
 
             contentItem: PickHistoryCell {
                 cell: row.cell

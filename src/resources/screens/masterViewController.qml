@@ -71,6 +71,7 @@ FocusScope {
             }
             DeliveryHeader {
                 controller: screen.controller
+                visible: !screen.controller.lblCustomerName.hidden || screen.controller.activityIndicator.animating
                 Layout.fillWidth: true
                 Layout.fillHeight: false
             }

@@ -1,0 +1,52 @@
+#include "app/CommandLine.h"
+
+#include <QTest>
+
+class CommandLineTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void cleanup() {
+    qunsetenv("CARTONPICK_SERVICE_HOST");
+    qunsetenv("CARTONPICK_HOME");
+  }
+
+  void withoutOptionsThereIsNoHostAndTheHomeIsThisUsersOwn() {
+    const CommandLine options = CommandLine::parse({"cartonpick"});
+    QCOMPARE(options.serviceHost, QString());
+    QVERIFY(!options.demo);
+    QCOMPARE(options.folders().home, Folders::ofThisUser().home);
+  }
+
+  void theEnvironmentStandsForTheOptions() {
+    qputenv("CARTONPICK_SERVICE_HOST", "picking.example:8080");
+    qputenv("CARTONPICK_HOME", "/srv/picking");
+    const CommandLine options = CommandLine::parse({"cartonpick"});
+    QCOMPARE(options.serviceHost, "picking.example:8080");
+    QCOMPARE(options.folders().home, "/srv/picking");
+  }
+
+  void anOptionWinsOverTheEnvironment() {
+    qputenv("CARTONPICK_SERVICE_HOST", "picking.example:8080");
+    qputenv("CARTONPICK_HOME", "/srv/picking");
+    const CommandLine options =
+        CommandLine::parse({"cartonpick", "--service-host", "other:1", "--home", "/srv/other"});
+    QCOMPARE(options.serviceHost, "other:1");
+    QCOMPARE(options.folders().documents(), "/srv/other/Documents");
+  }
+
+  void theDemoHasAHomeOfItsOwn() {
+    const CommandLine options = CommandLine::parse({"cartonpick", "--demo"});
+    QVERIFY(options.demo);
+    QCOMPARE(options.folders().home, Folders::ofThisUser().home + "/demo");
+  }
+
+  void theDemoThatIsStartedLaterDoesNotUseTheHomeThatWasGiven() {
+    const CommandLine options = CommandLine::parse({"cartonpick", "--home", "/srv/picking"});
+    QVERIFY(options.withDemo().demo);
+    QCOMPARE(options.withDemo().folders().home, "/srv/picking/demo");
+  }
+};
+
+QTEST_GUILESS_MAIN(CommandLineTest)
+#include "CommandLine_test.moc"

@@ -1,0 +1,44 @@
+#include "app/DemoService.h"
+
+#include <QTcpSocket>
+#include <QTest>
+
+namespace {
+
+bool answers(const QString &host) {
+  QTcpSocket socket;
+  socket.connectToHost(host.section(u':', 0, 0), host.section(u':', 1).toUShort());
+  return socket.waitForConnected();
+}
+
+}  // namespace
+
+class DemoServiceTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void listensOnLoopbackOnceItHasStarted() {
+    DemoService service(CARTONPICK_ORDERS);
+    const QString host = service.start();
+    QVERIFY(host.startsWith("127.0.0.1:"));
+    QVERIFY(answers(host));
+  }
+
+  void endsWithItsObject() {
+    QString host;
+    {
+      DemoService service(CARTONPICK_ORDERS);
+      host = service.start();
+    }
+    QVERIFY(!answers(host));
+  }
+
+  void aServiceThatCannotBeStartedHasNoHost() {
+    DemoService service("/no/such/program");
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("did not start"));
+    QCOMPARE(service.start(), QString());
+  }
+};
+
+QTEST_GUILESS_MAIN(DemoServiceTest)
+#include "DemoService_test.moc"
