@@ -125,8 +125,8 @@ Deliveries demoDeliveries() {
   addSpecialities(maker, catalogue.size() - 8);
   addSeveralDates(maker);
   addCrowdedCarton(maker);
-  maker.addCartons({.customer = "Quay Street Deli", .delivery = "4719 2B", .number = "SO-20619"},
-                   2, 3, 500);
+  maker.addCartons({.customer = "Quay Street Deli", .delivery = "4719 2B", .number = "SO-20619"}, 2,
+                   3, 500);
   return maker.take();
 }
 

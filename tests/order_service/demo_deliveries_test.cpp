@@ -15,7 +15,7 @@ namespace {
 
 using Lines = std::span<const OrderLine>;
 
-const std::vector<std::string> kNumbers = {"4711", "4712", "4713", "4714",    "4715",
+const std::vector<std::string> kNumbers = {"4711", "4712", "4713", "4714",   "4715",
                                            "4716", "4717", "4718", "4719 2B"};
 
 const Deliveries &demo() {

@@ -42,6 +42,12 @@ class CatalogueAnswerTest : public QObject {
     QCOMPARE(articles, QStringList({"b1/A/One", "b2/B/Two"}));
   }
 
+  void aByteOrderMarkIsSkipped() {
+    const auto answer = CatalogueAnswer::read("\xEF\xBB\xBF[{\"item\":\"A\"}]");
+    QVERIFY(answer);
+    QCOMPARE(answer->articleCount(), 1U);
+  }
+
   void anEmptyArrayIsAnEmptyCatalogue() {
     const auto answer = CatalogueAnswer::read("[]");
     QVERIFY(answer);

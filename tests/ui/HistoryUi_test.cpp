@@ -73,8 +73,8 @@ class HistoryUiTest : public QObject {
     QVERIFY(ui.shows("tblHistoryOverviewRow0"));
   }
 
-  void whileOneDeliveryIsShownAnotherCanBeChosen() {
-    TestWindow ui({1280, 800});
+  void afterOneDeliveryAnotherCanBeChosen() {
+    TestWindow ui;
     storePickings(ui);
     ui.touch("btnSegueHistory");
     ui.touch("tblHistoryOverviewRow0");

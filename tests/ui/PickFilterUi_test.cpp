@@ -65,7 +65,7 @@ class PickFilterUiTest : public QObject {
     QCOMPARE(ui.fieldsWithKeyboard(), QStringList("txtBarcode"));
   }
 
-  void aFilterThatNoLinePassesSaysSo() {
+  void aFilterThatNoLinePassesShowsNoRow() {
     TestWindow ui;
     ui.openBox({{"C1", "A", 5}});
     ui.touch("segmentedControl3");

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Layouts
 import CartonPick
@@ -10,7 +12,7 @@ RowLayout {
     property color ink: Theme.text
     property bool isHeader: false
 
-    spacing: 16
+    spacing: 12
 
     Repeater {
         model: [["deliveryNo", 0], ["sent", 140], ["dateCreated", 180], ["dateClosed", 180]]

@@ -27,7 +27,11 @@ Button {
 
     Accessible.role: Accessible.Button
     Accessible.name: text
-    Accessible.onPressAction: button.click()
+    Accessible.onPressAction: {
+        if (button.enabled) {
+            button.clicked();
+        }
+    }
 
     contentItem: PlainText {
         text: button.text

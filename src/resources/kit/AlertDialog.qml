@@ -19,7 +19,7 @@ ModalPopup {
 
     contentItem: FocusScope {
         objectName: "alert"
-        implicitHeight: column.implicitHeight
+        implicitHeight: childrenRect.height
         focus: true
         Keys.onEscapePressed: dialog.answered(dialog.cancelButtonIndex)
         Keys.onReturnPressed: event => event.accepted = true
@@ -27,8 +27,6 @@ ModalPopup {
         Accessible.name: dialog.title
 
         Column {
-            id: column
-
             width: parent.width
             spacing: 16
 

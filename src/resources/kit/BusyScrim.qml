@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Templates as T
 import CartonPick
 import CartonPick.Platform
 
@@ -17,10 +16,7 @@ ModalPopup {
     opacity: isWorthShowing ? 1 : 0
     onAboutToShow: delay.restart()
     onClosed: isWorthShowing = false
-    T.Overlay.modal: Rectangle {
-        color: Theme.scrim
-        opacity: scrim.opacity
-    }
+    dim: isWorthShowing
 
     Timer {
         id: delay

@@ -44,7 +44,7 @@ Row {
             Accessible.name: modelData
             Accessible.checkable: true
             Accessible.checked: isSelected
-            Accessible.onPressAction: segment.click()
+            Accessible.onPressAction: bar.outlet.touchSegment(index)
 
             contentItem: PlainText {
                 text: segment.text

@@ -106,18 +106,33 @@ FocusScope {
     }
 
     Loader {
-        active: host.controller.presented !== null && host.controller.presentationStyle === "formSheet"
-        sourceComponent: FormSheet {
-            controller: host.controller.presented
+        readonly property bool isSheet: host.controller.presentationStyle === "formSheet"
+        readonly property ViewController shown: isSheet ? host.controller.presented : null
+
+        onShownChanged: {
+            if (shown === null) {
+                source = "";
+            } else {
+                setSource("FormSheet.qml", {
+                    "controller": shown
+                });
+            }
         }
     }
 
     Loader {
-        active: host.controller.presented !== null && host.controller.popoverSource !== null
-        sourceComponent: Popover {
-            presenter: host.controller
-            controller: host.controller.presented
-            anchorItem: host.itemOf(host.controller.popoverSource, screen.item)
+        readonly property ViewController shown: host.controller.popoverSource !== null ? host.controller.presented : null
+
+        onShownChanged: {
+            if (shown === null) {
+                source = "";
+            } else {
+                setSource("Popover.qml", {
+                    "presenter": host.controller,
+                    "controller": shown,
+                    "anchorItem": host.itemOf(host.controller.popoverSource, screen.item)
+                });
+            }
         }
     }
 
