@@ -70,7 +70,7 @@ masterViewController::masterViewController(Environment &environment, QObject *pa
 }
 
 masterViewController::~masterViewController() {
-  if (m_connection) {
+  if (m_connection != nullptr) {
     environment().busy.end();
   }
 }

@@ -1,14 +1,12 @@
 #include "platform/Storyboard.h"
 
-#include <utility>
-
 namespace {
 /// Stands for "where the source came from" in the table of transitions.
 const QString kBack = QStringLiteral("<-");
 }  // namespace
 
 void Storyboard::addScene(const QString &identifier, Scene scene) {
-  m_scenes.insert(identifier, std::move(scene));
+  m_scenes.insert(identifier, scene);
 }
 
 void Storyboard::addSegue(const QString &identifier, const QString &sceneIdentifier) {

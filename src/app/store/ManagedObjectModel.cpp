@@ -17,7 +17,7 @@ std::vector<ManagedObjectModel::Attribute> readAttributes(const QJsonObject &att
 
 std::vector<QStringList> readIndexes(const QJsonArray &indexes) {
   std::vector<QStringList> result;
-  for (const QJsonValue &index : indexes) {
+  for (const auto index : indexes) {
     result.push_back(index.toVariant().toStringList());
   }
   return result;
