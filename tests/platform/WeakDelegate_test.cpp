@@ -40,7 +40,8 @@ class WeakDelegateTest : public QObject {
   void aDelegateIsNothingOnceItsAdopterIsGone() {
     auto adopter = std::make_unique<Adopter>();
     const WeakDelegate<Protocol> delegate(adopter.get());
-    const WeakDelegate<Protocol> copy = delegate;
+    WeakDelegate<Protocol> copy;
+    copy = delegate;
     adopter.reset();
     QVERIFY(!delegate);
     QVERIFY(!copy);
