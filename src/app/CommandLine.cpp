@@ -15,7 +15,10 @@ QString valueOr(const QCommandLineParser &parser, const QCommandLineOption &opti
 
 CommandLine CommandLine::withDemo() const {
   const QString demoHome = home.isEmpty() ? QString() : home + kDemoFolder;
-  return {serviceHost, demoHome, true};
+  CommandLine options = *this;
+  options.home = demoHome;
+  options.demo = true;
+  return options;
 }
 
 Folders CommandLine::folders() const {
@@ -44,8 +47,21 @@ CommandLine CommandLine::parse(const QStringList &arguments) {
   const QCommandLineOption demo(
       QStringLiteral("demo"),
       QStringLiteral("Run on demo deliveries, with an order service of the program's own."));
-  parser.addOptions({serviceHost, home, demo});
+  const QCommandLineOption fullScreen(
+      QStringLiteral("fullscreen"),
+      QStringLiteral("Fill the screen, without a window frame, as on a tablet for picking alone."));
+  const QCommandLineOption onScreenKeyboard(
+      QStringLiteral("on-screen-keyboard"),
+      QStringLiteral("Bring a keyboard onto the screen, for a tablet without keys."));
+  const QCommandLineOption gallery(
+      QStringLiteral("gallery"),
+      QStringLiteral("Show the parts that the screens are made of, in all their states."));
+  parser.addOptions({serviceHost, home, demo, fullScreen, onScreenKeyboard, gallery});
   parser.process(arguments);
-  return {valueOr(parser, serviceHost, "CARTONPICK_SERVICE_HOST"),
-          valueOr(parser, home, "CARTONPICK_HOME"), parser.isSet(demo)};
+  return {.serviceHost = valueOr(parser, serviceHost, "CARTONPICK_SERVICE_HOST"),
+          .home = valueOr(parser, home, "CARTONPICK_HOME"),
+          .demo = parser.isSet(demo),
+          .fullScreen = parser.isSet(fullScreen),
+          .onScreenKeyboard = parser.isSet(onScreenKeyboard),
+          .gallery = parser.isSet(gallery)};
 }

@@ -13,6 +13,12 @@ struct CommandLine {
   QString home;
   /// Whether to run on the demo deliveries.
   bool demo = false;
+  /// Whether the window fills the screen and has no frame.
+  bool fullScreen = false;
+  /// Whether to bring a keyboard onto the screen.
+  bool onScreenKeyboard = false;
+  /// Whether to show the parts of the screens instead of the program.
+  bool gallery = false;
 
   /// The same, on the demo deliveries and with a home of their own: demo pickings have no business
   /// among the real ones.

@@ -1,5 +1,6 @@
 #include "app/MainStoryboard.h"
 
+#include "app/DisplayViewController.h"
 #include "app/splitViewController.h"
 #include "app/startViewController.h"
 #include "completion/HistoryViewController.h"
@@ -26,6 +27,7 @@ ViewController *makeSplitView(Environment &environment, QObject *owner) {
 void fillMainStoryboard(Storyboard &storyboard) {
   storyboard.addScene(QStringLiteral("startViewController"), make<startViewController>);
   storyboard.addScene(QStringLiteral("splitViewController"), makeSplitView);
+  storyboard.addScene(QStringLiteral("DisplayViewController"), make<DisplayViewController>);
   storyboard.addScene(QStringLiteral("HistoryViewController"), make<HistoryViewController>);
   storyboard.addScene(QStringLiteral("changeQuantityViewController"),
                       make<changeQuantityViewController>);

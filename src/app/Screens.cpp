@@ -1,5 +1,7 @@
 #include "app/Screens.h"
 
+#include "app/IconProvider.h"
+#include "platform/ScanGuard.h"
 #include "platform/Window.h"
 
 #include <QDebug>
@@ -30,6 +32,7 @@ Screens::Screens(Window &window) {
   QQuickStyle::setStyle(QStringLiteral("Basic"));
   m_engine = std::make_unique<QQmlEngine>();
   m_engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
+  m_engine->addImageProvider(QStringLiteral("icons"), new IconProvider);
   QQmlComponent component(m_engine.get(), QUrl(QStringLiteral("qrc:/qt/qml/CartonPick/Main.qml")));
   if (component.isReady()) {
     m_root.reset(component.createWithInitialProperties(
@@ -38,6 +41,9 @@ Screens::Screens(Window &window) {
   const QList<QQmlError> errors = component.errors();
   for (const QQmlError &error : errors) {
     qCritical().noquote() << error.toString();
+  }
+  if (QQuickWindow *shown = quickWindow()) {
+    m_guard = std::make_unique<ScanGuard>(*shown, window);
   }
 }
 

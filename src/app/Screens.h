@@ -6,6 +6,7 @@
 
 class QQmlEngine;
 class QQuickWindow;
+class ScanGuard;
 class Window;
 
 /// The window on screen, drawn by the QML files of the program.
@@ -19,9 +20,12 @@ class Screens {
 
   /// Nothing if the screens could not be loaded.
   [[nodiscard]] QQuickWindow *quickWindow() const;
+  /// The guard of the window's keys.
+  [[nodiscard]] const ScanGuard &scanGuard() const { return *m_guard; }
   [[nodiscard]] QQmlEngine &engine() const { return *m_engine; }
 
  private:
   std::unique_ptr<QQmlEngine> m_engine;
   std::unique_ptr<QObject> m_root;
+  std::unique_ptr<ScanGuard> m_guard;
 };

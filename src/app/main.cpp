@@ -1,36 +1,77 @@
 #include "app/CommandLine.h"
 #include "app/DemoService.h"
+#include "app/GalleryViewController.h"
 #include "app/MainStoryboard.h"
 #include "app/Screens.h"
 #include "app/startViewController.h"
 #include "app/store/StoreLock.h"
 #include "app/vekAppDelegate.h"
 #include "platform/DesktopMailComposer.h"
+#include "platform/DesktopWakeLock.h"
 #include "platform/Environment.h"
 #include "platform/NetworkHttpClient.h"
 
 #include <QDebug>
 #include <QGuiApplication>
+#include <QIcon>
 #include <QQuickWindow>
 
+#include <algorithm>
 #include <cstdlib>
+#include <span>
+#include <string_view>
 
 namespace {
 
 /// Says that the user wants to go on with the demo deliveries.
 constexpr int kRestartWithDemo = 1000;
 
+Environment environmentOf(const CommandLine &options) {
+  const Folders folders = options.folders();
+  return {
+      .clock = std::make_unique<SystemClock>(),
+      .http = std::make_unique<NetworkHttpClient>(),
+      .sounds = std::make_unique<DeviceSoundPlayer>(),
+      .mail = std::make_unique<DesktopMailComposer>(folders),
+      .wakeLock = std::make_unique<DesktopWakeLock>(),
+      .display = std::make_unique<DisplaySettings>(folders, std::make_unique<SystemColourScheme>()),
+      .folders = folders,
+      .serviceHost = options.serviceHost};
+}
+
+bool makeFolders(const Environment &environment) {
+  const bool isMade = environment.folders.create();
+  if (!isMade) {
+    qCritical("The folder %s cannot be made.", qUtf8Printable(environment.folders.documents()));
+  }
+  return isMade;
+}
+
+/// Shows `window` until it is closed; the result is that of the event loop.
+int show(Window &window, const CommandLine &options) {
+  window.fullScreen = options.fullScreen;
+  window.onScreenKeyboard = options.onScreenKeyboard;
+  const Screens screens(window);
+  return screens.quickWindow() == nullptr ? EXIT_FAILURE : QGuiApplication::exec();
+}
+
+/// Shows the parts of the screens until the window is closed; needs no store.
+int runGallery(const CommandLine &options) {
+  Environment environment = environmentOf(options);
+  if (!makeFolders(environment)) {
+    return EXIT_FAILURE;
+  }
+  fillMainStoryboard(environment.storyboard);
+  GalleryViewController gallery(environment);
+  gallery.loadViewIfNeeded();
+  Window window(gallery, environment);
+  return show(window, options);
+}
+
 /// Runs the program until it is left; the result is that of the event loop.
 int run(const CommandLine &options) {
-  const Folders folders = options.folders();
-  Environment environment{.clock = std::make_unique<SystemClock>(),
-                          .http = std::make_unique<NetworkHttpClient>(),
-                          .sounds = std::make_unique<DeviceSoundPlayer>(),
-                          .mail = std::make_unique<DesktopMailComposer>(folders),
-                          .folders = folders,
-                          .serviceHost = options.serviceHost};
-  if (!environment.folders.create()) {
-    qCritical("The folder %s cannot be made.", qUtf8Printable(environment.folders.documents()));
+  Environment environment = environmentOf(options);
+  if (!makeFolders(environment)) {
     return EXIT_FAILURE;
   }
   StoreLock lock(environment.folders);
@@ -55,17 +96,35 @@ int run(const CommandLine &options) {
     QObject::connect(start, &startViewController::demoRequested, start,
                      [] { QCoreApplication::exit(kRestartWithDemo); });
   }
-  const Screens screens(*delegate.window());
-  return screens.quickWindow() == nullptr ? EXIT_FAILURE : QGuiApplication::exec();
+  return show(*delegate.window(), options);
+}
+
+/// Has to happen before Qt looks for input methods.
+void chooseInputMethod(const std::span<char *> arguments) {
+  const bool wantsKeyboard = std::any_of(
+      arguments.begin(), arguments.end(),
+      [](const char *argument) { return std::string_view(argument) == "--on-screen-keyboard"; });
+  if (wantsKeyboard) {
+    qputenv("QT_IM_MODULE", "qtvirtualkeyboard");
+    // The keyboard stands in our window, not in one of its own.
+    qputenv("QT_VIRTUALKEYBOARD_DESKTOP_DISABLE", "1");
+  }
 }
 
 }  // namespace
 
 int main(int argc, char *argv[]) {
+  chooseInputMethod({argv, static_cast<std::size_t>(argc)});
   const QGuiApplication application(argc, argv);
   QCoreApplication::setApplicationName(QStringLiteral("CartonPick"));
   QCoreApplication::setApplicationVersion(QStringLiteral(CARTONPICK_VERSION));
+  // The name of the desktop entry, and of the icon that is installed with it.
+  QGuiApplication::setDesktopFileName(QStringLiteral("io.github.cartonpick.CartonPick"));
+  QGuiApplication::setWindowIcon(QIcon::fromTheme(QGuiApplication::desktopFileName()));
   CommandLine options = CommandLine::parse(QCoreApplication::arguments());
+  if (options.gallery) {
+    return runGallery(options);
+  }
   int result = run(options);
   if (result == kRestartWithDemo) {
     options = options.withDemo();

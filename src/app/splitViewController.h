@@ -24,4 +24,13 @@ class splitViewController : public ViewController {
     return qobject_cast<NavigationController *>(childViewControllers().at(0))->topViewController();
   }
   [[nodiscard]] ViewController *detail() const { return childViewControllers().at(1); }
+
+  /// That of the detail pane, or else that of the master pane.
+  [[nodiscard]] TextField *scanField() const override {
+    if (master()->isCovered() || detail()->isCovered()) {
+      return nullptr;
+    }
+    TextField *field = detail()->scanField();
+    return field != nullptr ? field : master()->scanField();
+  }
 };

@@ -17,6 +17,7 @@ void handOn(ManagedObjectContext *context, ViewController *destination) {
 startViewController::startViewController(Environment &environment, QObject *parent)
     : ViewController(QStringLiteral("startViewController"), environment, parent) {
   btnDemo->setTitle(QStringLiteral("Try the demo"));
+  btnDisplay->setTitle(QStringLiteral("Display"));
 }
 
 void startViewController::viewDidLoad() {
@@ -26,6 +27,12 @@ void startViewController::viewDidLoad() {
       host.isEmpty() ? QStringLiteral("No order service is configured. Start the program with "
                                       "--service-host HOST[:PORT], or try it on demo deliveries.")
                      : QStringLiteral("Order service: ") + host);
+}
+
+void startViewController::btnDisplayTouched() {
+  presentViewController(environment().storyboard.instantiateViewController(
+                            QStringLiteral("DisplayViewController"), environment(), this),
+                        PresentationStyle::FormSheet);
 }
 
 void startViewController::prepareForSegue(Segue &segue) {

@@ -12,6 +12,7 @@ class startViewController : public ViewController, public ManagedObjectContextHo
   QML_UNCREATABLE("Controllers come from the storyboard")
   OUTLET(Label, lblServiceHost)
   OUTLET(Button, btnDemo)
+  OUTLET(Button, btnDisplay)
 
  public:
   explicit startViewController(Environment &environment, QObject *parent = nullptr);
@@ -20,6 +21,7 @@ class startViewController : public ViewController, public ManagedObjectContextHo
   void prepareForSegue(Segue &segue) override;
 
   Q_INVOKABLE void btnDemoTouched() { emit demoRequested(); }
+  Q_INVOKABLE void btnDisplayTouched();
 
  signals:
   /// The user wants to try the program on the demo deliveries.

@@ -53,8 +53,7 @@ void vekAppDelegate::saveContext() {
 bool vekAppDelegate::didFinishLaunchingWithOptions() {
   m_startScreen.reset(m_environment.storyboard.instantiateViewController(
       QStringLiteral("startViewController"), m_environment, nullptr));
-  m_window =
-      std::make_unique<Window>(m_startScreen.get(), &m_environment.alerts, &m_environment.busy);
+  m_window = std::make_unique<Window>(*m_startScreen, m_environment);
   if (auto *start = qobject_cast<startViewController *>(m_startScreen.get())) {
     start->setManagedObjectContext(managedObjectContext());
   }

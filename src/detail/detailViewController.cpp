@@ -8,6 +8,7 @@
 #include "detail/PickFilter.h"
 #include "detail/PickRecorder.h"
 #include "detail/ScanMatch.h"
+#include "detail/ScanTrailViewController.h"
 #include "detail/pickTableCell.h"
 #include "master/SummaryOverlay.h"
 #include "master/changeQuantityViewController.h"
@@ -50,6 +51,8 @@ void detailViewController::viewDidLoad() {
   m_actionPicker = new actionPickerViewController(environment(), this);
   m_actionPicker->keepAfterDismissal();
   m_actionPicker->setDelegate(this);
+  m_scanTrail = new ScanTrailViewController(environment(), this);
+  m_scanTrail->keepAfterDismissal();
 }
 
 void detailViewController::setCurBoxIndex(int index) {
@@ -98,6 +101,7 @@ void detailViewController::showOpenBox() {
   lblScanState->setText(isOpen ? QStringLiteral("Ready to scan")
                                : QStringLiteral("Open a box first"));
   lblScanState->setTextColor(isOpen ? Colour::green : Colour::grey);
+  txtBarcode->setTakesScans(isOpen);
 }
 
 bool detailViewController::textFieldShouldReturn(TextField &field) {
@@ -113,16 +117,35 @@ bool detailViewController::textFieldShouldReturn(TextField &field) {
   const QString code = txtBarcode->text();
   if (const auto row = lineWithCode(openBoxLines(), code)) {
     displayQuantityViewControllerForIndexPath(static_cast<int>(*row));
+    m_isKeypadForScan = true;
+    noteScan(code, ScanOutcome::Found, static_cast<int>(*row) + 1);
   } else if (const LoosePick *loose = loosePickWithCode(pickList(), code)) {
+    noteScan(code, ScanOutcome::Loose);
     openKeypadOnLastRow(loosePickAgain(*loose, environment().clock->now()));
   } else if (const auto article = articleWithCode(managedObjectContext(), code)) {
+    noteScan(code, ScanOutcome::Loose);
     openKeypadOnLastRow(loosePickOf(*article, m_doc, pickList(), environment().clock->now()));
   } else {
+    noteScan(code, ScanOutcome::Unknown);
     refuseUnknownItem(code);
     return false;
   }
   txtBarcode->setText(QString());
   return true;
+}
+
+void detailViewController::noteScan(const QString &code, ScanOutcome outcome, int line) {
+  environment().scans.add(
+      {.time = environment().clock->timeOfDay(), .code = code, .outcome = outcome, .line = line});
+}
+
+TextField *detailViewController::scanField() const {
+  return m_curBoxIndex == -1 ? nullptr : txtBarcode;
+}
+
+void detailViewController::scanStateTouched() {
+  presentViewController(m_scanTrail, PresentationStyle::Popover);
+  setPopoverSource(lblScanState);
 }
 
 void detailViewController::openKeypadOnLastRow(LoosePick loose) {
@@ -190,6 +213,7 @@ void detailViewController::markRow(int row) {
 }
 
 void detailViewController::displayQuantityViewControllerForIndexPath(int row) {
+  m_isKeypadForScan = false;
   tblItems->reloadData();
   if (row < 0 || row >= tblItems->rowCount()) {
     environment().sounds->playSystemSound(SoundPlayer::kErrorTone);
@@ -233,6 +257,9 @@ void detailViewController::CloseViewControllerWithGetQtyAtRow(std::int32_t row,
   if (m_delegate) {
     m_delegate->QuantityChangedOnDetailView();
   }
+  if (std::exchange(m_isKeypadForScan, false)) {
+    environment().scans.bookLatestFound();
+  }
   txtBarcode->becomeFirstResponder();
 }
 
@@ -264,7 +291,7 @@ void detailViewController::saveArrayRow(int row) {
 }
 
 void detailViewController::showSaved(const BoxLine &line) {
-  const QDateTime time = environment().clock->now().toTimeZone(environment().clock->localZone());
+  const QTime time = environment().clock->timeOfDay();
   const PickEntry &entry = pickList().at(static_cast<std::size_t>(m_curBoxIndex));
   lblSaved->setText(QStringLiteral("Saved %1 × %2 in box %3, %4")
                         .arg(line.pickqty.text(), line.item, boxOf(entry),

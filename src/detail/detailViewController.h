@@ -5,6 +5,7 @@
 #include "detail/QuantityChangedOnDetailViewDelegate.h"
 #include "master/ChangeQuantityDelegate.h"
 #include "platform/AlertStack.h"
+#include "platform/ScanTrail.h"
 #include "platform/ViewController.h"
 #include "platform/WeakDelegate.h"
 #include "platform/outlets/Button.h"
@@ -18,6 +19,7 @@
 #include <vector>
 
 class PickingSender;
+class ScanTrailViewController;
 class actionPickerViewController;
 class deliveryDetailsViewController;
 
@@ -74,6 +76,9 @@ class detailViewController : public ViewController,
 
   // Scanning.
   bool textFieldShouldReturn(TextField &field) override;
+  [[nodiscard]] TextField *scanField() const override;
+  /// Shows what became of the last scans.
+  Q_INVOKABLE void scanStateTouched();
 
   // The pick table.
   void segmentedControlValueChanged() { tblItems->reloadData(); }
@@ -113,6 +118,7 @@ class detailViewController : public ViewController,
   /// The line that `row` of the pick table shows, as a position in the open box's lines.
   [[nodiscard]] std::size_t linePosition(int row) const;
   void openKeypadOnLastRow(LoosePick loose);
+  void noteScan(const QString &code, ScanOutcome outcome, int line = 0);
   void refuseUnknownItem(const QString &code);
   void markRow(int row);
   void setItemLines(const QString &item, std::int32_t pickqty);
@@ -130,6 +136,9 @@ class detailViewController : public ViewController,
   bool m_scanStarted = false;
   WeakDelegate<QuantityChangedOnDetailViewDelegate> m_delegate;
   actionPickerViewController *m_actionPicker = nullptr;
+  ScanTrailViewController *m_scanTrail = nullptr;
+  /// Whether the keypad is open, or was closed without a quantity, for a line that a scan found.
+  bool m_isKeypadForScan = false;
   deliveryDetailsViewController *m_deliveryDetailsVC = nullptr;
   std::unique_ptr<PickingSender> m_sender;
 };

@@ -23,6 +23,7 @@ changeQuantityViewController::changeQuantityViewController(Environment &environm
 
 void changeQuantityViewController::viewDidLoad() {
   txtNewQty->setDelegate(this);
+  txtNewQty->setTakesScans(false);
   txtNewQty->becomeFirstResponder();
   connect(txtNewQty, &TextField::editingChanged, this,
           &changeQuantityViewController::textFieldDidChange);

@@ -258,6 +258,8 @@ void masterViewController::startPicking() {
   btnClose->setEnabled(false);
   tblBoxes->reloadData();
   updateBoxOverview();
+  environment().scans.clear();
+  environment().wakeLock->acquire();
   m_dvc->enableScanning();
   m_dvc->setDoc(m_jsonResult ? m_jsonResult->doc : QString());
   m_dvc->setCurBoxIndex(-1);
@@ -273,11 +275,16 @@ void masterViewController::stopPicking() {
   txtDeliveryNo->setEnabled(true);
   txtBox->setEnabled(false);
   btnClose->setEnabled(true);
+  environment().wakeLock->release();
   m_dvc->clearTotals();
   m_dvc->setCurBoxIndex(-1);
   m_dvc->tblItems->reloadData();
   m_dvc->disableScanning();
   txtDeliveryNo->becomeFirstResponder();
+}
+
+TextField *masterViewController::scanField() const {
+  return m_scanStarted ? txtBox : txtDeliveryNo;
 }
 
 bool masterViewController::textFieldShouldReturn(TextField &field) {

@@ -83,6 +83,7 @@ class masterViewController : public ViewController,
   void startPicking();
   void stopPicking();
   bool textFieldShouldReturn(TextField &field) override;
+  [[nodiscard]] TextField *scanField() const override;
 
   // The boxes.
   void updateBoxOverview();

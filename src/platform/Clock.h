@@ -11,6 +11,8 @@ class Clock {
   [[nodiscard]] virtual QDateTime now() const = 0;
   /// The device's named zone, as it is set at the time of the call.
   [[nodiscard]] virtual QTimeZone localZone() const = 0;
+  /// The time of day where the device stands.
+  [[nodiscard]] QTime timeOfDay() const { return now().toTimeZone(localZone()).time(); }
 };
 
 class SystemClock : public Clock {

@@ -3,11 +3,14 @@
 #include "platform/AlertStack.h"
 #include "platform/BusyState.h"
 #include "platform/Clock.h"
+#include "platform/DisplaySettings.h"
 #include "platform/Folders.h"
 #include "platform/HttpClient.h"
 #include "platform/MailComposer.h"
+#include "platform/ScanTrail.h"
 #include "platform/SoundPlayer.h"
 #include "platform/Storyboard.h"
+#include "platform/WakeLock.h"
 
 #include <memory>
 
@@ -18,10 +21,13 @@ struct Environment {
   std::unique_ptr<HttpClient> http;
   std::unique_ptr<SoundPlayer> sounds;
   std::unique_ptr<MailComposer> mail;
+  std::unique_ptr<WakeLock> wakeLock;
+  std::unique_ptr<DisplaySettings> display;
   Folders folders;
   /// HOST or HOST:PORT of the picking web service; empty if none is configured.
   QString serviceHost;
   AlertStack alerts = {};
   BusyState busy = {};
+  ScanTrail scans = {};
   Storyboard storyboard = {};
 };

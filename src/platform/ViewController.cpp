@@ -123,6 +123,12 @@ void ViewController::removeFromSuperview(Flip flip) {
   emit superview->flipped(this, nullptr, flip == Flip::FromLeft);
 }
 
+TextField *ViewController::scanField() const {
+  const bool isReplaced =
+      m_presented != nullptr && m_presentationStyle == PresentationStyle::FullScreen;
+  return isReplaced ? m_presented->scanField() : nullptr;
+}
+
 void ViewController::setFrame(const QRectF &frame) {
   m_frame = frame;
   emit frameChanged();

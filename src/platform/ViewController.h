@@ -6,6 +6,7 @@
 #include <QtQml/qqmlregistration.h>
 
 struct Environment;
+class TextField;
 class ViewController;
 
 /// A transition between two screens, named in the storyboard.
@@ -87,11 +88,18 @@ class ViewController : public QObject {
   [[nodiscard]] ViewController *overlay() const { return m_overlay; }
   [[nodiscard]] int flipMilliseconds() const { return kFlipMilliseconds; }
 
+  /// Whether another screen or view lies over this one.
+  [[nodiscard]] bool isCovered() const { return m_presented != nullptr || m_overlay != nullptr; }
+
+  /// The field that a scan goes to which comes while another item has the keyboard; null where a
+  /// scan does not belong.
+  [[nodiscard]] virtual TextField *scanField() const;
+
   /// Where the view is to stand in the view that it is laid over, in points; empty: all of it.
   [[nodiscard]] QRectF frame() const { return m_frame; }
   void setFrame(const QRectF &frame);
 
-  /// The size that a popover should have, in points; invalid if it does not matter.
+  /// The size that a popover or a sheet should have, in points; invalid if it does not matter.
   [[nodiscard]] QSizeF preferredContentSize() const { return m_preferredContentSize; }
   void setPreferredContentSize(QSizeF size) { m_preferredContentSize = size; }
 

@@ -2,12 +2,15 @@
 
 #include "platform/AlertStack.h"
 #include "platform/BusyState.h"
+#include "platform/DisplaySettings.h"
 #include "platform/ViewController.h"
 
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
-/// The application window: its root screen and the alerts above all screens.
+struct Environment;
+
+/// The application window: its root screen, the alerts above all screens, and how it looks.
 class Window : public QObject {
   Q_OBJECT
   QML_NAMED_ELEMENT(ApplicationWindowState)
@@ -15,17 +18,32 @@ class Window : public QObject {
   Q_PROPERTY(ViewController *rootViewController READ rootViewController CONSTANT)
   Q_PROPERTY(AlertStack *alerts READ alerts CONSTANT)
   Q_PROPERTY(BusyState *busy READ busy CONSTANT)
+  Q_PROPERTY(DisplaySettings *display READ display CONSTANT)
+  Q_PROPERTY(bool fullScreen MEMBER fullScreen CONSTANT)
+  Q_PROPERTY(bool onScreenKeyboard MEMBER onScreenKeyboard CONSTANT)
 
  public:
   enum class StatusBarStyle { Default, LightContent };
 
-  /// None of them is owned.
-  Window(ViewController *root, AlertStack *alerts, BusyState *busy)
-      : m_root(root), m_alerts(alerts), m_busy(busy) {}
+  /// Neither is owned.
+  Window(ViewController &root, Environment &environment);
 
-  [[nodiscard]] ViewController *rootViewController() const { return m_root; }
-  [[nodiscard]] AlertStack *alerts() const { return m_alerts; }
-  [[nodiscard]] BusyState *busy() const { return m_busy; }
+  /// Whether the window fills the screen and has no frame.
+  bool fullScreen = false;
+  /// Whether the window has a keyboard of its own.
+  bool onScreenKeyboard = false;
+
+  [[nodiscard]] ViewController *rootViewController() const { return &m_root; }
+  [[nodiscard]] AlertStack *alerts() const;
+  [[nodiscard]] BusyState *busy() const;
+  [[nodiscard]] DisplaySettings *display() const;
+
+  /// The field that a scan goes to which comes while another item has the keyboard; null where a
+  /// scan does not belong.
+  [[nodiscard]] TextField *scanField() const;
+  /// A scan came where none belongs: the error tone, and a place in the trail. Nothing else
+  /// changes.
+  void refuseScan(const QString &code);
 
   [[nodiscard]] StatusBarStyle statusBarStyle() const { return m_statusBarStyle; }
   [[nodiscard]] bool isStatusBarContentLight() const {
@@ -40,8 +58,7 @@ class Window : public QObject {
   void statusBarStyleChanged();
 
  private:
-  ViewController *m_root;
-  AlertStack *m_alerts;
-  BusyState *m_busy;
+  ViewController &m_root;
+  Environment &m_environment;
   StatusBarStyle m_statusBarStyle = StatusBarStyle::Default;
 };

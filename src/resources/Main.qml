@@ -8,15 +8,60 @@ Window {
 
     required property ApplicationWindowState state
 
-    width: 1280
-    height: 800
     minimumWidth: 800
     minimumHeight: 600
-    visible: true
     title: "CartonPick"
     color: Theme.window
 
-    // What went away with the keyboard leaves it to the screen.
+    Component.onCompleted: {
+        width = state.display.windowSize.width;
+        height = state.display.windowSize.height;
+        if (state.fullScreen) {
+            // Where no window manager makes it as large as the screen.
+            width = Screen.width;
+            height = Screen.height;
+            showFullScreen();
+        } else if (state.display.maximized) {
+            showMaximized();
+        } else {
+            show();
+        }
+    }
+    onWidthChanged: resizing.restart()
+    onHeightChanged: resizing.restart()
+    onVisibilityChanged: resizing.restart()
+    onClosing: resizing.remember()
+
+    // A window that is being maximized has its new size before it is known to be maximized.
+    Timer {
+        id: resizing
+
+        interval: 200
+        onTriggered: remember()
+
+        function remember() {
+            const display = window.state.display;
+            if (window.visibility === Window.Windowed) {
+                display.windowSize = Qt.size(window.width, window.height);
+            }
+            if (window.visibility === Window.Windowed || window.visibility === Window.Maximized) {
+                display.maximized = window.visibility === Window.Maximized;
+            }
+        }
+    }
+
+    Binding {
+        target: Theme
+        property: "dark"
+        value: window.state.display.dark
+    }
+    Binding {
+        target: Theme
+        property: "textScale"
+        value: window.state.display.textScale
+    }
+
+    // What went away with the keyboard leaves it to the screen, which remembers what had it before.
     onActiveFocusItemChanged: {
         if (activeFocusItem === null || activeFocusItem === contentItem) {
             root.forceActiveFocus();
@@ -26,9 +71,24 @@ Window {
     ViewHost {
         id: root
 
-        anchors.fill: parent
+        width: parent.width
+        height: parent.height
+        // Out of the way of the keyboard, as far as the field that it serves needs.
+        y: keyboard.item === null ? 0 : -keyboard.item.heightOver(window.activeFocusItem, root) // qmllint disable
         focus: true
         controller: window.state.rootViewController
+    }
+
+    Loader {
+        id: keyboard
+
+        width: parent.width
+        z: 1
+        Component.onCompleted: {
+            if (window.state.onScreenKeyboard) {
+                source = "kit/OnScreenKeyboard.qml";
+            }
+        }
     }
 
     BusyScrim {

@@ -46,6 +46,24 @@ class CommandLineTest : public QObject {
     QVERIFY(options.withDemo().demo);
     QCOMPARE(options.withDemo().folders().home, "/srv/picking/demo");
   }
+
+  void theWindowIsFramedAndHasNoKeyboardUnlessTold() {
+    const CommandLine options = CommandLine::parse({"cartonpick"});
+    QVERIFY(!options.fullScreen);
+    QVERIFY(!options.onScreenKeyboard);
+    QVERIFY(!options.gallery);
+  }
+
+  void aTabletForPickingAloneStaysOneInTheDemo() {
+    const CommandLine options =
+        CommandLine::parse({"cartonpick", "--fullscreen", "--on-screen-keyboard"}).withDemo();
+    QVERIFY(options.fullScreen);
+    QVERIFY(options.onScreenKeyboard);
+  }
+
+  void theGalleryCanBeAskedFor() {
+    QVERIFY(CommandLine::parse({"cartonpick", "--gallery"}).gallery);
+  }
 };
 
 QTEST_GUILESS_MAIN(CommandLineTest)

@@ -1,3 +1,4 @@
+#include "master/deliveryDetailsViewController.h"
 #include "support/TestProgram.h"
 #include "support/Views.h"
 
@@ -23,6 +24,36 @@ class splitViewControllerTest : public QObject {
     QCOMPARE(program.split().childViewControllers().size(), 2);
     QCOMPARE(program.split().childViewControllers().at(1)->identifier(), "detailViewController");
     QCOMPARE(program.split().detail(), program.split().childViewControllers().at(1));
+  }
+
+  void aScanGoesToTheFieldThatIsNext() {
+    TestProgram program;
+    QCOMPARE(program.delegate.window()->scanField(), nullptr);
+    program.enterPicking();
+    QCOMPARE(program.delegate.window()->scanField(), program.master().txtDeliveryNo);
+    program.startPicking({{"C1", "A", 5}, {"C2", "B", 2}});
+    QCOMPARE(program.delegate.window()->scanField(), program.master().txtBox);
+    program.master().tblBoxes->touchRow(0);
+    QCOMPARE(program.delegate.window()->scanField(), program.detail().txtBarcode);
+  }
+
+  void aScanGoesNowhereWhileSomethingLiesOverAPane() {
+    TestProgram program;
+    program.enterPicking();
+    program.startPicking({{"C1", "A", 5}});
+    program.master().tblBoxes->touchRow(0);
+    program.detail().tblItems->touchRow(0);
+    QCOMPARE(program.delegate.window()->scanField(), nullptr);
+    program.keypad()->btnCancelTouched();
+    QCOMPARE(program.delegate.window()->scanField(), program.detail().txtBarcode);
+    program.detail().showDeliveryDetailsViewController();
+    QCOMPARE(program.delegate.window()->scanField(), nullptr);
+    program.detail().deliveryDetailsVC()->btnCloseTouched();
+    program.environment.alerts.show({.title = QStringLiteral("Saved")});
+    QCOMPARE(program.delegate.window()->scanField(), nullptr);
+    program.answerTopAlert(0);
+    program.environment.busy.begin(QStringLiteral("Sending …"));
+    QCOMPARE(program.delegate.window()->scanField(), nullptr);
   }
 
   void bothPanesStartEmptyAfterEveryReturn() {

@@ -101,6 +101,8 @@ int reloadAndPrint(const QString &path) {
                           .http = std::make_unique<NetworkHttpClient>(),
                           .sounds = nullptr,
                           .mail = nullptr,
+                          .wakeLock = nullptr,
+                          .display = nullptr,
                           .folders = {},
                           .serviceHost = service.host()};
   const auto context = openStore(path);

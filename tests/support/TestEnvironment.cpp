@@ -7,17 +7,22 @@ TestEnvironment::TestEnvironment() {
   auto ownedClock = std::make_unique<TestClock>();
   auto ownedSounds = std::make_unique<TestSoundPlayer>();
   auto ownedMail = std::make_unique<TestMailComposer>();
+  auto ownedWakeLock = std::make_unique<TestWakeLock>();
   clock = ownedClock.get();
+  wakeLock = ownedWakeLock.get();
   sounds = ownedSounds.get();
   mail = ownedMail.get();
   environment.clock = std::move(ownedClock);
   environment.sounds = std::move(ownedSounds);
   environment.mail = std::move(ownedMail);
   environment.http = std::make_unique<NetworkHttpClient>();
+  environment.wakeLock = std::move(ownedWakeLock);
   environment.folders = {m_home.path()};
   if (!environment.folders.create()) {
     qFatal("The temporary folder %s cannot be used.", qUtf8Printable(m_home.path()));
   }
+  environment.display = std::make_unique<DisplaySettings>(
+      environment.folders, std::make_unique<SystemColourScheme>(QDBusConnection(QString())));
   fillMainStoryboard(environment.storyboard);
 }
 

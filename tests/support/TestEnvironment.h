@@ -47,6 +47,17 @@ class TestMailComposer : public MailComposer {
   std::vector<MailDraft> m_drafts;
 };
 
+/// Remembers whether the screen is to stay on.
+class TestWakeLock : public WakeLock {
+ public:
+  void acquire() override { m_isHeld = true; }
+  void release() override { m_isHeld = false; }
+  [[nodiscard]] bool isHeld() const { return m_isHeld; }
+
+ private:
+  bool m_isHeld = false;
+};
+
 /// An environment on a temporary folder whose clock, sounds and mails a test controls; its network
 /// is the real one.
 class TestEnvironment {
@@ -58,6 +69,7 @@ class TestEnvironment {
   TestClock *clock;
   TestSoundPlayer *sounds;
   TestMailComposer *mail;
+  TestWakeLock *wakeLock;
 
   [[nodiscard]] QString storePath() const {
     return environment.folders.documents() + QStringLiteral("/QIR_Pick.sqlite");

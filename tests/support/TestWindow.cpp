@@ -1,5 +1,7 @@
 #include "support/TestWindow.h"
 
+#include "platform/ScanGuard.h"
+
 #include <QAccessible>
 #include <QDir>
 #include <QGuiApplication>
@@ -60,6 +62,12 @@ QRectF placeOf(QQuickItem *item) {
   return TestWindow::visiblePart(item);
 }
 
+/// The times of a person's keys, in milliseconds; far from those of any other.
+quint64 nextTimeOfAPerson() {
+  static quint64 time = 1'000'000'000;
+  return time += 120;
+}
+
 QKeyEvent *keyEvent(QEvent::Type type, QChar c) {
   const int key = c == u'\r' ? int{Qt::Key_Return} : c.toUpper().unicode();
   return new QKeyEvent(type, key, Qt::NoModifier, QString(c));
@@ -67,7 +75,8 @@ QKeyEvent *keyEvent(QEvent::Type type, QChar c) {
 
 }  // namespace
 
-TestWindow::TestWindow(QSize size) : m_size(size) {
+TestWindow::TestWindow(QSize size, bool onScreenKeyboard)
+    : m_size(size), m_onScreenKeyboard(onScreenKeyboard) {
   QAccessible::setActive(true);
   previousHandler = qInstallMessageHandler(failOnWarnings);
   environment.serviceHost = service.host();
@@ -90,6 +99,7 @@ TestWindow::~TestWindow() {
 void TestWindow::launch() {
   m_delegate = std::make_unique<vekAppDelegate>(environment);
   m_delegate->didFinishLaunchingWithOptions();
+  m_delegate->window()->onScreenKeyboard = m_onScreenKeyboard;
   m_screens = std::make_unique<Screens>(*m_delegate->window());
   if (m_screens->quickWindow() == nullptr) {
     qFatal("The screens could not be loaded.");
@@ -126,7 +136,14 @@ void TestWindow::click(const QString &name) {
 
 void TestWindow::type(const QString &text) {
   for (const QChar c : text) {
-    QTest::keyClick(&window(), c.toLatin1());
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+      const std::unique_ptr<QKeyEvent> event(keyEvent(type, c));
+      event->setTimestamp(nextTimeOfAPerson());
+      QCoreApplication::sendEvent(&window(), event.get());
+    }
+  }
+  if (!QTest::qWaitFor([&] { return !m_screens->scanGuard().isHolding(); })) {
+    QTest::qFail("The keys are held back.", __FILE__, __LINE__);
   }
 }
 

@@ -31,7 +31,8 @@ class QQuickWindow;
 /// Every warning and critical message of the program fails the test.
 class TestWindow : public TestEnvironment {
  public:
-  explicit TestWindow(QSize size = {1280, 800});
+  /// With an on-screen keyboard only if `QT_IM_MODULE` asks Qt for one.
+  explicit TestWindow(QSize size = {1280, 800}, bool onScreenKeyboard = false);
   ~TestWindow();
   TestWindow(const TestWindow &) = delete;
   TestWindow &operator=(const TestWindow &) = delete;
@@ -48,7 +49,7 @@ class TestWindow : public TestEnvironment {
   void click(const QString &name);
   /// Touches the window at a place that need not show any item.
   void touchAt(QPoint place);
-  /// Types `text` key by key.
+  /// Types `text` key by key, as slowly as a person does, and waits until it is taken.
   void type(const QString &text);
   void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
   /// What a scanner in keyboard mode does: all keys of `code` and Return, without a pause.
@@ -106,6 +107,7 @@ class TestWindow : public TestEnvironment {
   [[nodiscard]] QVariantMap themeColours(const QString &property) const;
 
   QSize m_size;
+  bool m_onScreenKeyboard;
   std::unique_ptr<vekAppDelegate> m_delegate;
   std::unique_ptr<Screens> m_screens;
 };

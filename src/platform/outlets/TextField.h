@@ -30,6 +30,7 @@ class TextField : public Outlet {
   QML_UNCREATABLE("An outlet belongs to its controller")
   Q_PROPERTY(QString text READ text NOTIFY changed)
   Q_PROPERTY(bool enabled READ isEnabled NOTIFY enabledChanged)
+  Q_PROPERTY(bool takesScans READ takesScans NOTIFY changed)
   Q_PROPERTY(bool firstResponder READ isFirstResponder WRITE setFirstResponder NOTIFY changed)
 
  public:
@@ -52,6 +53,10 @@ class TextField : public Outlet {
   [[nodiscard]] bool isFirstResponder() const { return m_firstResponder; }
   /// For the screen: tells the outlet where the keyboard went.
   void setFirstResponder(bool firstResponder) { change(m_firstResponder, firstResponder); }
+
+  /// Whether what a scanner types belongs into the field.
+  [[nodiscard]] bool takesScans() const { return m_takesScans; }
+  void setTakesScans(bool takesScans) { change(m_takesScans, takesScans); }
 
   /// Asks for the keyboard.
   void becomeFirstResponder();
@@ -80,5 +85,6 @@ class TextField : public Outlet {
   QString m_text;
   bool m_enabled = true;
   bool m_firstResponder = false;
+  bool m_takesScans = true;
   WeakDelegate<TextFieldDelegate> m_delegate;
 };

@@ -22,36 +22,39 @@ TableRow {
             Layout.preferredWidth: 8
             Layout.fillHeight: true
         }
-        PlainText {
-            objectName: "lblBox"
-            text: row.cell.lblBox.text
-            font.weight: Font.DemiBold
-            Layout.fillWidth: true
-            Layout.minimumWidth: 60
+        ColumnLayout {
+            spacing: 0
+
+            RowLayout {
+                spacing: 6
+
+                PlainText {
+                    objectName: "lblBox"
+                    text: row.cell.lblBox.text
+                    font.weight: Font.DemiBold
+                    Layout.fillWidth: true
+                }
+                PlainText {
+                    objectName: "lblPickQty"
+                    text: row.cell.lblPickQty.text
+                    font.weight: Font.Bold
+                }
+                PlainText {
+                    text: "/"
+                    color: Theme.textMuted
+                }
+                PlainText {
+                    objectName: "lblOrderQty"
+                    text: row.cell.lblOrderQty.text
+                }
+            }
+            StateChip {
+                word: row.cell.state
+                ink: Theme.ink[row.cell.backgroundColor]
+            }
         }
-        PlainText {
-            objectName: "lblPickQty"
-            text: row.cell.lblPickQty.text
-            font.weight: Font.Bold
-        }
-        PlainText {
-            text: "/"
-            color: Theme.textMuted
-        }
-        PlainText {
-            objectName: "lblOrderQty"
-            text: row.cell.lblOrderQty.text
-            Layout.minimumWidth: 34
-        }
-        StateChip {
-            word: row.cell.state
-            ink: Theme.ink[row.cell.backgroundColor]
-            Layout.preferredWidth: 132
-        }
-        Image {
-            source: "../icons/disclosure.svg"
-            sourceSize.width: 22
-            sourceSize.height: 22
+        Icon {
+            name: "disclosure"
             Layout.rightMargin: 12
         }
     }

@@ -1,87 +1,97 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Layouts
 import CartonPick
 
-// What a row of the pick table shows, and the titles above the columns.
-RowLayout {
+// What a row of the pick table shows, and the titles above the columns. Where there is room,
+// everything stands in one line; in less the barcode stands below the item code; in little the
+// description does, too.
+Item {
     id: content
 
     required property var cell
     property color ink: Theme.text
     property bool isHeader: false
+
+    readonly property bool isOneLine: width >= 47 * Theme.body
+    readonly property bool isStacked: width < 31 * Theme.body
+    readonly property int gap: isStacked ? 8 : 12
+    readonly property int half: isOneLine ? height : height / 2
     readonly property int size: isHeader ? Theme.small : Theme.body
-    // Narrow panes show the barcode below the item code, which keeps the description readable.
-    readonly property bool isNarrow: width < 820
 
-    spacing: 12
-
-    ColumnLayout {
-        spacing: 0
-        Layout.leftMargin: 16
-        Layout.preferredWidth: content.isNarrow ? 150 : 130
-        Layout.minimumWidth: Layout.preferredWidth
-        Layout.maximumWidth: Layout.preferredWidth
-
-        PlainText {
-            objectName: "item"
-            text: content.cell.item.text
-            color: content.ink
-            font.pixelSize: content.size
-            font.weight: Font.DemiBold
-            Layout.fillWidth: true
-        }
-        PlainText {
-            objectName: "barcode"
-            visible: content.isNarrow
-            text: content.cell.barcode.text
-            color: content.isHeader ? content.ink : Theme.textMuted
-            font.pixelSize: Theme.small
-            Layout.fillWidth: true
-        }
-    }
     PlainText {
-        objectName: "barcode"
-        visible: !content.isNarrow
-        text: content.cell.barcode.text
+        id: item
+
+        objectName: "item"
+        x: 16
+        width: content.isStacked ? numbers.x - x - content.gap : Theme.codeWidth
+        height: content.half
+        text: content.cell.item.text
         color: content.ink
         font.pixelSize: content.size
+        font.weight: Font.DemiBold
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: Theme.small
+        verticalAlignment: content.isOneLine ? Text.AlignVCenter : Text.AlignBottom
+    }
+    PlainText {
+        id: barcode
+
+        objectName: "barcode"
+        x: content.isOneLine ? item.x + item.width + content.gap : 16
+        y: content.isOneLine ? 0 : content.half
+        width: Theme.codeWidth
+        height: content.half
+        text: content.cell.barcode.text
+        color: content.isHeader || content.isOneLine ? content.ink : Theme.textMuted
+        font.pixelSize: content.isOneLine ? content.size : Theme.small
         font.weight: content.isHeader ? Font.DemiBold : Font.Normal
-        Layout.preferredWidth: 160
-        Layout.minimumWidth: Layout.preferredWidth
-        Layout.maximumWidth: Layout.preferredWidth
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: Theme.small
+        verticalAlignment: content.isOneLine ? Text.AlignVCenter : Text.AlignTop
     }
     PlainText {
         objectName: "descr"
+        x: barcode.x + barcode.width + content.gap
+        y: content.isStacked ? content.half : 0
+        width: (content.isStacked ? content.width - 20 : numbers.x) - x - content.gap
+        height: content.isStacked ? content.half : content.height
         text: content.cell.descr.text
         color: content.ink
-        font.pixelSize: content.isHeader || content.isNarrow ? Theme.small : Theme.body
+        font.pixelSize: content.isOneLine ? content.size : Theme.small
         font.weight: content.isHeader ? Font.DemiBold : Font.Normal
-        wrapMode: content.isHeader ? Text.NoWrap : Text.Wrap
-        maximumLineCount: 2
-        lineHeight: 0.95
-        Layout.fillWidth: true
+        wrapMode: content.isHeader || content.isStacked ? Text.NoWrap : Text.Wrap
+        maximumLineCount: content.isStacked ? 1 : 2
+        lineHeight: content.isStacked ? 1 : 0.95
+        verticalAlignment: content.isStacked ? Text.AlignTop : Text.AlignVCenter
     }
-    Repeater {
-        model: ["pickqty", "orderqty", "diffqty"]
+    Row {
+        id: numbers
 
-        PlainText {
-            required property string modelData
-            readonly property var label: content.cell[modelData]
+        anchors.right: parent.right
+        anchors.rightMargin: 20
+        height: content.isStacked ? content.half : content.height
+        spacing: content.gap
 
-            objectName: modelData
-            text: label.text
-            color: content.isHeader ? content.ink : Theme.ink[label.textColor]
-            font.pixelSize: content.isHeader ? Theme.small : Theme.title
-            font.weight: content.isHeader || modelData === "orderqty" ? Font.DemiBold : Font.Bold
-            fontSizeMode: Text.HorizontalFit
-            minimumPixelSize: Theme.small
-            horizontalAlignment: Text.AlignRight
-            Layout.preferredWidth: 66
-            Layout.minimumWidth: Layout.preferredWidth
-            Layout.maximumWidth: Layout.preferredWidth
-            Layout.rightMargin: modelData === "diffqty" ? 20 : 0
+        Repeater {
+            model: ["pickqty", "orderqty", "diffqty"]
+
+            PlainText {
+                required property string modelData
+                readonly property var label: content.cell[modelData]
+
+                objectName: modelData
+                width: (content.isStacked ? 2.5 : 3.3) * Theme.body
+                height: numbers.height
+                text: label.text
+                color: content.isHeader ? content.ink : Theme.ink[label.textColor]
+                font.pixelSize: content.isHeader ? Theme.small : Theme.title
+                font.weight: content.isHeader || modelData === "orderqty" ? Font.DemiBold : Font.Bold
+                fontSizeMode: Text.HorizontalFit
+                minimumPixelSize: Theme.small
+                horizontalAlignment: Text.AlignRight
+                verticalAlignment: content.isStacked ? Text.AlignBottom : Text.AlignVCenter
+            }
         }
     }
 }

@@ -59,7 +59,7 @@ Button {
         border.color: button.borderColor
 
         FocusRing {
-            visible: button.visualFocus
+            visible: button.activeFocus
         }
     }
 }

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Layouts
 import CartonPick
 
 // A message or question above everything. Answered by touching a button, by Space on it, or by
@@ -15,24 +16,27 @@ ModalPopup {
 
     signal answered(int buttonIndex)
 
-    width: Math.min(540, parent.width - 48)
+    width: Math.min(540 * Theme.textScale, parent.width - 48)
+    height: Math.min(implicitHeight, parent.height - 32)
 
     contentItem: FocusScope {
         objectName: "alert"
-        implicitHeight: childrenRect.height
+        implicitHeight: parts.implicitHeight
         focus: true
         Keys.onEscapePressed: dialog.answered(dialog.cancelButtonIndex)
         Keys.onReturnPressed: event => event.accepted = true
         Accessible.role: Accessible.Dialog
         Accessible.name: dialog.title
 
-        Column {
-            width: parent.width
+        ColumnLayout {
+            id: parts
+
+            anchors.fill: parent
             spacing: 16
 
             PlainText {
                 objectName: "alertTitle"
-                width: parent.width
+                Layout.fillWidth: true
                 text: dialog.title
                 wrapMode: Text.Wrap
                 font.pixelSize: Theme.title
@@ -40,21 +44,29 @@ ModalPopup {
                 Accessible.role: Accessible.Heading
                 Accessible.name: text
             }
-            PlainText {
-                objectName: "alertMessage"
-                width: parent.width
-                text: dialog.message
-                visible: text !== ""
-                wrapMode: Text.Wrap
-                maximumLineCount: 10
-                color: Theme.textMuted
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
+            ScrollPane {
+                visible: dialog.message !== ""
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                Layout.maximumHeight: implicitHeight
+
+                PlainText {
+                    objectName: "alertMessage"
+                    text: dialog.message
+                    wrapMode: Text.Wrap
+                    color: Theme.textMuted
+                    Layout.fillWidth: true
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
+                }
             }
-            Row {
-                anchors.right: parent.right
-                topPadding: 8
-                spacing: Theme.gap
+            WrapRow {
+                id: buttons
+
+                available: parts.width
+                Layout.alignment: Qt.AlignRight
+                Layout.topMargin: 8
+                Layout.fillWidth: !fits
 
                 Repeater {
                     model: dialog.buttons
@@ -64,8 +76,9 @@ ModalPopup {
                         required property string modelData
 
                         objectName: "alertButton" + index
-                        width: Math.max(140, implicitWidth)
-                        height: 64
+                        implicitHeight: Theme.touch + 8
+                        Layout.fillWidth: !buttons.fits
+                        Layout.preferredWidth: Math.max(140, implicitWidth)
                         text: modelData
                         filled: dialog.buttons.length === 1 || index !== dialog.cancelButtonIndex
                         focus: index === dialog.cancelButtonIndex

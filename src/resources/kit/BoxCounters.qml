@@ -4,17 +4,21 @@ import CartonPick
 import CartonPick.Panes
 
 // How many boxes there are, and how far they are.
-RowLayout {
+GridLayout {
     id: counters
 
     required property MasterViewController controller
+    readonly property bool isTight: width < 19 * Theme.small
 
-    spacing: 0
+    columns: isTight ? 1 : 4
+    columnSpacing: 0
+    rowSpacing: 0
 
     ValueTile {
         outlet: counters.controller.lblBoxesTotalValue
         caption: counters.controller.lblBoxesTotalLabel.text
         captionName: counters.controller.lblBoxesTotalLabel.objectName
+        isLine: counters.isTight
         Layout.fillWidth: true
         Layout.preferredWidth: 60
     }
@@ -23,23 +27,26 @@ RowLayout {
         caption: counters.controller.lblBoxesUnopenedLabel.text
         captionName: counters.controller.lblBoxesUnopenedLabel.objectName
         state: "unopened"
+        isLine: counters.isTight
         Layout.fillWidth: true
-        Layout.preferredWidth: 96
+        Layout.preferredWidth: 94
     }
     ValueTile {
         outlet: counters.controller.lblBoxesCompletedValue
         caption: counters.controller.lblBoxesCompletedLabel.text
         captionName: counters.controller.lblBoxesCompletedLabel.objectName
         state: "completed"
+        isLine: counters.isTight
         Layout.fillWidth: true
-        Layout.preferredWidth: 96
+        Layout.preferredWidth: 100
     }
     ValueTile {
         outlet: counters.controller.lblBoxesIncompleteValue
         caption: counters.controller.lblBoxesIncompleteLabel.text
         captionName: counters.controller.lblBoxesIncompleteLabel.objectName
         state: "incomplete"
+        isLine: counters.isTight
         Layout.fillWidth: true
-        Layout.preferredWidth: 96
+        Layout.preferredWidth: 98
     }
 }

@@ -11,7 +11,7 @@ ModalPopup {
     // Input is kept off at once, but what is over in a moment is not worth a flash.
     property bool isWorthShowing: false
 
-    width: Math.min(560, parent.width - 48)
+    width: Math.min(560 * Theme.textScale, parent.width - 48)
     visible: busy.active
     opacity: isWorthShowing ? 1 : 0
     onAboutToShow: delay.restart()
@@ -35,6 +35,7 @@ ModalPopup {
             objectName: "busyTitle"
             width: parent.width
             text: scrim.busy.title
+            wrapMode: Text.Wrap
             font.pixelSize: Theme.title
             font.weight: Font.Bold
         }
@@ -47,6 +48,7 @@ ModalPopup {
             objectName: "busyText"
             width: parent.width
             text: scrim.busy.progressText
+            wrapMode: Text.Wrap
             color: Theme.textMuted
             Accessible.role: Accessible.StaticText
             Accessible.name: text

@@ -21,6 +21,8 @@ GridLayout {
             required property var modelData
 
             outlet: modelData
+            wrapMode: Text.Wrap
+            maximumLineCount: 2
             font.pixelSize: Theme.small
             Layout.fillWidth: true
             Layout.columnSpan: 2
@@ -41,6 +43,7 @@ GridLayout {
         text: "Looking up the delivery …"
         color: Theme.textMuted
         font.pixelSize: Theme.small
+        wrapMode: Text.Wrap
         Layout.fillWidth: true
         Accessible.role: Accessible.StaticText
         Accessible.name: text

@@ -9,8 +9,13 @@ TextField {
 
     required property TextFieldOutlet outlet
     property string caption: ""
+    // Whether a touch brings up the keyboard on the screen, where there is one. A field that only
+    // stands ready for a scanner never does.
+    property bool wantsScreenKeyboard: true
 
     objectName: outlet.objectName
+    // As wide as the caption, whatever is typed.
+    implicitWidth: Math.ceil(metrics.advanceWidth) + leftPadding + rightPadding + 8
     implicitHeight: Theme.touch
     leftPadding: 16
     rightPadding: 16
@@ -27,15 +32,27 @@ TextField {
     selectByMouse: true
     selectionColor: Theme.accent
     selectedTextColor: Theme.accentText
-    inputMethodHints: Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase
+    inputMethodHints: Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase | Qt.ImhPreferNumbers
     validator: EditValidator {
         outlet: field.outlet
         selectionStart: field.selectionStart
         selectionEnd: field.selectionEnd
     }
 
+    activeFocusOnPress: false
+    onPressed: {
+        forceActiveFocus(Qt.MouseFocusReason);
+        if (wantsScreenKeyboard) {
+            Qt.inputMethod.show(); // qmllint disable
+        }
+    }
     onTextEdited: outlet.edit(text)
-    onActiveFocusChanged: outlet.firstResponder = activeFocus
+    onActiveFocusChanged: {
+        outlet.firstResponder = activeFocus;
+        if (activeFocus) {
+            Qt.inputMethod.hide(); // qmllint disable
+        }
+    }
     Keys.onReturnPressed: outlet.pressReturn()
     Keys.onEnterPressed: outlet.pressReturn()
     Component.onCompleted: {
@@ -47,14 +64,21 @@ TextField {
     Accessible.role: Accessible.EditableText
     Accessible.name: caption
 
+    TextMetrics {
+        id: metrics
+
+        font: field.font
+        text: field.caption
+    }
     Connections {
         target: field.outlet
 
         function onKeyboardRequested() {
             field.forceActiveFocus();
         }
+        // The sheet that opens next takes the keyboard, and gives it back when it goes.
         function onKeyboardResigned() {
-            field.focus = false;
+            Qt.inputMethod.hide(); // qmllint disable
         }
     }
 
@@ -62,6 +86,6 @@ TextField {
         radius: Theme.radius
         color: field.enabled ? Theme.surface : Theme.surfaceShaded
         border.width: field.activeFocus ? 3 : 2
-        border.color: field.activeFocus ? Theme.accent : Theme.line
+        border.color: field.activeFocus ? Theme.accent : Theme.fieldLine
     }
 }

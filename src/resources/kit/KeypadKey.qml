@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Layouts
 import CartonPick
 
 // A key of the keypad, big enough to be hit blind.
@@ -12,6 +13,7 @@ OutletButton {
     borderWidth: outlet.borderWidth
     borderColor: Theme.ink.black
     implicitHeight: 72
+    Layout.minimumHeight: implicitHeight
     implicitWidth: 96
     contentItem: PlainText {
         text: key.text === "Minus" ? "−" : key.text

@@ -6,15 +6,8 @@ import CartonPick
 T.Popup {
     id: popup
 
-    // What had the keyboard before, and gets it back if nothing else has it by then.
-    property Item keyboardBefore: null
-
-    onAboutToShow: keyboardBefore = parent.Window.activeFocusItem
-    Component.onDestruction: {
-        if (activeFocus && keyboardBefore !== null && keyboardBefore.Window.window !== null) {
-            keyboardBefore.forceActiveFocus();
-        }
-    }
+    // What is closed gives the keyboard to the sheet below.
+    Component.onDestruction: close()
 
     parent: T.Overlay.overlay
     x: Math.round((parent.width - width) / 2)

@@ -11,12 +11,14 @@ Item {
     required property TableViewOutlet outlet
     // What stands where there are no rows.
     property string emptyText: ""
+    // The titles and three rows.
+    readonly property int minimumHeight: header.height + 3 * list.rowHeight
 
     Rectangle {
         id: header
 
         width: parent.width
-        height: Math.max(Theme.touch, table.outlet.headerHeight)
+        height: Math.max(Theme.touch, table.outlet.headerHeight, Theme.heightOf(2, Theme.small) + 10)
         color: Theme.header
 
         PickTableCell {
@@ -30,6 +32,7 @@ Item {
         id: list
 
         outlet: table.outlet
+        lines: 2
         anchors.top: header.bottom
         anchors.bottom: parent.bottom
         width: parent.width
@@ -37,7 +40,7 @@ Item {
         delegate: PickTableRow {
             table: list.outlet
             width: list.width
-            height: Math.max(list.rowHeight, 60)
+            height: list.rowHeight
         }
     }
     PlainText {

@@ -4,15 +4,22 @@ import CartonPick
 import CartonPick.Platform
 
 // Picked, ordered and difference, after the open box if there can be one, readable at arm's length.
-RowLayout {
+GridLayout {
     id: totals
 
     property LabelOutlet box: null
     required property LabelOutlet picked
     required property LabelOutlet ordered
     required property LabelOutlet difference
+    readonly property bool isTight: width < tiles.count * 6 * Theme.small
+
+    columns: isTight ? 2 : tiles.count
+    columnSpacing: isTight ? 4 * Theme.gap : 6
+    rowSpacing: 0
 
     Repeater {
+        id: tiles
+
         model: (totals.box === null ? [] : [[totals.box, "Box"]]).concat([[totals.picked, "Picked"], [totals.ordered, "Ordered"], [totals.difference, "Difference"]])
 
         ValueTile {
@@ -20,7 +27,8 @@ RowLayout {
 
             outlet: modelData[0]
             caption: modelData[1]
-            valueSize: 44
+            valueSize: Theme.heading
+            isLine: totals.isTight
             Layout.fillWidth: true
             Layout.preferredWidth: 1
         }

@@ -2,37 +2,48 @@ import QtQuick
 import CartonPick
 import CartonPick.Platform
 
-// Says whether a scan will be taken.
-Rectangle {
+// Says whether a scan will be taken; a touch shows what became of the last ones.
+ActionButton {
     id: pill
 
     required property LabelOutlet outlet
+    readonly property bool isReady: outlet.textColor === "green"
 
-    implicitWidth: content.implicitWidth + 32
-    implicitHeight: Theme.touch
-    radius: height / 2
-    color: outlet.textColor === "green" ? Theme.ground.green : Theme.surfaceShaded
-    border.width: 2
-    border.color: outlet.textColor === "green" ? Theme.ink.green : Theme.line
+    objectName: "pill"
+    ink: isReady ? Theme.ink.green : Theme.textMuted
+    text: outlet.text
+    leftPadding: 14
+    rightPadding: 18
+    Accessible.description: "Shows the last scans"
 
-    Row {
-        id: content
-
-        anchors.centerIn: parent
+    contentItem: Row {
         spacing: 8
 
-        StateIcon {
+        Icon {
             anchors.verticalCenter: parent.verticalCenter
-            state: pill.outlet.textColor === "green" ? "completed" : "unopened"
-            width: 22
-            height: 22
+            name: pill.isReady ? "completed" : "unopened"
+            ink: pill.ink
         }
         OutletText {
             anchors.verticalCenter: parent.verticalCenter
             outlet: pill.outlet
-            color: pill.outlet.textColor === "green" ? Theme.ink.green : Theme.textMuted
+            color: pill.ink
             font.pixelSize: Theme.small
             font.weight: Font.DemiBold
+        }
+    }
+    background: Rectangle {
+        radius: height / 2
+        color: {
+            const rest = pill.isReady ? Theme.ground.green : Theme.surfaceShaded;
+            return pill.down ? Qt.darker(rest, 1.15) : rest;
+        }
+        border.width: 2
+        border.color: pill.ink
+
+        FocusRing {
+            radius: parent.radius + 4
+            visible: pill.activeFocus
         }
     }
 }

@@ -15,8 +15,9 @@ ModalPopup {
 
     x: Math.max(8, Math.min(below.x + anchorItem.width - width, parent.width - width - 8))
     y: below.y + height + 14 > parent.height ? below.y - anchorItem.height - height - 14 : below.y + 14
-    width: Math.max(300, controller.preferredContentSize.width)
-    height: Math.max(3 * (Theme.touch + 6), controller.preferredContentSize.height) + 12
+    // Larger text needs more of both.
+    width: Math.min(Math.max(300, controller.preferredContentSize.width) * Theme.textScale, parent.width - 16)
+    height: Math.min(Math.max(3 * (Theme.touch + 6), controller.preferredContentSize.height * Theme.textScale) + 12, parent.height - below.y - 22)
     padding: 6
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
     Component.onCompleted: open()

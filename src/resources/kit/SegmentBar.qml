@@ -1,70 +1,46 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Controls.Basic
 import CartonPick
 import CartonPick.Platform
 
-// The segments of a segmented control outlet, side by side.
-Row {
+// The segments of a segmented control outlet, side by side, or in two columns where that is too
+// tight.
+Grid {
     id: bar
 
     required property SegmentedControlOutlet outlet
+    readonly property bool fits: segments.widest() * segments.count <= width
 
     objectName: outlet.objectName
-    height: Theme.touch
+    columns: fits ? segments.count : 2
     // Neighbours share a border.
     spacing: -2
     Accessible.role: Accessible.PageTabList
     Accessible.name: "Filter"
 
     Repeater {
+        id: segments
+
         model: bar.outlet.titles
 
-        Button {
-            id: segment
-
+        Segment {
             required property int index
             required property string modelData
-            readonly property bool isSelected: bar.outlet.selectedSegmentIndex === index
 
             objectName: bar.outlet.objectName + index
-            width: (bar.width - bar.spacing * (bar.outlet.titles.length - 1)) / bar.outlet.titles.length
-            height: bar.height
-            focusPolicy: Qt.TabFocus
+            width: (bar.width - bar.spacing * (bar.columns - 1)) / bar.columns
             text: modelData
-            font.family: Theme.family
-            font.pixelSize: Theme.small
-            font.weight: Font.DemiBold
-            Keys.onReturnPressed: event => event.accepted = true
-            Keys.onEnterPressed: event => event.accepted = true
-            onClicked: bar.outlet.touchSegment(index)
+            isSelected: bar.outlet.selectedSegmentIndex === index
+            onTouched: bar.outlet.touchSegment(index)
+        }
 
-            Accessible.role: Accessible.RadioButton
-            Accessible.name: modelData
-            Accessible.checkable: true
-            Accessible.checked: isSelected
-            Accessible.onPressAction: bar.outlet.touchSegment(index)
-
-            contentItem: PlainText {
-                text: segment.text
-                font: segment.font
-                color: segment.isSelected ? Theme.accentText : Theme.accent
-                horizontalAlignment: Text.AlignHCenter
-                Accessible.ignored: true
+        function widest() {
+            let width = 0;
+            for (let i = 0; i < count; ++i) {
+                width = Math.max(width, itemAt(i).implicitWidth);
             }
-            background: Rectangle {
-                color: {
-                    const rest = segment.isSelected ? Theme.accent : Theme.surface;
-                    return segment.down ? Qt.darker(rest, 1.15) : rest;
-                }
-                border.width: 2
-                border.color: Theme.accent
-
-                FocusRing {
-                    visible: segment.visualFocus
-                }
-            }
+            return width;
         }
     }
 }

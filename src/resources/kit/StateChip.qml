@@ -13,8 +13,6 @@ Row {
     StateIcon {
         anchors.verticalCenter: parent.verticalCenter
         state: chip.word
-        width: 24
-        height: 24
     }
     PlainText {
         anchors.verticalCenter: parent.verticalCenter

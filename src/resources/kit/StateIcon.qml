@@ -1,10 +1,10 @@
 import QtQuick
+import CartonPick
 
 // The icon of a box state: an empty ring, a half full one, a tick.
-Image {
+Icon {
     property string state: ""
 
-    source: state === "" ? "" : "../icons/" + state + ".svg"
-    sourceSize.width: width
-    sourceSize.height: height
+    name: state
+    ink: Theme.ink[state === "completed" ? "green" : state === "incomplete" ? "red" : "yellow"]
 }

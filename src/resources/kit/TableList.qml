@@ -9,19 +9,21 @@ ListView {
     id: list
 
     required property TableViewOutlet outlet
-    readonly property int rowHeight: Math.max(Theme.touch, outlet.rowHeight)
+    // How many lines of text a row has.
+    property int lines: 1
+    readonly property int rowHeight: Math.max(Theme.touch, outlet.rowHeight, Theme.heightOf(lines, Theme.body) + 10)
+    readonly property bool isScrollable: contentHeight > height
 
     objectName: outlet.objectName
     model: outlet
     clip: true
     reuseItems: true
-    activeFocusOnTab: outlet.enabled
+    activeFocusOnTab: outlet.enabled && count > 0
     keyNavigationEnabled: true
     currentIndex: -1
     boundsBehavior: Flickable.StopAtBounds
-    ScrollBar.vertical: ScrollBar {
-        policy: list.contentHeight > list.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
-        width: 10
+    ScrollBar.vertical: TableScrollBar {
+        isNeeded: list.isScrollable
     }
     Keys.onSpacePressed: outlet.touchRow(currentIndex)
     onActiveFocusChanged: {

@@ -4,22 +4,27 @@ import QtQuick
 
 // Every colour, size and type of the program. No other file names a colour by its value.
 QtObject {
-    readonly property color window: "#e9edf2"
-    readonly property color surface: "#ffffff"
-    readonly property color surfaceShaded: "#f1f4f8"
-    readonly property color line: "#c5ced9"
-    readonly property color text: "#131c26"
-    readonly property color textMuted: "#46535f"
-    readonly property color textDisabled: "#76828f"
-    readonly property color bar: "#17222e"
+    // Set by the window, after the settings of this device.
+    property bool dark: false
+    property double textScale: 1
+
+    readonly property color window: dark ? "#0f161e" : "#e9edf2"
+    readonly property color surface: dark ? "#1a232d" : "#ffffff"
+    readonly property color surfaceShaded: dark ? "#232e3a" : "#f1f4f8"
+    readonly property color line: dark ? "#45525f" : "#c5ced9"
+    readonly property color fieldLine: dark ? "#7c8a98" : "#7b8794"
+    readonly property color text: dark ? "#eef3f8" : "#131c26"
+    readonly property color textMuted: dark ? "#b3bfcb" : "#46535f"
+    readonly property color textDisabled: dark ? "#8d9aa7" : "#687480"
+    readonly property color bar: dark ? "#0a1017" : "#17222e"
     readonly property color barText: "#f4f7fa"
-    readonly property color header: "#35424f"
+    readonly property color header: dark ? "#30404f" : "#35424f"
     readonly property color headerText: "#ffffff"
-    readonly property color accent: "#1550b8"
-    readonly property color accentSoft: "#dfe9fb"
-    readonly property color accentText: "#ffffff"
-    readonly property color focus: "#e07a00"
-    readonly property color scrim: "#99101820"
+    readonly property color accent: dark ? "#8ab8ff" : "#1550b8"
+    readonly property color accentSoft: dark ? "#22395c" : "#dfe9fb"
+    readonly property color accentText: dark ? "#0c1a2e" : "#ffffff"
+    readonly property color focus: dark ? "#ffb454" : "#c96a00"
+    readonly property color scrim: dark ? "#b3000000" : "#99101820"
 
     // What the controllers' colour names look like as ink ...
     readonly property var ink: ({
@@ -27,9 +32,9 @@ QtObject {
             "black": text,
             "white": "#ffffff",
             "blue": accent,
-            "red": "#a81e19",
-            "green": "#0b6430",
-            "yellow": "#6d4a00",
+            "red": dark ? "#ffa39b" : "#a81e19",
+            "green": dark ? "#86dfa6" : "#0b6430",
+            "yellow": dark ? "#f2cf74" : "#6d4a00",
             "grey": textDisabled,
             "lightGrey": line,
             "darkGrey": header
@@ -40,25 +45,36 @@ QtObject {
             "black": text,
             "white": "#ffffff",
             "blue": accentSoft,
-            "red": "#fbe1de",
-            "green": "#d8f1e0",
-            "yellow": "#fff0c4",
+            "red": dark ? "#46211f" : "#fbe1de",
+            "green": dark ? "#173a2a" : "#d8f1e0",
+            "yellow": dark ? "#403414" : "#fff0c4",
             "grey": header,
             "lightGrey": surfaceShaded,
             "darkGrey": header
         })
 
     // Heights of what a gloved finger has to hit.
-    readonly property int touch: 56
+    readonly property int touch: Math.max(56, 2 * body)
     readonly property int key: 84
 
     readonly property int gap: 12
     readonly property int radius: 10
 
     readonly property string family: "Inter"
-    readonly property int small: 18
-    readonly property int body: 20
-    readonly property int title: 24
-    readonly property int value: 34
+    readonly property int small: Math.round(18 * textScale)
+    readonly property int body: Math.round(20 * textScale)
+    readonly property int title: Math.round(24 * textScale)
+    // What is large already grows less.
+    readonly property int value: Math.round(34 * (1 + textScale) / 2)
+    readonly property int heading: Math.round(44 * (3 + textScale) / 4)
+    readonly property int headline: Math.round(52 * (3 + textScale) / 4)
     readonly property int total: 120
+
+    // Wide enough for an item code or a barcode of 14 characters.
+    readonly property int codeWidth: 9 * body
+
+    // The height of `lines` lines of text.
+    function heightOf(lines, pixelSize) {
+        return Math.ceil(lines * 1.21 * pixelSize);
+    }
 }

@@ -2,14 +2,16 @@ import QtQuick
 import QtQuick.Layouts
 import CartonPick
 
-// The dark band at the top of a screen: what leads back, and the screen's name.
+// The dark band at the top of a screen: what leads back, and, where there is room, the screen's
+// name.
 Rectangle {
     id: bar
 
     property alias title: title.text
     default property alias content: row.data
+    readonly property real leading: row.children.length > 0 ? row.children[0].width : 0
 
-    implicitHeight: 72
+    implicitHeight: Math.max(72, Theme.touch + 16)
     color: Theme.bar
 
     RowLayout {
@@ -24,6 +26,7 @@ Rectangle {
         id: title
 
         anchors.centerIn: parent
+        visible: bar.leading + 2 * Theme.gap < (bar.width - implicitWidth) / 2
         color: Theme.barText
         font.pixelSize: Theme.title
         font.weight: Font.DemiBold

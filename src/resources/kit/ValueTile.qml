@@ -2,8 +2,8 @@ import QtQuick
 import CartonPick
 import CartonPick.Platform
 
-// A number that matters, above its caption. Its implicit size does not depend on its width: a layout
-// would chase its own tail.
+// A number that matters, above its caption, or at the end of a line that begins with it. Its
+// implicit size does not depend on its width: a layout would chase its own tail.
 Item {
     id: tile
 
@@ -13,45 +13,44 @@ Item {
     property string captionName: ""
     property alias valueSize: value.font.pixelSize
     property string state: ""
+    property bool isLine: false
+    readonly property int iconSpace: state === "" ? 0 : icon.width + 6
+    readonly property int valueHeight: Theme.heightOf(1, valueSize)
 
     implicitWidth: label.implicitWidth
-    implicitHeight: row.height + label.implicitHeight
+    implicitHeight: isLine ? valueHeight : valueHeight + label.implicitHeight
 
-    Row {
-        id: row
+    StateIcon {
+        id: icon
 
-        anchors.horizontalCenter: parent.horizontalCenter
-        height: Math.ceil(tile.valueSize * 1.22)
-        spacing: 6
+        visible: tile.state !== ""
+        state: tile.state
+        x: tile.isLine ? 0 : value.x - tile.iconSpace
+        y: (tile.valueHeight - height) / 2
+    }
+    OutletText {
+        id: value
 
-        StateIcon {
-            anchors.verticalCenter: parent.verticalCenter
-            visible: tile.state !== ""
-            state: tile.state
-            width: 24
-            height: 24
-        }
-        OutletText {
-            id: value
-
-            outlet: tile.outlet
-            caption: tile.caption
-            width: Math.min(implicitWidth, tile.width - (tile.state !== "" ? 30 : 0))
-            height: parent.height
-            font.pixelSize: Theme.value
-            font.weight: Font.Bold
-            fontSizeMode: Text.HorizontalFit
-            minimumPixelSize: Theme.small
-        }
+        outlet: tile.outlet
+        caption: tile.caption
+        width: Math.min(implicitWidth, tile.width - tile.iconSpace - (tile.isLine ? label.implicitWidth + Theme.gap : 0))
+        height: tile.valueHeight
+        x: tile.isLine ? tile.width - width : (tile.width + tile.iconSpace - width) / 2
+        font.pixelSize: Theme.value
+        font.weight: Font.Bold
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: Theme.small
     }
     PlainText {
         id: label
 
         objectName: tile.captionName
-        anchors.top: row.bottom
-        width: tile.width
+        x: tile.isLine ? tile.iconSpace : 0
+        y: tile.isLine ? 0 : tile.valueHeight
+        width: tile.isLine ? implicitWidth : tile.width
+        height: tile.isLine ? tile.valueHeight : implicitHeight
         text: tile.caption
-        horizontalAlignment: Text.AlignHCenter
+        horizontalAlignment: tile.isLine ? Text.AlignLeft : Text.AlignHCenter
         color: Theme.textMuted
         font.pixelSize: Theme.small
         Accessible.ignored: true

@@ -26,7 +26,7 @@ FocusScope {
             objectName: "btnBack"
             text: "Back"
             focus: true
-            Layout.preferredWidth: 104
+            Layout.preferredWidth: Math.max(104, implicitWidth)
             onClicked: screen.controller.performSegueWithIdentifier("returnFromHistoryToStart")
         }
         Item {
@@ -38,10 +38,12 @@ FocusScope {
 
         anchors.top: bar.bottom
         width: parent.width
-        height: Math.max(Theme.touch, screen.controller.tblHistoryOverview.headerHeight)
+        height: deliveries.rowHeight
         color: Theme.header
 
         PickHistoryCell {
+            id: titles
+
             anchors.fill: parent
             cell: screen.controller.tblHistoryOverview.header
             ink: Theme.headerText
@@ -52,6 +54,7 @@ FocusScope {
         id: deliveries
 
         outlet: screen.controller.tblHistoryOverview
+        lines: titles.isTight ? 2 : 1
         anchors.top: header.bottom
         anchors.bottom: parent.bottom
         width: parent.width

@@ -11,24 +11,30 @@ FocusScope {
 
     required property ChangeQuantityViewController controller
 
+    readonly property bool isUpright: height > width
+
     Keys.onEscapePressed: controller.btnCancelTouched()
 
-    RowLayout {
+    GridLayout {
         anchors.fill: parent
         anchors.margins: 24
-        spacing: 28
+        columns: screen.isUpright ? 1 : 2
+        columnSpacing: 28
+        rowSpacing: Theme.gap
 
         ColumnLayout {
             spacing: 4
             Layout.fillWidth: true
             Layout.preferredWidth: 1
-            Layout.fillHeight: true
+            Layout.fillHeight: !screen.isUpright
 
             OutletText {
                 outlet: screen.controller.lblItemCode
                 caption: "Item Code"
-                font.pixelSize: 34
+                font.pixelSize: Theme.value
                 font.weight: Font.Bold
+                fontSizeMode: Text.HorizontalFit
+                minimumPixelSize: Theme.small
                 Layout.fillWidth: true
             }
             OutletText {
@@ -41,7 +47,7 @@ FocusScope {
                 outlet: screen.controller.lblItemDescription
                 caption: "Description"
                 wrapMode: Text.Wrap
-                maximumLineCount: 3
+                maximumLineCount: screen.isUpright ? 2 : 3
                 font.pixelSize: Theme.title
                 Layout.fillWidth: true
                 Layout.topMargin: 4
@@ -74,14 +80,14 @@ FocusScope {
                 ValueTile {
                     outlet: screen.controller.lblCurrentQty
                     caption: "Current"
-                    valueSize: 44
+                    valueSize: Theme.heading
                     Layout.fillWidth: true
                     Layout.preferredWidth: 1
                 }
                 ValueTile {
                     outlet: screen.controller.lblOrderQty
                     caption: "Ordered"
-                    valueSize: 44
+                    valueSize: Theme.heading
                     Layout.fillWidth: true
                     Layout.preferredWidth: 1
                 }
@@ -90,8 +96,8 @@ FocusScope {
 
         ColumnLayout {
             spacing: Theme.gap
+            Layout.fillWidth: screen.isUpright
             Layout.preferredWidth: 400
-            Layout.maximumWidth: 400
             Layout.fillHeight: true
 
             EntryField {
@@ -101,6 +107,7 @@ FocusScope {
                 horizontalAlignment: TextInput.AlignRight
                 font.pixelSize: Theme.value
                 inputMethodHints: Qt.ImhDigitsOnly
+                wantsScreenKeyboard: false
                 Layout.fillWidth: true
                 Layout.preferredHeight: 76
             }

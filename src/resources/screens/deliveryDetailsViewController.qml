@@ -23,7 +23,7 @@ FocusScope {
         }
     }
 
-    ColumnLayout {
+    ScrollPane {
         anchors.fill: parent
         spacing: 0
 
@@ -36,6 +36,7 @@ FocusScope {
                 caption: "Delivery"
                 font.pixelSize: Theme.title
                 font.weight: Font.Bold
+                wrapMode: Text.Wrap
                 Layout.fillWidth: true
             }
             ActionButton {
@@ -50,6 +51,8 @@ FocusScope {
             ordered: screen.controller.txtQtyOrder
             difference: screen.controller.txtQtyDiff
             Layout.fillWidth: true
+            Layout.leftMargin: Theme.gap
+            Layout.rightMargin: Theme.gap
             Layout.bottomMargin: 8
         }
         SegmentBar {
@@ -64,6 +67,7 @@ FocusScope {
             emptyText: "No lines to show"
             Layout.fillWidth: true
             Layout.fillHeight: true
+            Layout.minimumHeight: minimumHeight
         }
     }
 }

@@ -14,12 +14,12 @@ FocusScope {
         color: Theme.window
     }
 
-    ColumnLayout {
+    ScrollPane {
         anchors.fill: parent
         spacing: 0
 
-        RowLayout {
-            spacing: Theme.gap
+        WrapRow {
+            Layout.fillWidth: true
             Layout.margins: Theme.gap
             Layout.bottomMargin: 4
 
@@ -29,22 +29,34 @@ FocusScope {
                 font.pixelSize: Theme.title
                 Layout.fillWidth: true
             }
-            Pill {
-                outlet: screen.controller.lblScanState
-            }
-            OutletButton {
-                outlet: screen.controller.btnOptions
-                onClicked: screen.controller.btnOptionsTouched()
+            RowLayout {
+                spacing: Theme.gap
+
+                Pill {
+                    outlet: screen.controller.lblScanState
+                    onClicked: screen.controller.scanStateTouched()
+                }
+                Item {
+                    Layout.fillWidth: true
+                }
+                OutletButton {
+                    outlet: screen.controller.btnOptions
+                    onClicked: screen.controller.btnOptionsTouched()
+                }
             }
         }
         OutletText {
             outlet: screen.controller.lblSaved
             color: Theme.ink.green
             font.weight: Font.DemiBold
+            wrapMode: maximumLineCount > 1 ? Text.Wrap : Text.NoWrap
+            maximumLineCount: screen.width < 25 * Theme.body ? 2 : 1
+            fontSizeMode: Text.Fit
+            minimumPixelSize: Theme.small
             Layout.fillWidth: true
             Layout.leftMargin: Theme.gap + 4
             Layout.rightMargin: Theme.gap
-            Layout.preferredHeight: 30
+            Layout.preferredHeight: Theme.heightOf(maximumLineCount, Theme.body) + 5
         }
         PickTotals {
             box: screen.controller.lblOpenBox
@@ -52,6 +64,8 @@ FocusScope {
             ordered: screen.controller.lblTotalOrder
             difference: screen.controller.lblTotalDiff
             Layout.fillWidth: true
+            Layout.leftMargin: Theme.gap
+            Layout.rightMargin: Theme.gap
             Layout.bottomMargin: 8
         }
         SegmentBar {
@@ -66,6 +80,7 @@ FocusScope {
             emptyText: "No lines to show"
             Layout.fillWidth: true
             Layout.fillHeight: true
+            Layout.minimumHeight: minimumHeight
         }
     }
 }

@@ -10,7 +10,8 @@ FocusScope {
     id: screen
 
     required property MasterViewController controller
-    readonly property bool isWide: width > 600
+    readonly property bool isWide: width > 30 * Theme.body
+    readonly property bool isUpright: width >= Window.width
 
     Rectangle {
         anchors.fill: parent
@@ -18,7 +19,7 @@ FocusScope {
     }
     Rectangle {
         anchors.right: parent.right
-        visible: !screen.isWide
+        visible: !screen.isUpright
         width: 1
         height: parent.height
         color: Theme.line
@@ -32,7 +33,7 @@ FocusScope {
 
         OutletButton {
             outlet: screen.controller.btnClose
-            Layout.preferredWidth: 104
+            Layout.preferredWidth: Math.max(104, implicitWidth)
             onClicked: screen.controller.performSegueWithIdentifier("returnFromPickingToStart")
         }
         Item {
@@ -40,89 +41,99 @@ FocusScope {
         }
     }
 
-    GridLayout {
+    ScrollPane {
         anchors.fill: parent
-        anchors.topMargin: bar.height + Theme.gap
-        anchors.leftMargin: Theme.gap
-        anchors.rightMargin: Theme.gap
-        columns: screen.isWide ? 2 : 1
-        columnSpacing: Theme.gap * 2
-        rowSpacing: Theme.gap
+        anchors.topMargin: bar.height
 
-        ColumnLayout {
-            Layout.fillWidth: true
-            Layout.fillHeight: false
-            Layout.preferredWidth: 1
-            Layout.alignment: Qt.AlignTop
-            spacing: Theme.gap
+        GridLayout {
+            Layout.topMargin: Theme.gap
+            Layout.leftMargin: Theme.gap
+            Layout.rightMargin: Theme.gap
+            columns: screen.isWide ? 2 : 1
+            columnSpacing: Theme.gap * 2
+            rowSpacing: Theme.gap
 
-            RowLayout {
-                spacing: 8
-
-                EntryField {
-                    outlet: screen.controller.txtDeliveryNo
-                    caption: "Delivery number"
-                    Layout.fillWidth: true
-                }
-                OutletButton {
-                    outlet: screen.controller.btnSearch
-                    filled: true
-                    Layout.preferredWidth: 112
-                    onClicked: screen.controller.btnSearchOrderNoTouched()
-                }
-            }
-            DeliveryHeader {
-                controller: screen.controller
-                visible: !screen.controller.lblCustomerName.hidden || screen.controller.activityIndicator.animating
+            ColumnLayout {
                 Layout.fillWidth: true
                 Layout.fillHeight: false
-            }
-            RowLayout {
-                spacing: 8
+                Layout.preferredWidth: 1
+                Layout.alignment: Qt.AlignTop
+                spacing: Theme.gap
 
-                OutletButton {
-                    outlet: screen.controller.btnPicking
-                    filled: true
+                WrapRow {
+                    columnSpacing: 8
                     Layout.fillWidth: true
-                    onClicked: screen.controller.btnPickingTouched()
+
+                    EntryField {
+                        outlet: screen.controller.txtDeliveryNo
+                        caption: "Delivery number"
+                        Layout.fillWidth: true
+                    }
+                    OutletButton {
+                        outlet: screen.controller.btnSearch
+                        filled: true
+                        Layout.fillWidth: !parent.fits
+                        Layout.preferredWidth: Math.max(112, implicitWidth)
+                        onClicked: screen.controller.btnSearchOrderNoTouched()
+                    }
                 }
-                OutletButton {
-                    outlet: screen.controller.btnReloadItems
-                    onClicked: screen.controller.btnReloadItemsTouched()
+                DeliveryHeader {
+                    controller: screen.controller
+                    visible: !screen.controller.lblCustomerName.hidden || screen.controller.activityIndicator.animating
+                    Layout.fillWidth: true
+                    Layout.fillHeight: false
+                }
+                WrapRow {
+                    columnSpacing: 8
+                    Layout.fillWidth: true
+
+                    OutletButton {
+                        outlet: screen.controller.btnPicking
+                        filled: true
+                        Layout.fillWidth: true
+                        onClicked: screen.controller.btnPickingTouched()
+                    }
+                    OutletButton {
+                        outlet: screen.controller.btnReloadItems
+                        Layout.fillWidth: !parent.fits
+                        onClicked: screen.controller.btnReloadItemsTouched()
+                    }
+                }
+                BoxCounters {
+                    controller: screen.controller
+                    Layout.fillWidth: true
+                    Layout.fillHeight: false
                 }
             }
-            BoxCounters {
-                controller: screen.controller
-                Layout.fillWidth: true
-                Layout.fillHeight: false
-            }
-        }
 
-        ColumnLayout {
-            Layout.fillWidth: true
-            Layout.fillHeight: true
-            Layout.preferredWidth: 1
-            spacing: 0
-
-            EntryField {
-                outlet: screen.controller.txtBox
-                caption: "Box"
-                Layout.fillWidth: true
-                Layout.bottomMargin: Theme.gap
-            }
-            TableList {
-                id: boxes
-
-                outlet: screen.controller.tblBoxes
+            ColumnLayout {
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                Layout.leftMargin: -Theme.gap
-                Layout.rightMargin: -Theme.gap
-                Accessible.name: "Boxes"
-                delegate: BoxTableViewCell {
-                    table: boxes.outlet
-                    width: boxes.width
-                    height: boxes.rowHeight
+                Layout.preferredWidth: 1
+                spacing: 0
+
+                EntryField {
+                    outlet: screen.controller.txtBox
+                    caption: "Box"
+                    Layout.fillWidth: true
+                    Layout.bottomMargin: Theme.gap
+                }
+                TableList {
+                    id: boxes
+
+                    outlet: screen.controller.tblBoxes
+                    lines: 2
+                    Layout.fillWidth: true
+                    Layout.fillHeight: true
+                    Layout.minimumHeight: 3 * rowHeight
+                    Layout.leftMargin: -Theme.gap
+                    Layout.rightMargin: -Theme.gap
+                    Accessible.name: "Boxes"
+                    delegate: BoxTableViewCell {
+                        table: boxes.outlet
+                        width: boxes.width
+                        height: boxes.rowHeight
+                    }
                 }
             }
         }

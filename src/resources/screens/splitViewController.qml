@@ -19,7 +19,7 @@ FocusScope {
 
         controller: screen.controller.master
         focus: true
-        width: screen.isUpright ? parent.width : Math.round(Math.max(372, Math.min(460, parent.width * 0.34)))
+        width: screen.isUpright ? parent.width : Math.round(Math.max(372, Math.min(460 * Theme.textScale, parent.width * 0.34)))
         height: screen.isUpright ? Math.round(parent.height * 0.42) : parent.height
     }
 

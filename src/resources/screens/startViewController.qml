@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Layouts
 import CartonPick
 import CartonPick.App
 
@@ -12,45 +13,48 @@ FocusScope {
         anchors.fill: parent
         color: Theme.window
     }
+    // Behind the heading; the card lies over its lower edge.
     Rectangle {
         width: parent.width
-        height: parent.height * 0.36
+        height: card.y + 48 - pane.contentY
         color: Theme.bar
     }
 
-    Column {
-        anchors.centerIn: parent
-        width: Math.min(560, parent.width - 64)
-        spacing: 28
+    ScrollPane {
+        id: pane
 
-        Column {
-            width: parent.width
-            spacing: 4
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: Math.min(560 * Theme.textScale, parent.width - 64)
+        height: parent.height
+        spacing: 4
 
-            PlainText {
-                width: parent.width
-                text: "CartonPick"
-                color: Theme.barText
-                horizontalAlignment: Text.AlignHCenter
-                font.pixelSize: 52
-                font.weight: Font.Bold
-                Accessible.role: Accessible.Heading
-                Accessible.name: text
-            }
-            PlainText {
-                width: parent.width
-                text: "Deliveries, carton by carton"
-                color: Theme.barText
-                horizontalAlignment: Text.AlignHCenter
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
-            }
+        Item {
+            Layout.fillHeight: true
         }
-
+        PlainText {
+            text: "CartonPick"
+            color: Theme.barText
+            font.pixelSize: Theme.headline
+            font.weight: Font.Bold
+            Layout.alignment: Qt.AlignHCenter
+            Accessible.role: Accessible.Heading
+            Accessible.name: text
+        }
+        PlainText {
+            text: "Deliveries, carton by carton"
+            color: Theme.barText
+            Layout.alignment: Qt.AlignHCenter
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
         Card {
-            width: parent.width
-            height: buttons.implicitHeight + 56
+            id: card
+
             radius: 16
+            Layout.fillWidth: true
+            Layout.topMargin: 24
+            Layout.bottomMargin: Theme.gap
+            Layout.preferredHeight: buttons.implicitHeight + 56
 
             Column {
                 id: buttons
@@ -66,7 +70,7 @@ FocusScope {
                     text: "Picking"
                     filled: true
                     focus: true
-                    font.pixelSize: 32
+                    font.pixelSize: Theme.value
                     onClicked: screen.controller.performSegueWithIdentifier("segueToSplitView")
                 }
                 ActionButton {
@@ -74,7 +78,7 @@ FocusScope {
                     width: parent.width
                     height: 80
                     text: "History"
-                    font.pixelSize: 26
+                    font.pixelSize: Theme.title
                     onClicked: screen.controller.performSegueWithIdentifier("segueHistory")
                 }
                 OutletText {
@@ -94,5 +98,16 @@ FocusScope {
                 }
             }
         }
+        Item {
+            Layout.fillHeight: true
+        }
+    }
+
+    OutletButton {
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.margins: Theme.gap
+        outlet: screen.controller.btnDisplay
+        onClicked: screen.controller.btnDisplayTouched()
     }
 }

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "platform/ViewController.h"
+#include "platform/outlets/Button.h"
+#include "platform/outlets/Label.h"
+#include "platform/outlets/SegmentedControl.h"
+#include "platform/outlets/TableView.h"
+#include "platform/outlets/TextField.h"
+
+#include <QTimer>
+
+/// All parts that screens are made of, in all their states, on one page: for those who design them,
+/// and to see at a glance what a change of the theme does.
+class GalleryViewController : public ViewController, public TableViewDataSource {
+  Q_OBJECT
+  QML_NAMED_ELEMENT(GalleryViewController)
+  QML_UNCREATABLE("Controllers come from the storyboard")
+  OUTLET(Button, btnPlain)
+  OUTLET(Button, btnWarning)
+  OUTLET(Button, btnDisabled)
+  OUTLET(Button, btnDigit)
+  OUTLET(Button, btnNegative)
+  OUTLET(TextField, txtEmpty)
+  OUTLET(TextField, txtFilled)
+  OUTLET(TextField, txtDisabled)
+  OUTLET(SegmentedControl, segmFilter)
+  OUTLET(Label, lblReady)
+  OUTLET(Label, lblNotReady)
+  OUTLET(Label, lblSaved)
+  OUTLET(Label, lblBox)
+  OUTLET(Label, lblPicked)
+  OUTLET(Label, lblOrdered)
+  OUTLET(Label, lblDifference)
+  OUTLET(TableView, tblBoxes)
+  OUTLET(TableView, tblPicks)
+
+ public:
+  explicit GalleryViewController(Environment &environment, QObject *parent = nullptr);
+
+  void viewDidLoad() override;
+
+  Q_INVOKABLE void showAlert();
+  Q_INVOKABLE void showQuestion();
+  Q_INVOKABLE void showSheet();
+  Q_INVOKABLE void showPopover();
+  /// Work that is over after some seconds.
+  Q_INVOKABLE void showProgress();
+
+  int numberOfRowsInSection(const TableView &table, int section) override;
+  QVariant cellForRowAtIndexPath(const TableView &table, int row) override;
+  QVariant viewForHeaderInSection(const TableView &table, int section) override;
+  void didSelectRowAtIndexPath(TableView & /*table*/, int /*row*/) override {}
+
+ private:
+  void makeProgress();
+
+  QTimer m_work;
+  int m_percent = 0;
+};

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "platform/SystemColourScheme.h"
+
+#include <QObject>
+#include <QSettings>
+#include <QSize>
+#include <QtQml/qqmlregistration.h>
+
+#include <array>
+#include <memory>
+
+struct Folders;
+
+/// How the program looks on this device: the theme, the size of its text, and the window's size.
+/// Remembered in `display.ini` in the home folder.
+class DisplaySettings : public QObject {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("There is one, the window's")
+  Q_PROPERTY(bool dark READ isDark NOTIFY changed)
+  Q_PROPERTY(double textScale READ textScale NOTIFY changed)
+  Q_PROPERTY(QSize windowSize READ windowSize WRITE setWindowSize NOTIFY changed)
+  Q_PROPERTY(bool maximized READ isMaximized WRITE setMaximized NOTIFY changed)
+
+ public:
+  enum class Theme { System, Light, Dark };
+  /// The text sizes to choose from, in percent.
+  static constexpr std::array kTextSizes{100, 125, 150, 200};
+
+  DisplaySettings(const Folders &folders, std::unique_ptr<SystemColourScheme> system);
+
+  [[nodiscard]] Theme theme() const;
+  void setTheme(Theme theme);
+  /// Whether the screen is dark, after the theme and the system.
+  [[nodiscard]] bool isDark() const;
+
+  /// In percent; one of kTextSizes.
+  [[nodiscard]] int textSize() const;
+  void setTextSize(int percent);
+  /// 1 stands for 100 percent.
+  [[nodiscard]] double textScale() const { return textSize() / 100.0; }
+
+  /// The window's size while it is not maximized, in points.
+  [[nodiscard]] QSize windowSize() const;
+  void setWindowSize(QSize size);
+  [[nodiscard]] bool isMaximized() const;
+  void setMaximized(bool isMaximized);
+
+ signals:
+  void changed();
+
+ private:
+  void store(const QString &key, const QVariant &value);
+
+  QSettings m_file;
+  std::unique_ptr<SystemColourScheme> m_system;
+};

@@ -1,0 +1,153 @@
+#include "platform/ScanGuard.h"
+
+#include "platform/Window.h"
+#include "platform/outlets/TextField.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QTimerEvent>
+#include <QWindow>
+
+#include <utility>
+
+namespace {
+
+/// A little more than a scanner's longest gap, in milliseconds.
+constexpr int kHoldingTime = int{BurstDetector::kLongestGap} + 10;
+
+bool isReturn(const QKeyEvent &key) {
+  return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+}
+
+/// Whether the key typed something that can be a part of a code.
+bool isCharacter(const QKeyEvent &key) {
+  constexpr Qt::KeyboardModifiers kCommands = Qt::ControlModifier | Qt::AltModifier;
+  return !key.isAutoRepeat() && !key.modifiers().testAnyFlags(kCommands) && !key.text().isEmpty() &&
+         key.text().front().isPrint();
+}
+
+/// Shift and its like come with the characters of a code, as keys of their own.
+bool isModifier(const QKeyEvent &key) {
+  return key.key() == Qt::Key_Shift || key.key() == Qt::Key_CapsLock || key.key() == Qt::Key_AltGr;
+}
+
+}  // namespace
+
+ScanGuard::ScanGuard(QWindow &window, Window &state) : m_window(window), m_state(state) {
+  m_window.installEventFilter(this);
+}
+
+ScanGuard::~ScanGuard() = default;
+
+bool ScanGuard::eventFilter(QObject * /*watched*/, QEvent *event) {
+  if (m_isLettingGo) {
+    return false;
+  }
+  switch (event->type()) {
+    case QEvent::KeyPress:
+      return filterPress(*static_cast<QKeyEvent *>(event));
+    case QEvent::KeyRelease:
+      return filterRelease(*static_cast<QKeyEvent *>(event));
+    case QEvent::MouseButtonPress:
+    case QEvent::TouchBegin:
+      letGo();
+      m_burst.interrupt();
+      return false;
+    default:
+      return false;
+  }
+}
+
+bool ScanGuard::filterPress(const QKeyEvent &key) {
+  if (isReturn(key)) {
+    return filterReturn(key);
+  }
+  if (isModifier(key)) {
+    return false;
+  }
+  if (!isCharacter(key)) {
+    letGo();
+    m_burst.interrupt();
+    return false;
+  }
+  if (!m_burst.type(key.text(), key.timestamp())) {
+    letGo();
+  }
+  const TextField *field = focusedField();
+  if (m_held.empty() && field != nullptr && field->takesScans()) {
+    return false;
+  }
+  hold(key);
+  return true;
+}
+
+bool ScanGuard::filterRelease(const QKeyEvent &key) {
+  if (m_held.empty() || isModifier(key)) {
+    return false;
+  }
+  hold(key);
+  return true;
+}
+
+bool ScanGuard::filterReturn(const QKeyEvent &key) {
+  const std::optional<QString> code = m_burst.pressReturn(key.timestamp());
+  if (!code) {
+    letGo();
+    return false;
+  }
+  TextField *field = focusedField();
+  if (m_held.empty() && field != nullptr && field->takesScans()) {
+    // The code stands for the whole text, whatever was there before.
+    field->edit(*code);
+    return false;
+  }
+  drop();
+  placeScan(*code);
+  return true;
+}
+
+void ScanGuard::placeScan(const QString &code) {
+  if (TextField *field = m_state.scanField()) {
+    field->becomeFirstResponder();
+    field->edit(code);
+    field->pressReturn();
+  } else {
+    m_state.refuseScan(code);
+  }
+}
+
+void ScanGuard::hold(const QKeyEvent &key) {
+  m_held.emplace_back(key.clone());
+  m_sinceLastKey.start();
+  m_timer.start(kHoldingTime, Qt::PreciseTimer, this);
+}
+
+void ScanGuard::timerEvent(QTimerEvent * /*event*/) {
+  // After a pause of the program more keys may be waiting: they have their turn first.
+  if (m_sinceLastKey.hasExpired(2 * std::int64_t{kHoldingTime})) {
+    m_sinceLastKey.start();
+    m_timer.start(0, this);
+    return;
+  }
+  letGo();
+}
+
+void ScanGuard::letGo() {
+  m_timer.stop();
+  const auto held = std::exchange(m_held, {});
+  m_isLettingGo = true;
+  for (const auto &key : held) {
+    QCoreApplication::sendEvent(&m_window, key.get());
+  }
+  m_isLettingGo = false;
+}
+
+void ScanGuard::drop() {
+  m_timer.stop();
+  m_held.clear();
+}
+
+TextField *ScanGuard::focusedField() const {
+  const QObject *focused = m_window.focusObject();
+  return focused == nullptr ? nullptr : focused->property("outlet").value<TextField *>();
+}

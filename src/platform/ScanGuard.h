@@ -1,0 +1,59 @@
+#pragma once
+
+#include "platform/BurstDetector.h"
+
+#include <QBasicTimer>
+#include <QElapsedTimer>
+#include <QObject>
+
+#include <memory>
+#include <vector>
+
+class QKeyEvent;
+class QWindow;
+class TextField;
+class Window;
+
+/// Sees to it that what a scanner types lands where scans belong, and nowhere else.
+///
+/// A field that takes scans gets every key at once. Anywhere else characters are held back until it
+/// is clear who typed them: a person's go on after a moment that nobody notices; a scanner's go to
+/// the field that takes scans at that time or, if there is none, are refused. No other item ever
+/// sees them, so there is nothing to take back.
+class ScanGuard : public QObject {
+  Q_OBJECT
+
+ public:
+  /// Guards the keys of `window`, which shows `state`. Both outlive this object.
+  ScanGuard(QWindow &window, Window &state);
+  ~ScanGuard() override;
+  ScanGuard(const ScanGuard &) = delete;
+  ScanGuard &operator=(const ScanGuard &) = delete;
+
+  /// Whether it is not yet clear who typed the last keys.
+  [[nodiscard]] bool isHolding() const { return !m_held.empty(); }
+
+  bool eventFilter(QObject *watched, QEvent *event) override;
+
+ protected:
+  void timerEvent(QTimerEvent *event) override;
+
+ private:
+  bool filterPress(const QKeyEvent &key);
+  bool filterRelease(const QKeyEvent &key);
+  bool filterReturn(const QKeyEvent &key);
+  void hold(const QKeyEvent &key);
+  /// Lets go what was held back, in its order.
+  void letGo();
+  void drop();
+  void placeScan(const QString &code);
+  [[nodiscard]] TextField *focusedField() const;
+
+  QWindow &m_window;
+  Window &m_state;
+  BurstDetector m_burst;
+  std::vector<std::unique_ptr<QKeyEvent>> m_held;
+  QBasicTimer m_timer;
+  QElapsedTimer m_sinceLastKey;
+  bool m_isLettingGo = false;
+};

@@ -1,0 +1,73 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import CartonPick
+
+// A segment of a segmented control; the selected one is filled and ticked.
+Button {
+    id: segment
+
+    required property bool isSelected
+    readonly property color ink: isSelected ? Theme.accentText : Theme.accent
+
+    signal touched
+
+    implicitHeight: Theme.touch
+    leftPadding: 10
+    rightPadding: 10
+    // The focus ring lies over the neighbours.
+    z: activeFocus ? 1 : 0
+    focusPolicy: Qt.TabFocus
+    font.family: Theme.family
+    font.pixelSize: Theme.small
+    font.weight: Font.DemiBold
+    Keys.onReturnPressed: event => event.accepted = true
+    Keys.onEnterPressed: event => event.accepted = true
+    onClicked: touched()
+
+    Accessible.role: Accessible.RadioButton
+    Accessible.name: text
+    Accessible.checkable: true
+    Accessible.checked: isSelected
+    Accessible.onPressAction: touched()
+
+    contentItem: Item {
+        implicitWidth: tick.width + row.spacing + label.implicitWidth
+
+        Row {
+            id: row
+
+            anchors.centerIn: parent
+            spacing: 6
+
+            Icon {
+                id: tick
+
+                anchors.verticalCenter: parent.verticalCenter
+                visible: segment.isSelected
+                name: "tick"
+                ink: segment.ink
+            }
+            PlainText {
+                id: label
+
+                anchors.verticalCenter: parent.verticalCenter
+                text: segment.text
+                font: segment.font
+                color: segment.ink
+                Accessible.ignored: true
+            }
+        }
+    }
+    background: Rectangle {
+        color: {
+            const rest = segment.isSelected ? Theme.accent : Theme.surface;
+            return segment.down ? Qt.darker(rest, 1.15) : rest;
+        }
+        border.width: 2
+        border.color: Theme.accent
+
+        FocusRing {
+            visible: segment.activeFocus
+        }
+    }
+}
