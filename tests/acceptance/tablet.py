@@ -2,7 +2,8 @@
 
 The screen is an X server of its own (Xvfb); the hand sends real pointer and key events (xdotool);
 the eye is a screen reader's (AT-SPI), so it finds things by role and name. Has to run inside a
-D-Bus session of its own (dbus-run-session).
+D-Bus session of its own (dbus-run-session). A program on another screen, under another hand, is
+another kind of Tablet.
 """
 
 import os
@@ -77,28 +78,22 @@ class OrderService:
         self._process.stdout.close()
 
 
-class Program:
-    """The program on a screen."""
+class Tablet:
+    """The program with that process id, as its screen reader and its user's hand know it.
 
-    def __init__(self, screen, executable, *options):
-        self._screen = screen
-        environment = dict(os.environ, DISPLAY=screen.display, QT_QPA_PLATFORM="xcb",
-                           QT_QUICK_BACKEND="software", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
-        self._process = subprocess.Popen([executable, *options], env=environment,
-                                         stderr=subprocess.PIPE, text=True)
-        self._application = wait_for(self._find_application, "the program to appear")
-        window = screen.run("xdotool", "search", "--sync", "--onlyvisible", "--name",
-                            "CartonPick").stdout.split()[0]
-        screen.run("xdotool", "windowsize", "--sync", window, str(screen.width),
-                   str(screen.height))
-        screen.run("xdotool", "windowmove", window, "0", "0")
-        screen.run("xdotool", "windowfocus", "--sync", window)
+    A subclass is the hand: it has click(x, y), type(text) and press(key).
+    """
 
-    def _find_application(self):
+    def __init__(self, process_id):
+        self._application = wait_for(lambda: self._find_application(process_id),
+                                     "the program to appear")
+
+    @staticmethod
+    def _find_application(process_id):
         desktop = Atspi.get_desktop(0)
         for index in range(desktop.get_child_count()):
             application = desktop.get_child_at_index(index)
-            if application and application.get_process_id() == self._process.pid:
+            if application and application.get_process_id() == process_id:
                 return application
         return None
 
@@ -125,9 +120,12 @@ class Program:
         return found
 
     def find(self, role=None, name=None, description=None):
+        return self._wait_for(lambda: self.seen(role, name, description),
+                              f"{role} {name or description} to be on the screen")
+
+    def _wait_for(self, look, what):
         try:
-            return wait_for(lambda: self.seen(role, name, description),
-                            f"{role} {name or description} to be on the screen")
+            return wait_for(look, what)
         except NotSeen as not_seen:
             raise NotSeen(f"{not_seen}, where there is: {self.description()}") from None
 
@@ -138,10 +136,10 @@ class Program:
 
     def expect_value(self, caption, value):
         """Waits until the value with that caption is `value`."""
-        wait_for(lambda: self.seen(None, value, caption), f"{caption} to be {value}")
+        self._wait_for(lambda: self.seen(None, value, caption), f"{caption} to be {value}")
 
     def expect_gone(self, role=None, name=None):
-        wait_for(lambda: self.seen(role, name) is None, f"{role} {name} to be gone")
+        self._wait_for(lambda: self.seen(role, name) is None, f"{role} {name} to be gone")
 
     def names(self, role, part):
         """The names, with that part in them, of all that has that role on the screen."""
@@ -156,11 +154,10 @@ class Program:
             time.sleep(0.05)
             return place if place and place == self._place(role, name) else None
 
-        return wait_for(resting_place, f"{role} {name} to stand still")
+        return self._wait_for(resting_place, f"{role} {name} to stand still")
 
     def touch(self, role, name):
-        x, y = self.wait_until_still(role, name)
-        self._screen.run("xdotool", "mousemove", str(x), str(y), "click", "1")
+        self.click(*self.wait_until_still(role, name))
 
     def _place(self, role, name):
         node = self.seen(role, name)
@@ -169,18 +166,44 @@ class Program:
         box = node.get_extents(Atspi.CoordType.SCREEN)
         return box.x + box.width // 2, box.y + box.height // 2
 
-    def type(self, text):
-        self._screen.run("xdotool", "type", "--delay", "1", text)
-
-    def press(self, key):
-        self._screen.run("xdotool", "key", key)
-
     def expect_keyboard_in(self, name):
         def has_keyboard():
             node = self.seen("text", name)
             return node and node.get_state_set().contains(Atspi.StateType.FOCUSED)
 
-        wait_for(has_keyboard, f"the keyboard to be in {name}")
+        self._wait_for(has_keyboard, f"the keyboard to be in {name}")
+
+    def answer_alert(self, title, button):
+        self.find("dialog", title)
+        self.touch("push button", button)
+        self.expect_gone("dialog", title)
+
+
+class Program(Tablet):
+    """The program as a process of its own, on a screen."""
+
+    def __init__(self, screen, executable, *options):
+        self._screen = screen
+        environment = dict(os.environ, DISPLAY=screen.display, QT_QPA_PLATFORM="xcb",
+                           QT_QUICK_BACKEND="software", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
+        self._process = subprocess.Popen([executable, *options], env=environment,
+                                         stderr=subprocess.PIPE, text=True)
+        super().__init__(self._process.pid)
+        window = screen.run("xdotool", "search", "--sync", "--onlyvisible", "--name",
+                            "CartonPick").stdout.split()[0]
+        screen.run("xdotool", "windowsize", "--sync", window, str(screen.width),
+                   str(screen.height))
+        screen.run("xdotool", "windowmove", window, "0", "0")
+        screen.run("xdotool", "windowfocus", "--sync", window)
+
+    def click(self, x, y):
+        self._screen.run("xdotool", "mousemove", str(x), str(y), "click", "1")
+
+    def type(self, text):
+        self._screen.run("xdotool", "type", "--delay", "1", text)
+
+    def press(self, key):
+        self._screen.run("xdotool", "key", key)
 
     def kill(self):
         """Ends the program at once, as a flat battery would."""
@@ -195,8 +218,3 @@ class Program:
         self._process.wait()
         self.log = self._process.stderr.read()
         self._process.stderr.close()
-
-    def answer_alert(self, title, button):
-        self.find("dialog", title)
-        self.touch("push button", button)
-        self.expect_gone("dialog", title)
