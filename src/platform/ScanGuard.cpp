@@ -12,8 +12,8 @@
 
 namespace {
 
-/// A little more than a scanner's longest gap, in milliseconds.
-constexpr int kHoldingTime = int{BurstDetector::kLongestGap} + 10;
+/// How much longer than a scanner's longest gap keys are held back, in milliseconds.
+constexpr int kGrace = 10;
 
 bool isReturn(const QKeyEvent &key) {
   return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
@@ -66,6 +66,11 @@ bool ScanGuard::filterPress(const QKeyEvent &key) {
     return false;
   }
   if (!isCharacter(key)) {
+    if (isHolding() && m_burst.isCertain()) {
+      // A control character of the code.
+      hold(key);
+      return true;
+    }
     letGo();
     m_burst.interrupt();
     return false;
@@ -90,19 +95,20 @@ bool ScanGuard::filterRelease(const QKeyEvent &key) {
 }
 
 bool ScanGuard::filterReturn(const QKeyEvent &key) {
-  const std::optional<QString> code = m_burst.pressReturn(key.timestamp());
-  if (!code) {
+  const std::optional<Burst> burst = m_burst.pressReturn(key.timestamp());
+  if (!burst) {
     letGo();
     return false;
   }
   TextField *field = focusedField();
   if (m_held.empty() && field != nullptr && field->takesScans()) {
-    // The code stands for the whole text, whatever was there before.
-    field->edit(*code);
+    if (burst->isAfterPause) {
+      field->edit(burst->code);
+    }
     return false;
   }
   drop();
-  placeScan(*code);
+  placeScan(burst->code);
   return true;
 }
 
@@ -119,12 +125,16 @@ void ScanGuard::placeScan(const QString &code) {
 void ScanGuard::hold(const QKeyEvent &key) {
   m_held.emplace_back(key.clone());
   m_sinceLastKey.start();
-  m_timer.start(kHoldingTime, Qt::PreciseTimer, this);
+  m_timer.start(holdingTime(), Qt::PreciseTimer, this);
+}
+
+int ScanGuard::holdingTime() const {
+  return static_cast<int>(m_burst.longestGap()) + kGrace;
 }
 
 void ScanGuard::timerEvent(QTimerEvent * /*event*/) {
   // After a pause of the program more keys may be waiting: they have their turn first.
-  if (m_sinceLastKey.hasExpired(2 * std::int64_t{kHoldingTime})) {
+  if (m_sinceLastKey.hasExpired(2 * std::int64_t{holdingTime()})) {
     m_sinceLastKey.start();
     m_timer.start(0, this);
     return;

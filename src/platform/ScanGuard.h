@@ -20,6 +20,8 @@ class Window;
 /// is clear who typed them: a person's go on after a moment that nobody notices; a scanner's go to
 /// the field that takes scans at that time or, if there is none, are refused. No other item ever
 /// sees them, so there is nothing to take back.
+///
+/// In a field, a code takes the place of what was left there, as the number of the last box.
 class ScanGuard : public QObject {
   Q_OBJECT
 
@@ -43,6 +45,8 @@ class ScanGuard : public QObject {
   bool filterRelease(const QKeyEvent &key);
   bool filterReturn(const QKeyEvent &key);
   void hold(const QKeyEvent &key);
+  /// How long to wait for the next key, in milliseconds.
+  [[nodiscard]] int holdingTime() const;
   /// Lets go what was held back, in its order.
   void letGo();
   void drop();

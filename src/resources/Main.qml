@@ -14,8 +14,8 @@ Window {
     color: Theme.window
 
     Component.onCompleted: {
-        width = state.display.windowSize.width;
-        height = state.display.windowSize.height;
+        width = Math.min(state.display.windowSize.width, Screen.width);
+        height = Math.min(state.display.windowSize.height, Screen.height);
         if (state.fullScreen) {
             // Where no window manager makes it as large as the screen.
             width = Screen.width;
