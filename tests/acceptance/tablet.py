@@ -106,14 +106,17 @@ class Tablet:
             children = [node.get_child_at_index(i) for i in range(node.get_child_count())]
             waiting.extend(child for child in reversed(children) if child)
 
+    def showing(self):
+        """Everything that is on the screen, what is on top last."""
+        return (node for node in self._nodes()
+                if node.get_state_set().contains(Atspi.StateType.SHOWING))
+
     def seen(self, role=None, name=None, description=None):
         """What is on the screen with that role, name and description; the last one, which is the
         one on top, of several."""
         found = None
-        for node in self._nodes():
-            states = node.get_state_set()
-            if (states.contains(Atspi.StateType.SHOWING)
-                    and (role is None or node.get_role_name() == role)
+        for node in self.showing():
+            if ((role is None or node.get_role_name() == role)
                     and (name is None or node.get_name() == name)
                     and (description is None or node.get_description() == description)):
                 found = node
@@ -131,8 +134,7 @@ class Tablet:
 
     def description(self):
         """Everything that is on the screen, in words."""
-        return "; ".join(f"{node.get_role_name()} {node.get_name()}" for node in self._nodes()
-                         if node.get_state_set().contains(Atspi.StateType.SHOWING))
+        return "; ".join(f"{node.get_role_name()} {node.get_name()}" for node in self.showing())
 
     def expect_value(self, caption, value):
         """Waits until the value with that caption is `value`."""
@@ -143,9 +145,8 @@ class Tablet:
 
     def names(self, role, part):
         """The names, with that part in them, of all that has that role on the screen."""
-        return [node.get_name() for node in self._nodes()
-                if node.get_role_name() == role and part in node.get_name()
-                and node.get_state_set().contains(Atspi.StateType.SHOWING)]
+        return [node.get_name() for node in self.showing()
+                if node.get_role_name() == role and part in node.get_name()]
 
     def wait_until_still(self, role, name):
         """Waits until what has that role and name stands still, and returns its middle."""

@@ -1,6 +1,9 @@
-"""Takes a picture of every screen, on the demo deliveries, lying and upright.
+"""Takes pictures of every screen, on the demo deliveries.
 
-Usage: dbus-run-session -- python3 take_screenshots.py FOLDER-OF-THE-PROGRAMS FOLDER-FOR-THE-PICTURES
+Usage: dbus-run-session -- python3 take_screenshots.py PROGRAMS PICTURES [--all]
+
+PROGRAMS is the folder of the programs, PICTURES where the pictures go. Without --all only those are
+taken that the documentation keeps; with it, those of every screen in every look.
 """
 
 import os
@@ -10,14 +13,47 @@ import tempfile
 from tablet import OrderService, Program, Screen
 
 MUG = "20138A, 5012746100000, WHITE ENAMEL MUG 350ML, picked 0, ordered 1, difference -1"
+SIZES = ((1024, 768), (1280, 800), (1920, 1200), (800, 1280))
+THEMES = ("light", "dark")
+
+
+class Look:
+    """How a tablet's screen looks."""
+
+    def __init__(self, width, height, theme="light", text_size=100):
+        self.width, self.height = width, height
+        self.theme, self.text_size = theme, text_size
+
+    def __str__(self):
+        theme = "" if self.theme == "light" else f"-{self.theme}"
+        text = "" if self.text_size == 100 else f"-{self.text_size}"
+        return f"{self.width}x{self.height}{theme}{text}"
+
+    def remember_in(self, home):
+        """Makes it the choice of the program with that home."""
+        with open(os.path.join(home, "display.ini"), "w", encoding="ascii") as file:
+            file.write(f"[General]\ntheme={self.theme}\ntextSize={self.text_size}\n")
+
+
+EVERY_LOOK = [Look(width, height, theme) for width, height in SIZES for theme in THEMES] + [
+    Look(1024, 768, theme, 200) for theme in THEMES] + [Look(800, 1280, "light", 200)]
+# The looks that the documentation keeps, and which pictures of them; None for all.
+KEPT = [(Look(1280, 800), None),
+        (Look(800, 1280), None),
+        (Look(1280, 800, "dark"), ("picking", "keypad", "trail")),
+        (Look(1024, 768, "light", 200), ("picking", "keypad"))]
 
 
 class Tour:
-    def __init__(self, programs, pictures, width, height):
+    """One delivery in one look. Takes the pictures of those names, or, without names, all."""
+
+    def __init__(self, programs, pictures, look, names=None):
         self._pictures = pictures
-        self._size = f"{width}x{height}"
+        self._look = look
+        self._names = names
         self._home = tempfile.TemporaryDirectory()
-        self._screen = Screen(width, height)
+        look.remember_in(self._home.name)
+        self._screen = Screen(look.width, look.height)
         self._service = OrderService(os.path.join(programs, "cartonpick-orders"))
         self._tablet = Program(self._screen, os.path.join(programs, "cartonpick"),
                                "--service-host", self._service.host, "--home", self._home.name)
@@ -29,7 +65,11 @@ class Tour:
         self._home.cleanup()
 
     def picture(self, name):
-        self._screen.save_picture(os.path.join(self._pictures, f"{name}-{self._size}.png"))
+        if self._names is None or name in self._names:
+            path = os.path.join(self._pictures, f"{name}-{self._look}.png")
+            self._screen.save_picture(path)
+            # Few colours are enough for flat surfaces, and make small files.
+            self._screen.run("mogrify", "+dither", "-colors", "96", "-strip", path)
 
     def take(self):
         self._start()
@@ -40,8 +80,14 @@ class Tour:
         self._history()
 
     def _start(self):
-        self._tablet.find("push button", "Picking")
+        tablet = self._tablet
+        tablet.find("push button", "Picking")
         self.picture("start")
+        tablet.touch("push button", "Display")
+        tablet.wait_until_still("push button", "Done")
+        self.picture("display")
+        tablet.touch("push button", "Done")
+        tablet.expect_gone("push button", "Done")
 
     def _find_delivery(self):
         tablet = self._tablet
@@ -57,9 +103,18 @@ class Tour:
         tablet.find("label", "Customer: Rosie's Kitchen")
         tablet.expect_gone("dialog", "Looking up the delivery …")
         self.picture("delivery")
+        self._take_trail("Open a box first", "trail-empty")
         tablet.touch("push button", "Start Picking")
         tablet.expect_keyboard_in("Box")
         self.picture("boxes")
+
+    def _take_trail(self, pill, name):
+        tablet = self._tablet
+        tablet.touch("push button", pill)
+        tablet.find("heading", "Last scans")
+        self.picture(name)
+        tablet.press("Escape")
+        tablet.expect_gone("heading", "Last scans")
 
     def _enter(self, quantity):
         self._tablet.expect_keyboard_in("Quantity to add")
@@ -90,16 +145,23 @@ class Tour:
         tablet.touch("list item", "Box C001, picked 0, ordered 22, unopened")
         tablet.find("list item", MUG)
         self._scan("20176R", "4")
-        tablet.touch("list item", MUG)
+        tablet.type("20138A")
+        tablet.press("Return")
         self._enter("1")
         tablet.expect_value("Total", "1")
         self.picture("keypad")
         self._confirm()
         self.picture("picking")
-        tablet.touch("push button", "Different")
+        tablet.type("5012746999999")
+        tablet.press("Return")
+        tablet.find("dialog", "Unknown Item")
+        self.picture("unknown")
+        tablet.answer_alert("Unknown Item", "OK")
+        self._take_trail("Ready to scan", "trail")
+        tablet.touch("radio button", "Different")
         tablet.expect_gone("list item", MUG.replace("picked 0", "picked 1").replace("-1", "0"))
         self.picture("filter")
-        tablet.touch("push button", "All")
+        tablet.touch("radio button", "All")
 
     def _summary(self):
         tablet = self._tablet
@@ -125,6 +187,7 @@ class Tour:
 
     def _history(self):
         tablet = self._tablet
+        self._scroll_to_the_top()
         tablet.touch("push button", "Stop Picking")
         tablet.touch("push button", "Close")
         tablet.answer_alert("Close Picking", "OK")
@@ -136,11 +199,17 @@ class Tour:
         tablet.wait_until_still("push button", "Close")
         self.picture("history-summary")
 
+    def _scroll_to_the_top(self):
+        """Turns the wheel over the upper pane, which large text may have scrolled."""
+        self._screen.run("xdotool", "mousemove", "100", "300", "click", "--repeat", "30", "4")
+
 
 def main():
-    programs, pictures = sys.argv[1:]
-    for size in ((1280, 800), (800, 1280)):
-        tour = Tour(programs, pictures, *size)
+    programs, pictures, *options = sys.argv[1:]
+    os.makedirs(pictures, exist_ok=True)
+    tours = [(look, None) for look in EVERY_LOOK] if options == ["--all"] else KEPT
+    for look, names in tours:
+        tour = Tour(programs, pictures, look, names)
         try:
             tour.take()
         finally:

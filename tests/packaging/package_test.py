@@ -61,6 +61,7 @@ class Package(unittest.TestCase):
         folder = tempfile.TemporaryDirectory()
         cls.addClassCleanup(folder.cleanup)
         os.environ["XDG_RUNTIME_DIR"] = folder.name
+        os.environ["QT_QPA_PLATFORM"] = "offscreen"
         # Modes in the package must not depend on the umask of whoever builds it.
         built = subprocess.run(
             [CPACK, "-G", "DEB", "--config", f"{BUILD}/CPackConfig.cmake", "-B", folder.name],

@@ -12,6 +12,7 @@
 #include <QQmlExpression>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QRegularExpression>
 #include <QTest>
 
 #include <algorithm>
@@ -149,6 +150,21 @@ void TestWindow::type(const QString &text) {
 
 void TestWindow::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
   QTest::keyClick(&window(), key, modifiers);
+}
+
+void TestWindow::tabTo(const QString &name, Qt::Key tab) {
+  constexpr int kEverything = 40;
+  // Lists know their rows when a frame is drawn.
+  settle();
+  for (int i = 0; i < kEverything && stop() != name; ++i) {
+    press(tab);
+  }
+  QCOMPARE(stop(), name);
+}
+
+void TestWindow::use(const QString &name, Qt::Key tab) {
+  tabTo(name, tab);
+  press(Qt::Key_Space);
 }
 
 void TestWindow::scan(const QString &code) {
@@ -308,6 +324,11 @@ QStringList TestWindow::fieldsWithKeyboard() const {
 QString TestWindow::keyboard() const {
   const QQuickItem *item = window().activeFocusItem();
   return item == nullptr ? QString() : item->objectName();
+}
+
+QString TestWindow::stop() const {
+  static const QRegularExpression row(QStringLiteral("Row\\d+$"));
+  return keyboard().remove(row);
 }
 
 void TestWindow::enterPicking() {

@@ -52,6 +52,10 @@ class TestWindow : public TestEnvironment {
   /// Types `text` key by key, as slowly as a person does, and waits until it is taken.
   void type(const QString &text);
   void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+  /// Presses Tab, or Shift+Tab, until `name`, or a row of the list `name`, has the keyboard.
+  void tabTo(const QString &name, Qt::Key tab = Qt::Key_Tab);
+  /// Presses `name` by keys alone.
+  void use(const QString &name, Qt::Key tab = Qt::Key_Tab);
   /// What a scanner in keyboard mode does: all keys of `code` and Return, without a pause.
   void scan(const QString &code);
   /// Commits `text` by input method to the item that has the keyboard.
@@ -80,6 +84,8 @@ class TestWindow : public TestEnvironment {
   [[nodiscard]] QStringList fieldsWithKeyboard() const;
   /// The name of the item that has the keyboard.
   [[nodiscard]] QString keyboard() const;
+  /// The same, but the name of the list if it is a row.
+  [[nodiscard]] QString stop() const;
   /// All visible items in `root`, or in the whole window, the topmost last.
   [[nodiscard]] QList<QQuickItem *> visibleItems(QQuickItem *root = nullptr) const;
   /// The part of `item` that can be seen, in the window.

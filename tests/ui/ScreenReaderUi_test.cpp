@@ -15,11 +15,17 @@ QString heard(const TestWindow &ui, const QString &name) {
   if (interface == nullptr) {
     return {};
   }
-  const QHash<QAccessible::Role, QString> roles{
-      {QAccessible::Button, "button"},       {QAccessible::EditableText, "field"},
-      {QAccessible::RadioButton, "segment"}, {QAccessible::ListItem, "row"},
-      {QAccessible::StaticText, "label"},    {QAccessible::Dialog, "dialog"},
-      {QAccessible::Heading, "heading"}};
+  const QHash<QAccessible::Role, QString> roles{{QAccessible::Button, "button"},
+                                                {QAccessible::EditableText, "field"},
+                                                {QAccessible::RadioButton, "segment"},
+                                                {QAccessible::ListItem, "row"},
+                                                {QAccessible::StaticText, "label"},
+                                                {QAccessible::Dialog, "dialog"},
+                                                {QAccessible::Heading, "heading"},
+                                                {QAccessible::Notification, "notification"},
+                                                {QAccessible::Grouping, "group"},
+                                                {QAccessible::List, "list"},
+                                                {QAccessible::Pane, "pane"}};
   QStringList parts{roles.value(interface->role()), interface->text(QAccessible::Name)};
   const QString description = interface->text(QAccessible::Description);
   return (description.isEmpty() ? parts : parts << description).join(u'|');
@@ -30,6 +36,14 @@ using Expected = QList<std::pair<const char *, const char *>>;
 void compare(const TestWindow &ui, const Expected &expected) {
   for (const auto &[name, text] : expected) {
     QTRY_COMPARE(heard(ui, name), text);
+  }
+}
+
+void onlySegmentIsChecked(const TestWindow &ui, int chosen) {
+  for (int segment = 0; segment < 4; ++segment) {
+    QQuickItem *item = ui.item(QStringLiteral("segmentedControl%1").arg(segment));
+    QTRY_COMPARE(bool(QAccessible::queryAccessibleInterface(item)->state().checked),
+                 segment == chosen);
   }
 }
 
@@ -75,6 +89,7 @@ class ScreenReaderUiTest : public QObject {
                  {"lblBoxesUnopenedValue", "label|1|Unopened"},
                  {"lblBoxesCompletedValue", "label|0|Completed"},
                  {"lblBoxesIncompleteValue", "label|0|Incomplete"},
+                 {"tblBoxes", "list|Boxes"},
                  {"tblBoxesRow0", "row|Box C1, picked 0, ordered 5, unopened"}});
     QCOMPARE(ui.texts({"lblBoxesTotalLabel", "lblBoxesUnopenedLabel", "lblBoxesCompletedLabel",
                        "lblBoxesIncompleteLabel"}),
@@ -87,33 +102,65 @@ class ScreenReaderUiTest : public QObject {
     ui.openBox({{"C1", "A", 5}});
     compare(ui,
             {{"txtBarcode", "field|Item or barcode"},
-             {"segmentedControl0", "button|All"},
-             {"segmentedControl1", "button|Not picked"},
-             {"segmentedControl2", "button|Different"},
-             {"segmentedControl3", "button|Matching"},
+             {"pill", "button|Ready to scan|Shows the last scans"},
+             {"segmentedControl", "group|Filter"},
+             {"segmentedControl0", "segment|All"},
+             {"segmentedControl1", "segment|Not picked"},
+             {"segmentedControl2", "segment|Different"},
+             {"segmentedControl3", "segment|Matching"},
              {"btnOptions", "button|Options"},
+             {"lblOpenBox", "label|C1|Box"},
              {"lblTotalPick", "label|0|Picked"},
              {"lblTotalOrder", "label|5|Ordered"},
              {"lblTotalDiff", "label|-5|Difference"},
+             {"tblItems", "list|Lines"},
              {"tblItemsRow0", "row|A, bA, Description of A, picked 0, ordered 5, difference -5"}});
   }
 
   void theChosenSegmentIsChecked() {
     TestWindow ui;
     ui.enterPicking();
+    onlySegmentIsChecked(ui, 0);
     ui.touch("segmentedControl2");
-    for (int segment = 0; segment < 4; ++segment) {
-      QQuickItem *item = ui.item(QStringLiteral("segmentedControl%1").arg(segment));
-      QTRY_COMPARE(bool(QAccessible::queryAccessibleInterface(item)->state().checked),
-                   segment == 2);
-    }
+    onlySegmentIsChecked(ui, 2);
+  }
+
+  void theScanTrail() {
+    TestWindow ui;
+    ui.openBox({{"C1", "A", 5}});
+    ui.scan("A");
+    QTRY_VERIFY(ui.shows("txtNewQty"));
+    ui.touch("btnCancel");
+    ui.touch("pill");
+    compare(ui, {{"ScanTrailViewController", "dialog|Last scans"},
+                 {"tblScansRow0", "row|10:12:05, A, Line 1, not booked"}});
+  }
+
+  void theDisplaySheet() {
+    TestWindow ui;
+    ui.touch("btnDisplay");
+    compare(ui, {{"DisplayViewController", "dialog|Display"},
+                 {"segmTheme", "group|Theme"},
+                 {"segmTheme0", "segment|System"},
+                 {"segmTextSize", "group|Text size"},
+                 {"btnDone", "button|Done"}});
+    everyOutletIsFoundByName(ui);
+  }
+
+  void whatIsSaved() {
+    TestWindow ui;
+    ui.openBox({{"C1", "A", 5}});
+    ui.openKeypad();
+    ui.confirm("2");
+    compare(ui, {{"lblSaved", "notification|Saved 2 × A in box C1, 10:12:05"}});
   }
 
   void theKeypad() {
     TestWindow ui;
     ui.openBox({{"C1", "A", 5}});
     ui.openKeypad();
-    compare(ui, {{"txtNewQty", "field|Quantity to add"},
+    compare(ui, {{"changeQuantityViewController", "dialog|Quantity|A, Description of A"},
+                 {"txtNewQty", "field|Quantity to add"},
                  {"btn0", "button|0"},
                  {"btn9", "button|9"},
                  {"btnNegative", "button|Minus"},
@@ -132,14 +179,17 @@ class ScreenReaderUiTest : public QObject {
     TestWindow ui;
     ui.openBox({{"C1", "A", 5}});
     ui.touch("btnOptions");
-    compare(ui, {{"tableViewRow0", "row|View Summary"},
+    compare(ui, {{"actionPickerViewController", "dialog|Options"},
+                 {"tableViewRow0", "row|View Summary"},
                  {"tableViewRow1", "row|Send Email"},
                  {"tableViewRow2", "row|Complete and Send"}});
     ui.touch("tableViewRow0");
-    compare(ui, {{"segmentedControlStatus0", "button|All"},
-                 {"segmentedControlStatus1", "button|Not picked"},
-                 {"segmentedControlStatus2", "button|Different"},
-                 {"segmentedControlStatus3", "button|Matching"},
+    compare(ui, {{"deliveryDetailsViewController", "pane|Summary"},
+                 {"lblDelivery", "label|Summary for Delivery: 4711|Delivery"},
+                 {"segmentedControlStatus0", "segment|All"},
+                 {"segmentedControlStatus1", "segment|Not picked"},
+                 {"segmentedControlStatus2", "segment|Different"},
+                 {"segmentedControlStatus3", "segment|Matching"},
                  {"deliveryDetailsViewController/btnClose", "button|Close"},
                  {"txtQtyPicked", "label|0|Picked"},
                  {"txtQtyOrder", "label|5|Ordered"},
@@ -169,7 +219,7 @@ class ScreenReaderUiTest : public QObject {
     TestWindow ui;
     ui.enterPicking();
     ui.touch("btnClose");
-    compare(ui, {{"alert", "dialog|Close Picking"},
+    compare(ui, {{"alert", "dialog|Close Picking|Are you sure you want to leave picking?"},
                  {"alertMessage", "label|Are you sure you want to leave picking?"},
                  {"alertButton0", "button|OK"},
                  {"alertButton1", "button|Cancel"}});

@@ -1,49 +1,77 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
-import QtQuick.Layouts
 import CartonPick
 
 // What a row of the history shows, and the titles above the columns: one line, or two where that is
 // too tight.
-RowLayout {
+Item {
     id: content
 
     required property var cell
     property color ink: Theme.text
     property bool isHeader: false
+
     readonly property bool isTight: width < 38 * Theme.body
+    readonly property int half: isTight ? height / 2 : height
+    readonly property int second: isTight ? half : 0
+    readonly property int dateWidth: 9 * Theme.body
+    readonly property int size: isHeader || isTight ? Theme.small : Theme.body
+    readonly property int weight: isHeader ? Font.DemiBold : Font.Normal
 
-    spacing: 12
+    PlainText {
+        objectName: "deliveryNo"
+        x: 24
+        width: sent.x - x - Theme.gap
+        height: content.half
+        text: content.cell.deliveryNo.text
+        color: content.ink
+        font.pixelSize: content.isHeader ? Theme.small : Theme.body
+        font.weight: Font.DemiBold
+    }
+    PlainText {
+        id: sent
 
-    GridLayout {
-        columns: content.isTight ? 2 : 4
-        columnSpacing: 12
-        rowSpacing: 0
-        Layout.leftMargin: 24
+        objectName: "sent"
+        x: content.isTight ? closed.x : created.x - width - Theme.gap
+        width: 7 * Theme.body
+        height: content.half
+        text: content.cell.sent.text
+        color: content.ink
+        font.pixelSize: content.size
+        font.weight: content.weight
+    }
+    PlainText {
+        id: created
 
-        Repeater {
-            // The delivery number takes what the others leave.
-            model: [["deliveryNo", 0], ["sent", 7], ["dateCreated", 9], ["dateClosed", 9]]
+        objectName: "dateCreated"
+        x: content.isTight ? 24 : closed.x - width - Theme.gap
+        y: content.second
+        width: content.dateWidth
+        height: content.half
+        text: content.cell.dateCreated.text
+        color: content.ink
+        font.pixelSize: content.size
+        font.weight: content.weight
+    }
+    PlainText {
+        id: closed
 
-            PlainText {
-                required property int index
-                required property var modelData
-                readonly property bool isFirst: index === 0 || (content.isTight && index === 2)
-
-                objectName: modelData[0]
-                text: content.cell[modelData[0]].text
-                color: content.ink
-                font.pixelSize: content.isHeader || content.isTight && index > 0 ? Theme.small : Theme.body
-                font.weight: content.isHeader || index === 0 ? Font.DemiBold : Font.Normal
-                Layout.fillWidth: isFirst
-                Layout.preferredWidth: isFirst ? 1 : modelData[1] * Theme.body
-            }
-        }
+        objectName: "dateClosed"
+        x: disclosure.x - width - Theme.gap
+        y: content.second
+        width: content.dateWidth
+        height: content.half
+        text: content.cell.dateClosed.text
+        color: content.ink
+        font.pixelSize: content.size
+        font.weight: content.weight
     }
     Icon {
+        id: disclosure
+
+        anchors.right: parent.right
+        anchors.rightMargin: 16
+        anchors.verticalCenter: parent.verticalCenter
         opacity: content.isHeader ? 0 : 1
         name: "disclosure"
-        Layout.rightMargin: 16
     }
 }

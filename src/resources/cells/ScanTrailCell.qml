@@ -15,6 +15,8 @@ TableRow {
     enabled: table.enabled
     Accessible.name: `${cell.time.text}, ${cell.code.text}, ${cell.outcome.text}`
 
+    topPadding: 5
+    bottomPadding: 5
     contentItem: ColumnLayout {
         spacing: 0
 

@@ -14,6 +14,7 @@ TableRow {
     enabled: table.enabled
     Accessible.name: `Box ${cell.lblBox.text}, picked ${cell.lblPickQty.text}, ordered ${cell.lblOrderQty.text}, ${cell.state}`
 
+    rightPadding: 12
     contentItem: RowLayout {
         spacing: 10
 
@@ -24,6 +25,7 @@ TableRow {
         }
         ColumnLayout {
             spacing: 0
+            Layout.fillHeight: false
 
             RowLayout {
                 spacing: 6
@@ -32,6 +34,8 @@ TableRow {
                     objectName: "lblBox"
                     text: row.cell.lblBox.text
                     font.weight: Font.DemiBold
+                    fontSizeMode: Text.HorizontalFit
+                    minimumPixelSize: Theme.small
                     Layout.fillWidth: true
                 }
                 PlainText {
@@ -53,9 +57,10 @@ TableRow {
                 ink: Theme.ink[row.cell.backgroundColor]
             }
         }
+        // Where there is no room, the row does without.
         Icon {
+            visible: row.width > 15 * Theme.body
             name: "disclosure"
-            Layout.rightMargin: 12
         }
     }
 }

@@ -14,16 +14,19 @@ Item {
     property bool isHeader: false
 
     readonly property bool isOneLine: width >= 47 * Theme.body
-    readonly property bool isStacked: width < 31 * Theme.body
-    readonly property int gap: isStacked ? 8 : 12
+    readonly property bool isStacked: width < 36 * Theme.body
+    readonly property int gap: isStacked ? 6 : 12
+    readonly property int margin: isStacked ? 8 : 16
     readonly property int half: isOneLine ? height : height / 2
+    // Narrower only where the item code needs the room.
+    readonly property double numberWidth: Math.max(2.5 * Theme.body, Math.min(3.3 * Theme.body, (width - Theme.codeWidth - 2 * margin - 3 * gap) / 3))
     readonly property int size: isHeader ? Theme.small : Theme.body
 
     PlainText {
         id: item
 
         objectName: "item"
-        x: 16
+        x: content.margin
         width: content.isStacked ? numbers.x - x - content.gap : Theme.codeWidth
         height: content.half
         text: content.cell.item.text
@@ -38,9 +41,9 @@ Item {
         id: barcode
 
         objectName: "barcode"
-        x: content.isOneLine ? item.x + item.width + content.gap : 16
+        x: content.isOneLine ? item.x + item.width + content.gap : content.margin
         y: content.isOneLine ? 0 : content.half
-        width: Theme.codeWidth
+        width: content.isOneLine ? Theme.codeWidth : 8.8 * Theme.small
         height: content.half
         text: content.cell.barcode.text
         color: content.isHeader || content.isOneLine ? content.ink : Theme.textMuted
@@ -52,9 +55,9 @@ Item {
     }
     PlainText {
         objectName: "descr"
-        x: barcode.x + barcode.width + content.gap
+        x: content.isStacked || content.isOneLine ? barcode.x + barcode.width + content.gap : item.x + item.width + content.gap
         y: content.isStacked ? content.half : 0
-        width: (content.isStacked ? content.width - 20 : numbers.x) - x - content.gap
+        width: (content.isStacked ? content.width - content.margin : numbers.x) - x - content.gap
         height: content.isStacked ? content.half : content.height
         text: content.cell.descr.text
         color: content.ink
@@ -69,7 +72,7 @@ Item {
         id: numbers
 
         anchors.right: parent.right
-        anchors.rightMargin: 20
+        anchors.rightMargin: content.margin
         height: content.isStacked ? content.half : content.height
         spacing: content.gap
 
@@ -81,11 +84,11 @@ Item {
                 readonly property var label: content.cell[modelData]
 
                 objectName: modelData
-                width: (content.isStacked ? 2.5 : 3.3) * Theme.body
+                width: content.numberWidth
                 height: numbers.height
                 text: label.text
                 color: content.isHeader ? content.ink : Theme.ink[label.textColor]
-                font.pixelSize: content.isHeader ? Theme.small : Theme.title
+                font.pixelSize: content.isHeader ? Theme.small : content.isStacked ? Math.round(1.1 * Theme.body) : Theme.title
                 font.weight: content.isHeader || modelData === "orderqty" ? Font.DemiBold : Font.Bold
                 fontSizeMode: Text.HorizontalFit
                 minimumPixelSize: Theme.small

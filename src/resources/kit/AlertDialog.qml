@@ -27,6 +27,7 @@ ModalPopup {
         Keys.onReturnPressed: event => event.accepted = true
         Accessible.role: Accessible.Dialog
         Accessible.name: dialog.title
+        Accessible.description: dialog.message
 
         ColumnLayout {
             id: parts

@@ -48,6 +48,7 @@ ModalPopup {
             objectName: "busyText"
             width: parent.width
             text: scrim.busy.progressText
+            visible: text !== ""
             wrapMode: Text.Wrap
             color: Theme.textMuted
             Accessible.role: Accessible.StaticText

@@ -17,8 +17,8 @@ TextField {
     // As wide as the caption, whatever is typed.
     implicitWidth: Math.ceil(metrics.advanceWidth) + leftPadding + rightPadding + 8
     implicitHeight: Theme.touch
-    leftPadding: 16
-    rightPadding: 16
+    leftPadding: 12
+    rightPadding: 12
     topPadding: 0
     bottomPadding: 0
     text: outlet.text

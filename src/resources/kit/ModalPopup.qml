@@ -8,6 +8,8 @@ T.Popup {
 
     // What is closed gives the keyboard to the sheet below.
     Component.onDestruction: close()
+    // What the sheet holds has a name; a dialog without one around it would only be noise.
+    Component.onCompleted: contentItem.parent.Accessible.ignored = true
 
     parent: T.Overlay.overlay
     x: Math.round((parent.width - width) / 2)

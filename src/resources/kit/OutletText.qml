@@ -16,4 +16,5 @@ PlainText {
     Accessible.role: Accessible.StaticText
     Accessible.name: text
     Accessible.description: caption
+    Accessible.ignored: text === ""
 }

@@ -28,6 +28,7 @@ ActionButton {
             anchors.verticalCenter: parent.verticalCenter
             outlet: pill.outlet
             color: pill.ink
+            Accessible.ignored: true
             font.pixelSize: Theme.small
             font.weight: Font.DemiBold
         }

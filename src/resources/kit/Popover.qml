@@ -39,14 +39,14 @@ ModalPopup {
             rotation: 45
             color: Theme.surface
             border.width: 2
-            border.color: Theme.header
+            border.color: Theme.fieldLine
         }
         Rectangle {
             anchors.fill: parent
             radius: Theme.radius
             color: Theme.surface
             border.width: 2
-            border.color: Theme.header
+            border.color: Theme.fieldLine
         }
         Rectangle {
             x: popover.below.x + popover.anchorItem.width / 2 - popover.x - width / 2

@@ -15,25 +15,35 @@ Flickable {
 
     implicitHeight: column.implicitHeight + 2 * padding
     contentWidth: width
-    contentHeight: Math.max(height, implicitHeight)
     interactive: isScrollable
     clip: isScrollable
     boundsBehavior: Flickable.StopAtBounds
     ScrollBar.vertical: TableScrollBar {
         isNeeded: pane.isScrollable
     }
+    // The linter takes callLater for a value.
+    // qmllint disable
     onKeyboardItemChanged: Qt.callLater(reveal)
-    onHeightChanged: Qt.callLater(reveal)
     onContentHeightChanged: Qt.callLater(reveal)
+    onHeightChanged: Qt.callLater(measure)
+    onImplicitHeightChanged: Qt.callLater(measure)
+    // qmllint enable
 
-    // Scrolls to what has the keyboard, as far as that is needed.
+    // A binding would loop: the layout finds out what it needs while it is given its height.
+    function measure() {
+        contentHeight = Math.max(height, implicitHeight);
+    }
+
+    // Scrolls what has the keyboard to the middle, if it cannot be seen.
     function reveal() {
         if (!isScrollable || !isPart(keyboardItem)) {
             return;
         }
-        const top = keyboardItem.mapToItem(contentItem, 0, 0).y - Theme.gap;
-        const bottom = top + keyboardItem.height + 2 * Theme.gap;
-        contentY = Math.max(0, Math.min(top, Math.max(contentY, bottom - height)));
+        const top = keyboardItem.mapToItem(contentItem, 0, 0).y;
+        const bottom = top + keyboardItem.height;
+        if (top < contentY || bottom > contentY + height) {
+            contentY = Math.max(0, Math.min((top + bottom - height) / 2, contentHeight - height));
+        }
     }
 
     function isPart(item) {

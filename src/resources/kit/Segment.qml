@@ -1,9 +1,9 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import CartonPick
 
 // A segment of a segmented control; the selected one is filled and ticked.
-Button {
+T.RadioButton {
     id: segment
 
     required property bool isSelected
@@ -11,6 +11,7 @@ Button {
 
     signal touched
 
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: Theme.touch
     leftPadding: 10
     rightPadding: 10
@@ -22,13 +23,12 @@ Button {
     font.weight: Font.DemiBold
     Keys.onReturnPressed: event => event.accepted = true
     Keys.onEnterPressed: event => event.accepted = true
+    checked: isSelected
     onClicked: touched()
 
-    Accessible.role: Accessible.RadioButton
     Accessible.name: text
-    Accessible.checkable: true
-    Accessible.checked: isSelected
     Accessible.onPressAction: touched()
+    Accessible.onToggleAction: touched()
 
     contentItem: Item {
         implicitWidth: tick.width + row.spacing + label.implicitWidth

@@ -16,7 +16,7 @@ Grid {
     columns: fits ? segments.count : 2
     // Neighbours share a border.
     spacing: -2
-    Accessible.role: Accessible.PageTabList
+    Accessible.role: Accessible.Grouping
     Accessible.name: "Filter"
 
     Repeater {

@@ -11,7 +11,7 @@ ListView {
     required property TableViewOutlet outlet
     // How many lines of text a row has.
     property int lines: 1
-    readonly property int rowHeight: Math.max(Theme.touch, outlet.rowHeight, Theme.heightOf(lines, Theme.body) + 10)
+    readonly property int rowHeight: Math.max(Theme.touch, outlet.rowHeight, Theme.heightOf(lines, Theme.body) + 14)
     readonly property bool isScrollable: contentHeight > height
 
     objectName: outlet.objectName

@@ -15,7 +15,7 @@ QtObject {
     readonly property color fieldLine: dark ? "#7c8a98" : "#7b8794"
     readonly property color text: dark ? "#eef3f8" : "#131c26"
     readonly property color textMuted: dark ? "#b3bfcb" : "#46535f"
-    readonly property color textDisabled: dark ? "#8d9aa7" : "#687480"
+    readonly property color textDisabled: dark ? "#8d9aa7" : "#606c78"
     readonly property color bar: dark ? "#0a1017" : "#17222e"
     readonly property color barText: "#f4f7fa"
     readonly property color header: dark ? "#30404f" : "#35424f"

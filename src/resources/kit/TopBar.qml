@@ -26,7 +26,7 @@ Rectangle {
         id: title
 
         anchors.centerIn: parent
-        visible: bar.leading + 2 * Theme.gap < (bar.width - implicitWidth) / 2
+        visible: bar.leading + Theme.gap < (bar.width - implicitWidth) / 2
         color: Theme.barText
         font.pixelSize: Theme.title
         font.weight: Font.DemiBold

@@ -11,6 +11,9 @@ FocusScope {
 
     Keys.onEscapePressed: controller.dismissViewController()
 
+    Accessible.role: Accessible.Dialog
+    Accessible.name: "Display"
+
     ScrollPane {
         anchors.fill: parent
         padding: 28

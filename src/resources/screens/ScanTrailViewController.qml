@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Layouts
 import CartonPick
 import CartonPick.Panes
 
@@ -10,6 +9,9 @@ FocusScope {
     id: screen
 
     required property ScanTrailViewController controller
+
+    Accessible.role: Accessible.Dialog
+    Accessible.name: "Last scans"
 
     PlainText {
         id: title

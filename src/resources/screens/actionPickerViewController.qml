@@ -10,6 +10,9 @@ FocusScope {
 
     required property ActionPickerViewController controller
 
+    Accessible.role: Accessible.Dialog
+    Accessible.name: "Options"
+
     TableList {
         id: actions
 

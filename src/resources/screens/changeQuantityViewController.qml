@@ -15,6 +15,10 @@ FocusScope {
 
     Keys.onEscapePressed: controller.btnCancelTouched()
 
+    Accessible.role: Accessible.Dialog
+    Accessible.name: "Quantity"
+    Accessible.description: `${controller.lblItemCode.text}, ${controller.lblItemDescription.text}`
+
     GridLayout {
         anchors.fill: parent
         anchors.margins: 24
@@ -97,10 +101,12 @@ FocusScope {
         ColumnLayout {
             spacing: Theme.gap
             Layout.fillWidth: screen.isUpright
-            Layout.preferredWidth: 400
+            Layout.preferredWidth: Math.max(400, quantity.implicitWidth)
             Layout.fillHeight: true
 
             EntryField {
+                id: quantity
+
                 outlet: screen.controller.txtNewQty
                 caption: "Quantity to add"
                 focus: true
@@ -140,8 +146,7 @@ FocusScope {
                 ActionButton {
                     objectName: "btnCancel"
                     text: "Cancel"
-                    Layout.fillWidth: true
-                    Layout.preferredWidth: 1
+                    Layout.preferredWidth: Math.max(124, implicitWidth)
                     Layout.preferredHeight: Theme.key
                     onClicked: screen.controller.btnCancelTouched()
                 }
@@ -151,7 +156,6 @@ FocusScope {
                     filled: true
                     font.pixelSize: Theme.value
                     Layout.fillWidth: true
-                    Layout.preferredWidth: 2
                     Layout.preferredHeight: Theme.key
                     onClicked: screen.controller.btnOKTouched()
                 }

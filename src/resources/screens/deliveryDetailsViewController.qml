@@ -11,6 +11,9 @@ FocusScope {
 
     Keys.onEscapePressed: controller.btnCloseTouched()
 
+    Accessible.role: Accessible.Pane
+    Accessible.name: "Summary"
+
     Rectangle {
         anchors.fill: parent
         color: Theme.window

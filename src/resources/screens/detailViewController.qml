@@ -31,6 +31,7 @@ FocusScope {
             }
             RowLayout {
                 spacing: Theme.gap
+                Layout.fillWidth: !parent.fits
 
                 Pill {
                     outlet: screen.controller.lblScanState
@@ -57,6 +58,14 @@ FocusScope {
             Layout.leftMargin: Theme.gap + 4
             Layout.rightMargin: Theme.gap
             Layout.preferredHeight: Theme.heightOf(maximumLineCount, Theme.body) + 5
+            Accessible.role: Accessible.Notification
+            onTextChanged: Qt.callLater(comeIntoSight) // qmllint disable
+
+            // It is then that a screen reader says a notification.
+            function comeIntoSight() {
+                visible = false;
+                visible = true;
+            }
         }
         PickTotals {
             box: screen.controller.lblOpenBox

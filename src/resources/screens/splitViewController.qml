@@ -8,6 +8,8 @@ FocusScope {
 
     required property SplitViewController controller
     readonly property bool isUpright: height > width
+    // Large counters stand below each other, and leave their room to the lines.
+    readonly property int narrowest: Theme.textScale > 1 ? 368 : 372
 
     Rectangle {
         anchors.fill: parent
@@ -19,7 +21,7 @@ FocusScope {
 
         controller: screen.controller.master
         focus: true
-        width: screen.isUpright ? parent.width : Math.round(Math.max(372, Math.min(460 * Theme.textScale, parent.width * 0.34)))
+        width: screen.isUpright ? parent.width : Math.round(Math.max(screen.narrowest, Math.min(460 * Theme.textScale, parent.width * 0.34)))
         height: screen.isUpright ? Math.round(parent.height * 0.42) : parent.height
     }
 

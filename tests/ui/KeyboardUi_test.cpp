@@ -1,0 +1,437 @@
+#include "app/store/ManagedObjectContext.h"
+#include "support/TestWindow.h"
+
+#include <QImage>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTest>
+
+#include <algorithm>
+
+namespace {
+
+const QStringList kStart{"btnDisplay", "btnSegueToSplitView", "btnSegueHistory"};
+const QStringList kSegments{"segmentedControl0", "segmentedControl1", "segmentedControl2",
+                            "segmentedControl3"};
+const QStringList kOpenBox = QStringList{"btnPicking", "btnReloadItems", "txtBox",    "tblBoxes",
+                                         "txtBarcode", "pill",           "btnOptions"} +
+                             kSegments + QStringList("tblItems");
+const QStringList kSummary{"btnClose",
+                           "segmentedControlStatus0",
+                           "segmentedControlStatus1",
+                           "segmentedControlStatus2",
+                           "segmentedControlStatus3",
+                           "tblPicking"};
+
+const QList<TestLine> kLines{{"C1", "A", 5}, {"C1", "B", 2}, {"C2", "C", 1}};
+
+/// More than any pane shows at a time.
+QList<TestLine> manyLines() {
+  QList<TestLine> lines;
+  for (int i = 0; i < 60; ++i) {
+    lines.append({QStringLiteral("C%1").arg(i % 30 + 1, 2, 10, QLatin1Char('0')),
+                  QStringLiteral("I%1").arg(i, 2, 10, QLatin1Char('0')), 1});
+    lines.append({QStringLiteral("C01"), QStringLiteral("J%1").arg(i, 2, 10, QLatin1Char('0')), 1});
+  }
+  return lines;
+}
+
+bool isControl(const QQuickItem *item) {
+  const bool isRow = item->parentItem() != nullptr && item->inherits("QQuickItemDelegate");
+  const bool isFullList = item->inherits("QQuickListView") && item->property("count").toInt() > 0;
+  return (item->inherits("QQuickAbstractButton") && !isRow) || item->inherits("QQuickTextInput") ||
+         isFullList;
+}
+
+/// What can be used on the sheet `root`, or on the whole screen.
+QStringList controls(const TestWindow &ui, const QString &root) {
+  QStringList names;
+  for (const QQuickItem *item : ui.visibleItems(root.isEmpty() ? nullptr : ui.item(root))) {
+    if (isControl(item) && item->isEnabled()) {
+      names.append(item->objectName());
+    }
+  }
+  return names;
+}
+
+/// What has the keyboard one after the other, while `key` is pressed until it comes round.
+QStringList wayRound(TestWindow &ui, Qt::Key key) {
+  constexpr int kTooMany = 100;
+  const QQuickItem *start = ui.window().activeFocusItem();
+  QStringList names;
+  do {
+    ui.press(key);
+    names.append(ui.stop());
+  } while (ui.window().activeFocusItem() != start && names.size() < kTooMany);
+  return names;
+}
+
+QStringList beginningWith(const QString &name, QStringList names) {
+  if (names.contains(name)) {
+    std::rotate(names.begin(), std::find(names.begin(), names.end(), name), names.end());
+  }
+  return names;
+}
+
+QStringList sorted(QStringList names) {
+  names.sort();
+  return names;
+}
+
+/// The item that has the keyboard: of a list its current row.
+QQuickItem *focused(const TestWindow &ui) {
+  return ui.window().activeFocusItem();
+}
+
+int differences(const QImage &one, const QImage &other, QRect part) {
+  int count = 0;
+  part &= one.rect();
+  for (int y = part.top(); y <= part.bottom(); ++y) {
+    for (int x = part.left(); x <= part.right(); ++x) {
+      count += one.pixel(x, y) == other.pixel(x, y) ? 0 : 1;
+    }
+  }
+  return count;
+}
+
+/// Every item that `key` visits looks different, all round it, from what it looks like without the
+/// keyboard.
+void everyFocusIsSeen(TestWindow &ui, qsizetype stops, Qt::Key key = Qt::Key_Tab) {
+  constexpr int kRing = 6;
+  for (qsizetype i = 0; i < stops; ++i) {
+    const QRect place =
+        TestWindow::visiblePart(focused(ui)).toAlignedRect().adjusted(-kRing, -kRing, kRing, kRing);
+    const QString name = ui.stop();
+    const QImage with = ui.window().grabWindow();
+    ui.press(key);
+    const QImage without = ui.window().grabWindow();
+    QVERIFY2(differences(with, without, place) >= 2 * place.width(), qPrintable(name));
+  }
+}
+
+/// Tab visits `names`, which is everything that can be used, in that order and round again;
+/// Shift+Tab the other way.
+void tabVisits(TestWindow &ui, const QStringList &names, const QString &sheet = {}) {
+  ui.settle();
+  QCOMPARE(sorted(controls(ui, sheet)), sorted(names));
+  QCOMPARE(beginningWith(names.first(), wayRound(ui, Qt::Key_Tab)), names);
+  QStringList back = names;
+  std::reverse(back.begin(), back.end());
+  QCOMPARE(beginningWith(back.first(), wayRound(ui, Qt::Key_Backtab)), back);
+  everyFocusIsSeen(ui, names.size(), names.size() == 1 ? Qt::Key_Down : Qt::Key_Tab);
+}
+
+void storePicking(TestWindow &ui) {
+  Picking picking{.barcode = "bA",
+                  .box = "C1",
+                  .datepicked = QDateTime(QDate(2026, 3, 2), QTime(6, 0), QTimeZone::utc()),
+                  .descr = "Lantern",
+                  .doc = "4711",
+                  .item = "A",
+                  .ordernum = "A1",
+                  .orderqty = 5,
+                  .pickqty = 3};
+  ui.store().insert(picking);
+  QVERIFY(!ui.store().save().has_value());
+}
+
+}  // namespace
+
+/// The program in the hands of a user who has keys and nothing else.
+class KeyboardUiTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void tabVisitsTheStartScreen() {
+    TestWindow ui;
+    tabVisits(ui, kStart);
+  }
+
+  void tabVisitsTheOfferOfTheDemoToo() {
+    TestWindow ui;
+    ui.environment.serviceHost.clear();
+    ui.restart();
+    tabVisits(ui, kStart + QStringList("btnDemo"));
+  }
+
+  void tabStaysOnTheDisplaySheet() {
+    TestWindow ui;
+    ui.use("btnDisplay");
+    QTRY_COMPARE(ui.keyboard(), "btnDone");
+    tabVisits(ui,
+              {"segmTheme0", "segmTheme1", "segmTheme2", "segmTextSize0", "segmTextSize1",
+               "segmTextSize2", "segmTextSize3", "btnDone"},
+              "DisplayViewController");
+    ui.press(Qt::Key_Escape);
+    QTRY_VERIFY(!ui.shows("DisplayViewController"));
+    QTRY_COMPARE(ui.keyboard(), "btnDisplay");
+  }
+
+  void tabVisitsThePickingScreenBeforeALookup() {
+    TestWindow ui;
+    ui.enterPicking();
+    tabVisits(ui, QStringList{"btnClose", "txtDeliveryNo", "btnSearch", "btnReloadItems", "pill"} +
+                      kSegments);
+  }
+
+  void tabVisitsThePickingScreenAfterALookup() {
+    TestWindow ui;
+    ui.enterPicking();
+    ui.lookUp(kLines);
+    tabVisits(ui, QStringList{"btnClose", "txtDeliveryNo", "btnSearch", "btnPicking",
+                              "btnReloadItems", "pill"} +
+                      kSegments);
+  }
+
+  void tabVisitsThePickingScreenWithAnOpenBox_data() {
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("lying") << QSize(1280, 800);
+    QTest::newRow("upright") << QSize(800, 1280);
+  }
+
+  void tabVisitsThePickingScreenWithAnOpenBox() {
+    QFETCH(const QSize, size);
+    TestWindow ui(size);
+    ui.openBox(kLines);
+    tabVisits(ui, kOpenBox);
+  }
+
+  void tabStaysOnTheKeypad() {
+    TestWindow ui;
+    ui.openBox(kLines);
+    ui.openKeypad();
+    tabVisits(ui,
+              {"txtNewQty", "btn7", "btn8", "btn9", "btn4", "btn5", "btn6", "btn1", "btn2", "btn3",
+               "btnNegative", "btn0", "btnCancel", "btnOK"},
+              "changeQuantityViewController");
+  }
+
+  void tabStaysInTheOptions() {
+    TestWindow ui;
+    ui.openBox(kLines);
+    ui.use("btnOptions");
+    QTRY_VERIFY(ui.shows("tableViewRow2"));
+    tabVisits(ui, {"tableView"}, "actionPickerViewController");
+  }
+
+  void tabStaysInTheScanTrail() {
+    TestWindow ui;
+    ui.openBox(kLines);
+    for (const QString code : {"bA", "bB"}) {
+      ui.scan(code);
+      QTRY_VERIFY(ui.shows("txtNewQty"));
+      ui.press(Qt::Key_Escape);
+      QTRY_COMPARE(ui.stop(), "txtBarcode");
+    }
+    ui.use("pill");
+    QTRY_VERIFY(ui.shows("tblScansRow0"));
+    tabVisits(ui, {"tblScans"}, "ScanTrailViewController");
+    ui.press(Qt::Key_Escape);
+    QTRY_VERIFY(!ui.shows("ScanTrailViewController"));
+    QTRY_COMPARE(ui.keyboard(), "pill");
+  }
+
+  void tabVisitsTheSummaryOverThePickingScreen() {
+    TestWindow ui;
+    ui.openBox(kLines);
+    ui.use("btnOptions");
+    QTRY_COMPARE(ui.stop(), "tableView");
+    ui.press(Qt::Key_Space);
+    QTRY_COMPARE(ui.keyboard(), "btnClose");
+    tabVisits(ui, QStringList{"btnPicking", "btnReloadItems", "txtBox", "tblBoxes"} + kSummary);
+    ui.press(Qt::Key_Escape);
+    QTRY_VERIFY(!ui.shows("deliveryDetailsViewController"));
+  }
+
+  void tabStaysInAnAlert() {
+    TestWindow ui;
+    ui.enterPicking();
+    ui.use("btnClose");
+    QTRY_COMPARE(ui.keyboard(), "alertButton1");
+    tabVisits(ui, {"alertButton0", "alertButton1"}, "alert");
+  }
+
+  void tabVisitsTheHistoryAndItsSummary() {
+    TestWindow ui;
+    storePicking(ui);
+    ui.use("btnSegueHistory");
+    QTRY_COMPARE(ui.keyboard(), "btnBack");
+    tabVisits(ui, {"btnBack", "tblHistoryOverview"});
+    ui.use("tblHistoryOverview");
+    QTRY_COMPARE(ui.keyboard(), "btnClose");
+    tabVisits(ui, QStringList{"btnBack", "tblHistoryOverview"} + kSummary);
+    ui.tabTo("tblPicking");
+    ui.press(Qt::Key_Escape);
+    QTRY_VERIFY(!ui.shows("deliveryDetailsViewController"));
+    QTRY_COMPARE(ui.stop(), "tblHistoryOverview");
+  }
+
+  void theFirstFocusOfAScreenIsSeen() {
+    TestWindow ui;
+    everyFocusIsSeen(ui, 1);
+    ui.enterPicking();
+    everyFocusIsSeen(ui, 1);
+    ui.touch("btnClose");
+    QTRY_COMPARE(ui.keyboard(), "alertButton1");
+    ui.settle();
+    everyFocusIsSeen(ui, 1);
+  }
+
+  void arrowsMoveInAListAndSpaceTouches() {
+    TestWindow ui;
+    ui.openBox(kLines);
+    ui.tabTo("tblItems");
+    ui.press(Qt::Key_Down);
+    ui.press(Qt::Key_Space);
+    QTRY_COMPARE(ui.text("lblItemCode"), "B");
+    ui.press(Qt::Key_Escape);
+    QTRY_VERIFY(!ui.shows("txtNewQty"));
+    QTRY_COMPARE(ui.stop(), "tblItems");
+    ui.press(Qt::Key_Space);
+    QTRY_COMPARE(ui.text("lblItemCode"), "B");
+    ui.press(Qt::Key_Escape);
+    QTRY_VERIFY(!ui.shows("txtNewQty"));
+    ui.press(Qt::Key_Up);
+    ui.press(Qt::Key_Space);
+    QTRY_COMPARE(ui.text("lblItemCode"), "A");
+  }
+
+  void theCurrentRowScrollsIntoView() {
+    TestWindow ui;
+    ui.openBox(manyLines());
+    for (const QString table : {"tblBoxes", "tblItems"}) {
+      ui.tabTo(table);
+      const QRectF list = TestWindow::visiblePart(ui.item(table));
+      const int count = ui.item(table)->property("count").toInt();
+      QVERIFY(count >= 30);
+      for (int row = 1; row < count; ++row) {
+        ui.press(Qt::Key_Down);
+        const QString name = QStringLiteral("%1Row%2").arg(table).arg(row);
+        QTRY_VERIFY(ui.shows(name));
+        QQuickItem *item = ui.item(name);
+        QTRY_COMPARE(TestWindow::visiblePart(item).height(), item->height());
+        QVERIFY(list.contains(TestWindow::visiblePart(item).center()));
+      }
+    }
+  }
+
+  void returnPressesNoButton() {
+    TestWindow ui;
+    ui.openBox(kLines);
+    for (const QString &name : kOpenBox) {
+      if (ui.item(name)->inherits("QQuickTextInput")) {
+        continue;
+      }
+      ui.tabTo(name);
+      ui.press(Qt::Key_Return);
+      ui.press(Qt::Key_Enter);
+      QCOMPARE(ui.stop(), name);
+    }
+    QCOMPARE(ui.text("btnPicking"), "Stop Picking");
+    QVERIFY(!ui.shows("txtNewQty"));
+  }
+
+  void returnInAFieldOpensTheBoxAndTheLine() {
+    TestWindow ui;
+    ui.startPicking(kLines);
+    ui.type("C2");
+    ui.press(Qt::Key_Return);
+    QTRY_COMPARE(ui.stop(), "txtBarcode");
+    ui.type("C");
+    ui.press(Qt::Key_Return);
+    QTRY_COMPARE(ui.text("lblItemCode"), "C");
+  }
+
+  void theKeyboardComesBackFromTheOptions() {
+    TestWindow ui;
+    ui.openBox(kLines);
+    ui.touch("btnOptions");
+    QTRY_COMPARE(ui.stop(), "tableView");
+    ui.press(Qt::Key_Escape);
+    QTRY_COMPARE(ui.stop(), "txtBarcode");
+  }
+
+  void theKeyboardComesBackFromAllThatFollowsTheOptions() {
+    TestWindow ui;
+    ui.openBox(kLines);
+    ui.openKeypad();
+    ui.confirm("5");
+    ui.service.answerWith("\"0\"");
+    ui.touch("btnOptions");
+    ui.touch("tableViewRow2");
+    ui.touch("alertButton1");
+    QTRY_COMPARE(ui.alerts().size(), 1);
+    QTRY_COMPARE(ui.keyboard(), "alertButton0");
+    ui.press(Qt::Key_Space);
+    QTRY_COMPARE(ui.alerts(), QStringList());
+    QTRY_COMPARE(ui.stop(), "txtBarcode");
+  }
+
+  void theKeyboardComesBackFromTheSummary() {
+    TestWindow ui;
+    ui.openBox(kLines);
+    ui.touch("btnOptions");
+    ui.touch("tableViewRow0");
+    QTRY_COMPARE(ui.keyboard(), "btnClose");
+    ui.press(Qt::Key_Escape);
+    QTRY_COMPARE(ui.stop(), "txtBarcode");
+  }
+
+  void theKeyboardComesBackFromAFailedLookup_data() {
+    QTest::addColumn<QString>("holder");
+    QTest::newRow("by touch") << "txtDeliveryNo";
+    QTest::newRow("by key") << "btnSearch";
+  }
+
+  void theKeyboardComesBackFromAFailedLookup() {
+    QFETCH(const QString, holder);
+    TestWindow ui;
+    ui.enterPicking();
+    ui.type("4711");
+    if (holder == "btnSearch") {
+      ui.use(holder);
+    } else {
+      ui.touch("btnSearch");
+    }
+    QTRY_COMPARE(ui.keyboard(), "alertButton0");
+    ui.press(Qt::Key_Escape);
+    QTRY_COMPARE(ui.alerts(), QStringList());
+    QTRY_COMPARE(ui.keyboard(), holder);
+  }
+
+  void afterALookupTheNextStopIsTheStartOfThePicking() {
+    TestWindow ui;
+    ui.enterPicking();
+    ui.service.answerWith(deliveryJson(kLines));
+    ui.type("4711");
+    ui.use("btnSearch");
+    QTRY_VERIFY(ui.isEnabled("btnPicking") && !ui.shows("busy"));
+    ui.press(Qt::Key_Tab);
+    QCOMPARE(ui.keyboard(), "btnPicking");
+  }
+
+  void theKeyboardComesBackFromTwoAlerts() {
+    TestWindow ui;
+    ui.environment.serviceHost = LoopbackService::unreachableHost();
+    ui.enterPicking();
+    ui.type("4711");
+    ui.touch("btnSearch");
+    QTRY_COMPARE(ui.alerts().size(), 2);
+    ui.press(Qt::Key_Escape);
+    QTRY_COMPARE(ui.alerts().size(), 1);
+    QTRY_COMPARE(ui.keyboard(), "alertButton0");
+    ui.press(Qt::Key_Space);
+    QTRY_COMPARE(ui.stop(), "txtDeliveryNo");
+  }
+
+  void theKeyboardComesBackFromTheHistory() {
+    TestWindow ui;
+    ui.use("btnSegueHistory");
+    QTRY_COMPARE(ui.keyboard(), "btnBack");
+    ui.press(Qt::Key_Space);
+    QTRY_COMPARE(ui.keyboard(), "btnSegueHistory");
+  }
+};
+
+QTEST_MAIN(KeyboardUiTest)
+#include "KeyboardUi_test.moc"
