@@ -120,8 +120,7 @@ void GalleryViewController::showSheet() {
 
 void GalleryViewController::showPopover() {
   presentViewController(new ScanTrailViewController(environment(), this),
-                        PresentationStyle::Popover);
-  setPopoverSource(lblReady);
+                        PresentationStyle::Popover, lblReady);
 }
 
 void GalleryViewController::showProgress() {

@@ -22,7 +22,6 @@ class Screens {
   [[nodiscard]] QQuickWindow *quickWindow() const;
   /// The guard of the window's keys.
   [[nodiscard]] const ScanGuard &scanGuard() const { return *m_guard; }
-  [[nodiscard]] QQmlEngine &engine() const { return *m_engine; }
 
  private:
   std::unique_ptr<QQmlEngine> m_engine;

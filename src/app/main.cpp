@@ -26,17 +26,21 @@ namespace {
 /// Says that the user wants to go on with the demo deliveries.
 constexpr int kRestartWithDemo = 1000;
 
-Environment environmentOf(const CommandLine &options) {
+constexpr auto kInputMethod = "QT_IM_MODULE";
+constexpr auto kKeyboardInWindow = "QT_VIRTUALKEYBOARD_DESKTOP_DISABLE";
+
+/// The looks are those of the home `displayFolders`.
+Environment environmentOf(const CommandLine &options, const Folders &displayFolders) {
   const Folders folders = options.folders();
-  return {
-      .clock = std::make_unique<SystemClock>(),
-      .http = std::make_unique<NetworkHttpClient>(),
-      .sounds = std::make_unique<DeviceSoundPlayer>(),
-      .mail = std::make_unique<DesktopMailComposer>(folders),
-      .wakeLock = std::make_unique<DesktopWakeLock>(),
-      .display = std::make_unique<DisplaySettings>(folders, std::make_unique<SystemColourScheme>()),
-      .folders = folders,
-      .serviceHost = options.serviceHost};
+  return {.clock = std::make_unique<SystemClock>(),
+          .http = std::make_unique<NetworkHttpClient>(),
+          .sounds = std::make_unique<DeviceSoundPlayer>(),
+          .mail = std::make_unique<DesktopMailComposer>(folders),
+          .wakeLock = std::make_unique<DesktopWakeLock>(),
+          .display = std::make_unique<DisplaySettings>(displayFolders,
+                                                       std::make_unique<SystemColourScheme>()),
+          .folders = folders,
+          .serviceHost = options.serviceHost};
 }
 
 bool makeFolders(const Environment &environment) {
@@ -57,7 +61,7 @@ int show(Window &window, const CommandLine &options) {
 
 /// Shows the parts of the screens until the window is closed; needs no store.
 int runGallery(const CommandLine &options) {
-  Environment environment = environmentOf(options);
+  Environment environment = environmentOf(options, options.folders());
   if (!makeFolders(environment)) {
     return EXIT_FAILURE;
   }
@@ -68,9 +72,10 @@ int runGallery(const CommandLine &options) {
   return show(window, options);
 }
 
-/// Runs the program until it is left; the result is that of the event loop.
-int run(const CommandLine &options) {
-  Environment environment = environmentOf(options);
+/// Runs the program until it is left, in the looks of the home `displayFolders`; the result is that
+/// of the event loop.
+int run(const CommandLine &options, const Folders &displayFolders) {
+  Environment environment = environmentOf(options, displayFolders);
   if (!makeFolders(environment)) {
     return EXIT_FAILURE;
   }
@@ -105,9 +110,9 @@ void chooseInputMethod(const std::span<char *> arguments) {
       arguments.begin(), arguments.end(),
       [](const char *argument) { return std::string_view(argument) == "--on-screen-keyboard"; });
   if (wantsKeyboard) {
-    qputenv("QT_IM_MODULE", "qtvirtualkeyboard");
+    qputenv(kInputMethod, "qtvirtualkeyboard");
     // The keyboard stands in our window, not in one of its own.
-    qputenv("QT_VIRTUALKEYBOARD_DESKTOP_DISABLE", "1");
+    qputenv(kKeyboardInWindow, "1");
   }
 }
 
@@ -116,19 +121,19 @@ void chooseInputMethod(const std::span<char *> arguments) {
 int main(int argc, char *argv[]) {
   chooseInputMethod({argv, static_cast<std::size_t>(argc)});
   const QGuiApplication application(argc, argv);
+  // What the program starts, a mail program for one, has a keyboard of its own.
+  qunsetenv(kInputMethod);
+  qunsetenv(kKeyboardInWindow);
   QCoreApplication::setApplicationName(QStringLiteral("CartonPick"));
   QCoreApplication::setApplicationVersion(QStringLiteral(CARTONPICK_VERSION));
   // The name of the desktop entry, and of the icon that is installed with it.
   QGuiApplication::setDesktopFileName(QStringLiteral("io.github.cartonpick.CartonPick"));
   QGuiApplication::setWindowIcon(QIcon::fromTheme(QGuiApplication::desktopFileName()));
-  CommandLine options = CommandLine::parse(QCoreApplication::arguments());
+  const CommandLine options = CommandLine::parse(QCoreApplication::arguments());
   if (options.gallery) {
     return runGallery(options);
   }
-  int result = run(options);
-  if (result == kRestartWithDemo) {
-    options = options.withDemo();
-    result = run(options);
-  }
-  return result;
+  const Folders looks = options.folders();
+  const int result = run(options, looks);
+  return result == kRestartWithDemo ? run(options.withDemo(), looks) : result;
 }

@@ -144,8 +144,7 @@ TextField *detailViewController::scanField() const {
 }
 
 void detailViewController::scanStateTouched() {
-  presentViewController(m_scanTrail, PresentationStyle::Popover);
-  setPopoverSource(lblScanState);
+  presentViewController(m_scanTrail, PresentationStyle::Popover, lblScanState);
 }
 
 void detailViewController::openKeypadOnLastRow(LoosePick loose) {
@@ -306,8 +305,7 @@ void detailViewController::ChangePickingRowInManagedContext() {
 
 void detailViewController::btnOptionsTouched() {
   txtBarcode->resignFirstResponder();
-  presentViewController(m_actionPicker, PresentationStyle::Popover);
-  setPopoverSource(btnOptions);
+  presentViewController(m_actionPicker, PresentationStyle::Popover, btnOptions);
 }
 
 void detailViewController::selectedAction(const QString &title) {

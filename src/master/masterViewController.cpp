@@ -70,6 +70,7 @@ masterViewController::masterViewController(Environment &environment, QObject *pa
 }
 
 masterViewController::~masterViewController() {
+  environment().wakeLock->release();
   if (m_connection != nullptr) {
     environment().busy.end();
   }

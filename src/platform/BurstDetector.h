@@ -38,6 +38,8 @@ class BurstDetector {
   /// Something else happened: what comes next begins anew.
   void interrupt() { m_code.clear(); }
 
+  /// Whether what was typed last can be the beginning of a code.
+  [[nodiscard]] bool isPossible() const { return m_code.size() >= kShortestCode; }
   /// Whether what was typed last is a scanner's for certain, even without its Return.
   [[nodiscard]] bool isCertain() const { return m_code.size() >= kCertainLength; }
   /// How long the next key may take to go on what was typed last, in milliseconds.

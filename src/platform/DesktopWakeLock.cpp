@@ -8,18 +8,33 @@
 
 namespace {
 
+const QString kScreenSaver = QStringLiteral("org.freedesktop.ScreenSaver");
+
 QDBusMessage screenSaverCall(const QString &method) {
-  return QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.ScreenSaver"),
-                                        QStringLiteral("/org/freedesktop/ScreenSaver"),
-                                        QStringLiteral("org.freedesktop.ScreenSaver"), method);
+  return QDBusMessage::createMethodCall(
+      kScreenSaver, QStringLiteral("/org/freedesktop/ScreenSaver"), kScreenSaver, method);
 }
 
 }  // namespace
 
-DesktopWakeLock::DesktopWakeLock(QDBusConnection bus) : m_bus(std::move(bus)) {}
+DesktopWakeLock::DesktopWakeLock(QDBusConnection bus)
+    : m_bus(std::move(bus)),
+      m_desktop(kScreenSaver, m_bus, QDBusServiceWatcher::WatchForRegistration) {
+  connect(&m_desktop, &QDBusServiceWatcher::serviceRegistered, this, [this] {
+    // A desktop that starts anew knows nothing of what the last one granted.
+    m_cookie.reset();
+    if (m_isWanted) {
+      ask();
+    }
+  });
+}
 
 void DesktopWakeLock::acquire() {
   m_isWanted = true;
+  ask();
+}
+
+void DesktopWakeLock::ask() {
   if (m_cookie || m_isAsked || !m_bus.isConnected()) {
     return;
   }

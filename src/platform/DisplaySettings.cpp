@@ -2,6 +2,8 @@
 
 #include "platform/Folders.h"
 
+#include <QFile>
+
 #include <algorithm>
 
 namespace {
@@ -84,6 +86,8 @@ void DisplaySettings::setMaximized(bool isMaximized) {
 void DisplaySettings::store(const QString &key, const QVariant &value) {
   if (m_file.value(key) != value) {
     m_file.setValue(key, value);
+    m_file.sync();
+    QFile::setPermissions(m_file.fileName(), QFile::ReadOwner | QFile::WriteOwner);
     emit changed();
   }
 }

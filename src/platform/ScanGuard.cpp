@@ -35,6 +35,7 @@ bool isModifier(const QKeyEvent &key) {
 
 ScanGuard::ScanGuard(QWindow &window, Window &state) : m_window(window), m_state(state) {
   m_window.installEventFilter(this);
+  connect(&m_state, &Window::pressing, this, &ScanGuard::press);
 }
 
 ScanGuard::~ScanGuard() = default;
@@ -50,11 +51,18 @@ bool ScanGuard::eventFilter(QObject * /*watched*/, QEvent *event) {
       return filterRelease(*static_cast<QKeyEvent *>(event));
     case QEvent::MouseButtonPress:
     case QEvent::TouchBegin:
-      letGo();
-      m_burst.interrupt();
+      press();
       return false;
     default:
       return false;
+  }
+}
+
+void ScanGuard::press() {
+  // A code on its way is no part of what the finger confirms; it goes where it belongs by then.
+  if (!m_burst.isPossible()) {
+    letGo();
+    m_burst.interrupt();
   }
 }
 
@@ -75,11 +83,11 @@ bool ScanGuard::filterPress(const QKeyEvent &key) {
     m_burst.interrupt();
     return false;
   }
+  const bool wasCertain = m_burst.isCertain();
   if (!m_burst.type(key.text(), key.timestamp())) {
-    letGo();
+    release(wasCertain);
   }
-  const TextField *field = focusedField();
-  if (m_held.empty() && field != nullptr && field->takesScans()) {
+  if (m_held.empty() && focusedScanField() != nullptr) {
     return false;
   }
   hold(key);
@@ -95,13 +103,13 @@ bool ScanGuard::filterRelease(const QKeyEvent &key) {
 }
 
 bool ScanGuard::filterReturn(const QKeyEvent &key) {
+  const bool wasCertain = m_burst.isCertain();
   const std::optional<Burst> burst = m_burst.pressReturn(key.timestamp());
   if (!burst) {
-    letGo();
-    return false;
+    return !release(wasCertain);
   }
-  TextField *field = focusedField();
-  if (m_held.empty() && field != nullptr && field->takesScans()) {
+  TextField *field = focusedScanField();
+  if (m_held.empty() && field != nullptr) {
     if (burst->isAfterPause) {
       field->edit(burst->code);
     }
@@ -139,7 +147,24 @@ void ScanGuard::timerEvent(QTimerEvent * /*event*/) {
     m_timer.start(0, this);
     return;
   }
-  letGo();
+  release(m_burst.isCertain());
+  m_burst.interrupt();
+}
+
+bool ScanGuard::release(bool isScanners) {
+  if (!isScanners || !isHolding()) {
+    letGo();
+    return true;
+  }
+  QString code;
+  for (const auto &key : std::as_const(m_held)) {
+    if (key->type() == QEvent::KeyPress && isCharacter(*key)) {
+      code += key->text();
+    }
+  }
+  drop();
+  m_state.refuseScan(code);
+  return false;
 }
 
 void ScanGuard::letGo() {
@@ -157,7 +182,9 @@ void ScanGuard::drop() {
   m_held.clear();
 }
 
-TextField *ScanGuard::focusedField() const {
+TextField *ScanGuard::focusedScanField() const {
   const QObject *focused = m_window.focusObject();
-  return focused == nullptr ? nullptr : focused->property("outlet").value<TextField *>();
+  auto *field = focused == nullptr ? nullptr : focused->property("outlet").value<TextField *>();
+  const bool takesScans = field != nullptr && field->takesScans() && m_state.scanField() != nullptr;
+  return takesScans ? field : nullptr;
 }

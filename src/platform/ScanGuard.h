@@ -18,8 +18,8 @@ class Window;
 ///
 /// A field that takes scans gets every key at once. Anywhere else characters are held back until it
 /// is clear who typed them: a person's go on after a moment that nobody notices; a scanner's go to
-/// the field that takes scans at that time or, if there is none, are refused. No other item ever
-/// sees them, so there is nothing to take back.
+/// the field that takes scans at that time or, if there is none, are refused, as is a code without
+/// its Return. No other item ever sees them, so there is nothing to take back.
 ///
 /// In a field, a code takes the place of what was left there, as the number of the last box.
 class ScanGuard : public QObject {
@@ -42,6 +42,8 @@ class ScanGuard : public QObject {
 
  private:
   bool filterPress(const QKeyEvent &key);
+  /// Something is pressed other than a key, and sees what was typed before it.
+  void press();
   bool filterRelease(const QKeyEvent &key);
   bool filterReturn(const QKeyEvent &key);
   void hold(const QKeyEvent &key);
@@ -49,9 +51,12 @@ class ScanGuard : public QObject {
   [[nodiscard]] int holdingTime() const;
   /// Lets go what was held back, in its order.
   void letGo();
+  /// The same for what a person typed; refuses what a scanner did. Whether it was a person.
+  bool release(bool isScanners);
   void drop();
   void placeScan(const QString &code);
-  [[nodiscard]] TextField *focusedField() const;
+  /// The field that has the keyboard, if a scan may go there now.
+  [[nodiscard]] TextField *focusedScanField() const;
 
   QWindow &m_window;
   Window &m_state;

@@ -13,8 +13,9 @@ const QString kPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString kSettings = QStringLiteral("org.freedesktop.portal.Settings");
 const QString kGroup = QStringLiteral("org.freedesktop.appearance");
 const QString kKey = QStringLiteral("color-scheme");
-/// 0 stands for no preference, 2 for light.
+/// Anything else stands for no preference.
 constexpr uint kPrefersDark = 1;
+constexpr uint kPrefersLight = 2;
 
 bool isPaletteDark() {
   if (qobject_cast<QGuiApplication *>(QCoreApplication::instance()) == nullptr) {
@@ -42,6 +43,16 @@ SystemColourScheme::SystemColourScheme(QDBusConnection bus, QObject *parent)
                 SLOT(settingChanged(QString, QString, QDBusVariant)));
     ask(bus);
   }
+  if (QCoreApplication *application = QCoreApplication::instance()) {
+    application->installEventFilter(this);
+  }
+}
+
+bool SystemColourScheme::eventFilter(QObject * /*watched*/, QEvent *event) {
+  if (event->type() == QEvent::ApplicationPaletteChange) {
+    update();
+  }
+  return false;
 }
 
 void SystemColourScheme::ask(QDBusConnection &bus) {
@@ -61,11 +72,15 @@ void SystemColourScheme::ask(QDBusConnection &bus) {
 void SystemColourScheme::settingChanged(const QString &group, const QString &key,
                                         const QDBusVariant &value) {
   if (group == kGroup && key == kKey) {
-    setDark(unwrapped(value.variant()).toUInt() == kPrefersDark);
+    const uint preference = unwrapped(value.variant()).toUInt();
+    const bool isKnown = preference == kPrefersDark || preference == kPrefersLight;
+    m_preference = isKnown ? std::optional(preference == kPrefersDark) : std::nullopt;
+    update();
   }
 }
 
-void SystemColourScheme::setDark(bool isDark) {
+void SystemColourScheme::update() {
+  const bool isDark = m_preference.value_or(isPaletteDark());
   if (m_isDark != isDark) {
     m_isDark = isDark;
     emit changed();

@@ -4,8 +4,10 @@
 #include <QDBusVariant>
 #include <QObject>
 
-/// Whether the system prefers dark screens: what the desktop's settings portal says, or, where
-/// there is none, what the palette of the platform looks like.
+#include <optional>
+
+/// Whether the system prefers dark screens: what the desktop's settings portal says, or, where it
+/// says nothing, what the palette of the platform looks like.
 class SystemColourScheme : public QObject {
   Q_OBJECT
 
@@ -15,6 +17,8 @@ class SystemColourScheme : public QObject {
 
   [[nodiscard]] bool isDark() const { return m_isDark; }
 
+  bool eventFilter(QObject *watched, QEvent *event) override;
+
  signals:
   void changed();
 
@@ -23,7 +27,9 @@ class SystemColourScheme : public QObject {
 
  private:
   void ask(QDBusConnection &bus);
-  void setDark(bool isDark);
+  void update();
 
+  /// What the portal prefers; nothing if it has no preference.
+  std::optional<bool> m_preference;
   bool m_isDark;
 };

@@ -36,7 +36,8 @@ void ViewController::performSegueWithIdentifier(const QString &identifier) {
   presentViewController(segue.destination, PresentationStyle::FullScreen);
 }
 
-void ViewController::presentViewController(ViewController *controller, PresentationStyle style) {
+void ViewController::presentViewController(ViewController *controller, PresentationStyle style,
+                                           QObject *popoverSource) {
   if (m_presented != nullptr) {
     if (!controller->m_isKeptAfterDismissal) {
       controller->deleteLater();
@@ -49,12 +50,7 @@ void ViewController::presentViewController(ViewController *controller, Presentat
   controller->viewWillAppear();
   m_presented = controller;
   m_presentationStyle = style;
-  m_popoverSource = nullptr;
-  emit presentedChanged();
-}
-
-void ViewController::setPopoverSource(QObject *outlet) {
-  m_popoverSource = outlet;
+  m_popoverSource = popoverSource;
   emit presentedChanged();
 }
 

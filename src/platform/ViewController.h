@@ -58,10 +58,10 @@ class ViewController : public QObject {
   Q_INVOKABLE void performSegueWithIdentifier(const QString &identifier);
 
   /// Shows `controller` above this one, which takes no input until `controller` is dismissed. While
-  /// another one is shown there, `controller` is not.
-  void presentViewController(ViewController *controller, PresentationStyle style);
-  /// Anchors the presented popover to the whole of `outlet`.
-  void setPopoverSource(QObject *outlet);
+  /// another one is shown there, `controller` is not. A popover is anchored to the whole of the
+  /// outlet `popoverSource`.
+  void presentViewController(ViewController *controller, PresentationStyle style,
+                             QObject *popoverSource = nullptr);
   /// For a controller that its presenter presents again and again: dismissal does not delete it.
   void keepAfterDismissal() { m_isKeptAfterDismissal = true; }
   /// Ends what this controller presents or, if it presents nothing, its own presentation.

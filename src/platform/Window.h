@@ -45,6 +45,9 @@ class Window : public QObject {
   /// changes.
   void refuseScan(const QString &code);
 
+  /// Something is about to be pressed by other means than an event of the window.
+  Q_INVOKABLE void press() { emit pressing(); }
+
   [[nodiscard]] StatusBarStyle statusBarStyle() const { return m_statusBarStyle; }
   [[nodiscard]] bool isStatusBarContentLight() const {
     return m_statusBarStyle == StatusBarStyle::LightContent;
@@ -55,6 +58,7 @@ class Window : public QObject {
   }
 
  signals:
+  void pressing();
   void statusBarStyleChanged();
 
  private:

@@ -14,8 +14,8 @@ Window {
     color: Theme.window
 
     Component.onCompleted: {
-        width = Math.min(state.display.windowSize.width, Screen.width);
-        height = Math.min(state.display.windowSize.height, Screen.height);
+        width = Math.max(minimumWidth, Math.min(state.display.windowSize.width, Screen.width));
+        height = Math.max(minimumHeight, Math.min(state.display.windowSize.height, Screen.height));
         if (state.fullScreen) {
             // Where no window manager makes it as large as the screen.
             width = Screen.width;
@@ -62,9 +62,18 @@ Window {
     }
 
     // What went away with the keyboard leaves it to the screen, which remembers what had it before.
+    // While another program has the keyboard, all here keep their places.
     onActiveFocusItemChanged: {
-        if (activeFocusItem === null || activeFocusItem === contentItem) {
+        if (active && (activeFocusItem === null || activeFocusItem === contentItem)) {
             root.forceActiveFocus();
+        }
+    }
+
+    Connections {
+        target: Presses
+
+        function onBegun() {
+            window.state.press();
         }
     }
 

@@ -7,8 +7,10 @@ taken that the documentation keeps; with it, those of every screen in every look
 """
 
 import os
+import socket
 import sys
 import tempfile
+import threading
 
 from tablet import OrderService, Program, Screen
 
@@ -44,19 +46,47 @@ KEPT = [(Look(1280, 800), None),
         (Look(1024, 768, "light", 200), ("picking", "keypad"))]
 
 
-class Tour:
-    """One delivery in one look. Takes the pictures of those names, or, without names, all."""
+class HalfAnAnswer:
+    """A service that begins to answer, with so many bytes, and does not go on."""
 
-    def __init__(self, programs, pictures, look, names=None):
+    def __init__(self, sent, announced):
+        self._socket = socket.create_server(("127.0.0.1", 0))
+        self.host = f"127.0.0.1:{self._socket.getsockname()[1]}"
+        self._answer = (f"HTTP/1.1 200 OK\r\nContent-Length: {announced}\r\n\r\n".encode()
+                        + b" " * sent)
+        self._connections = []
+        threading.Thread(target=self._serve, daemon=True).start()
+
+    def _serve(self):
+        while True:
+            try:
+                connection, _ = self._socket.accept()
+            except OSError:
+                return  # It is closed.
+            connection.recv(65536)
+            connection.sendall(self._answer)
+            self._connections.append(connection)
+
+    def close(self):
+        self._socket.close()
+        for connection in self._connections:
+            connection.close()
+
+
+class Visit:
+    """The program in one look, with a service. Takes the pictures of those names, or, without
+    names, all."""
+
+    def __init__(self, service, programs, pictures, look, names=None, options=(), height=None):
         self._pictures = pictures
         self._look = look
         self._names = names
         self._home = tempfile.TemporaryDirectory()
         look.remember_in(self._home.name)
-        self._screen = Screen(look.width, look.height)
-        self._service = OrderService(os.path.join(programs, "cartonpick-orders"))
-        self._tablet = Program(self._screen, os.path.join(programs, "cartonpick"),
-                               "--service-host", self._service.host, "--home", self._home.name)
+        self._screen = Screen(look.width, height or look.height)
+        self._service = service
+        self._tablet = Program(self._screen, os.path.join(programs, "cartonpick"), *options,
+                               "--service-host", service.host, "--home", self._home.name)
 
     def close(self):
         self._tablet.close()
@@ -64,12 +94,19 @@ class Tour:
         self._screen.close()
         self._home.cleanup()
 
-    def picture(self, name):
+    def picture(self, name, *edits):
         if self._names is None or name in self._names:
             path = os.path.join(self._pictures, f"{name}-{self._look}.png")
             self._screen.save_picture(path)
             # Few colours are enough for flat surfaces, and make small files.
-            self._screen.run("mogrify", "+dither", "-colors", "96", "-strip", path)
+            self._screen.run("mogrify", *edits, "+dither", "-colors", "96", "-strip", path)
+
+
+class Tour(Visit):
+    """One delivery."""
+
+    def __init__(self, programs, *look):
+        super().__init__(OrderService(os.path.join(programs, "cartonpick-orders")), programs, *look)
 
     def take(self):
         self._start()
@@ -204,16 +241,43 @@ class Tour:
         self._screen.run("xdotool", "mousemove", "100", "300", "click", "--repeat", "30", "4")
 
 
+class Download(Visit):
+    """The catalogue, half of it received."""
+
+    def __init__(self, *look):
+        super().__init__(HalfAnAnswer(sent=12_345_678, announced=25_000_000), *look)
+
+    def take(self):
+        tablet = self._tablet
+        tablet.touch("push button", "Picking")
+        tablet.expect_keyboard_in("Delivery number")
+        tablet.touch("push button", "Reload Items")
+        tablet.find("label", "12.3 of 25.0 MB")
+        self.picture("download")
+
+
+class Gallery(Visit):
+    """All parts of the screens in all states, on a screen that is high enough for them."""
+
+    def __init__(self, *look):
+        super().__init__(HalfAnAnswer(0, 0), *look, options=["--gallery"], height=6000)
+
+    def take(self):
+        self._tablet.find("heading", "Gallery")
+        self.picture("gallery", "-trim")
+
+
 def main():
     programs, pictures, *options = sys.argv[1:]
     os.makedirs(pictures, exist_ok=True)
     tours = [(look, None) for look in EVERY_LOOK] if options == ["--all"] else KEPT
     for look, names in tours:
-        tour = Tour(programs, pictures, look, names)
-        try:
-            tour.take()
-        finally:
-            tour.close()
+        for visit in (Tour, Download, Gallery):
+            visitor = visit(programs, pictures, look, names)
+            try:
+                visitor.take()
+            finally:
+                visitor.close()
 
 
 main()

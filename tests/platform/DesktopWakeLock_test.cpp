@@ -47,6 +47,27 @@ class DesktopWakeLockTest : public QObject {
     QTRY_VERIFY(desktop.inhibitions.isEmpty());
   }
 
+  void aDesktopThatStartsAnewIsAskedAgain() {
+    SessionBus bus;
+    DesktopWakeLock lock(bus.connect());
+    lock.acquire();
+    for (int i = 0; i < 2; ++i) {
+      QDBusConnection connection = bus.connect();
+      const ScreenSaver desktop(connection);
+      QTRY_COMPARE(desktop.inhibitions.size(), 1);
+      QVERIFY(connection.unregisterService(QStringLiteral("org.freedesktop.ScreenSaver")));
+      connection.unregisterObject(QStringLiteral("/org/freedesktop/ScreenSaver"));
+    }
+    lock.release();
+    QDBusConnection connection = bus.connect();
+    const ScreenSaver desktop(connection);
+    // What is asked later is answered later.
+    DesktopWakeLock other(bus.connect());
+    other.acquire();
+    QTRY_COMPARE(desktop.inhibitions.size(), 1);
+    QCOMPARE(desktop.asked, 1U);
+  }
+
   void aLockHeldAlreadyIsNotAskedForAgain() {
     SessionBus bus;
     const ScreenSaver desktop(bus.connect());

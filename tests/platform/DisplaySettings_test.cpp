@@ -21,12 +21,14 @@ class Device {
   }
   void write(const QByteArray &text) {
     settings.reset();
-    QFile file(m_home.filePath(QStringLiteral("display.ini")));
+    QFile file(this->file());
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write(text);
     file.close();
     restart();
   }
+
+  QString file() const { return m_home.filePath(QStringLiteral("display.ini")); }
 
   std::unique_ptr<DisplaySettings> settings;
 
@@ -48,6 +50,16 @@ class DisplaySettingsTest : public QObject {
     QCOMPARE(device.settings->textScale(), 1.0);
     QCOMPARE(device.settings->windowSize(), QSize(1280, 800));
     QVERIFY(!device.settings->isMaximized());
+  }
+
+  void onlyItsOwnerMayReadWhatIsRemembered() {
+    Device device;
+    device.settings->setTextSize(150);
+    device.settings->setTextSize(200);
+    constexpr QFile::Permissions kOthers = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
+                                           QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    QCOMPARE(QFile::permissions(device.file()) & kOthers, QFile::Permissions());
+    QVERIFY(QFile::exists(device.file()));
   }
 
   void whatWasChosenIsRemembered() {

@@ -4,6 +4,8 @@
 
 #include <QDBusContext>
 #include <QDBusMessage>
+#include <QGuiApplication>
+#include <QPalette>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -89,6 +91,21 @@ class SystemColourSchemeTest : public QObject {
     QCOMPARE(changed.size(), 1);
   }
 
+  void aSystemWithoutAPreferenceLooksLikeItsPalette() {
+    SessionBus bus;
+    SettingsPortal portal(bus.connect(), 1);
+    const SystemColourScheme scheme(bus.connect());
+    QTRY_VERIFY(scheme.isDark());
+    portal.set(kGroup, kKey, 0);
+    QTRY_VERIFY(!scheme.isDark());
+    const QPalette before = QGuiApplication::palette();
+    QGuiApplication::setPalette(QPalette(Qt::white, Qt::black, Qt::white, Qt::black, Qt::gray,
+                                         Qt::white, Qt::white, Qt::black, Qt::black));
+    QTRY_VERIFY(scheme.isDark());
+    QGuiApplication::setPalette(before);
+    QTRY_VERIFY(!scheme.isDark());
+  }
+
   void aSystemThatSaysNothingIsLight() {
     SessionBus bus;
     const SystemColourScheme scheme(bus.connect());
@@ -98,5 +115,5 @@ class SystemColourSchemeTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(SystemColourSchemeTest)
+QTEST_MAIN(SystemColourSchemeTest)
 #include "SystemColourScheme_test.moc"

@@ -168,7 +168,10 @@ void TestWindow::use(const QString &name, Qt::Key tab) {
 }
 
 void TestWindow::scan(const QString &code) {
-  const QString keys = code + u'\r';
+  scanPart(code + u'\r');
+}
+
+void TestWindow::scanPart(const QString &keys) {
   for (const QChar c : keys) {
     QCoreApplication::postEvent(&window(), keyEvent(QEvent::KeyPress, c));
     QCoreApplication::postEvent(&window(), keyEvent(QEvent::KeyRelease, c));
@@ -180,6 +183,18 @@ void TestWindow::commitByInputMethod(const QString &text) {
   QInputMethodEvent event;
   event.setCommitString(text);
   QCoreApplication::sendEvent(window().activeFocusItem(), &event);
+}
+
+void TestWindow::lendTheKeyboard() {
+  {
+    QWindow other;
+    other.show();
+    other.requestActivate();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    QTRY_VERIFY(!window().isActive());
+  }
+  window().requestActivate();
+  QVERIFY(QTest::qWaitForWindowActive(&window()));
 }
 
 QList<QQuickItem *> TestWindow::visibleItems(QQuickItem *root) const {

@@ -58,8 +58,13 @@ class TestWindow : public TestEnvironment {
   void use(const QString &name, Qt::Key tab = Qt::Key_Tab);
   /// What a scanner in keyboard mode does: all keys of `code` and Return, without a pause.
   void scan(const QString &code);
+  /// The same for a part of what a scanner sends; '\r' stands for Return.
+  void scanPart(const QString &keys);
   /// Commits `text` by input method to the item that has the keyboard.
   void commitByInputMethod(const QString &text);
+
+  /// Another window takes the keyboard, and gives it back.
+  void lendTheKeyboard();
 
   /// Waits until nothing in the window moves.
   void settle() const;

@@ -424,6 +424,28 @@ class KeyboardUiTest : public QObject {
     QTRY_COMPARE(ui.stop(), "txtDeliveryNo");
   }
 
+  void theKeyboardComesBackFromAnotherProgram_data() {
+    QTest::addColumn<QStringList>("ways");
+    QTest::addColumn<QString>("holder");
+    QTest::newRow("to the keypad") << QStringList("tblItemsRow0") << "txtNewQty";
+    QTest::newRow("to an alert") << QStringList({"btnOptions", "tableViewRow2"}) << "alertButton0";
+    QTest::newRow("to the options") << QStringList("btnOptions") << "tableView";
+    QTest::newRow("to the scan field") << QStringList() << "txtBarcode";
+  }
+
+  void theKeyboardComesBackFromAnotherProgram() {
+    QFETCH(const QStringList, ways);
+    QFETCH(const QString, holder);
+    TestWindow ui;
+    ui.openBox(kLines);
+    for (const QString &way : ways) {
+      ui.touch(way);
+    }
+    QTRY_COMPARE(ui.stop(), holder);
+    ui.lendTheKeyboard();
+    QTRY_COMPARE(ui.stop(), holder);
+  }
+
   void theKeyboardComesBackFromTheHistory() {
     TestWindow ui;
     ui.use("btnSegueHistory");

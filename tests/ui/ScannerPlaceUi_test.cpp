@@ -150,6 +150,51 @@ class ScannerPlaceUiTest : public QObject {
     QTRY_COMPARE(ui.text("tblItemsRow0/pickqty"), "4");
   }
 
+  void aTouchInTheMiddleOfAScanConfirmsWhatStoodThereBefore() {
+    TestWindow ui;
+    ui.openBox(kBoxes);
+    ui.openKeypad(1);
+    ui.type("2");
+    const QPoint ok = ui.item("btnOK")->mapToScene({40, 40}).toPoint();
+    ui.scanPart(kEan.left(5));
+    ui.touchAt(ok);
+    ui.scanPart(kEan.mid(5) + u'\r');
+    QTRY_COMPARE(ui.text("tblItemsRow1/pickqty"), "2");
+    QTRY_COMPARE(ui.text("lblItemCode"), "85123A");
+    QCOMPARE(ui.text("txtNewQty"), "");
+  }
+
+  void aCodeWithoutItsReturnIsRefusedOnTheKeypad_data() {
+    QTest::addColumn<QString>("end");
+    QTest::newRow("nothing after it") << "";
+    QTest::newRow("a tab after it") << "\t";
+  }
+
+  void aCodeWithoutItsReturnIsRefusedOnTheKeypad() {
+    QFETCH(const QString, end);
+    TestWindow ui;
+    ui.openBox(kBoxes);
+    ui.openKeypad(0);
+    ui.type("1");
+    ui.scanPart(kEan + end);
+    QTRY_COMPARE(ui.sounds->played(), kErrorTone);
+    QCOMPARE(ui.text("txtNewQty"), "1");
+    QCOMPARE(ui.fieldsWithKeyboard(), QStringList("txtNewQty"));
+    ui.press(Qt::Key_Escape);
+    ui.touch("pill");
+    QTRY_COMPARE(ui.column("tblScans", "code"), QStringList(kEan));
+  }
+
+  void afterAnotherProgramHadTheKeyboardItIsStillRefusedOnTheKeypad() {
+    TestWindow ui;
+    ui.openBox(kBoxes);
+    ui.openKeypad(0);
+    ui.lendTheKeyboard();
+    ui.scan("71053");
+    QTRY_COMPARE(ui.sounds->played(), kErrorTone);
+    QCOMPARE(ui.text("lblItemCode"), "85123A");
+  }
+
   void whatAPersonTypesArrivesOnTheKeypad() {
     TestWindow ui;
     ui.openBox(kBoxes);
@@ -233,6 +278,8 @@ class ScannerPlaceUiTest : public QObject {
     QTRY_VERIFY(ui.shows("ScanTrailViewController"));
     QVERIFY(!ui.shows("tblScansRow0"));
     QVERIFY(ui.wakeLock->isHeld());
+    ui.restart();
+    QVERIFY(!ui.wakeLock->isHeld());
   }
 };
 

@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QQuickItem>
+#include <QQuickWindow>
 #include <QTest>
 
 #include <algorithm>
@@ -45,6 +46,13 @@ void onlySegmentIsChecked(const TestWindow &ui, int chosen) {
     QTRY_COMPARE(bool(QAccessible::queryAccessibleInterface(item)->state().checked),
                  segment == chosen);
   }
+}
+
+/// What a screen reader does in place of a touch.
+void pressByScreenReader(const TestWindow &ui, const QString &name) {
+  QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(ui.item(name));
+  QVERIFY2(interface != nullptr, qPrintable(name));
+  interface->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
 }
 
 /// Whether `item` or an item in it has the name `name`.
@@ -145,6 +153,32 @@ class ScreenReaderUiTest : public QObject {
                  {"segmTextSize", "group|Text size"},
                  {"btnDone", "button|Done"}});
     everyOutletIsFoundByName(ui);
+  }
+
+  void aPressReachesNothingUnderASheet() {
+    TestWindow ui;
+    ui.openBox({{"C1", "A", 5}});
+    ui.openKeypad();
+    for (const QString name : {"btnPicking", "pill", "segmentedControl1", "tblBoxesRow0"}) {
+      pressByScreenReader(ui, name);
+    }
+    QCOMPARE(ui.text("btnPicking"), "Stop Picking");
+    onlySegmentIsChecked(ui, 0);
+    QVERIFY(!ui.shows("ScanTrailViewController"));
+    pressByScreenReader(ui, "btnCancel");
+    QTRY_VERIFY(!ui.shows("txtNewQty"));
+    pressByScreenReader(ui, "btnPicking");
+    QTRY_COMPARE(ui.text("btnPicking"), "Start Picking");
+  }
+
+  void aPressDoesNotOvertakeAKey() {
+    TestWindow ui;
+    ui.openBox({{"C1", "A", 5}});
+    ui.openKeypad();
+    // So soon after the key that it may still be held back.
+    QTest::keyClick(&ui.window(), Qt::Key_4);
+    pressByScreenReader(ui, "btnOK");
+    QTRY_COMPARE(ui.text("tblItemsRow0/pickqty"), "4");
   }
 
   void whatIsSaved() {

@@ -14,7 +14,7 @@ Item {
     property bool isHeader: false
 
     readonly property bool isOneLine: width >= 47 * Theme.body
-    readonly property bool isStacked: width < 36 * Theme.body
+    readonly property bool isStacked: width < 32 * Theme.body
     readonly property int gap: isStacked ? 6 : 12
     readonly property int margin: isStacked ? 8 : 16
     readonly property int half: isOneLine ? height : height / 2

@@ -28,7 +28,7 @@ Button {
     Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.onPressAction: {
-        if (button.enabled) {
+        if (Presses.begin(button)) {
             button.clicked();
         }
     }

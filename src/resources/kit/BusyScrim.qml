@@ -15,7 +15,10 @@ ModalPopup {
     visible: busy.active
     opacity: isWorthShowing ? 1 : 0
     onAboutToShow: delay.restart()
-    onClosed: isWorthShowing = false
+    onClosed: {
+        delay.stop();
+        isWorthShowing = false;
+    }
     dim: isWorthShowing
 
     Timer {

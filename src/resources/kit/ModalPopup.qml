@@ -7,7 +7,12 @@ T.Popup {
     id: popup
 
     // What is closed gives the keyboard to the sheet below.
-    Component.onDestruction: close()
+    Component.onDestruction: {
+        close();
+        Presses.close(popup);
+    }
+    onAboutToShow: Presses.open(popup)
+    onClosed: Presses.close(popup)
     // What the sheet holds has a name; a dialog without one around it would only be noise.
     Component.onCompleted: contentItem.parent.Accessible.ignored = true
 

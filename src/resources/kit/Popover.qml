@@ -12,12 +12,18 @@ ModalPopup {
     required property Item anchorItem
 
     readonly property point below: anchorItem.mapToItem(parent, 0, anchorItem.height)
+    readonly property int distance: 14
+    readonly property real roomBelow: parent.height - below.y - distance - 8
+    readonly property real roomAbove: below.y - anchorItem.height - distance - 8
+    readonly property bool isBelow: roomBelow >= Math.min(wantedHeight, roomAbove)
+    // Larger text needs more of both.
+    readonly property real wantedWidth: Math.max(300, controller.preferredContentSize.width) * Theme.textScale
+    readonly property real wantedHeight: Math.max(3 * (Theme.touch + 6), controller.preferredContentSize.height * Theme.textScale) + 12
 
     x: Math.max(8, Math.min(below.x + anchorItem.width - width, parent.width - width - 8))
-    y: below.y + height + 14 > parent.height ? below.y - anchorItem.height - height - 14 : below.y + 14
-    // Larger text needs more of both.
-    width: Math.min(Math.max(300, controller.preferredContentSize.width) * Theme.textScale, parent.width - 16)
-    height: Math.min(Math.max(3 * (Theme.touch + 6), controller.preferredContentSize.height * Theme.textScale) + 12, parent.height - below.y - 22)
+    y: isBelow ? below.y + distance : below.y - anchorItem.height - distance - height
+    width: Math.min(wantedWidth, parent.width - 16)
+    height: Math.min(wantedHeight, isBelow ? roomBelow : roomAbove)
     padding: 6
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
     Component.onCompleted: open()
@@ -30,10 +36,23 @@ ModalPopup {
         color: "transparent"
     }
 
+    // It does not follow its anchor to where a tablet's turn puts that.
+    readonly property Connections turn: Connections {
+        target: popover.parent
+
+        function onWidthChanged() {
+            popover.close();
+        }
+
+        function onHeightChanged() {
+            popover.close();
+        }
+    }
+
     background: Item {
         Rectangle {
             x: popover.below.x + popover.anchorItem.width / 2 - popover.x - width / 2
-            y: popover.y > popover.below.y ? -height / 2 : parent.height - height / 2
+            y: popover.isBelow ? -height / 2 : parent.height - height / 2
             width: 22
             height: 22
             rotation: 45
@@ -50,7 +69,7 @@ ModalPopup {
         }
         Rectangle {
             x: popover.below.x + popover.anchorItem.width / 2 - popover.x - width / 2
-            y: popover.y > popover.below.y ? 2 : parent.height - 12
+            y: popover.isBelow ? 2 : parent.height - 12
             width: 26
             height: 10
             color: Theme.surface

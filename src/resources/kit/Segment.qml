@@ -27,8 +27,14 @@ T.RadioButton {
     onClicked: touched()
 
     Accessible.name: text
-    Accessible.onPressAction: touched()
-    Accessible.onToggleAction: touched()
+    Accessible.onPressAction: pressFromOutside()
+    Accessible.onToggleAction: pressFromOutside()
+
+    function pressFromOutside() {
+        if (Presses.begin(segment)) {
+            touched();
+        }
+    }
 
     contentItem: Item {
         implicitWidth: tick.width + row.spacing + label.implicitWidth

@@ -18,7 +18,7 @@ ItemDelegate {
     onClicked: table.touchRow(row.rowIndex)
     Accessible.role: Accessible.ListItem
     Accessible.onPressAction: {
-        if (row.enabled) {
+        if (Presses.begin(row)) {
             table.touchRow(row.rowIndex);
         }
     }

@@ -25,8 +25,9 @@ Rectangle {
     PlainText {
         id: title
 
-        anchors.centerIn: parent
-        visible: bar.leading + Theme.gap < (bar.width - implicitWidth) / 2
+        x: Math.max((bar.width - width) / 2, bar.leading + 3 * Theme.gap)
+        anchors.verticalCenter: parent.verticalCenter
+        visible: x + width + Theme.gap <= bar.width
         color: Theme.barText
         font.pixelSize: Theme.title
         font.weight: Font.DemiBold

@@ -47,7 +47,10 @@ FocusScope {
             }
         }
         OutletText {
+            property bool isAnnounced: true
+
             outlet: screen.controller.lblSaved
+            visible: isAnnounced && !outlet.hidden
             color: Theme.ink.green
             font.weight: Font.DemiBold
             wrapMode: maximumLineCount > 1 ? Text.Wrap : Text.NoWrap
@@ -59,12 +62,12 @@ FocusScope {
             Layout.rightMargin: Theme.gap
             Layout.preferredHeight: Theme.heightOf(maximumLineCount, Theme.body) + 5
             Accessible.role: Accessible.Notification
-            onTextChanged: Qt.callLater(comeIntoSight) // qmllint disable
+            onTextChanged: Qt.callLater(announce) // qmllint disable
 
-            // It is then that a screen reader says a notification.
-            function comeIntoSight() {
-                visible = false;
-                visible = true;
+            // A screen reader says a notification when that comes into sight.
+            function announce() {
+                isAnnounced = false;
+                isAnnounced = true;
             }
         }
         PickTotals {
