@@ -12,8 +12,10 @@
 #include "platform/NetworkHttpClient.h"
 
 #include <QDebug>
+#include <QFile>
 #include <QGuiApplication>
 #include <QIcon>
+#include <QLibraryInfo>
 #include <QQuickWindow>
 
 #include <algorithm>
@@ -51,10 +53,15 @@ bool makeFolders(const Environment &environment) {
   return isMade;
 }
 
+bool hasScreenKeyboard() {
+  return QFile::exists(QLibraryInfo::path(QLibraryInfo::QmlImportsPath) +
+                       QStringLiteral("/QtQuick/VirtualKeyboard/qmldir"));
+}
+
 /// Shows `window` until it is closed; the result is that of the event loop.
 int show(Window &window, const CommandLine &options) {
   window.fullScreen = options.fullScreen;
-  window.onScreenKeyboard = options.onScreenKeyboard;
+  window.onScreenKeyboard = options.onScreenKeyboard && hasScreenKeyboard();
   const Screens screens(window);
   return screens.quickWindow() == nullptr ? EXIT_FAILURE : QGuiApplication::exec();
 }
@@ -93,6 +100,11 @@ int run(const CommandLine &options, const Folders &displayFolders) {
       environment.alerts.show({.title = QStringLiteral("Could not start the demo"),
                                .message = QStringLiteral("The demo order service did not start.")});
     }
+  }
+  if (options.onScreenKeyboard && !hasScreenKeyboard()) {
+    environment.alerts.show(
+        {.title = QStringLiteral("No keyboard on the screen"),
+         .message = QStringLiteral("The QML module Qt Virtual Keyboard is not installed.")});
   }
   fillMainStoryboard(environment.storyboard);
   vekAppDelegate delegate(environment);

@@ -59,8 +59,8 @@ bool ScanGuard::eventFilter(QObject * /*watched*/, QEvent *event) {
 }
 
 void ScanGuard::press() {
-  // A code on its way is no part of what the finger confirms; it goes where it belongs by then.
-  if (!m_burst.isPossible()) {
+  // A code that is held is no part of what the finger confirms; it goes where it belongs by then.
+  if (!isHolding() || !m_burst.isPossible()) {
     letGo();
     m_burst.interrupt();
   }

@@ -91,6 +91,8 @@ class Tablet:
     @staticmethod
     def _find_application(process_id):
         desktop = Atspi.get_desktop(0)
+        # What the desktop said before may be what is remembered of it.
+        desktop.clear_cache()
         for index in range(desktop.get_child_count()):
             application = desktop.get_child_at_index(index)
             if application and application.get_process_id() == process_id:
@@ -189,7 +191,11 @@ class Program(Tablet):
                            QT_QUICK_BACKEND="software", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
         self._process = subprocess.Popen([executable, *options], env=environment,
                                          stderr=subprocess.PIPE, text=True)
-        super().__init__(self._process.pid)
+        try:
+            super().__init__(self._process.pid)
+        except NotSeen:
+            self.kill()
+            raise NotSeen(f"the program to appear, which said: {self.log}") from None
         window = screen.run("xdotool", "search", "--sync", "--onlyvisible", "--name",
                             "CartonPick").stdout.split()[0]
         screen.run("xdotool", "windowsize", "--sync", window, str(screen.width),

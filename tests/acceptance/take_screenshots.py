@@ -11,6 +11,7 @@ import socket
 import sys
 import tempfile
 import threading
+import time
 
 from tablet import OrderService, Program, Screen
 
@@ -94,12 +95,12 @@ class Visit:
         self._screen.close()
         self._home.cleanup()
 
-    def picture(self, name, *edits):
+    def picture(self, name):
         if self._names is None or name in self._names:
             path = os.path.join(self._pictures, f"{name}-{self._look}.png")
             self._screen.save_picture(path)
             # Few colours are enough for flat surfaces, and make small files.
-            self._screen.run("mogrify", *edits, "+dither", "-colors", "96", "-strip", path)
+            self._screen.run("mogrify", "+dither", "-colors", "96", "-strip", path)
 
 
 class Tour(Visit):
@@ -253,18 +254,20 @@ class Download(Visit):
         tablet.expect_keyboard_in("Delivery number")
         tablet.touch("push button", "Reload Items")
         tablet.find("label", "12.3 of 25.0 MB")
+        time.sleep(1)  # What is over in a moment is not shown.
         self.picture("download")
 
 
 class Gallery(Visit):
     """All parts of the screens in all states, on a screen that is high enough for them."""
 
-    def __init__(self, *look):
-        super().__init__(HalfAnAnswer(0, 0), *look, options=["--gallery"], height=6000)
+    def __init__(self, programs, pictures, look, names):
+        super().__init__(HalfAnAnswer(0, 0), programs, pictures, look, names, options=["--gallery"],
+                         height=24 * look.text_size)
 
     def take(self):
         self._tablet.find("heading", "Gallery")
-        self.picture("gallery", "-trim")
+        self.picture("gallery")
 
 
 def main():
@@ -272,7 +275,7 @@ def main():
     os.makedirs(pictures, exist_ok=True)
     tours = [(look, None) for look in EVERY_LOOK] if options == ["--all"] else KEPT
     for look, names in tours:
-        for visit in (Tour, Download, Gallery):
+        for visit in (Tour, Download, Gallery) if names is None else (Tour,):
             visitor = visit(programs, pictures, look, names)
             try:
                 visitor.take()

@@ -164,6 +164,21 @@ class ScannerPlaceUiTest : public QObject {
     QCOMPARE(ui.text("txtNewQty"), "");
   }
 
+  void whatWasTypedBeforeATouchIsNoPartOfTheScanAfterIt() {
+    TestWindow ui;
+    ui.service.answerWith(deliveryJson(kBoxes));
+    ui.enterPicking();
+    ui.scanPart("4711");
+    ui.touch("btnSearch");
+    QTRY_VERIFY(ui.isEnabled("btnPicking") && !ui.shows("busy"));
+    ui.touch("btnPicking");
+    ui.touch("tblBoxesRow0");
+    QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList("txtBarcode"));
+    ui.scan(kEan);
+    QTRY_COMPARE(ui.text("lblItemCode"), "85123A");
+    QCOMPARE(ui.alerts(), QStringList());
+  }
+
   void aCodeWithoutItsReturnIsRefusedOnTheKeypad_data() {
     QTest::addColumn<QString>("end");
     QTest::newRow("nothing after it") << "";

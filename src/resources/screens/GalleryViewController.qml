@@ -173,13 +173,19 @@ FocusScope {
                 Repeater {
                     model: ["unopened", "incomplete", "completed", "loose", "unknown", "refused", "disclosure"]
 
-                    Icon {
+                    Item {
                         required property string modelData
 
+                        width: icon.width
                         height: Theme.touch
-                        fillMode: Image.PreserveAspectFit
-                        name: modelData
-                        ink: Theme.text
+
+                        Icon {
+                            id: icon
+
+                            anchors.centerIn: parent
+                            name: parent.modelData
+                            ink: Theme.text
+                        }
                     }
                 }
             }
