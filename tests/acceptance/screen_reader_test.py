@@ -1,6 +1,6 @@
 """What a screen reader finds and hears, on the real program, from outside its process.
 
-Usage: dbus-run-session -- python3 screen_reader_test.py FOLDER-OF-THE-PROGRAMS
+Usage: own-session python3 screen_reader_test.py FOLDER-OF-THE-PROGRAMS
 """
 
 import os

@@ -2,8 +2,8 @@
 
 The screen is an X server of its own (Xvfb); the hand sends real pointer and key events (xdotool);
 the eye is a screen reader's (AT-SPI), so it finds things by role and name. Has to run inside a
-D-Bus session of its own (dbus-run-session). A program on another screen, under another hand, is
-another kind of Tablet.
+session of its own (own-session). A program on another screen, under another hand, is another kind
+of Tablet.
 """
 
 import os

@@ -1,6 +1,6 @@
 """Takes pictures of every screen, on the demo deliveries.
 
-Usage: dbus-run-session -- python3 take_screenshots.py PROGRAMS PICTURES [--all]
+Usage: own-session python3 take_screenshots.py PROGRAMS PICTURES [--all]
 
 PROGRAMS is the folder of the programs, PICTURES where the pictures go. Without --all only those are
 taken that the documentation keeps; with it, those of every screen in every look.

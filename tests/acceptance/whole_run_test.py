@@ -1,6 +1,6 @@
 """One delivery from its lookup to the history, on the real program and the real order service.
 
-Usage: dbus-run-session -- python3 whole_run_test.py FOLDER-OF-THE-PROGRAMS
+Usage: own-session python3 whole_run_test.py FOLDER-OF-THE-PROGRAMS
 """
 
 import os

@@ -1,7 +1,7 @@
 """Whole runs through a browser: the real program, served by the real script, under a hand that has
 nothing but the page in a headless Chromium.
 
-Usage: dbus-run-session -- python3 browser_run_test.py FOLDER-OF-THE-PROGRAMS
+Usage: ../acceptance/own-session python3 browser_run_test.py FOLDER-OF-THE-PROGRAMS
 """
 
 import json
