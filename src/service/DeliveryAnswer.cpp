@@ -11,13 +11,39 @@ using simdjson::dom::object;
 
 const QString kEmpty = QStringLiteral("");
 
-OrderLine readLine(object fields) {
+/// Reads a text that most lines have from the line before them: they share one.
+class RepeatedText {
+ public:
+  QString read(simdjson::dom::element value) {
+    if (!value.is_string()) {
+      return textOf(value);
+    }
+    if (const std::string_view text = value.get_string(); m_last.isNull() || text != m_lastText) {
+      m_last = textOf(value);
+      m_lastText = text;
+    }
+    return m_last;
+  }
+
+ private:
+  QString m_last;
+  /// In the parser's memory.
+  std::string_view m_lastText;
+};
+
+struct RepeatedTexts {
+  RepeatedText doc;
+  RepeatedText ordernum;
+  RepeatedText carton;
+};
+
+OrderLine readLine(object fields, RepeatedTexts &repeated) {
   OrderLine line{kEmpty, kEmpty, kEmpty, kEmpty, kEmpty, kEmpty, {}};
   for (const auto [key, value] : fields) {
     if (key == "doc") {
-      line.doc = textOf(value);
+      line.doc = repeated.doc.read(value);
     } else if (key == "ordernum") {
-      line.ordernum = textOf(value);
+      line.ordernum = repeated.ordernum.read(value);
     } else if (key == "item") {
       line.item = textOf(value);
     } else if (key == "barcode") {
@@ -25,7 +51,7 @@ OrderLine readLine(object fields) {
     } else if (key == "descr") {
       line.descr = textOf(value);
     } else if (key == "carton") {
-      line.carton = textOf(value);
+      line.carton = repeated.carton.read(value);
     } else if (key == "qty") {
       line.qty = quantityOf(value);
     }
@@ -56,11 +82,12 @@ std::optional<DeliveryAnswer> parseDeliveryAnswer(const QByteArray &body) {
     const simdjson::dom::array elements = parser.parse(text.data(), text.size());
     DeliveryAnswer answer{kEmpty, kEmpty, kEmpty, kEmpty, {}};
     answer.lines.reserve(elements.size());
+    RepeatedTexts repeated;
     for (const object fields : elements) {
       if (answer.lines.empty()) {
         readHeader(fields, answer);
       }
-      answer.lines.push_back(readLine(fields));
+      answer.lines.push_back(readLine(fields, repeated));
     }
     return answer;
   } catch (const simdjson::simdjson_error &) {

@@ -87,6 +87,7 @@ void restoreBoxes(const std::vector<Picking> &picks, PickList &boxes) {
 
 void restoreItemLines(const std::vector<Picking> &picks, ItemLines &items) {
   QHash<QString, BoxLine *> byItem;
+  byItem.reserve(static_cast<qsizetype>(items.size()));
   for (BoxLine &line : items) {
     byItem.insert(line.item, &line);
   }

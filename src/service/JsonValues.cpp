@@ -2,8 +2,8 @@
 
 #include <QLocale>
 
-#include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -11,13 +11,12 @@ using simdjson::dom::element;
 using simdjson::dom::element_type;
 
 template <class Integer>
-std::int32_t clampInteger(Integer value) {
+Quantity integerOf(Integer value) {
   using Limits = std::numeric_limits<std::int32_t>;
-  if constexpr (std::is_signed_v<Integer>) {
-    return static_cast<std::int32_t>(std::clamp<Integer>(value, Limits::min(), Limits::max()));
-  } else {
-    return static_cast<std::int32_t>(std::min<Integer>(value, Limits::max()));
+  if (std::in_range<std::int32_t>(value)) {
+    return static_cast<std::int32_t>(value);
   }
+  return Quantity::delivered(value < 0 ? Limits::min() : Limits::max(), QString::number(value));
 }
 
 }  // namespace
@@ -58,9 +57,9 @@ QString textOf(element value) {
 Quantity quantityOf(element value) {
   switch (value.type()) {
     case element_type::INT64:
-      return Quantity::delivered(clampInteger(std::int64_t{value.get_int64()}), textOf(value));
+      return integerOf(std::int64_t{value.get_int64()});
     case element_type::UINT64:
-      return Quantity::delivered(clampInteger(std::uint64_t{value.get_uint64()}), textOf(value));
+      return integerOf(std::uint64_t{value.get_uint64()});
     case element_type::DOUBLE:
       return Quantity::delivered(clampToInt32(value.get_double()), textOf(value));
     case element_type::NULL_VALUE:

@@ -12,14 +12,16 @@
 class Quantity {
  public:
   Quantity() = default;
-  Quantity(std::int32_t value) : m_value(value), m_text(QString::number(value)) {}
+  Quantity(std::int32_t value) : m_value(value) {}
 
   /// As delivered, for example " 7" or "2.5".
-  static Quantity delivered(const QString &text) { return {intValue(text), text}; }
-  static Quantity delivered(std::int32_t value, const QString &text) { return {value, text}; }
+  static Quantity delivered(const QString &text) { return delivered(intValue(text), text); }
+  static Quantity delivered(std::int32_t value, const QString &text) {
+    return text == QString::number(value) ? Quantity(value) : Quantity(value, text);
+  }
 
   [[nodiscard]] std::int32_t value() const { return m_value; }
-  [[nodiscard]] QString text() const { return m_text; }
+  [[nodiscard]] QString text() const { return m_text.isNull() ? QString::number(m_value) : m_text; }
 
   bool operator==(const Quantity &) const = default;
 
@@ -27,5 +29,6 @@ class Quantity {
   Quantity(std::int32_t value, QString text) : m_value(value), m_text(std::move(text)) {}
 
   std::int32_t m_value = 0;
-  QString m_text = QStringLiteral("0");
+  /// Null if it is nothing but the number: a large delivery has very many of them.
+  QString m_text;
 };

@@ -1,0 +1,71 @@
+#include "BenchStore.h"
+#include "SampleData.h"
+#include "app/store/ManagedObjectContext.h"
+#include "service/DeliveryAnswer.h"
+#include "service/DeliveryImport.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <benchmark/benchmark.h>
+#include <simdjson.h>
+
+/// The answer to a lookup, from the body in memory to boxes with their earlier picks.
+namespace {
+
+/// A box has twenty lines; every fifth line was picked before.
+sample::DeliverySize sizeOf(const benchmark::State &state) {
+  const auto lines = static_cast<std::size_t>(state.range(0));
+  return {.lines = lines, .boxes = lines / 20};
+}
+
+void import(benchmark::State &state) {
+  const sample::DeliverySize size = sizeOf(state);
+  const QByteArray body = sample::deliveryJson(size);
+  const BenchStore store;
+  sample::storePicks(store.context(), size, size.lines / 5);
+  std::size_t boxCount = 0;
+  for (auto _ : state) {
+    const auto answer = parseDeliveryAnswer(body);
+    ItemLines items = itemLinesOf(*answer);
+    PickList boxes = boxesOf(*answer);
+    const auto picks = store.context().pickingsOfOrder("4711", "A1");
+    restoreBoxes(*picks, boxes);
+    restoreItemLines(*picks, items);
+    boxCount = boxes.size();
+    benchmark::DoNotOptimize(items);
+  }
+  if (boxCount != size.boxes) {
+    state.SkipWithError("the boxes are not those of the delivery");
+  }
+}
+
+void simdjsonAlone(benchmark::State &state) {
+  const QByteArray body = sample::deliveryJson(sizeOf(state));
+  const simdjson::padded_string text(body.constData(), static_cast<std::size_t>(body.size()));
+  for (auto _ : state) {
+    simdjson::dom::parser parser;
+    benchmark::DoNotOptimize(parser.parse(text).get_array().value().size());
+  }
+}
+
+void qtAlone(benchmark::State &state) {
+  const QByteArray body = sample::deliveryJson(sizeOf(state));
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(QJsonDocument::fromJson(body).array().size());
+  }
+}
+
+#define IMPORT(function, name)        \
+  BENCHMARK(function)                 \
+      ->Name("import/" name)          \
+      ->RangeMultiplier(10)           \
+      ->Range(1'000, 1'000'000)       \
+      ->Unit(benchmark::kMillisecond) \
+      ->UseRealTime()
+
+IMPORT(simdjsonAlone, "floor: simdjson parsing alone");
+IMPORT(import, "CartonPick");
+IMPORT(qtAlone, "peer: QJsonDocument parsing alone");
+
+}  // namespace

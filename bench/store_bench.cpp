@@ -1,0 +1,167 @@
+#include "BareSqlite.h"
+#include "BenchStore.h"
+#include "SampleData.h"
+#include "app/store/ManagedObjectContext.h"
+#include "detail/ScanMatch.h"
+#include "platform/Clock.h"
+#include "service/CatalogueAnswer.h"
+
+#include <benchmark/benchmark.h>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace {
+
+// A scan that is no line of the open box, and is looked up in the catalogue.
+
+constexpr std::size_t kLinesOfTheBox = 1'000;
+
+const BenchStore &catalogueOf(std::size_t articles) {
+  static std::size_t madeFor = 0;
+  static std::unique_ptr<BenchStore> store;
+  if (madeFor != articles) {
+    store = std::make_unique<BenchStore>();
+    CatalogueWriter writer(store->path());
+    for (std::size_t i = 0; i < articles; ++i) {
+      writer.insert({.barcode = sample::barcode(i).toStdString(),
+                     .item = sample::itemCode(i).toStdString(),
+                     .descr = "A description"});
+    }
+    if (writer.save()) {
+      throw std::runtime_error("the catalogue is not stored");
+    }
+    madeFor = articles;
+  }
+  return *store;
+}
+
+std::vector<BoxLine> boxLines() {
+  std::vector<BoxLine> lines;
+  for (std::size_t i = 0; i < kLinesOfTheBox; ++i) {
+    lines.push_back({.barcode = QStringLiteral("40%1").arg(i, 11, 10, QLatin1Char('0')),
+                     .item = QStringLiteral("L%1").arg(i)});
+  }
+  return lines;
+}
+
+/// Codes all over the catalogue, one after the other.
+class Codes {
+ public:
+  explicit Codes(std::size_t articles) : m_articles(articles) {}
+  QString next() {
+    m_index = (m_index + 7'919) % m_articles;
+    return sample::barcode(m_index);
+  }
+
+ private:
+  std::size_t m_articles;
+  std::size_t m_index = 0;
+};
+
+void scanOfTheProgram(benchmark::State &state) {
+  const auto articles = static_cast<std::size_t>(state.range(0));
+  const BenchStore &store = catalogueOf(articles);
+  const std::vector<BoxLine> lines = boxLines();
+  Codes codes(articles);
+  for (auto _ : state) {
+    const QString code = codes.next();
+    const auto line = lineWithCode(lines, code);
+    const auto article = articleWithCode(&store.context(), code);
+    if (line || !article || article->barcode != code) {
+      state.SkipWithError("the wrong article");
+    }
+  }
+}
+
+template <const char *&Sql>
+void bareLookup(benchmark::State &state) {
+  const auto articles = static_cast<std::size_t>(state.range(0));
+  const BareSqlite database(catalogueOf(articles).path());
+  BareSqlite::Statement query(database, Sql);
+  Codes codes(articles);
+  for (auto _ : state) {
+    const std::string code = codes.next().toStdString();
+    query.bind(1, code);
+    if (!query.step() || query.text(0) != code) {
+      state.SkipWithError("the wrong article");
+    }
+    query.reset();
+  }
+}
+
+const char *oneIndex = "SELECT barcode, item, descr FROM Items WHERE barcode = ?1";
+const char *literally =
+    "SELECT barcode, item, descr FROM Items WHERE item = ?1 OR barcode = ?1 ORDER BY rowid";
+
+#define SCAN(function, name) \
+  BENCHMARK(function)->Name("scan/" name)->RangeMultiplier(10)->Range(1'000, 1'000'000)
+
+SCAN(bareLookup<oneIndex>, "floor: one prepared lookup");
+SCAN(scanOfTheProgram, "CartonPick");
+SCAN(bareLookup<literally>, "peer: the query with OR");
+
+// The history of all deliveries.
+
+constexpr std::size_t kPicksOfADelivery = 50;
+
+const BenchStore &historyOf(std::size_t picks) {
+  static std::size_t madeFor = 0;
+  static std::unique_ptr<BenchStore> store;
+  if (madeFor != picks) {
+    store = std::make_unique<BenchStore>();
+    sample::storeHistory(store->context(), picks, picks / kPicksOfADelivery);
+    madeFor = picks;
+  }
+  return *store;
+}
+
+void historyOfTheProgram(benchmark::State &state) {
+  const auto picks = static_cast<std::size_t>(state.range(0));
+  const BenchStore &store = historyOf(picks);
+  for (auto _ : state) {
+    if (store.context().deliveryPickTimes()->size() != picks / kPicksOfADelivery) {
+      state.SkipWithError("not every delivery");
+    }
+  }
+}
+
+void bareHistory(benchmark::State &state) {
+  const BareSqlite database(historyOf(static_cast<std::size_t>(state.range(0))).path());
+  BareSqlite::Statement query(database,
+                              "SELECT doc, sent, min(datepicked), max(datepicked) FROM Picking "
+                              "GROUP BY doc, sent ORDER BY doc");
+  for (auto _ : state) {
+    std::int64_t sum = 0;
+    while (query.step()) {
+      sum += query.number(2) + query.number(3) + query.number(1);
+      benchmark::DoNotOptimize(query.text(0));
+    }
+    query.reset();
+    benchmark::DoNotOptimize(sum);
+  }
+}
+
+void historyOneByOne(benchmark::State &state) {
+  const BenchStore &store = historyOf(static_cast<std::size_t>(state.range(0)));
+  for (auto _ : state) {
+    const auto groups = store.context().deliveryGroups();
+    for (const DeliveryGroup &group : *groups) {
+      benchmark::DoNotOptimize(store.context().pickTimes(group.doc));
+    }
+  }
+}
+
+#define HISTORY(function, name) \
+  BENCHMARK(function)           \
+      ->Name("history/" name)   \
+      ->RangeMultiplier(10)     \
+      ->Range(1'000, 1'000'000) \
+      ->Unit(benchmark::kMillisecond)
+
+HISTORY(bareHistory, "floor: one statement on the best index");
+HISTORY(historyOfTheProgram, "CartonPick");
+HISTORY(historyOneByOne, "peer: one query for each delivery");
+
+}  // namespace
