@@ -1,13 +1,12 @@
 #include "BareSqlite.h"
 #include "BenchStore.h"
 #include "SampleData.h"
+#include "app/store/CatalogueWriter.h"
 #include "app/store/ManagedObjectContext.h"
 #include "detail/ScanMatch.h"
-#include "platform/Clock.h"
-#include "service/CatalogueAnswer.h"
 
 #include <benchmark/benchmark.h>
-#include <memory>
+#include <map>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -18,23 +17,25 @@ namespace {
 
 constexpr std::size_t kLinesOfTheBox = 1'000;
 
-const BenchStore &catalogueOf(std::size_t articles) {
-  static std::size_t madeFor = 0;
-  static std::unique_ptr<BenchStore> store;
-  if (madeFor != articles) {
-    store = std::make_unique<BenchStore>();
-    CatalogueWriter writer(store->path());
-    for (std::size_t i = 0; i < articles; ++i) {
-      writer.insert({.barcode = sample::barcode(i).toStdString(),
-                     .item = sample::itemCode(i).toStdString(),
-                     .descr = "A description"});
-    }
-    if (writer.save()) {
-      throw std::runtime_error("the catalogue is not stored");
-    }
-    madeFor = articles;
+void fillCatalogue(const BenchStore &store, std::size_t articles) {
+  CatalogueWriter writer(store.path());
+  for (std::size_t i = 0; i < articles; ++i) {
+    writer.insert({.barcode = sample::barcode(i).toStdString(),
+                   .item = sample::itemCode(i).toStdString(),
+                   .descr = "A description"});
   }
-  return *store;
+  if (writer.save()) {
+    throw std::runtime_error("the catalogue is not stored");
+  }
+}
+
+const BenchStore &catalogueOf(std::size_t articles) {
+  static std::map<std::size_t, BenchStore> stores;
+  const auto [store, isNew] = stores.try_emplace(articles);
+  if (isNew) {
+    fillCatalogue(store->second, articles);
+  }
+  return store->second;
 }
 
 std::vector<BoxLine> boxLines() {
@@ -107,14 +108,12 @@ SCAN(bareLookup<literally>, "peer: the query with OR");
 constexpr std::size_t kPicksOfADelivery = 50;
 
 const BenchStore &historyOf(std::size_t picks) {
-  static std::size_t madeFor = 0;
-  static std::unique_ptr<BenchStore> store;
-  if (madeFor != picks) {
-    store = std::make_unique<BenchStore>();
-    sample::storeHistory(store->context(), picks, picks / kPicksOfADelivery);
-    madeFor = picks;
+  static std::map<std::size_t, BenchStore> stores;
+  const auto [store, isNew] = stores.try_emplace(picks);
+  if (isNew) {
+    sample::storeHistory(store->second.context(), picks, picks / kPicksOfADelivery);
   }
-  return *store;
+  return store->second;
 }
 
 void historyOfTheProgram(benchmark::State &state) {

@@ -2,8 +2,10 @@
 
 #include "service/JsonValues.h"
 
+#include <algorithm>
+#include <future>
 #include <simdjson.h>
-#include <string_view>
+#include <string>
 #include <utility>
 
 namespace {
@@ -11,8 +13,6 @@ namespace {
 using simdjson::dom::array;
 using simdjson::dom::element;
 using simdjson::dom::object;
-
-static_assert(CatalogueAnswer::kSpareBytes >= qsizetype{simdjson::SIMDJSON_PADDING});
 
 /// How long a piece is, at least: it should stay in the processor's cache.
 constexpr std::size_t kPieceBytes = 256'000;
@@ -58,28 +58,27 @@ std::vector<std::size_t> cutsOf(std::string_view text) {
   return cuts;
 }
 
-/// Reads an array piece by piece. Each piece is made an array of its own by writing brackets over
-/// the commas on either side of it. If every such array is valid and, where there are several, has
-/// elements, then the whole is valid: so a text that is not JSON fails wherever it was cut.
+/// Reads an array piece by piece. Each piece is made an array of its own: brackets take the places
+/// of the commas on either side of it. If every such array is valid and, where there are several,
+/// has elements, then the whole is valid: so a text that is not JSON fails wherever it was cut.
 class PieceReader {
  public:
-  /// Behind `body` there must be capacity for the parser to read into.
-  PieceReader(QByteArray &body, const std::vector<std::size_t> &cuts)
-      : m_text(body.data()), m_size(static_cast<std::size_t>(body.size())), m_cuts(cuts) {}
-
-  [[nodiscard]] std::size_t count() const { return m_cuts.size() + 1; }
+  PieceReader(std::string_view text, const std::vector<std::size_t> &cuts)
+      : m_text(text), m_cuts(cuts) {}
 
   /// The elements of piece `index`, valid until the next call. Throws simdjson_error.
   array read(std::size_t index) {
     const std::size_t begin = index == 0 ? 0 : m_cuts[index - 1];
-    const std::size_t end = index == m_cuts.size() ? m_size : m_cuts[index] + 1;
+    const std::size_t end = index == m_cuts.size() ? m_text.size() : m_cuts[index] + 1;
+    m_piece.reserve(end - begin + simdjson::SIMDJSON_PADDING);
+    m_piece = m_text.substr(begin, end - begin);
     if (index != 0) {
-      m_text[begin] = '[';
+      m_piece.front() = '[';
     }
     if (index != m_cuts.size()) {
-      m_text[end - 1] = ']';
+      m_piece.back() = ']';
     }
-    const array elements = m_parser.parse(m_text + begin, end - begin, false);
+    const array elements = m_parser.parse(m_piece.data(), m_piece.size(), false);
     if (elements.size() == 0 && !m_cuts.empty()) {
       throw simdjson::simdjson_error(simdjson::TAPE_ERROR);
     }
@@ -87,9 +86,9 @@ class PieceReader {
   }
 
  private:
-  char *m_text;
-  std::size_t m_size;
+  std::string_view m_text;
   const std::vector<std::size_t> &m_cuts;
+  std::string m_piece;
   simdjson::dom::parser m_parser;
 };
 
@@ -132,33 +131,58 @@ CatalogueAnswer::CatalogueAnswer(QByteArray body) : m_body(std::move(body)) {
   if (m_body.startsWith(kByteOrderMark)) {
     m_body.remove(0, kByteOrderMark.size());
   }
-  m_body.reserve(m_body.size() + kSpareBytes);
-  m_cuts = cutsOf({m_body.constData(), static_cast<std::size_t>(m_body.size())});
+  m_cuts = cutsOf(text());
 }
 
 std::optional<CatalogueAnswer> CatalogueAnswer::read(QByteArray body) {
   try {
     CatalogueAnswer answer(std::move(body));
-    answer.forEachArticle([&](const Article & /*article*/) {
-      ++answer.m_articleCount;
-      return true;
-    });
-    answer.m_jsonResult.doc = docOf(PieceReader(answer.m_body, answer.m_cuts).read(0));
+    const std::size_t middle = answer.pieceCount() / 2;
+    auto secondHalf =
+        std::async(std::launch::async, [&] { return answer.count(middle, answer.pieceCount()); });
+    answer.m_articleCount = answer.count(0, middle);
+    answer.m_articleCount += secondHalf.get();
+    answer.m_jsonResult.doc = docOf(PieceReader(answer.text(), answer.m_cuts).read(0));
     return answer;
   } catch (const simdjson::simdjson_error &) {
     return std::nullopt;
   }
 }
 
-bool CatalogueAnswer::forEachArticle(const std::function<bool(const Article &)> &visit) {
-  PieceReader pieces(m_body, m_cuts);
+std::string_view CatalogueAnswer::text() const {
+  return {m_body.constData(), static_cast<std::size_t>(m_body.size())};
+}
+
+std::size_t CatalogueAnswer::count(std::size_t begin, std::size_t end) const {
+  PieceReader pieces(text(), m_cuts);
   Article article;
-  for (std::size_t i = 0; i < pieces.count(); ++i) {
+  std::size_t count = 0;
+  for (std::size_t i = begin; i < end; ++i) {
     for (const object fields : pieces.read(i)) {
       readArticle(fields, article);
-      if (!visit(article)) {
-        return false;
-      }
+      ++count;
+    }
+  }
+  return count;
+}
+
+bool CatalogueAnswer::forEachArticle(const std::function<bool(const Article &)> &visit) const {
+  PieceReader pieces(text(), m_cuts);
+  const auto readPiece = [&](std::size_t index) {
+    std::vector<Article> articles;
+    for (const object fields : pieces.read(index)) {
+      readArticle(fields, articles.emplace_back());
+    }
+    return articles;
+  };
+  auto next = std::async(std::launch::async, readPiece, 0);
+  for (std::size_t i = 1; i <= pieceCount(); ++i) {
+    const std::vector<Article> articles = next.get();
+    if (i < pieceCount()) {
+      next = std::async(std::launch::async, readPiece, i);
+    }
+    if (!std::all_of(articles.begin(), articles.end(), visit)) {
+      return false;
     }
   }
   return true;

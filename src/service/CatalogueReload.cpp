@@ -53,7 +53,7 @@ void CatalogueReload::didReceiveResponse(HttpConnection &connection) {
   m_body.clear();
   const qint64 expected =
       std::clamp(connection.announcedBytes(), qint64{0}, HttpConnection::kMaxAnswerBytes);
-  m_body.reserve(expected + CatalogueAnswer::kSpareBytes);
+  m_body.reserve(expected);
 }
 
 void CatalogueReload::didReceiveData(HttpConnection &connection, const QByteArray &data) {

@@ -136,8 +136,9 @@ bool PersistentStoreCoordinator::addPersistentStore(const QString &path, Migrati
 }
 
 std::unique_ptr<SQLite::Database> PersistentStoreCoordinator::connectTo(const QString &path) {
-  auto database = std::make_unique<SQLite::Database>(path.toStdString(), SQLite::OPEN_READWRITE,
-                                                     kBusyTimeoutMilliseconds);
+  // A connection stays on the thread that made it.
+  auto database = std::make_unique<SQLite::Database>(
+      path.toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX, kBusyTimeoutMilliseconds);
   // What is confirmed must be on disk before anything on screen says so.
   database->exec("PRAGMA synchronous = FULL");
   return database;
