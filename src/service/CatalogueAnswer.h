@@ -2,14 +2,13 @@
 
 #include "app/store/CatalogueWriter.h"
 #include "service/DeliveryAnswer.h"
+#include "service/JsonPieces.h"
 
 #include <QByteArray>
 
 #include <cstddef>
 #include <functional>
 #include <optional>
-#include <string_view>
-#include <vector>
 
 /// The answer to the catalogue download. Keeps the body as it came and reads it piece by piece, so
 /// that a catalogue of any size takes little memory beyond its body. It reads on two cores: both
@@ -31,15 +30,13 @@ class CatalogueAnswer {
  private:
   explicit CatalogueAnswer(QByteArray body);
 
-  [[nodiscard]] std::string_view text() const;
-  [[nodiscard]] std::size_t pieceCount() const { return m_cuts.size() + 1; }
   /// The number of articles in the pieces from `begin` up to `end`, each of which was read. Throws
   /// simdjson_error.
   [[nodiscard]] std::size_t count(std::size_t begin, std::size_t end) const;
 
   QByteArray m_body;
-  /// Where the commas are between the pieces that the array is read in.
-  std::vector<std::size_t> m_cuts;
+  /// Of the bytes of `m_body`, which stay where they are when that is moved.
+  JsonPieces m_pieces;
   std::size_t m_articleCount = 0;
   JsonResult m_jsonResult;
 };

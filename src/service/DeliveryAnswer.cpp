@@ -1,8 +1,10 @@
 #include "service/DeliveryAnswer.h"
 
+#include "service/JsonPieces.h"
 #include "service/JsonValues.h"
 
 #include <simdjson.h>
+#include <string>
 #include <string_view>
 
 namespace {
@@ -27,8 +29,7 @@ class RepeatedText {
 
  private:
   QString m_last;
-  /// In the parser's memory.
-  std::string_view m_lastText;
+  std::string m_lastText;
 };
 
 struct RepeatedTexts {
@@ -77,17 +78,17 @@ void readHeader(object fields, DeliveryAnswer &answer) {
 
 std::optional<DeliveryAnswer> parseDeliveryAnswer(const QByteArray &body) {
   try {
-    simdjson::dom::parser parser;
-    const std::string_view text = jsonTextOf(body);
-    const simdjson::dom::array elements = parser.parse(text.data(), text.size());
+    const JsonPieces pieces(jsonTextOf(body));
     DeliveryAnswer answer{kEmpty, kEmpty, kEmpty, kEmpty, {}};
-    answer.lines.reserve(elements.size());
+    JsonPieces::Reader reader(pieces);
     RepeatedTexts repeated;
-    for (const object fields : elements) {
-      if (answer.lines.empty()) {
-        readHeader(fields, answer);
+    for (std::size_t i = 0; i < pieces.count(); ++i) {
+      for (const object fields : reader.read(i)) {
+        if (answer.lines.empty()) {
+          readHeader(fields, answer);
+        }
+        answer.lines.push_back(readLine(fields, repeated));
       }
-      answer.lines.push_back(readLine(fields, repeated));
     }
     return answer;
   } catch (const simdjson::simdjson_error &) {

@@ -1,0 +1,71 @@
+#include "service/JsonPieces.h"
+
+namespace {
+
+/// How long a piece is, at least: it should stay in the processor's cache.
+constexpr std::size_t kPieceBytes = 256'000;
+
+/// The position of the quotation mark that ends the string that begins at `begin`.
+std::size_t endOfString(std::string_view text, std::size_t begin) {
+  std::size_t i = begin + 1;
+  while (i < text.size() && text[i] != '"') {
+    i += text[i] == '\\' ? 2 : 1;
+  }
+  return i;
+}
+
+/// Commas between elements of the array `text`, at least a piece apart. A text that is not JSON may
+/// be cut anywhere.
+std::vector<std::size_t> cutsOf(std::string_view text) {
+  std::vector<std::size_t> cuts;
+  std::size_t begin = 0;
+  int depth = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    switch (text[i]) {
+      case '"':
+        i = endOfString(text, i);
+        break;
+      case '[':
+      case '{':
+        ++depth;
+        break;
+      case ']':
+      case '}':
+        --depth;
+        break;
+      case ',':
+        if (depth == 1 && i - begin >= kPieceBytes) {
+          cuts.push_back(i);
+          begin = i;
+        }
+        break;
+      default:
+        break;
+    }
+  }
+  return cuts;
+}
+
+}  // namespace
+
+JsonPieces::JsonPieces(std::string_view text) : m_text(text), m_cuts(cutsOf(text)) {}
+
+simdjson::dom::array JsonPieces::Reader::read(std::size_t index) {
+  const std::vector<std::size_t> &cuts = m_pieces.m_cuts;
+  const std::size_t begin = index == 0 ? 0 : cuts[index - 1];
+  const std::size_t end = index == cuts.size() ? m_pieces.m_text.size() : cuts[index] + 1;
+  m_text.reserve(end - begin + simdjson::SIMDJSON_PADDING);
+  m_text = m_pieces.m_text.substr(begin, end - begin);
+  if (index != 0) {
+    m_text.front() = '[';
+  }
+  if (index != cuts.size()) {
+    m_text.back() = ']';
+  }
+  const simdjson::dom::array elements = m_parser.parse(m_text.data(), m_text.size(), false);
+  // Such a piece is what two commas in a row, or one before the end, leave behind.
+  if (elements.size() == 0 && !cuts.empty()) {
+    throw simdjson::simdjson_error(simdjson::TAPE_ERROR);
+  }
+  return elements;
+}
