@@ -1,0 +1,62 @@
+#include "service/JsonPieces.h"
+
+#include "service/JsonValues.h"
+
+#include <QTest>
+
+namespace {
+
+/// An array of the numbers below `count`, each with a text that looks like the ends of others.
+QByteArray numbers(int count) {
+  QByteArray text;
+  for (int i = 0; i < count; ++i) {
+    text += (i == 0 ? "[{\"n\":" : ", {\"n\":") + QByteArray::number(i) + ",\"t\":\"],{,[\\\"\"}";
+  }
+  return text + ']';
+}
+
+/// How many elements there are, if they are the numbers from 0 on.
+std::size_t countOf(const JsonPieces &pieces) {
+  JsonPieces::Reader reader(pieces);
+  std::size_t count = 0;
+  for (std::size_t i = 0; i < pieces.count(); ++i) {
+    for (const simdjson::dom::element element : reader.read(i)) {
+      if (element["n"].get_uint64().value() != count) {
+        return 0;
+      }
+      ++count;
+    }
+  }
+  return count;
+}
+
+}  // namespace
+
+class JsonPiecesTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void aSmallArrayIsOnePiece() {
+    const QByteArray text = numbers(3);
+    const JsonPieces pieces(jsonTextOf(text));
+    QCOMPARE(pieces.count(), 1U);
+    QCOMPARE(countOf(pieces), 3U);
+  }
+
+  void aLargeArrayIsReadWholeAndInItsOrder() {
+    const QByteArray text = numbers(50'000);
+    const JsonPieces pieces(jsonTextOf(text));
+    QVERIFY(pieces.count() > 3);
+    QCOMPARE(countOf(pieces), 50'000U);
+  }
+
+  void aPieceThatIsNotJsonIsNotRead() {
+    QByteArray text = numbers(50'000);
+    text.insert(text.indexOf("{\"n\"", text.size() / 2), '!');
+    const JsonPieces pieces(jsonTextOf(text));
+    QVERIFY_THROWS_EXCEPTION(simdjson::simdjson_error, countOf(pieces));
+  }
+};
+
+QTEST_GUILESS_MAIN(JsonPiecesTest)
+#include "JsonPieces_test.moc"
