@@ -13,6 +13,9 @@ using simdjson::dom::array;
 using simdjson::dom::element;
 using simdjson::dom::object;
 
+/// On the same one, and later, where there is no room for one more thread.
+constexpr auto kOnAnotherCore = std::launch::async | std::launch::deferred;
+
 void readText(element value, std::string &text) {
   if (value.is_string()) {
     text = value.get_string().value();
@@ -53,7 +56,7 @@ std::optional<CatalogueAnswer> CatalogueAnswer::read(QByteArray body) {
     CatalogueAnswer answer(std::move(body));
     const std::size_t end = answer.m_pieces.count();
     const std::size_t middle = end / 2;
-    auto secondHalf = std::async(std::launch::async, [&] { return answer.count(middle, end); });
+    auto secondHalf = std::async(kOnAnotherCore, [&] { return answer.count(middle, end); });
     answer.m_articleCount = answer.count(0, middle);
     answer.m_articleCount += secondHalf.get();
     answer.m_jsonResult.doc = docOf(JsonPieces::Reader(answer.m_pieces).read(0));
@@ -85,11 +88,11 @@ bool CatalogueAnswer::forEachArticle(const std::function<bool(const Article &)> 
     }
     return articles;
   };
-  auto next = std::async(std::launch::async, readPiece, 0);
+  auto next = std::async(kOnAnotherCore, readPiece, 0);
   for (std::size_t i = 1; i <= m_pieces.count(); ++i) {
     const std::vector<Article> articles = next.get();
     if (i < m_pieces.count()) {
-      next = std::async(std::launch::async, readPiece, i);
+      next = std::async(kOnAnotherCore, readPiece, i);
     }
     if (!std::all_of(articles.begin(), articles.end(), visit)) {
       return false;

@@ -23,7 +23,9 @@ class Quantity {
   [[nodiscard]] std::int32_t value() const { return m_value; }
   [[nodiscard]] QString text() const { return m_text.isNull() ? QString::number(m_value) : m_text; }
 
-  bool operator==(const Quantity &) const = default;
+  bool operator==(const Quantity &other) const {
+    return m_value == other.m_value && text() == other.text();
+  }
 
  private:
   Quantity(std::int32_t value, QString text) : m_value(value), m_text(std::move(text)) {}

@@ -10,6 +10,7 @@ class QuantityTest : public QObject {
     QCOMPARE(Quantity().value(), 0);
     QCOMPARE(Quantity().text(), "0");
     QCOMPARE(Quantity(), Quantity(0));
+    QVERIFY(Quantity::delivered(QStringLiteral("")) != Quantity(0));
   }
 
   void aNumberIsShownAsDigits() {

@@ -2,6 +2,7 @@
 #include "support/TestWindow.h"
 
 #include <QQuickItem>
+#include <QQuickWindow>
 #include <QTest>
 
 namespace {
@@ -39,6 +40,17 @@ class OptionsAndSummaryUiTest : public QObject {
   Q_OBJECT
 
  private slots:
+  void theOptionsCloseWhenTheTabletIsTurned() {
+    TestWindow ui({1280, 800});
+    pickSome(ui);
+    openOptions(ui);
+    ui.window().resize(800, 1280);
+    QTRY_VERIFY(!ui.shows("tableViewRow0"));
+    openOptions(ui);
+    const QRectF button = TestWindow::visiblePart(ui.item("btnOptions"));
+    QVERIFY(TestWindow::visiblePart(ui.item("tableViewRow0")).top() > button.bottom());
+  }
+
   void theOptionsAreListedNextToTheirButton() {
     TestWindow ui;
     pickSome(ui);
