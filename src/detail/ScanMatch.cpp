@@ -2,16 +2,6 @@
 
 #include "app/store/ManagedObjectContext.h"
 
-#include <algorithm>
-
-std::optional<std::size_t> lineWithCode(const std::vector<BoxLine> &lines, const QString &code) {
-  const auto line = std::find_if(lines.begin(), lines.end(), [&](const BoxLine &candidate) {
-    return candidate.barcode == code || candidate.item == code;
-  });
-  return line == lines.end() ? std::nullopt
-                             : std::optional(static_cast<std::size_t>(line - lines.begin()));
-}
-
 const LoosePick *loosePickWithCode(const PickList &list, const QString &code) {
   for (const PickEntry &entry : list) {
     const auto *loose = std::get_if<LoosePick>(&entry);

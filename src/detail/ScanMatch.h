@@ -6,14 +6,9 @@
 #include <QDateTime>
 #include <QString>
 
-#include <cstddef>
 #include <optional>
-#include <vector>
 
 class ManagedObjectContext;
-
-/// The position of the first of `lines` whose barcode or item code is `code`, to the letter.
-std::optional<std::size_t> lineWithCode(const std::vector<BoxLine> &lines, const QString &code);
 
 /// The first loose pick of `list` whose barcode or item code is `code`; nothing if there is none.
 const LoosePick *loosePickWithCode(const PickList &list, const QString &code);

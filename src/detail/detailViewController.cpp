@@ -57,11 +57,21 @@ void detailViewController::viewDidLoad() {
 
 void detailViewController::setCurBoxIndex(int index) {
   m_curBoxIndex = index;
+  m_openBoxCodes.reset();
   showOpenBox();
 }
 
 void detailViewController::setArrayPick(std::shared_ptr<PickList> list) {
   m_arrayPick = std::move(list);
+  m_openBoxCodes.reset();
+}
+
+void detailViewController::setArrayItems(std::shared_ptr<ItemLines> items) {
+  m_arrayItems = std::move(items);
+  m_itemPositions.clear();
+  for (std::size_t i = 0; m_arrayItems && i < m_arrayItems->size(); ++i) {
+    m_itemPositions.insert(m_arrayItems->at(i).item, i);
+  }
 }
 
 const PickList &detailViewController::pickList() const {
@@ -115,7 +125,7 @@ bool detailViewController::textFieldShouldReturn(TextField &field) {
     return true;
   }
   const QString code = txtBarcode->text();
-  if (const auto row = lineWithCode(openBoxLines(), code)) {
+  if (const auto row = openBoxLineWithCode(code)) {
     displayQuantityViewControllerForIndexPath(static_cast<int>(*row));
     m_isKeypadForScan = true;
     noteScan(code, ScanOutcome::Found, static_cast<int>(*row) + 1);
@@ -162,6 +172,13 @@ void detailViewController::refuseUnknownItem(const QString &code) {
 
 const std::vector<BoxLine> &detailViewController::openBoxLines() const {
   return boxitemsOf(pickList().at(static_cast<std::size_t>(m_curBoxIndex)));
+}
+
+std::optional<std::size_t> detailViewController::openBoxLineWithCode(const QString &code) {
+  if (!m_openBoxCodes) {
+    m_openBoxCodes.emplace(openBoxLines());
+  }
+  return m_openBoxCodes->find(code);
 }
 
 std::size_t detailViewController::linePosition(int row) const {
@@ -263,13 +280,9 @@ void detailViewController::CloseViewControllerWithGetQtyAtRow(std::int32_t row,
 }
 
 void detailViewController::setItemLines(const QString &item, std::int32_t pickqty) {
-  if (!m_arrayItems) {
-    return;
-  }
-  for (BoxLine &line : *m_arrayItems) {
-    if (line.item == item) {
-      line.pickqty = pickqty;
-    }
+  const auto [begin, end] = std::as_const(m_itemPositions).equal_range(item);
+  for (auto position = begin; position != end; ++position) {
+    m_arrayItems->at(*position).pickqty = pickqty;
   }
 }
 

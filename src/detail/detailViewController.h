@@ -2,6 +2,7 @@
 
 #include "app/store/ManagedObjectContextHolder.h"
 #include "completion/ActionPickerDelegate.h"
+#include "detail/CodePositions.h"
 #include "detail/QuantityChangedOnDetailViewDelegate.h"
 #include "master/ChangeQuantityDelegate.h"
 #include "platform/AlertStack.h"
@@ -15,7 +16,10 @@
 #include "platform/outlets/TextField.h"
 #include "service/PickRecords.h"
 
+#include <QMultiHash>
+
 #include <memory>
+#include <optional>
 #include <vector>
 
 class PickingSender;
@@ -63,7 +67,8 @@ class detailViewController : public ViewController,
   [[nodiscard]] const std::shared_ptr<PickList> &arrayPick() const { return m_arrayPick; }
   void setArrayPick(std::shared_ptr<PickList> list);
   [[nodiscard]] const std::shared_ptr<ItemLines> &arrayItems() const { return m_arrayItems; }
-  void setArrayItems(std::shared_ptr<ItemLines> items) { m_arrayItems = std::move(items); }
+  /// No line is added to `items`, or gets another item code, from now on.
+  void setArrayItems(std::shared_ptr<ItemLines> items);
   void setDelegate(WeakDelegate<QuantityChangedOnDetailViewDelegate> delegate) {
     m_delegate = delegate;
   }
@@ -115,6 +120,7 @@ class detailViewController : public ViewController,
 
  private:
   [[nodiscard]] const std::vector<BoxLine> &openBoxLines() const;
+  [[nodiscard]] std::optional<std::size_t> openBoxLineWithCode(const QString &code);
   /// The line that `row` of the pick table shows, as a position in the open box's lines.
   [[nodiscard]] std::size_t linePosition(int row) const;
   void openKeypadOnLastRow(LoosePick loose);
@@ -131,6 +137,10 @@ class detailViewController : public ViewController,
   int m_curBoxIndex = -1;
   std::shared_ptr<PickList> m_arrayPick;
   std::shared_ptr<ItemLines> m_arrayItems;
+  /// Where the lines of each item code stand in `m_arrayItems`.
+  QMultiHash<QString, std::size_t> m_itemPositions;
+  /// The codes of the open box; nothing before its first scan.
+  std::optional<CodePositions> m_openBoxCodes;
   /// The positions in the open box's lines of those that the filter shows; empty without a filter.
   std::vector<std::size_t> m_arrayDisplay;
   bool m_scanStarted = false;

@@ -17,15 +17,6 @@ class ScanMatchTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void aLineIsFoundByBarcodeOrItemCode() {
-    const std::vector<BoxLine> lines{{.barcode = QStringLiteral("1"), .item = QStringLiteral("2")},
-                                     {.barcode = QStringLiteral("3"), .item = kCode},
-                                     {.barcode = kCode, .item = QStringLiteral("4")}};
-    QCOMPARE(lineWithCode(lines, kCode), std::optional<std::size_t>(1));
-    QCOMPARE(lineWithCode(lines, QStringLiteral("1")), std::optional<std::size_t>(0));
-    QCOMPARE(lineWithCode(lines, QStringLiteral("777")), std::nullopt);
-  }
-
   void aLoosePickIsFoundByBarcodeOrItemCode() {
     const PickList list{BoxRecord{kCode, 1, 1, {{.barcode = kCode, .item = kCode}}},
                         loosePick(QStringLiteral("1"), kCode),

@@ -126,7 +126,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QSignalSpy redrawn(&table, &TableView::dataChanged);
     QSignalSpy scrolled(&table, &TableView::scrolledToRow);
     program.detail().tblItems->touchRow(2);
-    QCOMPARE(redrawn.count(), 1);
+    QTRY_COMPARE(redrawn.count(), 1);
     QCOMPARE(scrolled, QList<QVariantList>({{2}}));
     QCOMPARE(table.selectedRow(), 2);
     QCOMPARE(table.paintedRow(), 2);
@@ -313,8 +313,10 @@ class detailViewControllerCorrectionTest : public QObject {
 
   void everyItemLineOfTheItemIsSet() {
     OpenBox program;
-    program.detail().arrayItems()->push_back({.item = QStringLiteral("A")});
-    program.detail().arrayItems()->push_back({.item = QStringLiteral("a")});
+    auto lines = std::make_shared<ItemLines>(*program.detail().arrayItems());
+    lines->push_back({.item = QStringLiteral("A")});
+    lines->push_back({.item = QStringLiteral("a")});
+    program.detail().setArrayItems(lines);
     program.enterQuantity(0, QStringLiteral("5"));
     QCOMPARE(itemLinesOf(program), QStringList({"A 5", "B 0", "C 0", "A 5", "a 0"}));
   }

@@ -148,7 +148,7 @@ class masterViewControllerBoxesTest : public QObject {
     QCOMPARE(countersOf(program), QStringList({"2", "2", "0", "0"}));
     QSignalSpy redrawn(program.master().tblBoxes, &TableView::dataChanged);
     program.enterQuantity(0, QStringLiteral("3"));
-    QCOMPARE(redrawn.count(), 1);
+    QTRY_COMPARE(redrawn.count(), 1);
     QCOMPARE(rowOf(program, 0), "C1 3/5 red incomplete");
     QCOMPARE(countersOf(program), QStringList({"2", "1", "0", "1"}));
     program.enterQuantity(0, QStringLiteral("2"));

@@ -302,7 +302,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(itemsOf(program), QStringList("B"));
     QCOMPARE(totalsOf(program), QStringList({"0", "2", "-2"}));
     QVERIFY(program.detail().txtBarcode->isFirstResponder());
-    QCOMPARE(redrawn.count(), 1);
+    QTRY_COMPARE(redrawn.count(), 1);
     QCOMPARE(scrolled, QList<QVariantList>({{1}}));
     QCOMPARE(boxes.selectedRow(), 1);
     QCOMPARE(boxes.paintedRow(), 1);

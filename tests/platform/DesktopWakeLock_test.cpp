@@ -98,6 +98,7 @@ class DesktopWakeLockTest : public QObject {
     lock.acquire();
     QTRY_COMPARE(desktop.inhibitions.size(), 1);
     lock.release();
+    QTRY_VERIFY(desktop.inhibitions.isEmpty());
     lock.acquire();
     QTRY_COMPARE(desktop.inhibitions, QSet<uint>{2});
   }

@@ -1,5 +1,7 @@
 #include "platform/outlets/TableView.h"
 
+#include <utility>
+
 TableView::TableView(const char *name, QObject *parent) : QAbstractListModel(parent) {
   setObjectName(QString::fromLatin1(name));
 }
@@ -32,11 +34,17 @@ void TableView::reloadData() {
     m_count = after;
     endRemoveRows();
   }
-  const int kept = qMin(before, after);
-  if (kept > 0) {
-    emit dataChanged(index(0), index(kept - 1));
+  if (!std::exchange(m_isRedrawDue, true)) {
+    QMetaObject::invokeMethod(this, &TableView::redrawRows, Qt::QueuedConnection);
   }
   emit selectionChanged();
+}
+
+void TableView::redrawRows() {
+  m_isRedrawDue = false;
+  if (m_count > 0) {
+    emit dataChanged(index(0), index(m_count - 1));
+  }
 }
 
 int TableView::numberOfRows() const {

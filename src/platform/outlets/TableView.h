@@ -73,8 +73,9 @@ class TableView : public QAbstractListModel {
   [[nodiscard]] bool isEnabled() const { return m_enabled; }
   void setEnabled(bool enabled);
 
-  /// Counts the rows anew and redraws the visible ones. Keeps the scroll position; the selection
-  /// and the painted row are gone.
+  /// Counts the rows anew, and has the visible ones redrawn once the event loop runs, however often
+  /// it was called until then. Keeps the scroll position; the selection and the painted row are
+  /// gone.
   void reloadData();
   /// Asks the data source, at every call.
   [[nodiscard]] int numberOfRows() const;
@@ -109,12 +110,14 @@ class TableView : public QAbstractListModel {
   void scrolledToTop();
 
  private:
+  void redrawRows();
   [[nodiscard]] bool hasRow(int row) const { return row >= 0 && row < m_count; }
 
   WeakDelegate<TableViewDataSource> m_dataSource;
   int m_tag = 0;
   bool m_enabled = true;
   int m_count = 0;
+  bool m_isRedrawDue = false;
   int m_selectedRow = -1;
   int m_paintedRow = -1;
   Colour m_paintedColour = Colour::clear;

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import CartonPick
 
 // A row of the box list.
@@ -14,30 +13,48 @@ TableRow {
     enabled: table.enabled
     Accessible.name: `Box ${cell.lblBox.text}, picked ${cell.lblPickQty.text}, ordered ${cell.lblOrderQty.text}, ${cell.state}`
 
-    rightPadding: 12
-    contentItem: RowLayout {
-        spacing: 10
-
+    contentItem: Item {
         Rectangle {
-            color: Theme.ink[row.cell.backgroundColor]
-            Layout.preferredWidth: 8
-            Layout.fillHeight: true
-        }
-        ColumnLayout {
-            spacing: 0
-            Layout.fillHeight: false
+            id: stripe
 
-            RowLayout {
+            width: 8
+            height: parent.height
+            color: Theme.ink[row.cell.backgroundColor]
+        }
+        // Where there is no room, the row does without.
+        Icon {
+            id: disclosure
+
+            anchors.right: parent.right
+            anchors.rightMargin: 12
+            anchors.verticalCenter: parent.verticalCenter
+            visible: row.width > 15 * Theme.body
+            name: "disclosure"
+        }
+        Item {
+            anchors.left: stripe.right
+            anchors.leftMargin: 10
+            anchors.right: disclosure.visible ? disclosure.left : parent.right
+            anchors.rightMargin: disclosure.visible ? 10 : 12
+            anchors.verticalCenter: parent.verticalCenter
+            height: name.height + state.height
+
+            PlainText {
+                id: name
+
+                objectName: "lblBox"
+                width: numbers.x - numbers.spacing
+                text: row.cell.lblBox.text
+                font.weight: Font.DemiBold
+                fontSizeMode: Text.HorizontalFit
+                minimumPixelSize: Theme.small
+            }
+            Row {
+                id: numbers
+
+                anchors.right: parent.right
                 spacing: 6
 
-                PlainText {
-                    objectName: "lblBox"
-                    text: row.cell.lblBox.text
-                    font.weight: Font.DemiBold
-                    fontSizeMode: Text.HorizontalFit
-                    minimumPixelSize: Theme.small
-                    Layout.fillWidth: true
-                }
                 PlainText {
                     objectName: "lblPickQty"
                     text: row.cell.lblPickQty.text
@@ -53,14 +70,12 @@ TableRow {
                 }
             }
             StateChip {
+                id: state
+
+                anchors.top: name.bottom
                 word: row.cell.state
                 ink: Theme.ink[row.cell.backgroundColor]
             }
-        }
-        // Where there is no room, the row does without.
-        Icon {
-            visible: row.width > 15 * Theme.body
-            name: "disclosure"
         }
     }
 }
