@@ -1,7 +1,7 @@
 #include "BareSqlite.h"
 #include "BenchStore.h"
+#include "ProgramWork.h"
 #include "SampleData.h"
-#include "service/CatalogueAnswer.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -26,18 +26,6 @@ const QByteArray &bodyOf(std::size_t articles) {
     body = sample::catalogueJson(articles);
   }
   return body;
-}
-
-void storeAsTheProgramDoes(const QByteArray &body, const QString &path) {
-  const auto answer = CatalogueAnswer::read(body);
-  CatalogueWriter writer(path);
-  answer.value().forEachArticle([&](const Article &article) {
-    writer.insert(article);
-    return true;
-  });
-  if (writer.save()) {
-    throw std::runtime_error("the catalogue is not stored");
-  }
 }
 
 void storeBare(const QByteArray &body, const QString &path) {
@@ -142,7 +130,7 @@ void catalogue(benchmark::State &state) {
       ->UseRealTime()
 
 CATALOGUE(storeBare, "floor: simdjson and SQLite's C API, one thread");
-CATALOGUE(storeAsTheProgramDoes, "CartonPick");
+CATALOGUE(program::storeCatalogue, "CartonPick");
 CATALOGUE(storeWithJsonEach, "peer: SQLite's json_each");
 CATALOGUE(storeWithQt, "peer: QJsonDocument and Qt SQL");
 

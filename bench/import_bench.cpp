@@ -1,8 +1,6 @@
 #include "BenchStore.h"
+#include "ProgramWork.h"
 #include "SampleData.h"
-#include "app/store/ManagedObjectContext.h"
-#include "service/DeliveryAnswer.h"
-#include "service/DeliveryImport.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -26,14 +24,8 @@ void import(benchmark::State &state) {
   sample::storePicks(store.context(), size, size.lines / 5);
   std::size_t boxCount = 0;
   for (auto _ : state) {
-    const auto answer = parseDeliveryAnswer(body);
-    ItemLines items = itemLinesOf(*answer);
-    PickList boxes = boxesOf(*answer);
-    const auto picks = store.context().pickingsOfOrder("4711", "A1");
-    restoreBoxes(*picks, boxes);
-    restoreItemLines(*picks, items);
-    boxCount = boxes.size();
-    benchmark::DoNotOptimize(items);
+    const program::Delivery delivery = program::importDelivery(body, store.context());
+    boxCount = delivery.boxes.size();
   }
   if (boxCount != size.boxes) {
     state.SkipWithError("the boxes are not those of the delivery");

@@ -1,124 +1,223 @@
 """Writes the figures of a run of the benchmarks as a page, and draws how cost grows.
 
-Usage: python3 report.py RESULTS.json PAGE PICTURES
+Usage: python3 report.py PAGE PICTURES RESULTS.json...
 
-RESULTS.json is what Google Benchmark writes, PAGE the Markdown file, PICTURES the folder of the
-pictures. Every figure is a median over the repetitions of one run; every ratio is between figures of
-that run. Names of benchmarks are "work/way/size": the way begins with "floor:" or "peer:", or is
-the program's own.
+PAGE is the Markdown file, PICTURES the folder of the pictures, RESULTS.json what Google Benchmark
+writes, or samples.py, or Samples.cpp. Every figure is over the repetitions of one run; every ratio
+is between figures of that run. Names of benchmarks are "work/way/size": the way begins with
+"floor:" or "peer:", or is the program's own.
 """
 
 import collections
 import json
+import math
 import os
-import statistics
 import subprocess
 import sys
 
 OURS = "CartonPick"
-TO_MS = {"ns": 1e-6, "us": 1e-3, "ms": 1.0, "s": 1e3}
+# Times are kept in milliseconds, memory in MiB.
+FACTORS = {"ns": 1e-6, "us": 1e-3, "ms": 1.0, "s": 1e3, "MiB": 1.0}
+MEDIAN, SLOWEST = 0.5, 0.99
 
-# What is measured, what of, and what it must reach, as a part of the floor and of a peer.
-Work = collections.namedtuple("Work", "title text size most_of_floor least_of_peer")
+# What must be reached at a quantile: at most `limit` times the floor, at least `limit` times as
+# fast as the best peer, or at most `limit` milliseconds.
+Aim = collections.namedtuple("Aim", "of limit quantile", defaults=[MEDIAN])
+Work = collections.namedtuple("Work", "title text size aims unit", defaults=["ms"])
 WORKS = {
     "catalogue": Work(
         "Reload of the catalogue",
         "From the body in memory, {size} articles of some 100 bytes, to committed and indexed.",
-        1_000_000, 1.0, 2.0),
+        1_000_000, [Aim("floor", 1.0), Aim("peer", 2.0)]),
+    "reload memory": Work(
+        "Memory of a reload",
+        "The most memory that the program takes from the touch of the button on, {size} articles "
+        "over HTTP included.",
+        1_000_000, [Aim("floor", 1.0)], "MiB"),
+    "reload frames": Work(
+        "Frames during a reload",
+        "The longest time between two frames while {size} articles are loaded, if the window is "
+        "drawn all the time.",
+        1_000_000, [Aim("time", 50)]),
     "import": Work(
         "Import of a delivery",
         "From the body in memory, {size} lines in boxes of twenty, to boxes and item lines with the "
         "earlier picks of every fifth line.",
-        100_000, None, 1.0),
+        100_000, [Aim("peer", 1.0)]),
+    "confirm": Work(
+        "A confirmed quantity",
+        "From the keypad's OK to a new pick on disk and all totals and counters refreshed, {size} "
+        "boxes loaded.",
+        10_000, [Aim("floor", 1.2), Aim("floor", 1.5, SLOWEST)]),
     "scan": Work(
         "Scan of a code",
         "No line of an open box of 1,000 lines, found in a catalogue of {size} articles.",
-        1_000_000, 1.5, None),
+        1_000_000, [Aim("floor", 1.5)]),
+    "keypad": Work(
+        "The keypad's first frame",
+        "From the Return key that ends a scan to the keypad drawn, in a box of {size} lines.",
+        20, [Aim("floor", 1.5)]),
     "history": Work(
         "List of all deliveries",
         "{size} picks, fifty in each delivery.",
-        1_000_000, 1.2, 20.0),
+        1_000_000, [Aim("floor", 1.2), Aim("peer", 20.0)]),
+    "start warm": Work(
+        "Start, warm",
+        "From the start of the process to the first frame, everything in the system's cache.",
+        1, [Aim("floor", 1.5)]),
+    "start cold": Work(
+        "Start, cold",
+        "The same, after the system has forgotten the programs and their libraries.",
+        1, [Aim("floor", 1.5)]),
+    "start memory": Work(
+        "Memory at the start",
+        "What would come free if the process ended after its first frame.",
+        1, [Aim("floor", 1.5)], "MiB"),
+    "scroll lines": Work(
+        "Scrolling lines",
+        "A frame of the pick table of a box of {size} lines that moves on by three rows a frame.",
+        100_000, [Aim("floor", 2.0, SLOWEST)]),
+    "scroll boxes": Work(
+        "Scrolling boxes",
+        "A frame of the list of {size} boxes that moves on by three rows a frame.",
+        10_000, [Aim("floor", 2.0, SLOWEST)]),
+    "scroll memory": Work(
+        "Memory of scrolling",
+        "What 1,000 frames of the pick table of a box of {size} lines add to the memory.",
+        100_000, [], "MiB"),
+    "service lookup": Work(
+        "The order service: lookups",
+        "The time between two answers to {size} tablets that look deliveries of twelve lines up.",
+        64, [Aim("floor", 2.0)]),
+    "service send": Work(
+        "The order service: sends",
+        "The same for sends of twelve lines, each on disk before its answer. After the run the "
+        "service was killed, and every accepted send was in its store.",
+        64, []),
 }
 
 
-def read(path):
-    """The median milliseconds by work, way and size, and the machine."""
-    with open(path, encoding="utf-8") as file:
-        results = json.load(file)
-    times = collections.defaultdict(list)
-    for run in results["benchmarks"]:
-        if run["run_type"] != "iteration":
-            continue
-        if run.get("error_occurred"):
-            raise SystemExit(f"{run['name']}: {run['error_message']}")
-        work, way, size = run["name"].split("/")[:3]
-        times[work, way, int(size)].append(run["real_time"] * TO_MS[run["time_unit"]])
-    medians = collections.defaultdict(lambda: collections.defaultdict(dict))
-    for (work, way, size), values in times.items():
-        medians[work][way][size] = statistics.median(values)
-    return medians, results["context"]
+def read(paths):
+    """The sorted values by work, way and size, and the machine."""
+    values = collections.defaultdict(lambda: collections.defaultdict(lambda: collections.defaultdict(list)))
+    machine = {}
+    for path in paths:
+        with open(path, encoding="utf-8") as file:
+            results = json.load(file)
+        machine.update(results.get("context", {}))
+        for run in results["benchmarks"]:
+            if run.get("error_occurred"):
+                raise SystemExit(f"{run['name']}: {run['error_message']}")
+            if run["run_type"] == "iteration":
+                work, way, size = run["name"].split("/")[:3]
+                values[work][way][int(size)].append(run["real_time"] * FACTORS[run["time_unit"]])
+    for ways in values.values():
+        for sizes in ways.values():
+            for sample in sizes.values():
+                sample.sort()
+    return values, machine
 
 
-def shown(milliseconds):
-    for unit, factor in (("s", 1e-3), ("ms", 1.0), ("µs", 1e3)):
-        if milliseconds * factor >= 1:
-            return f"{milliseconds * factor:.3g} {unit}"
-    return f"{milliseconds * 1e6:.3g} ns"
+def at(sample, quantile):
+    """The value of a sorted sample below which a part of `quantile` lies."""
+    place = quantile * (len(sample) - 1)
+    low = sample[math.floor(place)]
+    return low + (sample[math.ceil(place)] - low) * (place % 1)
 
 
-def verdict(work, ways):
-    """What was to be reached, and whether it was."""
-    ours = ways[OURS][work.size]
-    lines = []
-    if work.most_of_floor:
-        floor = next(sizes[work.size] for way, sizes in ways.items() if way.startswith("floor"))
-        lines.append((f"at most {work.most_of_floor:g} × the floor", ours / floor,
-                      ours / floor <= work.most_of_floor))
-    if work.least_of_peer:
-        peer = min(sizes[work.size] for way, sizes in ways.items() if way.startswith("peer"))
-        lines.append((f"at least {work.least_of_peer:g} × as fast as the best peer", peer / ours,
-                      peer / ours >= work.least_of_peer))
-    return [f"- {'reached' if ok else '**missed**'}: {aim}; it is {ratio:.2f} ×"
-            for aim, ratio, ok in lines]
+def shown(value, unit):
+    if unit == "MiB":
+        return f"{value:.3g} MiB"
+    for name, factor in (("s", 1e-3), ("ms", 1.0), ("µs", 1e3)):
+        if value * factor >= 1:
+            return f"{value * factor:.3g} {name}"
+    return f"{value * 1e6:.3g} ns"
 
 
-def draw(name, ways, folder):
-    """A picture of the times by size, both logarithmic. Returns its file name."""
+def verdict(work, ways, aim):
+    """What must be reached, what it is, and whether it was."""
+    def least(kind):
+        return min(at(sizes[work.size], aim.quantile) for way, sizes in ways.items()
+                   if way.startswith(kind))
+
+    ours = at(ways[OURS][work.size], aim.quantile)
+    which = "" if all(a.quantile == MEDIAN for a in work.aims) else f"p{aim.quantile * 100:g} "
+    if aim.of == "time":
+        return f"at most {aim.limit} ms", shown(ours, work.unit), ours <= aim.limit
+    if aim.of == "peer":
+        ratio = least("peer") / ours
+        return f"at least {aim.limit:g} × as fast as the best peer", f"{ratio:.2f} ×", ratio >= aim.limit
+    ratio = ours / least("floor")
+    return f"{which}at most {aim.limit:g} × the floor", f"{ratio:.2f} ×", ratio <= aim.limit
+
+
+def verdicts(work, ways):
+    return [verdict(work, ways, aim) for aim in work.aims]
+
+
+def draw(name, work, ways, folder):
+    """A picture of the medians by size, both logarithmic. Returns its file name."""
+    picture = name.replace(" ", "-") + ".svg"
     plots, data = [], []
     for way, sizes in ways.items():
         width = 3 if way == OURS else 1.5
         plots.append(f"'-' using 1:2 with linespoints lw {width} pt 7 title \"{way}\" noenhanced")
-        data += [f"{size} {time}" for size, time in sorted(sizes.items())] + ["e"]
+        data += [f"{size} {at(sample, MEDIAN)}" for size, sample in sorted(sizes.items())] + ["e"]
+    unit = "milliseconds" if work.unit == "ms" else work.unit
     script = ["set terminal svg size 760,420 font 'sans,13' background 'white'",
-              f"set output '{os.path.join(folder, name)}.svg'", "set logscale xy", "set grid",
-              "set key top left", "set xlabel 'size'", "set ylabel 'milliseconds'",
+              f"set output '{os.path.join(folder, picture)}'", "set logscale xy", "set grid",
+              "set key top left", "set xlabel 'size'", f"set ylabel '{unit}'",
               "set format x '10^{%L}'", "plot " + ", ".join(plots), *data]
     subprocess.run(["gnuplot"], input="\n".join(script), text=True, check=True)
-    return f"{name}.svg"
+    return picture
+
+
+def table(work, ways):
+    ours = at(ways[OURS][work.size], MEDIAN)
+    many = any(len(sizes[work.size]) >= 100 for sizes in ways.values())
+    lines = ["| way | median |" + (" p99 |" if many else "") + " of CartonPick's |",
+             "| --- | ---: |" + (" ---: |" if many else "") + " ---: |"]
+    for way, sizes in ways.items():
+        sample = sizes[work.size]
+        slowest = f" {shown(at(sample, SLOWEST), work.unit)} |" if many else ""
+        median = at(sample, MEDIAN)
+        lines.append(f"| {way} | {shown(median, work.unit)} |{slowest} {median / ours:.2f} |")
+    return lines
 
 
 def section(name, ways, folder, page):
     work = WORKS[name]
-    ours = ways[OURS][work.size]
-    picture = os.path.relpath(os.path.join(folder, draw(name, ways, folder)), os.path.dirname(page))
-    rows = [f"| {way} | {shown(sizes[work.size])} | {sizes[work.size] / ours:.2f} |"
-            for way, sizes in ways.items()]
-    return [f"## {work.title}", "", work.text.format(size=f"{work.size:,}"), "",
-            "| way | time | of CartonPick's |", "| --- | ---: | ---: |", *rows, "",
-            *verdict(work, ways), "", f"![{work.title}: time by size]({picture})", ""]
+    lines = [f"## {work.title}", "", work.text.format(size=f"{work.size:,}"), "",
+             *table(work, ways), ""]
+    lines += [f"- {'reached' if ok else '**missed**'}: {aim}; it is {figure}"
+              for aim, figure, ok in verdicts(work, ways)]
+    lines += [""] if work.aims else []
+    if len(ways[OURS]) > 1:
+        picture = os.path.relpath(os.path.join(folder, draw(name, work, ways, folder)),
+                                  os.path.dirname(page))
+        lines += [f"![{work.title}: by size]({picture})", ""]
+    return lines
+
+
+def overview(values):
+    lines = ["| work | must reach | it is | |", "| --- | --- | ---: | --- |"]
+    for name, work in WORKS.items():
+        for aim, figure, ok in verdicts(work, values[name]):
+            lines.append(f"| {work.title} | {aim} | {figure} | {'reached' if ok else '**missed**'} |")
+    return lines
 
 
 def main():
-    results, page, folder = sys.argv[1:]
-    medians, machine = read(results)
+    page, folder, *results = sys.argv[1:]
+    values, machine = read(results)
     os.makedirs(folder, exist_ok=True)
     with open(os.path.join(os.path.dirname(__file__), "performance.head.md"),
               encoding="utf-8") as file:
         lines = [file.read().rstrip(), "",
                  f"The run was on {machine['num_cpus']} cores of {machine['mhz_per_cpu']} MHz, on "
-                 f"{machine['date'][:10]}.", ""]
+                 f"{machine['date'][:10]}.", "", *overview(values), ""]
     for name in WORKS:
-        lines += section(name, medians[name], folder, page)
+        lines += section(name, values[name], folder, page)
     with open(page, "w", encoding="utf-8") as file:
         file.write("\n".join(lines).rstrip() + "\n")
 

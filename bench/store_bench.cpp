@@ -1,9 +1,9 @@
 #include "BareSqlite.h"
 #include "BenchStore.h"
+#include "ProgramWork.h"
 #include "SampleData.h"
 #include "app/store/CatalogueWriter.h"
 #include "app/store/ManagedObjectContext.h"
-#include "detail/ScanMatch.h"
 
 #include <benchmark/benchmark.h>
 #include <map>
@@ -64,13 +64,12 @@ class Codes {
 void scanOfTheProgram(benchmark::State &state) {
   const auto articles = static_cast<std::size_t>(state.range(0));
   const BenchStore &store = catalogueOf(articles);
-  const std::vector<BoxLine> lines = boxLines();
+  const CodePositions lines(boxLines());
   Codes codes(articles);
   for (auto _ : state) {
     const QString code = codes.next();
-    const auto line = lineWithCode(lines, code);
-    const auto article = articleWithCode(&store.context(), code);
-    if (line || !article || article->barcode != code) {
+    const auto article = program::scan(lines, store.context(), code);
+    if (!article || article->barcode != code) {
       state.SkipWithError("the wrong article");
     }
   }

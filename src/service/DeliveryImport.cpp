@@ -41,6 +41,7 @@ void restoreLine(const Picking &pick, std::vector<BoxLine> &lines) {
 ItemLines itemLinesOf(const DeliveryAnswer &answer) {
   ItemLines items;
   Positions positions;
+  positions.reserve(static_cast<qsizetype>(answer.lines.size()));
   for (const OrderLine &line : answer.lines) {
     const auto known = positions.constFind(line.item);
     if (known != positions.cend()) {
@@ -57,15 +58,22 @@ ItemLines itemLinesOf(const DeliveryAnswer &answer) {
 PickList boxesOf(const DeliveryAnswer &answer) {
   PickList boxes;
   Positions positions;
-  for (const OrderLine &line : answer.lines) {
-    auto known = positions.constFind(line.carton);
+  // Most often the lines of a carton follow each other.
+  for (auto first = answer.lines.begin(); first != answer.lines.end();) {
+    const QString &carton = first->carton;
+    const auto last = std::find_if(first, answer.lines.end(),
+                                   [&](const OrderLine &line) { return line.carton != carton; });
+    auto known = positions.constFind(carton);
     if (known == positions.cend()) {
-      known = positions.insert(line.carton, boxes.size());
-      boxes.emplace_back(BoxRecord{line.carton, 0, 0, {}});
+      known = positions.insert(carton, boxes.size());
+      boxes.emplace_back(BoxRecord{carton, 0, 0, {}});
+      std::get<BoxRecord>(boxes.back()).boxitems.reserve(static_cast<std::size_t>(last - first));
     }
     auto &box = std::get<BoxRecord>(boxes[*known]);
-    box.boxitems.push_back(boxLineOf(line));
-    box.boxorderqty = wrappingAdd(box.boxorderqty, line.qty.value());
+    for (; first != last; ++first) {
+      box.boxitems.push_back(boxLineOf(*first));
+      box.boxorderqty = wrappingAdd(box.boxorderqty, first->qty.value());
+    }
   }
   return boxes;
 }

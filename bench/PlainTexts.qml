@@ -1,0 +1,42 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import CartonPick
+
+// The texts of a table side by side, as plain as can be.
+ListView {
+    id: list
+
+    required property double rowHeight
+    // The parts of a cell that are shown.
+    required property list<string> parts
+
+    clip: true
+    reuseItems: true
+    delegate: Rectangle {
+        id: row
+
+        required property var cell
+
+        width: list.width
+        height: list.rowHeight
+
+        Row {
+            Repeater {
+                model: list.parts
+
+                Text {
+                    required property string modelData
+
+                    width: list.width / list.parts.length
+                    height: list.rowHeight
+                    text: row.cell[modelData].text ?? row.cell[modelData]
+                    font.family: Theme.family
+                    font.pixelSize: Theme.body
+                    elide: Text.ElideRight
+                    verticalAlignment: Text.AlignVCenter
+                }
+            }
+        }
+    }
+}

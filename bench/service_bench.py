@@ -1,0 +1,94 @@
+"""Measures the order service: lookups and sends of 64 tablets at once, beside the same server when
+it answers a constant. At the end the service is killed, and every accepted send must be stored.
+
+Usage: python3 service_bench.py BIN RESULTS.json
+
+BIN is the folder of the programs.
+"""
+
+import json
+import os
+import sqlite3
+import subprocess
+import sys
+import tempfile
+
+from samples import Samples
+
+TABLETS, DELIVERIES, LINES = 64, 1000, 12
+ROUNDS, SECONDS = 3, 2
+
+
+def deliveries():
+    return [{"cusname": "Rosie's Kitchen", "brand": "HEARTHSIDE", "cdate": "03/02/2026",
+             "date": "03/05/2026", "doc": str(delivery), "ordernum": "A1", "item": f"{20000 + line}A",
+             "barcode": f"50127461{line:05}", "descr": "WHITE ENAMEL MUG 350ML", "qty": 6,
+             "carton": f"C{line:03}"}
+            for delivery in range(1, DELIVERIES + 1) for line in range(1, LINES + 1)]
+
+
+class Service:
+    """The order service, on a store of its own."""
+
+    def __init__(self, folder, home, store):
+        self.store = os.path.join(home, store)
+        file = os.path.join(home, "deliveries.json")
+        with open(file, "w", encoding="utf-8") as text:
+            json.dump(deliveries(), text)
+        self._process = subprocess.Popen(
+            [os.path.join(folder, "cartonpick-orders"), "--port", "0", "--deliveries", file,
+             "--store", self.store], stdout=subprocess.PIPE, text=True)
+        self._port = int(self._process.stdout.readline())
+
+    def load(self, kind, run, *arguments):
+        """Runs the tablets of `kind` for the time `run`. Returns how many requests were answered, how many of those with an
+        error, and the seconds a request took."""
+        script = os.path.join(os.path.dirname(__file__), "service_load.lua")
+        output = subprocess.run(
+            ["wrk", "-t2", f"-c{TABLETS}", f"-d{SECONDS}s", "-s", script,
+             f"http://127.0.0.1:{self._port}", "--", kind, str(DELIVERIES), str(run), *arguments],
+            check=True, capture_output=True, text=True).stdout
+        answered, refused, microseconds = map(int, output.split("RESULT ")[1].split()[:3])
+        return answered, refused, microseconds / 1e6 / answered
+
+    def kill(self):
+        self._process.kill()
+        self._process.communicate()
+
+
+def check_stored(store, accepted):
+    with sqlite3.connect(store) as database:
+        (rows,) = database.execute("SELECT count(*) FROM picked_line").fetchone()
+    # What was under way when a run ended may be stored without an answer.
+    if rows % LINES != 0 or not accepted <= rows // LINES <= accepted + ROUNDS * TABLETS:
+        raise SystemExit(f"{accepted} sends were accepted, {rows} lines of {LINES} are stored")
+
+
+def measure(folder, home, kind, samples):
+    service = Service(folder, home, f"{kind}.sqlite")
+    accepted = 0
+    for run in range(ROUNDS):
+        constant, all_of_them, seconds = service.load(kind, run, "constant")
+        if constant != all_of_them:
+            raise SystemExit("the constant is not what the service says to an unknown call")
+        samples.add(f"service {kind}", "floor: the same server answering a constant", TABLETS,
+                    seconds, "s")
+        answered, refused, seconds = service.load(kind, run)
+        if refused:
+            raise SystemExit(f"{refused} of {answered} requests were refused")
+        samples.add(f"service {kind}", "CartonPick", TABLETS, seconds, "s")
+        accepted += answered
+    service.kill()
+    return service.store, accepted
+
+
+def main():
+    folder, results = sys.argv[1:]
+    samples = Samples()
+    with tempfile.TemporaryDirectory() as home:
+        measure(folder, home, "lookup", samples)
+        check_stored(*measure(folder, home, "send", samples))
+    samples.write(results)
+
+
+main()

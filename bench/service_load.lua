@@ -1,0 +1,43 @@
+-- The requests of 64 tablets, for wrk. The arguments: "lookup" or "send", the number of deliveries,
+-- the number of the run, and "constant" if the path is to be one that the service answers with one.
+local threads = 0
+
+function setup(thread)
+  threads = threads + 1
+  thread:set("id", threads)
+end
+
+local LINE = '{"barcode":"5012746100000","box":"C%03d","doc":"%d","item":"20138A",'
+  .. '"ordernum":"A1","qty":%d,"datepicked":"2026-03-04 09:%02d:%02d","sent":0}'
+
+-- Twelve lines that no other request has: the quantity counts the requests of a thread, minute and
+-- second are run and thread.
+local function picking(delivery, count)
+  local lines = {}
+  for box = 1, 12 do
+    lines[box] = string.format(LINE, box, delivery, count, run, id)
+  end
+  return "[" .. table.concat(lines, ",") .. "]"
+end
+
+function init(arguments)
+  kind, deliveries, run = arguments[1], tonumber(arguments[2]), tonumber(arguments[3])
+  root = arguments[4] == "constant" and "/constant/" or "/qir_pick/servicepick.svc/json/"
+  count = 0
+  math.randomseed(id)
+end
+
+function request()
+  local delivery = math.random(1, deliveries)
+  if kind == "lookup" then
+    return wrk.format("GET", root .. "getorderpercarton/" .. delivery)
+  end
+  count = count + 1
+  return wrk.format("POST", root .. "sendpick", {["Content-Type"] = "application/json"},
+    picking(delivery, count))
+end
+
+function done(summary, latency, requests)
+  io.write(string.format("RESULT %d %d %d\n", summary.requests, summary.errors.status,
+    summary.duration))
+end
