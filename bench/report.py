@@ -94,6 +94,24 @@ WORKS = {
         "The same for sends of twelve lines, each on disk before its answer. After the run the "
         "service was killed, and every accepted send was in its store.",
         64, []),
+    "fleet lookup": Work(
+        "A fleet: lookups",
+        "On PostgreSQL, the time between two answers to 64 tablets, {size} deliveries of twelve "
+        "lines in the store.",
+        1_000_000, []),
+    "fleet lookup p99": Work(
+        "A fleet: slow lookups",
+        "The time of one lookup in a hundred at least, 64 tablets, {size} deliveries.",
+        1_000_000, []),
+    "fleet send": Work(
+        "A fleet: sends",
+        "On PostgreSQL, the time between two answers to 64 tablets that send twelve lines, {size} "
+        "deliveries in the store. After the run every accepted send was in it.",
+        1_000_000, []),
+    "fleet send p99": Work(
+        "A fleet: slow sends",
+        "The time of one send in a hundred at least, 64 tablets, {size} deliveries.",
+        1_000_000, []),
 }
 
 

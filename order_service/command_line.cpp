@@ -1,39 +1,86 @@
 #include "command_line.h"
 
+#include "calendar.h"
+
 #include <CLI/CLI.hpp>
+#include <map>
 
 namespace cartonpick::orders {
 
 namespace {
 
 constexpr int kBadUsage = 2;
+constexpr auto kStoreText = "The store: an SQLite file, or postgresql://USER@HOST/DATABASE";
 
-void declareOptions(CLI::App &app, Options &options) {
-  app.set_version_flag("--version", "cartonpick-orders " CARTONPICK_VERSION);
+void declareServing(CLI::App &app, ServeOptions &options) {
   app.add_option("--port", options.port, "The TCP port to listen on; 0 takes any free one")
       ->check(CLI::Range(0, 65535))
       ->capture_default_str();
   app.add_option("--bind", options.bindAddress, "The address to listen on")->capture_default_str();
-  app.add_option("--deliveries", options.deliveriesFile,
-                 "The deliveries to serve, JSON or CSV; without it the demo deliveries");
-  app.add_option("--store", options.storeFile,
-                 "The SQLite file for what was sent; without it in memory");
+  CLI::Option *deliveries =
+      app.add_option("--deliveries", options.deliveriesFile,
+                     "The deliveries to serve, JSON or CSV; without it those of the store, and "
+                     "without a store the demo deliveries");
+  app.add_flag("--demo", options.demo, "Serve the demo deliveries, also with a store")
+      ->excludes(deliveries);
+  app.add_option("--store", options.store, std::string(kStoreText) + "; without it in memory");
+  app.add_option(
+      "--token-file", options.tokenFile,
+      "The file whose first line is the token for pages and metrics; without it they are "
+      "there on loopback only");
+  app.add_flag("--log-requests", options.logsRequests,
+               "Write a line of JSON to standard error for each request");
   app.add_flag("--exit-with-parent", options.exitWithParent,
                "End when the parent process ends or standard input is closed");
 }
 
+CLI::App *declareLoading(CLI::App &app, LoadOptions &options) {
+  CLI::App *load =
+      app.add_subcommand("load", "Puts deliveries into a store, or replaces them there");
+  load->add_option("FILE", options.file, "The deliveries, JSON or CSV")->required();
+  load->add_option("--store", options.store, kStoreText)->required();
+  return load;
+}
+
+std::string checkDay(const std::string &day) {
+  return isDateTime(day + " 00:00:00") ? "" : "not a day written yyyy-MM-dd: " + day;
+}
+
+CLI::App *declareExporting(CLI::App &app, ExportOptions &options) {
+  static const std::map<std::string, ExportFormat> kFormats{{"csv", ExportFormat::Csv},
+                                                            {"json", ExportFormat::Json}};
+  CLI::App *command = app.add_subcommand("export", "Prints what was picked");
+  command->add_option("--store", options.store, kStoreText)->required();
+  command->add_option("--delivery", options.filter.delivery, "Of this delivery only");
+  command->add_option("--day", options.filter.day, "Picked on this day only, yyyy-MM-dd")
+      ->check(CLI::Validator(checkDay, "DAY"));
+  command->add_option("--format", options.format, "csv or json")
+      ->transform(CLI::CheckedTransformer(kFormats))
+      ->default_str("csv");
+  return command;
+}
+
 }  // namespace
 
-std::variant<Options, ExitCode> parseCommandLine(int argc, const char *const *argv) {
+Command parseCommandLine(int argc, const char *const *argv) {
   CLI::App app("Serves deliveries to pick and takes in what was picked.", "cartonpick-orders");
-  Options options;
-  declareOptions(app, options);
+  app.set_version_flag("--version", "cartonpick-orders " CARTONPICK_VERSION);
+  ServeOptions serve;
+  LoadOptions load;
+  ExportOptions exported;
+  declareServing(app, serve);
+  const CLI::App *loading = declareLoading(app, load);
+  const CLI::App *exporting = declareExporting(app, exported);
+  app.require_subcommand(0, 1);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError &error) {
     return ExitCode{app.exit(error) == 0 ? 0 : kBadUsage};
   }
-  return options;
+  if (loading->parsed()) {
+    return load;
+  }
+  return exporting->parsed() ? Command(exported) : Command(serve);
 }
 
 }  // namespace cartonpick::orders

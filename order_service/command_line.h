@@ -1,5 +1,7 @@
 #pragma once
 
+#include "sql_store.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -8,12 +10,33 @@
 
 namespace cartonpick::orders {
 
-struct Options {
+/// Serve the tablets.
+struct ServeOptions {
   std::uint16_t port = 8080;  ///< 0: any free one
   std::string bindAddress = "127.0.0.1";
-  std::optional<std::filesystem::path> deliveriesFile;  ///< without: the demo deliveries
-  std::optional<std::string> storeFile;                 ///< without: kept in memory
+  /// Without: what stands in the store; the demo deliveries if there is no store either.
+  std::optional<std::filesystem::path> deliveriesFile;
+  bool demo = false;                 ///< the demo deliveries, also where there is a store
+  std::optional<std::string> store;  ///< without: kept in memory
+  /// The token for everything that is not for tablets; without, that is open on loopback alone.
+  std::optional<std::filesystem::path> tokenFile;
+  bool logsRequests = false;
   bool exitWithParent = false;
+};
+
+/// Put deliveries into a store.
+struct LoadOptions {
+  std::filesystem::path file;
+  std::string store;
+};
+
+enum class ExportFormat { Csv, Json };
+
+/// Print what was picked.
+struct ExportOptions {
+  std::string store;
+  StoredLineFilter filter;
+  ExportFormat format = ExportFormat::Csv;
 };
 
 /// The code with which the process is to exit now.
@@ -21,8 +44,10 @@ struct ExitCode {
   int value = 0;
 };
 
+using Command = std::variant<ServeOptions, LoadOptions, ExportOptions, ExitCode>;
+
 /// Reads the command line. When it asks for help or the version, or is wrong, that text is printed
 /// and the exit code returned.
-std::variant<Options, ExitCode> parseCommandLine(int argc, const char *const *argv);
+Command parseCommandLine(int argc, const char *const *argv);
 
 }  // namespace cartonpick::orders

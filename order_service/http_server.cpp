@@ -1,7 +1,10 @@
 #include "http_server.h"
 
+#include <algorithm>
+#include <condition_variable>
 #include <exception>
 #include <httplib.h>
+#include <mutex>
 #include <stdexcept>
 #include <utility>
 
@@ -12,6 +15,36 @@ namespace {
 constexpr std::size_t kMaxBodyBytes = std::size_t{16} * 1024 * 1024;
 constexpr std::size_t kThreads = 16;
 
+/// How many connections may wait for a thread; more wait with the system, which has its own limit.
+constexpr std::size_t kMaxWaiting = 1000;
+
+/// A pool of threads that takes no more work than it is told.
+class BoundedTaskQueue : public httplib::TaskQueue {
+ public:
+  BoundedTaskQueue(std::size_t threads, std::size_t maxWaiting)
+      : m_pool(threads), m_maxUnderWay(threads + maxWaiting) {}
+
+  void enqueue(std::function<void()> work) override {
+    std::unique_lock lock(m_mutex);
+    m_hasRoom.wait(lock, [this] { return m_underWay < m_maxUnderWay; });
+    ++m_underWay;
+    m_pool.enqueue([this, work = std::move(work)] {
+      work();
+      const std::lock_guard done(m_mutex);
+      --m_underWay;
+      m_hasRoom.notify_one();
+    });
+  }
+  void shutdown() override { m_pool.shutdown(); }
+
+ private:
+  httplib::ThreadPool m_pool;
+  std::size_t m_maxUnderWay;
+  std::mutex m_mutex;
+  std::condition_variable m_hasRoom;
+  std::size_t m_underWay = 0;
+};
+
 void copyTo(httplib::Response &response, const Answer &answer) {
   // A status of 200 is left to the library, which makes it 206 when a range was asked for.
   if (answer.status != 200) {
@@ -20,6 +53,9 @@ void copyTo(httplib::Response &response, const Answer &answer) {
   if (answer.allow) {
     response.set_header("Allow", *answer.allow);
   }
+  for (const auto &[name, value] : answer.headers) {
+    response.set_header(name, value);
+  }
   response.set_content(answer.body, answer.contentType);
 }
 
@@ -27,7 +63,9 @@ Request toRequest(const httplib::Request &request, std::string body) {
   return {.method = request.method,
           .target = request.target,
           .contentType = request.get_header_value("Content-Type"),
-          .body = std::move(body)};
+          .body = std::move(body),
+          .authorization = request.get_header_value("Authorization"),
+          .cookie = request.get_header_value("Cookie")};
 }
 
 bool skipMultipart(const httplib::ContentReader &read) {
@@ -79,12 +117,9 @@ void setLimits(httplib::Server &server, std::chrono::milliseconds stallTimeout) 
   server.set_write_timeout(stallTimeout);
   // One request a connection: an idle connection would occupy a thread and hold up the end.
   server.set_keep_alive_max_count(1);
-  server.new_task_queue = [] { return std::make_unique<httplib::ThreadPool>(kThreads).release(); };
-  // The library's default would let a second service share the port.
-  server.set_socket_options([](socket_t socket) {
-    const int yes = 1;
-    ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
-  });
+  server.new_task_queue = [] {
+    return std::make_unique<BoundedTaskQueue>(kThreads, kMaxWaiting).release();
+  };
 }
 
 void setErrorTexts(httplib::Server &server) {
@@ -103,25 +138,25 @@ void setErrorTexts(httplib::Server &server) {
       });
 }
 
-/// Hands every request to the service, whatever its path. The library routes by regular
+/// Hands every request on, whatever its path. The library routes by regular
 /// expressions, which would take a stack frame a character, so requests without a body bypass its
 /// routes.
-void setRoutes(httplib::Server &server, const OrderService &service) {
+void setRoutes(httplib::Server &server, const Handler &handler) {
   using Handled = httplib::Server::HandlerResponse;
   server.set_pre_routing_handler(
-      [&service](const httplib::Request &request, httplib::Response &response) {
+      [handler](const httplib::Request &request, httplib::Response &response) {
         if (hasBody(request)) {
           return Handled::Unhandled;
         }
-        copyTo(response, service.answer(toRequest(request, {})));
+        copyTo(response, handler(toRequest(request, {})));
         return Handled::Handled;
       });
-  const auto answerWithBody = [&service](const httplib::Request &request,
-                                         httplib::Response &response,
-                                         const httplib::ContentReader &read) {
+  const auto answerWithBody = [handler](const httplib::Request &request,
+                                        httplib::Response &response,
+                                        const httplib::ContentReader &read) {
     std::string body;
     if (readBody(request, response, read, body)) {
-      copyTo(response, service.answer(toRequest(request, std::move(body))));
+      copyTo(response, handler(toRequest(request, std::move(body))));
     }
   };
   const std::string anyPath = R"([\s\S]*)";
@@ -131,26 +166,39 @@ void setRoutes(httplib::Server &server, const OrderService &service) {
   server.Delete(anyPath, answerWithBody);
 }
 
-std::uint16_t bind(httplib::Server &server, const std::string &address, std::uint16_t port) {
+/// Binds the server and returns its port; 0 when that can't be.
+int tryToBind(httplib::Server &server, const std::string &address, std::uint16_t port) {
   if (port == 0) {
-    const int anyPort = server.bind_to_any_port(address);
-    if (anyPort > 0) {
-      return static_cast<std::uint16_t>(anyPort);
-    }
-  } else if (server.bind_to_port(address, port)) {
-    return port;
+    return std::max(server.bind_to_any_port(address), 0);
   }
-  throw std::runtime_error("can't listen on " + address + " port " + std::to_string(port));
+  return server.bind_to_port(address, port) ? port : 0;
+}
+
+std::uint16_t bind(httplib::Server &server, const std::string &address, std::uint16_t port) {
+  const auto listener = std::make_shared<socket_t>(-1);
+  server.set_socket_options([listener](socket_t socket) {
+    // The library's default would let a second service share the port.
+    const int yes = 1;
+    ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+    *listener = socket;
+  });
+  const int bound = tryToBind(server, address, port);
+  if (bound == 0) {
+    throw std::runtime_error("can't listen on " + address + " port " + std::to_string(port));
+  }
+  // The library lets five connections wait to be accepted; each one more would lose a second.
+  ::listen(*listener, SOMAXCONN);
+  return static_cast<std::uint16_t>(bound);
 }
 
 }  // namespace
 
-HttpServer::HttpServer(const OrderService &service, const std::string &address, std::uint16_t port,
+HttpServer::HttpServer(const Handler &handler, const std::string &address, std::uint16_t port,
                        std::function<void()> onFailure, std::chrono::milliseconds stallTimeout)
     : m_server(std::make_unique<httplib::Server>()) {
   setLimits(*m_server, stallTimeout);
   setErrorTexts(*m_server);
-  setRoutes(*m_server, service);
+  setRoutes(*m_server, handler);
   m_port = bind(*m_server, address, port);
   m_acceptor = std::jthread([server = m_server.get(), onFailure = std::move(onFailure)] {
     if (!server->listen_after_bind()) {

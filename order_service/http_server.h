@@ -1,6 +1,6 @@
 #pragma once
 
-#include "order_service.h"
+#include "http_message.h"
 
 #include <chrono>
 #include <cstdint>
@@ -15,16 +15,16 @@ class Server;
 
 namespace cartonpick::orders {
 
-/// Serves an OrderService over HTTP from construction to destruction.
+/// Answers requests over HTTP from construction to destruction.
 class HttpServer {
  public:
   /// For how long a request's arrival or its answer's departure may stall.
   static constexpr auto kStallTimeout = std::chrono::seconds(10);
 
   /// Port 0 takes any free one. `onFailure` is called, from another thread, when the server can no
-  /// longer accept connections. The service must outlive the server. Throws std::runtime_error when
-  /// address and port can't be listened on.
-  HttpServer(const OrderService &service, const std::string &address, std::uint16_t port,
+  /// longer accept connections. Throws std::runtime_error when address and port can't be listened
+  /// on.
+  HttpServer(const Handler &handler, const std::string &address, std::uint16_t port,
              std::function<void()> onFailure,
              std::chrono::milliseconds stallTimeout = kStallTimeout);
   HttpServer(const HttpServer &) = delete;

@@ -1,10 +1,11 @@
 #include "command_line.h"
 #include "delivery_file.h"
 #include "demo_deliveries.h"
+#include "export_lines.h"
 #include "http_server.h"
-#include "order_service.h"
-#include "sqlite_sent_pickings.h"
+#include "sql_store.h"
 #include "stop_request.h"
+#include "web_service.h"
 
 #include <atomic>
 #include <csignal>
@@ -16,14 +17,33 @@ namespace {
 
 using namespace cartonpick::orders;
 
-int serve(const Options &options) {
+void fill(SqlStore &store, const ServeOptions &options) {
+  if (options.deliveriesFile) {
+    store.replace(readDeliveryFile(*options.deliveriesFile));
+  } else if (options.demo || !options.store) {
+    store.replace(demoDeliveries());
+  }
+}
+
+bool isLoopback(const std::string &address) {
+  return address == "localhost" || address == "::1" || address.starts_with("127.");
+}
+
+AccessGuard guardOf(const ServeOptions &options) {
+  const auto token =
+      options.tokenFile ? std::optional(readToken(*options.tokenFile)) : std::nullopt;
+  return {token, isLoopback(options.bindAddress)};
+}
+
+int run(const ServeOptions &options) {
   const StopRequest stop(options.exitWithParent);
-  const Deliveries deliveries =
-      options.deliveriesFile ? readDeliveryFile(*options.deliveriesFile) : demoDeliveries();
-  SqliteSentPickings sent(options.storeFile.value_or(SqliteSentPickings::kInMemory));
-  const OrderService service(deliveries, sent);
+  SqlStore store(SqlAddress(options.store.value_or(SqlAddress::kInMemory)));
+  fill(store, options);
+  RequestLog log(std::cerr);
+  WebService service(store, guardOf(options), options.logsRequests ? &log : nullptr);
   std::atomic_bool hasFailed = false;
-  const HttpServer server(service, options.bindAddress, options.port, [&hasFailed] {
+  const auto answer = [&service](const Request &request) { return service.answer(request); };
+  const HttpServer server(answer, options.bindAddress, options.port, [&hasFailed] {
     hasFailed = true;
     ::kill(::getpid(), SIGTERM);
   });
@@ -32,15 +52,30 @@ int serve(const Options &options) {
   return hasFailed ? 1 : 0;
 }
 
+int run(const LoadOptions &options) {
+  const Deliveries deliveries = readDeliveryFile(options.file);
+  SqlStore(SqlAddress(options.store)).load(deliveries);
+  std::cout << deliveries.all().size() << " deliveries loaded" << std::endl;
+  return 0;
+}
+
+int run(const ExportOptions &options) {
+  const auto lines = SqlStore(SqlAddress(options.store)).picked(options.filter);
+  options.format == ExportFormat::Json ? writeJson(lines, std::cout) : writeCsv(lines, std::cout);
+  std::cout.flush();
+  return std::cout ? 0 : 1;
+}
+
+int run(const ExitCode &code) {
+  return code.value;
+}
+
 }  // namespace
 
 int main(int argc, char **argv) {
   try {
-    const auto parsed = parseCommandLine(argc, argv);
-    if (const auto *exitCode = std::get_if<ExitCode>(&parsed)) {
-      return exitCode->value;
-    }
-    return serve(std::get<Options>(parsed));
+    return std::visit([](const auto &command) { return run(command); },
+                      parseCommandLine(argc, argv));
   } catch (const std::exception &error) {
     std::cerr << "cartonpick-orders: " << error.what() << '\n';
     return 1;

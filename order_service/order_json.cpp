@@ -10,8 +10,10 @@ namespace {
 
 constexpr std::array<std::string_view, 3> kArticleMembers = {"barcode", "item", "descr"};
 
+constexpr std::size_t kMaxDescriptionBytes = 1000;
+
 Article articleOf(const StrictObject &object) {
-  return {object.text("barcode"), object.text("item"), object.text("descr")};
+  return {object.text("barcode"), object.text("item"), object.text("descr", kMaxDescriptionBytes)};
 }
 
 std::string date(const StrictObject &object, const std::string &name) {

@@ -14,7 +14,6 @@ namespace cartonpick::orders {
 
 namespace {
 
-constexpr std::string_view kPrefix = "/qir_pick/servicepick.svc/json/";
 constexpr std::string_view kOrderPerCarton = "getorderpercarton/";
 constexpr std::string_view kItems = "getitems";
 constexpr std::string_view kSendPick = "sendpick";
@@ -48,7 +47,9 @@ nlohmann::ordered_json toJsonArray(const Elements &elements) {
 /// What follows the service's path prefix, without the query; nothing when the prefix is another.
 std::optional<std::string_view> callOf(std::string_view target) {
   const std::string_view path = target.substr(0, target.find('?'));
-  return path.starts_with(kPrefix) ? std::optional(path.substr(kPrefix.size())) : std::nullopt;
+  return path.starts_with(OrderService::kPrefix)
+             ? std::optional(path.substr(OrderService::kPrefix.size()))
+             : std::nullopt;
 }
 
 bool isOrderPerCarton(std::string_view call) {
@@ -76,10 +77,6 @@ void checkContentType(const std::string &contentType) {
 
 }  // namespace
 
-Answer textAnswer(int status, std::string text) {
-  return {.status = status, .contentType = "text/plain; charset=utf-8", .body = std::move(text)};
-}
-
 Answer OrderService::answer(const Request &request) const {
   const std::optional<std::string_view> call = callOf(request.target);
   if (!call) {
@@ -102,15 +99,15 @@ Answer OrderService::orderPerCarton(std::string_view encodedNumber) const {
   if (!number) {
     return textAnswer(400, "a % in the delivery number is not followed by two hex digits");
   }
-  const std::span<const OrderLine> lines = m_deliveries.lines(*number);
-  if (!lines.empty() && m_sent.isSent(*number)) {
+  const std::vector<OrderLine> lines = m_store.lines(*number);
+  if (!lines.empty() && m_store.isSent(*number)) {
     return jsonAnswer(kAlreadySent);
   }
   return jsonAnswer(toJsonArray(lines));
 }
 
 Answer OrderService::items() const {
-  return jsonAnswer(toJsonArray(m_deliveries.catalogue()));
+  return jsonAnswer(toJsonArray(m_store.catalogue()));
 }
 
 Answer OrderService::sendPick(const Request &request) const {
@@ -122,10 +119,10 @@ Answer OrderService::sendPick(const Request &request) const {
     return textAnswer(400, error.what());
   }
   const std::string &delivery = lines.front().delivery;
-  if (m_deliveries.lines(delivery).empty()) {
+  if (m_store.lines(delivery).empty()) {
     return textAnswer(400, "line 1: delivery \"" + delivery + "\" is unknown");
   }
-  m_sent.store(lines);
+  m_store.store(lines);
   return jsonAnswer(kAccepted);
 }
 

@@ -41,12 +41,19 @@ StrictObject::StrictObject(const nlohmann::json &value, std::span<const std::str
   }
 }
 
-std::string StrictObject::text(std::string_view name) const {
+std::string StrictObject::text(std::string_view name, std::size_t maxBytes) const {
   const nlohmann::json &value = m_object.at(std::string(name));
   if (!value.is_string()) {
     throw InputError(inQuotes(name) + " is not a string");
   }
-  return value.get<std::string>();
+  auto text = value.get<std::string>();
+  if (text.size() > maxBytes) {
+    throw InputError(inQuotes(name) + " is longer than " + std::to_string(maxBytes) + " bytes");
+  }
+  if (text.find('\0') != std::string::npos) {
+    throw InputError(inQuotes(name) + " has the character U+0000");
+  }
+  return text;
 }
 
 std::int32_t StrictObject::integer(std::string_view name) const {

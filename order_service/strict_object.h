@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <nlohmann/json.hpp>
 #include <span>
@@ -14,8 +15,11 @@ class StrictObject {
  public:
   StrictObject(const nlohmann::json &value, std::span<const std::string_view> names);
 
-  /// The member, which must be a string.
-  std::string text(std::string_view name) const;
+  /// How long a text may be: the indexes of a store take no longer ones.
+  static constexpr std::size_t kMaxBytes = 255;
+
+  /// The member, which must be a string of at most `maxBytes` and without the character U+0000.
+  std::string text(std::string_view name, std::size_t maxBytes = kMaxBytes) const;
 
   /// The member, which must be an integer number of 32 bits, signed.
   std::int32_t integer(std::string_view name) const;

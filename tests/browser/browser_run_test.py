@@ -75,7 +75,7 @@ class BrowserRun(unittest.TestCase):
 class Picking(BrowserRun):
     def setUp(self):
         super().setUp()
-        self.service = OrderService(self.program("cartonpick-orders"), "--store",
+        self.service = OrderService(self.program("cartonpick-orders"), "--demo", "--store",
                                     self.path("sent.sqlite"))
         self.addCleanup(self.service.close)
         self.serve("--service-host", self.service.host)

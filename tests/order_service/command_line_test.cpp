@@ -8,7 +8,7 @@ namespace cartonpick::orders {
 namespace {
 
 struct Outcome {
-  std::variant<Options, ExitCode> parsed;
+  Command parsed;
   std::string output;
   std::string error;
 };
@@ -29,23 +29,49 @@ int exitCode(const Outcome &outcome) {
 }  // namespace
 
 TEST(CommandLine, MayBeEmpty) {
-  const auto options = std::get<Options>(parse({}).parsed);
+  const auto options = std::get<ServeOptions>(parse({}).parsed);
   EXPECT_EQ(options.port, 8080);
   EXPECT_EQ(options.bindAddress, "127.0.0.1");
   EXPECT_FALSE(options.deliveriesFile);
-  EXPECT_FALSE(options.storeFile);
+  EXPECT_FALSE(options.store);
   EXPECT_FALSE(options.exitWithParent);
 }
 
 TEST(CommandLine, SetsEveryOption) {
-  const auto options = std::get<Options>(parse({"--port", "0", "--bind", "0.0.0.0", "--deliveries",
-                                                "d.csv", "--store", "s.db", "--exit-with-parent"})
-                                             .parsed);
+  const auto options =
+      std::get<ServeOptions>(parse({"--port", "0", "--bind", "0.0.0.0", "--deliveries", "d.csv",
+                                    "--store", "s.db", "--exit-with-parent"})
+                                 .parsed);
   EXPECT_EQ(options.port, 0);
   EXPECT_EQ(options.bindAddress, "0.0.0.0");
   EXPECT_EQ(options.deliveriesFile, "d.csv");
-  EXPECT_EQ(options.storeFile, "s.db");
+  EXPECT_EQ(options.store, "s.db");
   EXPECT_TRUE(options.exitWithParent);
+}
+
+TEST(CommandLine, MayAskForTheDemoDeliveries) {
+  EXPECT_TRUE(std::get<ServeOptions>(parse({"--demo", "--store", "s.db"}).parsed).demo);
+  EXPECT_EQ(exitCode(parse({"--demo", "--deliveries", "d.csv"})), 2);
+}
+
+TEST(CommandLine, MayLoadAFile) {
+  const auto options = std::get<LoadOptions>(parse({"load", "d.csv", "--store", "s.db"}).parsed);
+  EXPECT_EQ(options.file, "d.csv");
+  EXPECT_EQ(options.store, "s.db");
+}
+
+TEST(CommandLine, MayExportADeliveryOrADay) {
+  const auto all = std::get<ExportOptions>(parse({"export", "--store", "s.db"}).parsed);
+  EXPECT_EQ(all.store, "s.db");
+  EXPECT_EQ(all.format, ExportFormat::Csv);
+  EXPECT_FALSE(all.filter.delivery || all.filter.day);
+  const auto some =
+      std::get<ExportOptions>(parse({"export", "--store", "s.db", "--delivery", "4711", "--day",
+                                     "2026-02-28", "--format", "json"})
+                                  .parsed);
+  EXPECT_EQ(some.filter.delivery, "4711");
+  EXPECT_EQ(some.filter.day, "2026-02-28");
+  EXPECT_EQ(some.format, ExportFormat::Json);
 }
 
 TEST(CommandLine, PrintsTheVersion) {
@@ -61,9 +87,18 @@ TEST(CommandLine, PrintsItsOptions) {
 }
 
 TEST(CommandLine, IsRefusedWhenWrong) {
-  const std::vector<std::vector<const char *>> wrong = {{"--port", "65536"}, {"--port", "-1"},
-                                                        {"--port", "x"},     {"--port"},
-                                                        {"--nonsense"},      {"extra"}};
+  const std::vector<std::vector<const char *>> wrong = {
+      {"--port", "65536"},
+      {"--port", "-1"},
+      {"--port", "x"},
+      {"--port"},
+      {"--nonsense"},
+      {"extra"},
+      {"load", "d.csv"},
+      {"load", "--store", "s"},
+      {"export"},
+      {"export", "--store", "s", "--day", "today"},
+      {"export", "--store", "s", "--format", "x"}};
   for (const auto &arguments : wrong) {
     const Outcome outcome = parse(arguments);
     EXPECT_EQ(exitCode(outcome), 2);

@@ -13,6 +13,22 @@ namespace {
 const std::string kPrefix = "/qir_pick/servicepick.svc/json/";
 const std::string kAlreadySent = "\"This picking has already been sent to the server\"";
 
+const std::string kHeader = "doc,ordernum,cusname,brand,cdate,date,carton,item,barcode,descr,qty\n";
+const std::string kDemoLine =
+    kHeader + "4711,SO-20611,A,B,01/31/2026,02/28/2026,C001,20138A,5012746100000,MUG,1\n";
+
+/// What the program printed and how it ended.
+struct Ending {
+  std::string output;
+  int exitCode = -1;
+};
+
+Ending run(const std::vector<std::string> &arguments) {
+  ServiceProcess process(arguments);
+  const std::string output = process.readOutput();
+  return {output, process.wait()};
+}
+
 std::string get(std::uint16_t port, const std::string &call) {
   const auto answer = httplib::Client("127.0.0.1", port).Get(kPrefix + call);
   return answer ? answer->body : "no answer";
@@ -59,7 +75,9 @@ TEST(Executable, EndsWellAtSigint) {
 
 TEST(Executable, KeepsWhatItAcceptedWhenItIsKilled) {
   const TemporaryFolder folder;
-  const std::vector<std::string> arguments = {"--port", "0", "--store", folder.path("sent.sqlite")};
+  const std::string store = folder.path("sent.sqlite");
+  const std::vector<std::string> arguments = {"--port", "0", "--store", store};
+  ASSERT_EQ(ServiceProcess({"load", folder.write("d.csv", kDemoLine), "--store", store}).wait(), 0);
   {
     ServiceProcess service(arguments);
     ASSERT_EQ(sendDemoPicking(service.readPort()), "\"0\"");
@@ -85,15 +103,62 @@ TEST(Executable, ForgetsWhatItAcceptedWithoutAStore) {
 
 TEST(Executable, ServesADeliveriesFile) {
   const TemporaryFolder folder;
-  const auto file =
-      folder.write("a.csv",
-                   "doc,ordernum,cusname,brand,cdate,date,carton,item,barcode,descr,qty\n"
-                   "D1,SO,A,B,01/31/2026,02/28/2026,C,I,E,X,3\n");
+  const auto file = folder.write("a.csv", kHeader + "D1,SO,A,B,01/31/2026,02/28/2026,C,I,E,X,3\n");
   ServiceProcess service({"--port", "0", "--deliveries", file});
   const std::uint16_t port = service.readPort();
   EXPECT_EQ(nlohmann::json::parse(get(port, "getorderpercarton/D1")).size(), 1U);
   EXPECT_EQ(get(port, "getitems"), R"([{"barcode":"E","item":"I","descr":"X"}])");
   EXPECT_EQ(get(port, "getorderpercarton/4711"), "[]");
+}
+
+TEST(Executable, ServesWhatWasLoadedIntoItsStoreWhileItRuns) {
+  const TemporaryFolder folder;
+  const std::string store = folder.path("store.sqlite");
+  ServiceProcess service({"--port", "0", "--store", store});
+  const std::uint16_t port = service.readPort();
+  EXPECT_EQ(get(port, "getorderpercarton/4711"), "[]");
+  const Ending loading = run({"load", folder.write("d.csv", kDemoLine), "--store", store});
+  EXPECT_EQ(loading.output, "1 deliveries loaded\n");
+  EXPECT_EQ(loading.exitCode, 0);
+  EXPECT_EQ(nlohmann::json::parse(get(port, "getorderpercarton/4711")).size(), 1U);
+}
+
+TEST(Executable, ServesTheDemoDeliveriesFromAStoreWhenToldSo) {
+  const TemporaryFolder folder;
+  ServiceProcess service({"--port", "0", "--demo", "--store", folder.path("store.sqlite")});
+  EXPECT_EQ(nlohmann::json::parse(get(service.readPort(), "getorderpercarton/4711")).size(), 12U);
+}
+
+TEST(Executable, LoadsNothingOfAFileWithABadLine) {
+  const TemporaryFolder folder;
+  const std::string store = folder.path("store.sqlite");
+  const std::string file = folder.write("d.csv", kDemoLine + "4712,too,few\n");
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(run({"load", file, "--store", store}).exitCode, 1);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "cartonpick-orders: " + file + ": line 3: 3 fields instead of 11\n");
+  ServiceProcess service({"--port", "0", "--store", store});
+  EXPECT_EQ(get(service.readPort(), "getorderpercarton/4711"), "[]");
+}
+
+TEST(Executable, ExportsWhatWasPicked) {
+  const TemporaryFolder folder;
+  const std::string store = folder.path("store.sqlite");
+  {
+    const std::string file = folder.write("d.csv", kDemoLine);
+    ServiceProcess service({"--port", "0", "--deliveries", file, "--store", store});
+    ASSERT_EQ(sendDemoPicking(service.readPort()), "\"0\"");
+  }
+  const Ending csv = run({"export", "--store", store, "--delivery", "4711"});
+  EXPECT_EQ(csv.exitCode, 0);
+  EXPECT_TRUE(
+      csv.output.starts_with("doc,ordernum,box,item,barcode,qty,datepicked,received\r\n"
+                             "4711,SO-20611,C001,20138A,5012746100000,1,2026-03-04 09:15:00,"))
+      << csv.output;
+  const Ending json = run({"export", "--store", store, "--format", "json", "--day", "2026-03-04"});
+  EXPECT_EQ(nlohmann::json::parse(json.output).at(0).at("qty"), 1);
+  EXPECT_EQ(run({"export", "--store", store, "--format", "json", "--day", "2026-03-05"}).output,
+            "[]\n");
 }
 
 TEST(Executable, DoesNotStartWithABadFile) {

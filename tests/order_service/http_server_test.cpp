@@ -1,8 +1,9 @@
 #include "http_server.h"
 
+#include "order_service.h"
 #include "raw_connection.h"
 #include "sample_data.h"
-#include "sqlite_sent_pickings.h"
+#include "sql_store.h"
 #include "stored_lines.h"
 #include "temporary_folder.h"
 
@@ -20,16 +21,30 @@ namespace {
 const std::string kPrefix = "/qir_pick/servicepick.svc/json/";
 
 /// A store whose disk is full.
-class FullStore : public SentPickings {
+class FullStore : public OrderStore {
  public:
-  bool isSent(std::string_view /*delivery*/) const override { return false; }
+  std::vector<OrderLine> lines(const std::string &delivery) const override {
+    const auto lines = m_deliveries.lines(delivery);
+    return {lines.begin(), lines.end()};
+  }
+  std::vector<Article> catalogue() const override { return m_deliveries.catalogue(); }
+  bool isSent(const std::string & /*delivery*/) const override { return false; }
   void store(const std::vector<PickedLine> & /*lines*/) override {
     throw std::runtime_error("the disk is full");
   }
+
+ private:
+  Deliveries m_deliveries = sampleDeliveries();
 };
+
+Handler handlerOf(const OrderService &service) {
+  return [&service](const Request &request) { return service.answer(request); };
+}
 
 class HttpServerTest : public testing::Test {
  protected:
+  HttpServerTest() { m_store.load(sampleDeliveries()); }
+
   httplib::Client client() const { return httplib::Client("127.0.0.1", m_server.port()); }
 
   const HttpServer &server() const { return m_server; }
@@ -40,12 +55,11 @@ class HttpServerTest : public testing::Test {
   static constexpr auto kReady = std::future_status::ready;
   static constexpr auto kPatience = std::chrono::minutes(1);
 
-  Deliveries m_deliveries = sampleDeliveries();
   TemporaryFolder m_folder;
-  SqliteSentPickings m_sent{m_folder.path("sent.sqlite")};
-  OrderService m_service{m_deliveries, m_sent};
+  SqlStore m_store{SqlAddress(m_folder.path("sent.sqlite"))};
+  OrderService m_service{m_store};
   std::promise<void> m_failure;
-  HttpServer m_server{m_service, "127.0.0.1", 0, [this] { m_failure.set_value(); }};
+  HttpServer m_server{handlerOf(m_service), "127.0.0.1", 0, [this] { m_failure.set_value(); }};
 };
 
 /// A POST of the body, as bytes, with the given header lines.
@@ -191,12 +205,11 @@ TEST_F(HttpServerTest, StoresIdenticalSendsOfTheSameTimeOnce) {
 }
 
 TEST_F(HttpServerTest, CannotShareItsPort) {
-  const Deliveries deliveries = sampleDeliveries();
   FullStore store;
-  const OrderService service(deliveries, store);
+  const OrderService service(store);
   const std::string where = "127.0.0.1 port " + std::to_string(server().port());
   try {
-    const HttpServer second(service, "127.0.0.1", server().port(), [] {});
+    const HttpServer second(handlerOf(service), "127.0.0.1", server().port(), [] {});
     FAIL() << "two servers listen on one port";
   } catch (const std::runtime_error &error) {
     EXPECT_EQ(error.what(), "can't listen on " + where);
@@ -211,10 +224,9 @@ TEST_F(HttpServerTest, TellsWhenItCanNoLongerAcceptConnections) {
 }
 
 TEST(HttpServer, AnswersAFailingStoreWithItsReason) {
-  const Deliveries deliveries = sampleDeliveries();
   FullStore store;
-  const OrderService service(deliveries, store);
-  const HttpServer server(service, "127.0.0.1", 0, [] {});
+  const OrderService service(store);
+  const HttpServer server(handlerOf(service), "127.0.0.1", 0, [] {});
   httplib::Client client("127.0.0.1", server.port());
   const auto answer = client.Post(kPrefix + "sendpick", pickingJson().dump(), kJsonType);
   ASSERT_TRUE(answer);
@@ -224,12 +236,11 @@ TEST(HttpServer, AnswersAFailingStoreWithItsReason) {
 }
 
 TEST(HttpServer, RefusesABodyThatIsCutShort) {
-  const Deliveries deliveries = sampleDeliveries();
   FullStore store;
-  const OrderService service(deliveries, store);
+  const OrderService service(store);
   const auto stallTimeout = std::chrono::milliseconds(50);
   const HttpServer server(
-      service, "127.0.0.1", 0, [] {}, stallTimeout);
+      handlerOf(service), "127.0.0.1", 0, [] {}, stallTimeout);
   const std::string type = "Content-Type: application/json\r\n";
   for (const std::string &request :
        {postOf(type + "Content-Length: 1000\r\n", pickingJson().dump()),
@@ -241,11 +252,10 @@ TEST(HttpServer, RefusesABodyThatIsCutShort) {
 }
 
 TEST(HttpServer, FreesItsPortInTheEnd) {
-  const Deliveries deliveries = sampleDeliveries();
   FullStore store;
-  const OrderService service(deliveries, store);
-  const std::uint16_t port = HttpServer(service, "127.0.0.1", 0, [] {}).port();
-  EXPECT_EQ(HttpServer(service, "127.0.0.1", port, [] {}).port(), port);
+  const OrderService service(store);
+  const std::uint16_t port = HttpServer(handlerOf(service), "127.0.0.1", 0, [] {}).port();
+  EXPECT_EQ(HttpServer(handlerOf(service), "127.0.0.1", port, [] {}).port(), port);
 }
 
 }  // namespace cartonpick::orders

@@ -2,7 +2,7 @@
 
 #include "order_json.h"
 #include "sample_data.h"
-#include "sqlite_sent_pickings.h"
+#include "sql_store.h"
 
 #include <gtest/gtest.h>
 #include <stdexcept>
@@ -19,6 +19,8 @@ constexpr auto kPlainText = "text/plain; charset=utf-8";
 
 class OrderServiceTest : public testing::Test {
  protected:
+  OrderServiceTest() { m_store.load(sampleDeliveries()); }
+
   Answer get(const std::string &target) const {
     return m_service.answer({.method = "GET", .target = target, .contentType = {}, .body = {}});
   }
@@ -38,9 +40,8 @@ class OrderServiceTest : public testing::Test {
   }
 
  private:
-  Deliveries m_deliveries = sampleDeliveries();
-  SqliteSentPickings m_sent{SqliteSentPickings::kInMemory};
-  OrderService m_service{m_deliveries, m_sent};
+  SqlStore m_store{SqlAddress(SqlAddress::kInMemory)};
+  OrderService m_service{m_store};
 };
 
 std::string members(const nlohmann::ordered_json &object) {

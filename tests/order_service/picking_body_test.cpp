@@ -51,8 +51,18 @@ TEST(PickingBody, MayHaveQuantitiesOf32Bits) {
 
 TEST(PickingBody, KeepsTextAsItIs) {
   Json picking = pickingJson();
-  picking[0]["box"] = std::string(" C\0ß ", 6);
-  EXPECT_EQ(readPickingBody(picking.dump())[0].box, std::string(" C\0ß ", 6));
+  picking[0]["box"] = " C\tß ";
+  EXPECT_EQ(readPickingBody(picking.dump())[0].box, " C\tß ");
+}
+
+TEST(PickingBody, HasNoTextThatAStoreCannotHold) {
+  Json picking = pickingJson();
+  picking[0]["box"] = std::string(255, 'C');
+  EXPECT_EQ(readPickingBody(picking.dump())[0].box.size(), 255U);
+  picking[0]["box"] = std::string(256, 'C');
+  EXPECT_EQ(errorIn(picking.dump()), R"(line 1: "box" is longer than 255 bytes)");
+  picking[0]["box"] = std::string("C\0", 2);
+  EXPECT_EQ(errorIn(picking.dump()), R"(line 1: "box" has the character U+0000)");
 }
 
 TEST(PickingBody, MustBeJson) {

@@ -18,6 +18,10 @@ OrderLine orderLine(const std::string &delivery, const Article &article) {
 
 }  // namespace
 
+OrderLine orderLine() {
+  return orderLine("D1", {"5012746100000", "20138A", "WHITE ENAMEL MUG"});
+}
+
 Deliveries sampleDeliveries() {
   const Article mug = {"5012746100000", "20138A", "WHITE ENAMEL MUG"};
   const Article bowl = {"5012746100017", "20138B", "CREAM BOWL \"16CM\""};

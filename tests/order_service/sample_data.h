@@ -14,6 +14,9 @@ inline const std::string kJsonType = "application/json";
 /// Two deliveries, "D1" of two lines and "D 2/ß" of one, and a catalogue of four articles.
 Deliveries sampleDeliveries();
 
+/// A line of the delivery "D1".
+OrderLine orderLine();
+
 /// An order line as the service answers it.
 nlohmann::json orderLineJson();
 

@@ -113,6 +113,12 @@ std::string ServiceProcess::readOutput() const {
   return output;
 }
 
+bool ServiceProcess::hasEnded() {
+  siginfo_t info{};
+  ::waitid(P_PID, static_cast<id_t>(m_pid), &info, WEXITED | WNOHANG | WNOWAIT);
+  return info.si_pid == m_pid;
+}
+
 int ServiceProcess::wait() {
   int status = 0;
   ::waitpid(std::exchange(m_pid, -1), &status, 0);

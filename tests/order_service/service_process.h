@@ -31,6 +31,8 @@ class ServiceProcess {
   /// Waits until no process holds the output any more and returns what was left in it.
   std::string readOutput() const;
 
+  bool hasEnded();
+
   /// Waits for the child's end. Its exit code, or minus the signal that ended it.
   int wait();
 

@@ -35,6 +35,8 @@ FILES = PROGRAMS | {
     f"usr/share/icons/hicolor/scalable/apps/{DESKTOP_ID}.svg",
     "usr/share/doc/cartonpick/changelog.gz",
     "usr/share/doc/cartonpick/copyright",
+    "usr/lib/systemd/system/cartonpick-orders.service",
+    "usr/share/doc/cartonpick/fleet.md",
     "usr/share/doc/cartonpick/installing.md",
     "usr/share/doc/cartonpick/order-service.md",
     "usr/share/man/man1/cartonpick.1.gz",

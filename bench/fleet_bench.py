@@ -1,0 +1,146 @@
+"""Measures the order service on PostgreSQL: lookups and sends of 64 tablets at once among ever more
+deliveries, beside the same SQL by pgbench and beside the same server when it answers a constant. At
+each size the service is killed at the end, and every accepted send must be stored.
+
+Usage: python3 fleet_bench.py BIN RESULTS.json
+
+BIN is the folder of the programs.
+"""
+
+import os
+import re
+import subprocess
+import sys
+import tempfile
+
+from samples import Samples
+
+HERE = os.path.dirname(os.path.abspath(__file__))
+sys.path.append(os.path.join(HERE, "..", "tests", "fleet"))
+from loopback import HOST, free_ports
+from order_instance import OrderInstance
+from postgres_cluster import PostgresCluster
+
+TABLETS, LINES = 64, 12
+SIZES = [1_000, 10_000, 100_000, 1_000_000]
+ROUNDS, SECONDS = 3, 2
+OURS = "CartonPick"
+SAME_SQL = "floor: the same SQL by pgbench"
+CONSTANT = "floor: the same server answering a constant"
+MILLISECONDS = {"us": 1e-3, "ms": 1.0, "s": 1e3}
+
+# To fill a table that was emptied in the same transaction needs no log.
+SETTINGS = {"wal_level": "minimal", "max_wal_senders": 0, "max_wal_size": "8GB",
+            "shared_buffers": "1GB", "maintenance_work_mem": "1GB"}
+
+FILL = """
+BEGIN;
+TRUNCATE order_line, delivery, picked_line;
+ALTER TABLE order_line DROP CONSTRAINT order_line_pkey;
+INSERT INTO order_line (delivery, position, order_no, customer, brand, order_date, shipping_date,
+                        box, item, barcode, description, quantity)
+  SELECT delivery, line, 'A1', 'Rosie''s Kitchen', 'HEARTHSIDE', '03/02/2026', '03/05/2026',
+         'C00' || line, 20000 + line || 'A', 5012746100000 + line, 'WHITE ENAMEL MUG 350ML', 6
+  FROM generate_series(1, {deliveries}) AS delivery, generate_series(0, {lines} - 1) AS line;
+ALTER TABLE order_line ADD PRIMARY KEY (delivery, position);
+INSERT INTO delivery (number, customer, changed_at)
+  SELECT delivery, 'Rosie''s Kitchen', '' FROM generate_series(1, {deliveries}) AS delivery;
+COMMIT;
+VACUUM ANALYZE;
+CHECKPOINT;
+"""
+
+SELECT_LINES = """\
+\\set delivery random(1, :deliveries)
+SELECT customer, brand, order_date, shipping_date, delivery, order_no, barcode, item, description, \
+quantity, box FROM order_line WHERE delivery = :delivery ORDER BY position;
+"""
+COUNT_SENT = """\
+SELECT count(*) FROM (SELECT 1 FROM picked_line WHERE delivery = :delivery LIMIT 1) AS sent;
+"""
+TOUCH_DELIVERY = """\
+UPDATE delivery SET changed_at = '2026-03-04 09:15:00.000000' WHERE number = :delivery;
+"""
+INSERT_PICKED = """\
+INSERT INTO picked_line (delivery, order_no, box, item, barcode, quantity, picked_at, received_at) \
+VALUES (:delivery, 'pgbench', 'C{line:03}', '20138A', '5012746100000', :quantity, \
+'2026-03-04 09:15:00', '2026-03-04 09:15:00.000000') ON CONFLICT DO NOTHING;
+"""
+# What the service asks its database.
+SQL = {
+    "lookup": SELECT_LINES + COUNT_SENT,
+    "send": "\\set quantity random(0, 2147483647)\n" + SELECT_LINES + "BEGIN;\n" + TOUCH_DELIVERY
+            + "".join(INSERT_PICKED.format(line=line) for line in range(1, LINES + 1))
+            + "COMMIT;\n",
+}
+
+
+def run_wrk(port, *arguments):
+    """Returns how many requests were answered, how many of those with an error, the seconds a
+    request took and the milliseconds in which 99 of 100 were answered."""
+    output = subprocess.run(
+        ["wrk", "-t2", f"-c{TABLETS}", f"-d{SECONDS}s", "--latency", "-s",
+         os.path.join(HERE, "service_load.lua"), f"http://{HOST}:{port}", "--",
+         *map(str, arguments)], check=True, capture_output=True, text=True).stdout
+    answered, refused, microseconds = map(int, output.split("RESULT ")[1].split()[:3])
+    slowest, unit = re.search(r"99%\s+([\d.]+)(us|ms|s)\s", output).groups()
+    return answered, refused, microseconds / 1e6 / answered, float(slowest) * MILLISECONDS[unit]
+
+
+def run_pgbench(cluster, folder, kind, deliveries):
+    """Returns the seconds that a transaction took."""
+    path = os.path.join(folder, f"{kind}.sql")
+    with open(path, "w", encoding="ascii") as file:
+        file.write(SQL[kind])
+    output = subprocess.run(
+        ["pgbench", "-h", cluster.folder, "-U", "postgres", "-n", "-M", "prepared",
+         f"-c{TABLETS}", "-j2", f"-T{SECONDS}", f"-Ddeliveries={deliveries}", "-f", path,
+         "postgres"], check=True, capture_output=True, text=True).stdout
+    return 1 / float(re.search(r"tps = ([\d.]+)", output).group(1))
+
+
+def measure(samples, cluster, folder, port, kind, deliveries):
+    """Returns how many requests were answered as they should be."""
+    accepted = 0
+    for run in range(ROUNDS):
+        constant, all_of_them, seconds, slowest = run_wrk(port, kind, deliveries, run, "constant")
+        if constant != all_of_them:
+            raise SystemExit("the constant is not what the service says to an unknown call")
+        samples.add(f"fleet {kind}", CONSTANT, deliveries, seconds, "s")
+        samples.add(f"fleet {kind} p99", CONSTANT, deliveries, slowest, "ms")
+        samples.add(f"fleet {kind}", SAME_SQL, deliveries,
+                    run_pgbench(cluster, folder, kind, deliveries), "s")
+        answered, refused, seconds, slowest = run_wrk(port, kind, deliveries, run)
+        if refused:
+            raise SystemExit(f"{refused} of {answered} requests were refused")
+        samples.add(f"fleet {kind}", OURS, deliveries, seconds, "s")
+        samples.add(f"fleet {kind} p99", OURS, deliveries, slowest, "ms")
+        accepted += answered
+    return accepted
+
+
+def check_stored(cluster, accepted):
+    rows = int(cluster.psql("SELECT count(*) FROM picked_line WHERE order_no <> 'pgbench'"))
+    # What was under way when a run ended may be stored without an answer.
+    if rows % LINES != 0 or not accepted <= rows // LINES <= accepted + ROUNDS * TABLETS:
+        raise SystemExit(f"{accepted} sends were accepted, {rows} lines of {LINES} are stored")
+
+
+def main():
+    programs, results = sys.argv[1:]
+    samples = Samples()
+    [port] = free_ports(1)
+    with tempfile.TemporaryDirectory() as folder, PostgresCluster(**SETTINGS) as cluster, \
+            OrderInstance(programs, cluster.url, port) as instance:
+        for deliveries in SIZES:
+            cluster.psql(FILL.format(deliveries=deliveries, lines=LINES))
+            # Lookups first: those of deliveries that were sent are answered with less.
+            measure(samples, cluster, folder, port, "lookup", deliveries)
+            accepted = measure(samples, cluster, folder, port, "send", deliveries)
+            instance.kill()
+            check_stored(cluster, accepted)
+            instance.start()
+    samples.write(results)
+
+
+main()

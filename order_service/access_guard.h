@@ -1,0 +1,37 @@
+#pragma once
+
+#include "http_message.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace cartonpick::orders {
+
+/// Reads a token from the first line of a file. Throws InputError when there is none of at least 16
+/// characters, all of them visible ASCII ones that may stand in a header and a cookie.
+std::string readToken(const std::filesystem::path &file);
+
+/// Keeps everything that is not for tablets to those who have the token: programs send it as a
+/// bearer token (RFC 6750), a browser is asked for it once and keeps it in a cookie.
+class AccessGuard {
+ public:
+  /// Where the form of the page that asks for the token goes.
+  static constexpr auto kLoginPath = "/login";
+
+  /// Without a token, access depends on `isOpen` alone: true lets everyone in.
+  AccessGuard(std::optional<std::string> token, bool isOpen);
+
+  /// The answer to a request that may not pass, or that is the login itself; nothing if it may
+  /// pass.
+  std::optional<Answer> refusal(const Request &request) const;
+
+ private:
+  bool hasToken(const Request &request) const;
+  Answer login(const Request &request) const;
+
+  std::optional<std::string> m_token;
+  bool m_isOpen;
+};
+
+}  // namespace cartonpick::orders

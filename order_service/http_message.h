@@ -1,0 +1,40 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace cartonpick::orders {
+
+/// A request as it came over the wire.
+struct Request {
+  std::string method;
+  std::string target;  ///< path and query, still percent-encoded
+  std::string contentType;
+  std::string body;
+  std::string authorization = {};  ///< the header's value; empty without one
+  std::string cookie = {};         ///< the same
+};
+
+struct Answer {
+  int status = 200;
+  std::string contentType;
+  std::string body;
+  /// The methods that would have been right, with status 405 only.
+  std::optional<std::string> allow = std::nullopt;
+  /// Names and values.
+  std::vector<std::pair<std::string, std::string>> headers = {};
+};
+
+/// A plain text answer.
+inline Answer textAnswer(int status, std::string text) {
+  return {.status = status, .contentType = "text/plain; charset=utf-8", .body = std::move(text)};
+}
+
+/// Answers a request. May be called from several threads at once; what it throws, a
+/// std::exception, is answered with status 500 and its text.
+using Handler = std::function<Answer(const Request &)>;
+
+}  // namespace cartonpick::orders

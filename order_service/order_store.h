@@ -1,0 +1,36 @@
+#pragma once
+
+#include "order_line.h"
+#include "picked_line.h"
+
+#include <string>
+#include <vector>
+
+namespace cartonpick::orders {
+
+/// Where the deliveries to pick come from and what was picked of them goes. Implementations may be
+/// called from several threads at once, and throw std::exception when the store can't be used.
+class OrderStore {
+ public:
+  OrderStore() = default;
+  OrderStore(const OrderStore &) = delete;
+  OrderStore &operator=(const OrderStore &) = delete;
+  virtual ~OrderStore() = default;
+
+  /// The lines of the delivery in their given order; none when there is no such delivery. The
+  /// number is compared byte by byte.
+  virtual std::vector<OrderLine> lines(const std::string &delivery) const = 0;
+
+  /// The articles of all deliveries, and those that were given besides.
+  virtual std::vector<Article> catalogue() const = 0;
+
+  /// Whether anything was stored for the delivery.
+  virtual bool isSent(const std::string &delivery) const = 0;
+
+  /// Stores all of the lines, which are of one delivery, or none; lines that are stored already
+  /// change nothing. Returns only once they would survive a power cut, as far as the
+  /// implementation can.
+  virtual void store(const std::vector<PickedLine> &lines) = 0;
+};
+
+}  // namespace cartonpick::orders

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "access_guard.h"
+#include "http_message.h"
+#include "metrics.h"
+#include "order_service.h"
+#include "request_log.h"
+#include "sql_store.h"
+#include "supervisor_pages.h"
+
+#include <optional>
+
+namespace cartonpick::orders {
+
+/// Everything that the program answers: the tablets' calls, which are open to all; `/healthz` for a
+/// proxy, which is, too; and what the guard keeps, `/metrics` for Prometheus and the supervisor's
+/// pages. May be called from several threads at once.
+class WebService {
+ public:
+  /// The store and the log must outlive the service; without a log nothing is written.
+  WebService(SqlStore &store, AccessGuard guard, RequestLog *log);
+
+  Answer answer(const Request &request);
+
+ private:
+  Answer route(const Request &request) const;
+  Answer health() const;
+
+  SqlStore &m_store;
+  OrderService m_calls;
+  SupervisorPages m_pages;
+  AccessGuard m_guard;
+  RequestLog *m_log;
+  Metrics m_metrics;
+};
+
+}  // namespace cartonpick::orders

@@ -1,0 +1,45 @@
+"""That the comparison of what is stored with what was sent can fail."""
+
+import unicodedata
+import unittest
+
+from facts import Fact, violations
+
+MUG = Fact("4711", "SO-1", "Κιβώτιο 2", "tasse à café", "5012746100000", 6, "2026-03-04 09:15:00")
+TOWEL = MUG._replace(item="20670B", barcode="4006917102819")
+BOTH = {MUG, TOWEL}
+
+
+class Violations(unittest.TestCase):
+    def test_what_is_stored_as_it_was_sent_is_right(self):
+        self.assertEqual(violations(BOTH, BOTH, [TOWEL, MUG]), [])
+
+    def test_what_was_sent_and_not_accepted_may_be_stored_or_not(self):
+        self.assertEqual(violations(BOTH, {MUG}, [MUG]), [])
+        self.assertEqual(violations(BOTH, {MUG}, [MUG, TOWEL]), [])
+
+    def test_a_missing_fact_is_seen(self):
+        self.assertEqual(violations(BOTH, BOTH, [TOWEL]), [f"accepted and not stored: {MUG}"])
+
+    def test_a_doubled_fact_is_seen(self):
+        self.assertEqual(violations(BOTH, BOTH, [MUG, TOWEL, MUG]), [f"stored 2 times: {MUG}"])
+
+    def test_a_fact_that_nobody_sent_is_seen(self):
+        self.assertEqual(violations({MUG}, {MUG}, [MUG, TOWEL]),
+                         [f"stored and never sent: {TOWEL}"])
+
+    def test_a_change_of_any_value_is_seen(self):
+        for name in Fact._fields:
+            with self.subTest(name):
+                changed = MUG._replace(**{name: getattr(MUG, name) * 2})
+                self.assertEqual(violations({MUG}, {MUG}, [changed]),
+                                 [f"accepted and not stored: {MUG}",
+                                  f"stored and never sent: {changed}"])
+
+    def test_another_spelling_of_the_same_letters_is_seen(self):
+        other = MUG._replace(item=unicodedata.normalize("NFD", MUG.item))
+        self.assertEqual(len(violations({MUG}, {MUG}, [other])), 2)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,96 @@
+"""nginx before the instances of the order service."""
+
+import os
+import pwd
+import shutil
+import socket
+import tempfile
+
+from loopback import HOST
+from owned_process import start_owned, wait_for
+
+# A request whose instance is dead goes to the other one, a POST as well ("non_idempotent"): what is
+# stored already stays as it is when it is sent again.
+CONFIGURATION = """
+daemon off;
+user {user};
+worker_processes 1;
+worker_rlimit_nofile 8192;
+pid {folder}/pid;
+error_log {folder}/error.log;
+events {{ worker_connections 4096; }}
+http {{
+  log_format attempts "$upstream_addr";
+  access_log {folder}/attempts.log attempts;
+  client_body_temp_path {folder}/client;
+  proxy_temp_path {folder}/proxy;
+  fastcgi_temp_path {folder}/fastcgi;
+  uwsgi_temp_path {folder}/uwsgi;
+  scgi_temp_path {folder}/scgi;
+  client_max_body_size 16m;
+  client_body_buffer_size 1m;
+  upstream orders {{
+    {servers}
+  }}
+  server {{
+    listen {host}:{port} backlog=1024;
+    location / {{
+      proxy_pass http://orders;
+      proxy_connect_timeout 2s;
+      proxy_next_upstream error timeout non_idempotent;
+    }}
+  }}
+}}
+"""
+
+
+class NginxProxy:
+    """Hands requests at `port` on to the instances at the other ports, from entering to leaving."""
+
+    def __init__(self, port, instances):
+        self.port = port
+        self._instances = instances
+        self._folder = None
+        self._process = None
+
+    def __enter__(self):
+        self._folder = tempfile.mkdtemp(prefix="cartonpick-nginx-")
+        try:
+            self._start()
+        except BaseException:
+            self.__exit__()
+            raise
+        return self
+
+    def __exit__(self, *_):
+        if self._process:
+            self._process.terminate()
+            self._process.wait(60)
+        shutil.rmtree(self._folder)
+
+    def second_attempts(self):
+        """How many requests went on to the other instance so far."""
+        with open(os.path.join(self._folder, "attempts.log"), encoding="ascii") as lines:
+            return sum("," in line for line in lines)
+
+    def _start(self):
+        servers = "\n    ".join(f"server {HOST}:{port} max_fails=1 fail_timeout=1s;"
+                                for port in self._instances)
+        user = pwd.getpwuid(os.geteuid()).pw_name
+        path = os.path.join(self._folder, "nginx.conf")
+        with open(path, "w", encoding="ascii") as file:
+            file.write(CONFIGURATION.format(folder=self._folder, user=user, host=HOST,
+                                            port=self.port, servers=servers))
+        # Not everyone's search path has Debian's folder of servers.
+        nginx = shutil.which("nginx", path=f"{os.environ['PATH']}:/usr/sbin")
+        with open(os.path.join(self._folder, "output"), "wb") as output:
+            self._process = start_owned([nginx, "-p", self._folder, "-e", "stderr", "-c", path],
+                                        stdout=output, stderr=output)
+        wait_for(self._is_ready, "the start of nginx")
+
+    def _is_ready(self):
+        if self._process.poll() is not None:
+            with open(os.path.join(self._folder, "output"), encoding="utf-8") as output:
+                raise RuntimeError(f"nginx ended:\n{output.read()}")
+        with socket.socket() as client:
+            return client.connect_ex((HOST, self.port)) == 0

@@ -1,0 +1,59 @@
+"""One instance of the order service."""
+
+import os
+import select
+import subprocess
+import tempfile
+
+from loopback import HOST
+
+START_SECONDS = 60
+
+
+class OrderInstance:
+    """Listens at the port from entering to leaving, apart from when it is killed."""
+
+    def __init__(self, folder, store, port):
+        """`folder` is that of the programs."""
+        self._command = [os.path.join(folder, "cartonpick-orders"), "--exit-with-parent", "--bind",
+                         HOST, "--port", str(port), "--store", store]
+        self._errors = tempfile.TemporaryFile()
+        self._process = None
+
+    def __enter__(self):
+        self.start()
+        return self
+
+    def __exit__(self, *_):
+        if self._process:
+            self._process.kill()
+            self._process.communicate()
+        self._errors.close()
+
+    @property
+    def is_running(self):
+        return self._process.poll() is None
+
+    def start(self):
+        """Returns once it listens."""
+        self._process = subprocess.Popen(self._command, stdin=subprocess.PIPE,
+                                         stdout=subprocess.PIPE, stderr=self._errors)
+        ready, _, _ = select.select([self._process.stdout], [], [], START_SECONDS)
+        if not ready or not self._process.stdout.readline():
+            raise RuntimeError(f"an instance did not start:\n{self.errors()}")
+
+    def errors(self):
+        """What it said of errors, the last of it."""
+        self._errors.seek(0)
+        return self._errors.read().decode(errors="replace")[-2000:]
+
+    def kill(self):
+        """As a crash would."""
+        self._process.kill()
+        self._process.communicate()
+
+    def end(self):
+        """Ends it as a system would, and returns its exit code."""
+        self._process.terminate()
+        self._process.communicate(timeout=60)
+        return self._process.returncode

@@ -1,0 +1,93 @@
+#include "web_service.h"
+
+#include "postgres_cluster.h"
+#include "sample_data.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <sstream>
+
+namespace cartonpick::orders {
+
+namespace {
+
+const std::string kCalls = "/qir_pick/servicepick.svc/json/";
+const std::string kToken = "token-of-16-signs";
+
+Request get(const std::string &target) {
+  return {.method = "GET", .target = target, .contentType = {}, .body = {}};
+}
+
+class WebServiceTest : public testing::Test {
+ protected:
+  WebServiceTest() { m_store.load(sampleDeliveries()); }
+
+  Answer answer(const Request &request) { return m_service.answer(request); }
+  Answer withToken(const std::string &target) {
+    Request request = get(target);
+    request.authorization = "Bearer " + kToken;
+    return answer(request);
+  }
+  std::string log() const { return m_out.str(); }
+
+ private:
+  SqlStore m_store{SqlAddress(SqlAddress::kInMemory)};
+  std::ostringstream m_out;
+  RequestLog m_log{m_out};
+  WebService m_service{m_store, AccessGuard(kToken, false), &m_log};
+};
+
+}  // namespace
+
+TEST_F(WebServiceTest, AnswersTabletsAndHealthChecksWithoutAToken) {
+  EXPECT_EQ(answer(get(kCalls + "getorderpercarton/D1")).status, 200);
+  EXPECT_EQ(answer(get(kCalls + "getitems")).status, 200);
+  EXPECT_EQ(answer(get("/healthz")).body, "ok\n");
+}
+
+TEST_F(WebServiceTest, AnswersEverythingElseOnlyWithTheToken) {
+  for (const std::string target : {"/", "/metrics", "/deliveries/D1", "/nowhere"}) {
+    EXPECT_EQ(answer(get(target)).status, 401) << target;
+  }
+  EXPECT_EQ(withToken("/").status, 200);
+  EXPECT_EQ(withToken("/metrics").status, 200);
+  EXPECT_EQ(withToken("/deliveries/D1").status, 200);
+  EXPECT_EQ(withToken("/nowhere").status, 404);
+}
+
+TEST_F(WebServiceTest, KeepsPagesOutOfFramesAndCaches) {
+  using Header = std::pair<std::string, std::string>;
+  const auto headers = withToken("/").headers;
+  for (const Header &header :
+       {Header("Content-Security-Policy", "frame-ancestors 'none'"),
+        Header("X-Content-Type-Options", "nosniff"), Header("Cache-Control", "no-store")}) {
+    EXPECT_EQ(std::count(headers.begin(), headers.end(), header), 1) << header.first;
+  }
+  EXPECT_TRUE(answer(get("/healthz")).headers.empty());
+}
+
+TEST_F(WebServiceTest, CountsAndLogsWhatItAnswers) {
+  answer(get(kCalls + "getorderpercarton/D1"));
+  answer(get(kCalls + "sendpick"));
+  const std::string metrics = withToken("/metrics").body;
+  EXPECT_NE(metrics.find("cartonpick_requests_total{kind=\"lookup\",status=\"200\"} 1\n"),
+            std::string::npos);
+  EXPECT_NE(metrics.find("cartonpick_requests_total{kind=\"send\",status=\"405\"} 1\n"),
+            std::string::npos);
+  EXPECT_NE(log().find("\"target\":\"" + kCalls + "getorderpercarton/D1\",\"status\":200"),
+            std::string::npos);
+}
+
+TEST(WebService, IsNotHealthyWithoutItsDatabase) {
+  PostgresCluster cluster;
+  SqlStore store(SqlAddress(cluster.url()));
+  WebService service(store, AccessGuard(std::nullopt, true), nullptr);
+  EXPECT_EQ(service.answer(get("/healthz")).status, 200);
+  cluster.crash();
+  EXPECT_EQ(service.answer(get("/healthz")).status, 503);
+  EXPECT_EQ(service.answer(get(kCalls + "getorderpercarton/D1")).status, 500);
+  cluster.start();
+  EXPECT_EQ(service.answer(get("/healthz")).status, 200);
+}
+
+}  // namespace cartonpick::orders

@@ -1,0 +1,229 @@
+"""The supervisor's pages in a headless Chromium, from the real order service.
+
+Usage: python3 supervisor_page_test.py FOLDER-OF-THE-PROGRAMS
+"""
+
+import glob
+import json
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+import urllib.parse
+import urllib.request
+from itertools import groupby
+
+import zxingcpp
+from PIL import Image
+from tablet import OrderService, wait_for
+
+PROGRAMS = sys.argv.pop(1)
+HERE = os.path.dirname(os.path.abspath(__file__))
+ALL = "the last change first"
+PRINTABLE = "".join(map(chr, range(ord(" "), ord("~") + 1)))
+
+
+def order_line(**members):
+    return {"cusname": "Ann & <b>Söhne</b>", "brand": "HEARTHSIDE", "cdate": "03/02/2026",
+            "date": "03/05/2026", "doc": "D1", "ordernum": "SO-1", "item": "20138A",
+            "barcode": "5012746100000", "descr": "MUG \"350ML\" <script>alert(1)</script>",
+            "qty": 3, "carton": "C001", **members}
+
+
+# Whatever a scanner may have to read.
+ODD = "/&#?% 7"
+DELIVERIES = [
+    order_line(),
+    order_line(item="20138B", barcode="5012746100017", carton="C002"),
+    order_line(doc="D2", cusname="Bob"),
+    order_line(doc=ODD, carton="box <1>", barcode="0012746100005"),  # a leading zero
+    order_line(doc=ODD, carton="box <1>", item="A", barcode="5012746100001"),  # a wrong check digit
+    order_line(doc=ODD, carton="2", item="B", barcode=PRINTABLE[:60].strip()),
+    order_line(doc=ODD, carton="2", item="C", barcode=PRINTABLE[48:]),
+    order_line(doc=ODD, carton="3", item="D", barcode="Größe"),
+]
+
+
+class Hand:
+    """A hand in a browser: hand.mjs, in a process of its own."""
+
+    def __init__(self, address):
+        self._process = subprocess.Popen(
+            ["node", os.path.join(HERE, "hand.mjs"), shutil.which("chromium"), address],
+            stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+
+    def do(self, *command):
+        self._process.stdin.write(json.dumps(command) + "\n")
+        self._process.stdin.flush()
+        return json.loads(self._process.stdout.readline())
+
+    def close(self):
+        self._process.communicate()
+
+
+def barcodes_in(picture, height):
+    """Kind and text of every barcode in a picture, from its top to its bottom. It is read in strips
+    of a height of which no two barcodes have part, but every barcode has some."""
+    image = Image.open(picture).convert("L")
+    strips = (image.crop((0, top, image.width, top + height))
+              for top in range(0, image.height, height))
+    read = [zxingcpp.read_barcode(strip, zxingcpp.Code128 | zxingcpp.EAN13) for strip in strips]
+    codes = [(code.format, code.text) if code else None for code in read]
+    return [code for code, _ in groupby(codes) if code]
+
+
+class SupervisorPage(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = folder.name
+        with open(self.path("deliveries.json"), "w", encoding="utf-8") as file:
+            json.dump(DELIVERIES, file)
+        self.service = OrderService(os.path.join(PROGRAMS, "cartonpick-orders"), "--store",
+                                    self.path("store.sqlite"), "--deliveries",
+                                    self.path("deliveries.json"))
+        self.addCleanup(self.service.close)
+        hand = Hand(f"http://{self.service.host}/")
+        self.addCleanup(hand.close)
+        self.do = hand.do
+
+    def path(self, name):
+        return os.path.join(self.folder, name)
+
+    def send(self, line, quantity, picked_at="2026-03-04 09:15:00"):
+        """Reports that so many pieces of an order line were picked."""
+        picked = {"barcode": line["barcode"], "box": line["carton"], "doc": line["doc"],
+                  "item": line["item"], "ordernum": line["ordernum"], "qty": quantity,
+                  "datepicked": picked_at, "sent": 0}
+        request = urllib.request.Request(
+            f"http://{self.service.host}/qir_pick/servicepick.svc/json/sendpick",
+            json.dumps([picked]).encode(), {"Content-Type": "application/json"})
+        with urllib.request.urlopen(request) as answer:
+            self.assertEqual(answer.read(), b'"0"')
+
+    def states(self, caption=ALL):
+        """The state of every delivery that the list shows."""
+        return {row[0]: row[-1] for row in self.do("rows", caption)}
+
+    def expect_no_complaint(self):
+        self.assertEqual(self.do("complaints"), [])
+
+
+class List(SupervisorPage):
+    def setUp(self):
+        super().setUp()
+        self.assertEqual(self.do("open", "/"), 200)
+
+    def test_it_shows_what_the_service_was_given(self):
+        self.assertEqual(self.do("heading"), "Deliveries")
+        self.assertEqual(sorted(self.do("rows", ALL)), [
+            [ODD, "Ann & <b>Söhne</b>", "3", "15", "0", "", "○ open"],
+            ["D1", "Ann & <b>Söhne</b>", "2", "6", "0", "", "○ open"],
+            ["D2", "Bob", "1", "3", "0", "", "○ open"]])
+        self.expect_no_complaint()
+
+    def test_it_finds_a_delivery(self):
+        self.do("touchField")
+        self.do("type", "bO")
+        self.do("press", "Enter")
+        wait_for(lambda: self.do("address").endswith("/?q=bO"), "the search")
+        self.assertEqual(list(self.states("1 delivery found for “bO”")), ["D2"])
+        self.assertEqual(self.do("fieldText"), "bO")
+        self.do("follow", "All deliveries")
+        wait_for(lambda: len(self.states()) == 3, "all deliveries")
+
+    def test_it_stays_up_to_date_under_a_typing_hand(self):
+        self.do("touchField")
+        self.do("type", "half a na")
+        self.send(DELIVERIES[2], 3)
+        wait_for(lambda: self.states()["D2"] == "✓ complete", "the delivery to be complete")
+        self.assertEqual(next(iter(self.states())), "D2")
+        self.assertTrue(self.do("fieldHasFocus"))
+        self.do("type", "me")
+        self.assertEqual(self.do("fieldText"), "half a name")
+        self.assertTrue(self.do("address").endswith("/"))
+        self.expect_no_complaint()
+
+    def test_a_link_keeps_the_focus_when_its_row_changes(self):
+        self.do("focusLink", "D2")
+        self.send(DELIVERIES[2], 4)
+        wait_for(lambda: self.states()["D2"] == "+ over", "the delivery to be over")
+        self.assertEqual(self.do("focusedText"), "D2")
+
+    def test_it_tells_when_it_was_up_to_date_last(self):
+        first = self.do("updatedAt")
+        wait_for(lambda: self.do("updatedAt") != first, "an update")
+        self.assertFalse(self.do("says", "No answer since then"))
+        self.service.close()
+        wait_for(lambda: self.do("says", "No answer since then"), "the page to miss the service")
+
+    def test_no_page_is_wider_than_a_narrow_window(self):
+        self.send(DELIVERIES[2], 4)
+        for path in ("/", "/?q=x", "/deliveries/D2", "/deliveries/D2/sheet", "/deliveries/x"):
+            self.do("open", path)
+            self.assertLessEqual(self.do("overflow", 360), 0, path)
+
+
+class Delivery(SupervisorPage):
+    def setUp(self):
+        super().setUp()
+        self.send(DELIVERIES[0], 5)
+        self.do("open", "/")
+        self.do("follow", "D1")
+
+    def test_it_shows_lines_and_corrections_as_they_come_in(self):
+        self.assertEqual(self.do("heading"), "Delivery D1")
+        row = ["20138A", "5012746100000", 'MUG "350ML" <script>alert(1)</script>', "3", "5", "+2"]
+        self.assertEqual(self.do("rows", "Lines of box C001"), [row])
+        self.send(DELIVERIES[0], 3, "2026-03-04 09:30:00")
+        corrected = row[:4] + ["3 was 5", "0"]
+        wait_for(lambda: self.do("rows", "Lines of box C001") == [corrected], "the correction")
+        self.expect_no_complaint()
+
+    def test_it_shows_what_was_not_ordered(self):
+        self.send({**DELIVERIES[0], "item": "X"}, 1)
+        wait_for(lambda: ["X", "5012746100000", "", "not ordered", "1", "+1"]
+                 in self.do("rows", "Lines of box C001"), "the line without an order")
+
+    def test_an_unknown_one_is_not_found(self):
+        self.assertEqual(self.do("open", "/deliveries/<b>"), 404)
+        self.assertEqual(self.do("heading"), "Unknown delivery")
+        self.assertTrue(self.do("says", "There is no delivery “<b>”."))
+
+
+class Sheet(SupervisorPage):
+    def setUp(self):
+        super().setUp()
+        self.do("open", "/deliveries/" + urllib.parse.quote(ODD, safe=""))
+        self.do("follow", "Sheet to print")
+        wait_for(lambda: self.do("address").endswith("/sheet"), "the sheet")
+
+    def expected(self):
+        code128, ean13 = zxingcpp.Code128, zxingcpp.EAN13
+        return [(code128, ODD), (code128, "box <1>"), (ean13, "0012746100005"),
+                (code128, "5012746100001"), (code128, "2"), (code128, PRINTABLE[:60].strip()),
+                (code128, PRINTABLE[48:]), (code128, "3")]
+
+    def test_a_scanner_reads_every_barcode_on_paper(self):
+        self.do("print", self.path("sheet.pdf"))
+        subprocess.run(["pdftoppm", "-r", "300", "-gray", self.path("sheet.pdf"),
+                        self.path("sheet")], check=True, stderr=subprocess.DEVNULL)
+        pages = sorted(glob.glob(self.path("sheet-*.pgm")))
+        self.assertEqual([code for page in pages for code in barcodes_in(page, 40)],
+                         self.expected())
+        self.expect_no_complaint()
+
+    def test_a_scanner_reads_every_barcode_on_the_screen(self):
+        self.do("savePicture", self.path("sheet.png"))
+        # A longer one has less than a pixel for each of its bars.
+        self.assertEqual(barcodes_in(self.path("sheet.png"), 12),
+                         [code for code in self.expected() if len(code[1]) < 30])
+
+    def test_a_code_that_no_barcode_holds_is_there_to_read(self):
+        self.assertTrue(self.do("says", "Größe"))
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
