@@ -137,7 +137,9 @@ auto SqlStore::with(const Work &work) const {
       return work(lease.connection());
     }
   } catch (const soci::soci_error &error) {
-    lease.drop();
+    if (lease.isLost()) {
+      lease.drop();
+    }
     fail(m_address, error);
   }
 }

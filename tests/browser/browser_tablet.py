@@ -1,11 +1,10 @@
 """A tablet whose screen is a page in a headless Chromium, as scripts/serve-in-browser serves it."""
 
-import json
 import os
-import shutil
 import signal
 import subprocess
 
+from hand import Hand
 from tablet import Tablet, wait_for
 
 HERE = os.path.dirname(os.path.abspath(__file__))
@@ -60,28 +59,11 @@ class ServedProgram:
         self._script.stdout.close()
 
 
-class Hand:
-    """A hand in a browser: hand.mjs, in a process of its own."""
-
-    def __init__(self, address):
-        self._process = subprocess.Popen(
-            ["node", os.path.join(HERE, "hand.mjs"), shutil.which("chromium"), address],
-            stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
-
-    def do(self, *command):
-        self._process.stdin.write(json.dumps(command) + "\n")
-        self._process.stdin.flush()
-        return json.loads(self._process.stdout.readline())
-
-    def close(self):
-        self._process.communicate()
-
-
 class BrowserTablet(Tablet):
     """A served program, and a hand that has nothing of it but the page."""
 
     def __init__(self, served):
-        self.hand = Hand(served.address)
+        self.hand = Hand(os.path.join(HERE, "hand.mjs"), served.address)
         self.hand.do("waitForScreen")
         super().__init__(served.program_id)
 

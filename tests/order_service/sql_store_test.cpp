@@ -251,6 +251,14 @@ TEST(SqlStoreInSqlite, LoadsNothingWhenAnythingFails) {
   EXPECT_EQ(store.lines("D1"), std::vector{withDelivery("D1", "A")});
 }
 
+TEST(SqlStoreInSqlite, KeepsWhatIsInMemoryAfterAFailure) {
+  SqlStore store{SqlAddress(SqlAddress::kInMemory)};
+  store.load({{withDelivery("D1", "A")}, {}});
+  // A pattern that is longer than SQLite takes.
+  EXPECT_THROW(store.summaries(std::string(60'000, 'x')), std::runtime_error);
+  EXPECT_EQ(store.lines("D1").size(), 1U);
+}
+
 TEST(SqlStoreInSqlite, TakesOverAFileOfTheFirstVersion) {
   const TemporaryFolder folder;
   const std::string file = folder.path("store.sqlite");

@@ -6,7 +6,6 @@ Usage: python3 supervisor_page_test.py FOLDER-OF-THE-PROGRAMS
 import glob
 import json
 import os
-import shutil
 import subprocess
 import sys
 import tempfile
@@ -17,6 +16,7 @@ from itertools import groupby
 
 import zxingcpp
 from PIL import Image
+from hand import Hand
 from tablet import OrderService, wait_for
 
 PROGRAMS = sys.argv.pop(1)
@@ -46,23 +46,6 @@ DELIVERIES = [
 ]
 
 
-class Hand:
-    """A hand in a browser: hand.mjs, in a process of its own."""
-
-    def __init__(self, address):
-        self._process = subprocess.Popen(
-            ["node", os.path.join(HERE, "hand.mjs"), shutil.which("chromium"), address],
-            stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
-
-    def do(self, *command):
-        self._process.stdin.write(json.dumps(command) + "\n")
-        self._process.stdin.flush()
-        return json.loads(self._process.stdout.readline())
-
-    def close(self):
-        self._process.communicate()
-
-
 def barcodes_in(picture, height):
     """Kind and text of every barcode in a picture, from its top to its bottom. It is read in strips
     of a height of which no two barcodes have part, but every barcode has some."""
@@ -85,7 +68,7 @@ class SupervisorPage(unittest.TestCase):
                                     self.path("store.sqlite"), "--deliveries",
                                     self.path("deliveries.json"))
         self.addCleanup(self.service.close)
-        hand = Hand(f"http://{self.service.host}/")
+        hand = Hand(os.path.join(HERE, "hand.mjs"), f"http://{self.service.host}/")
         self.addCleanup(hand.close)
         self.do = hand.do
 
