@@ -98,7 +98,8 @@ int run(const CommandLine &options, const Folders &displayFolders) {
     environment.serviceHost = demo.start();
     if (environment.serviceHost.isEmpty()) {
       environment.alerts.show({.title = QStringLiteral("Could not start the demo"),
-                               .message = QStringLiteral("The demo order service did not start.")});
+                               .message = QStringLiteral("The demo order service did not start. It comes with the "
+                                                    "package cartonpick-orders.")});
     }
   }
   if (options.onScreenKeyboard && !hasScreenKeyboard()) {

@@ -1,4 +1,4 @@
-"""The Debian package: what it says of itself, what it holds, and that what it holds runs.
+"""The Debian packages: what they say of themselves, what they hold, and that what they hold runs.
 
 Usage: package_test.py CPACK BUILD-FOLDER VERSION
 """
@@ -6,6 +6,7 @@ Usage: package_test.py CPACK BUILD-FOLDER VERSION
 import configparser
 import glob
 import gzip
+import io
 import os
 import re
 import shlex
@@ -21,27 +22,33 @@ from demo_run import run_demo
 VERSION, BUILD, CPACK = sys.argv.pop(), sys.argv.pop(), sys.argv.pop()
 SOURCES = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..")
 
+TABLET, ORDERS = "cartonpick", "cartonpick-orders"
 DESKTOP_ID = "io.github.cartonpick.CartonPick"
-PROGRAMS = {"usr/bin/cartonpick", "usr/bin/cartonpick-orders"}
 KIOSK = "usr/share/doc/cartonpick/examples/cartonpick-kiosk.desktop"
 ENTRY = f"usr/share/applications/{DESKTOP_ID}.desktop"
 METAINFO = f"usr/share/metainfo/{DESKTOP_ID}.metainfo.xml"
-CHANGELOG = "usr/share/doc/cartonpick/changelog.Debian.gz"
-FILES = PROGRAMS | {
-    ENTRY,
-    METAINFO,
-    CHANGELOG,
-    KIOSK,
-    f"usr/share/icons/hicolor/scalable/apps/{DESKTOP_ID}.svg",
-    "usr/share/doc/cartonpick/changelog.gz",
-    "usr/share/doc/cartonpick/copyright",
-    "usr/lib/systemd/system/cartonpick-orders.service",
-    "usr/share/doc/cartonpick/fleet.md",
-    "usr/share/doc/cartonpick/installing.md",
-    "usr/share/doc/cartonpick/order-service.md",
-    "usr/share/man/man1/cartonpick.1.gz",
-    "usr/share/man/man1/cartonpick-orders.1.gz",
+FILES = {
+    TABLET: {
+        ENTRY,
+        METAINFO,
+        KIOSK,
+        f"usr/share/icons/hicolor/scalable/apps/{DESKTOP_ID}.svg",
+        "usr/share/doc/cartonpick/installing.md",
+    },
+    ORDERS: {
+        "usr/lib/systemd/system/cartonpick-orders.service",
+        "usr/share/doc/cartonpick-orders/fleet.md",
+        "usr/share/doc/cartonpick-orders/order-service.md",
+    },
 }
+for package, files in FILES.items():
+    files |= {
+        f"usr/bin/{package}",
+        f"usr/share/doc/{package}/changelog.Debian.gz",
+        f"usr/share/doc/{package}/changelog.gz",
+        f"usr/share/doc/{package}/copyright",
+        f"usr/share/man/man1/{package}.1.gz",
+    }
 
 
 def output_of(*command):
@@ -70,26 +77,34 @@ class Package(unittest.TestCase):
             umask=0o077, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
         if built.returncode != 0:
             raise AssertionError(built.stdout)
-        [cls.deb] = glob.glob(f"{folder.name}/*.deb")
+        cls.debs = {package: cls.deb_of(folder.name, package) for package in FILES}
         cls.root = os.path.join(folder.name, "root")
         cls.home = os.path.join(folder.name, "home")
-        output_of("dpkg-deb", "--extract", cls.deb, cls.root)
-        tarred = subprocess.run(["dpkg-deb", "--fsys-tarfile", cls.deb], check=True,
+        for deb in cls.debs.values():
+            output_of("dpkg-deb", "--extract", deb, cls.root)
+
+    @staticmethod
+    def deb_of(folder, package):
+        [deb] = glob.glob(f"{folder}/{package}_*.deb")
+        return deb
+
+    def members(self, package):
+        tarred = subprocess.run(["dpkg-deb", "--fsys-tarfile", self.debs[package]], check=True,
                                 stdout=subprocess.PIPE).stdout
-        with tempfile.TemporaryFile() as file:
-            file.write(tarred)
-            file.seek(0)
-            with tarfile.open(fileobj=file) as tar:
-                cls.members = tar.getmembers()
+        with tarfile.open(fileobj=io.BytesIO(tarred)) as tar:
+            return tar.getmembers()
 
-    def field(self, name):
-        return output_of("dpkg-deb", "--field", self.deb, name).strip()
+    def field(self, package, name):
+        return output_of("dpkg-deb", "--field", self.debs[package], name).strip()
 
-    def packages_in(self, field):
-        return {package.split()[0] for package in self.field(field).split(", ")}
+    def packages_in(self, package, field):
+        return {named.split()[0] for named in self.field(package, field).split(", ")}
 
     def path(self, name):
         return os.path.join(self.root, name)
+
+    def program(self, package):
+        return self.path(f"usr/bin/{package}")
 
     def entry(self, name):
         parser = configparser.ConfigParser(interpolation=None)
@@ -98,49 +113,62 @@ class Package(unittest.TestCase):
         return parser
 
     def run_program(self, *command):
-        return output_of(self.path(f"usr/bin/{command[0]}"), *command[1:])
+        return output_of(self.program(command[0]), *command[1:])
 
-    def test_name_and_version_are_the_projects(self):
-        self.assertEqual(self.field("Package"), "cartonpick")
-        self.assertEqual(self.field("Version").rsplit("-")[0], VERSION)
-        self.assertEqual(self.field("Architecture"),
-                         output_of("dpkg", "--print-architecture").strip())
+    def test_names_and_versions_are_the_projects(self):
+        for package in FILES:
+            self.assertEqual(self.field(package, "Package"), package)
+            self.assertEqual(self.field(package, "Version").rsplit("-")[0], VERSION)
+            self.assertEqual(self.field(package, "Architecture"),
+                             output_of("dpkg", "--print-architecture").strip())
 
     def test_the_release_is_recorded(self):
-        with gzip.open(self.path(CHANGELOG), "rt", encoding="utf-8") as changelog:
-            self.assertIn(f"cartonpick ({self.field('Version')})", changelog.readline())
+        for package in FILES:
+            path = self.path(f"usr/share/doc/{package}/changelog.Debian.gz")
+            with gzip.open(path, "rt", encoding="utf-8") as changelog:
+                self.assertIn(f"{package} ({self.field(package, 'Version')})",
+                              changelog.readline())
         metainfo = xml.etree.ElementTree.parse(self.path(METAINFO))
         self.assertEqual(metainfo.find("releases/release").get("version"), VERSION)
 
-    def test_it_depends_on_what_the_linker_cannot_see(self):
-        self.assertEqual(packages_of("run") - self.packages_in("Depends"), set())
+    def test_the_program_depends_on_what_the_linker_cannot_see(self):
+        self.assertEqual(packages_of("run") - self.packages_in(TABLET, "Depends"), set())
 
-    def test_it_recommends_what_the_keyboard_on_the_screen_needs(self):
-        self.assertEqual(packages_of("keyboard") - self.packages_in("Recommends"), set())
+    def test_the_program_recommends_what_its_keyboard_and_its_demo_need(self):
+        self.assertEqual((packages_of("keyboard") | {ORDERS})
+                         - self.packages_in(TABLET, "Recommends"), set())
 
-    def test_it_depends_on_what_the_programs_are_linked_with(self):
-        self.assertLess({"libc6", "libqt6quick6", "libsqlite3-0"}, self.packages_in("Depends"))
+    def test_they_depend_on_what_the_programs_are_linked_with(self):
+        self.assertLess({"libc6", "libqt6quick6", "libsqlite3-0"},
+                        self.packages_in(TABLET, "Depends"))
+        self.assertLess({"libc6", "libsoci-sqlite3-4.0", "libsoci-postgresql4.0"},
+                        self.packages_in(ORDERS, "Depends"))
 
-    def test_it_holds_these_files_and_no_other(self):
-        files = {member.name[2:] for member in self.members if not member.isdir()}
-        self.assertEqual(files, FILES)
+    def test_the_order_service_needs_no_desktop(self):
+        for needed in self.packages_in(ORDERS, "Depends"):
+            self.assertNotRegex(needed, "qt|qml|x11|gl|cartonpick$")
+
+    def test_they_hold_these_files_and_no_other(self):
+        for package in FILES:
+            files = {member.name[2:] for member in self.members(package) if not member.isdir()}
+            self.assertEqual(files, FILES[package])
 
     def test_everything_is_roots_and_only_the_programs_can_be_run(self):
-        for member in self.members:
-            with self.subTest(member.name):
-                runs = member.isdir() or member.name[2:] in PROGRAMS
-                self.assertEqual(oct(member.mode), oct(0o755 if runs else 0o644))
-                self.assertEqual((member.uname, member.gname), ("root", "root"))
+        for package in FILES:
+            for member in self.members(package):
+                with self.subTest(package, member=member.name):
+                    runs = member.isdir() or member.name[2:] == f"usr/bin/{package}"
+                    self.assertEqual(oct(member.mode), oct(0o755 if runs else 0o644))
+                    self.assertEqual((member.uname, member.gname), ("root", "root"))
 
     def test_the_programs_look_for_libraries_where_the_system_has_them(self):
-        for program in PROGRAMS:
-            with self.subTest(program):
-                self.assertNotRegex(output_of("readelf", "--dynamic", self.path(program)),
-                                    "R(UN)?PATH")
+        for package in FILES:
+            self.assertNotRegex(output_of("readelf", "--dynamic", self.program(package)),
+                                "R(UN)?PATH")
 
     def test_the_desktop_entry_has_its_program_and_its_icon(self):
         entry = self.entry(ENTRY)
-        self.assertIn(f"usr/bin/{entry['Desktop Entry']['Exec']}", PROGRAMS)
+        self.assertEqual(entry["Desktop Entry"]["Exec"], TABLET)
         self.assertEqual(entry["Desktop Entry"]["Icon"], DESKTOP_ID)
 
     def test_the_commands_of_the_entries_are_understood(self):
@@ -152,25 +180,22 @@ class Package(unittest.TestCase):
                     self.assertIn(VERSION, self.run_program(*command, "--version"))
 
     def test_the_manuals_explain_every_option(self):
-        for program in PROGRAMS:
-            name = os.path.basename(program)
-            with gzip.open(self.path(f"usr/share/man/man1/{name}.1.gz"), "rt",
+        for package in FILES:
+            with gzip.open(self.path(f"usr/share/man/man1/{package}.1.gz"), "rt",
                            encoding="utf-8") as page:
                 manual = page.read().replace("\\-", "-")
-            for option in re.findall(r"^ .*?(--[a-z-]+)", self.run_program(name, "--help"),
+            for option in re.findall(r"^ .*?(--[a-z-]+)", self.run_program(package, "--help"),
                                      re.MULTILINE):
                 if option != "--help-all":
-                    with self.subTest(name, option=option):
+                    with self.subTest(package, option=option):
                         self.assertRegex(manual, rf"{option}\b")
 
     def test_both_programs_say_their_version(self):
-        for program in PROGRAMS:
-            with self.subTest(program):
-                self.assertIn(VERSION, self.run_program(os.path.basename(program), "--version"))
+        for package in FILES:
+            self.assertIn(VERSION, self.run_program(package, "--version"))
 
     def test_the_demo_comes_up_with_the_service_beside_it_and_both_end(self):
-        run_demo(self.home, self.path("usr/bin/cartonpick-orders"),
-                 [self.path("usr/bin/cartonpick")])
+        run_demo(self.home, self.program(ORDERS), [self.program(TABLET)])
 
 
 if __name__ == "__main__":
