@@ -99,11 +99,8 @@ Answer OrderService::orderPerCarton(std::string_view encodedNumber) const {
   if (!number) {
     return textAnswer(400, "a % in the delivery number is not followed by two hex digits");
   }
-  const std::vector<OrderLine> lines = m_store.lines(*number);
-  if (!lines.empty() && m_store.isSent(*number)) {
-    return jsonAnswer(kAlreadySent);
-  }
-  return jsonAnswer(toJsonArray(lines));
+  const Delivery delivery = m_store.delivery(*number);
+  return delivery.isSent ? jsonAnswer(kAlreadySent) : jsonAnswer(toJsonArray(delivery.lines));
 }
 
 Answer OrderService::items() const {
@@ -119,7 +116,7 @@ Answer OrderService::sendPick(const Request &request) const {
     return textAnswer(400, error.what());
   }
   const std::string &delivery = lines.front().delivery;
-  if (m_store.lines(delivery).empty()) {
+  if (m_store.delivery(delivery).lines.empty()) {
     return textAnswer(400, "line 1: delivery \"" + delivery + "\" is unknown");
   }
   m_store.store(lines);

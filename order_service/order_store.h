@@ -8,6 +8,14 @@
 
 namespace cartonpick::orders {
 
+/// One delivery to pick.
+struct Delivery {
+  /// In their given order; none when there is no such delivery.
+  std::vector<OrderLine> lines;
+  /// Whether anything that was picked of these lines was stored.
+  bool isSent = false;
+};
+
 /// Where the deliveries to pick come from and what was picked of them goes. Implementations may be
 /// called from several threads at once, and throw std::exception when the store can't be used.
 class OrderStore {
@@ -17,15 +25,11 @@ class OrderStore {
   OrderStore &operator=(const OrderStore &) = delete;
   virtual ~OrderStore() = default;
 
-  /// The lines of the delivery in their given order; none when there is no such delivery. The
-  /// number is compared byte by byte.
-  virtual std::vector<OrderLine> lines(const std::string &delivery) const = 0;
+  /// The number is compared byte by byte.
+  virtual Delivery delivery(const std::string &number) const = 0;
 
   /// The articles of all deliveries, and those that were given besides.
   virtual std::vector<Article> catalogue() const = 0;
-
-  /// Whether anything was stored for the delivery.
-  virtual bool isSent(const std::string &delivery) const = 0;
 
   /// Stores all of the lines, which are of one delivery, or none; lines that are stored already
   /// change nothing. Returns only once they would survive a power cut, as far as the

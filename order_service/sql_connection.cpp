@@ -44,17 +44,17 @@ void switchToLog(soci::session &session) {
 struct SqlConnection::Statements {
   explicit Statements(soci::session &session)
       : selectLines(
+            // The databases count what was sent once, not for every line.
             (session.prepare << "SELECT customer, brand, order_date, shipping_date, delivery, "
-                                "order_no, barcode, item, description, quantity, box "
+                                "order_no, barcode, item, description, quantity, box, "
+                                "(SELECT count(*) FROM (SELECT 1 FROM picked_line "
+                                "WHERE delivery = :sent LIMIT 1) AS sent) "
                                 "FROM order_line WHERE delivery = :delivery ORDER BY position",
-             soci::use(delivery), soci::into(line.customer), soci::into(line.brand),
-             soci::into(line.orderDate), soci::into(line.shippingDate), soci::into(line.delivery),
-             soci::into(line.order), soci::into(line.article.barcode),
+             soci::use(delivery), soci::use(delivery), soci::into(line.customer),
+             soci::into(line.brand), soci::into(line.orderDate), soci::into(line.shippingDate),
+             soci::into(line.delivery), soci::into(line.order), soci::into(line.article.barcode),
              soci::into(line.article.item), soci::into(line.article.description),
-             soci::into(line.quantity), soci::into(line.carton))),
-        countSent((session.prepare << "SELECT count(*) FROM (SELECT 1 FROM picked_line "
-                                      "WHERE delivery = :delivery LIMIT 1) AS sent",
-                   soci::use(delivery), soci::into(count))),
+             soci::into(line.quantity), soci::into(line.carton), soci::into(sent))),
         touchDelivery(
             (session.prepare << "UPDATE delivery SET changed_at = :now WHERE number = :delivery",
              soci::use(receivedAt), soci::use(delivery))),
@@ -70,12 +70,11 @@ struct SqlConnection::Statements {
   // What the statements take and give.
   std::string delivery;
   OrderLine line;
-  int count = 0;
+  int sent = 0;
   PickedLine picked;
   std::string receivedAt;
 
   soci::statement selectLines;
-  soci::statement countSent;
   soci::statement touchDelivery;
   soci::statement insertPicked;
 };
@@ -96,25 +95,16 @@ SqlConnection::Statements &SqlConnection::statements() {
   return *m_statements;
 }
 
-std::vector<OrderLine> SqlConnection::lines(const std::string &delivery) {
-  std::vector<OrderLine> lines;
-  statements().delivery = delivery;
+Delivery SqlConnection::delivery(const std::string &number) {
+  Delivery found;
+  statements().delivery = number;
   statements().selectLines.execute();
-  while (statements().selectLines.fetch()) {
-    lines.push_back(statements().line);
-  }
-  return lines;
-}
-
-bool SqlConnection::isSent(const std::string &delivery) {
-  statements().delivery = delivery;
-  statements().countSent.execute();
   // To the end: a statement that waits at a row would keep its view of the database.
-  bool isSent = false;
-  while (statements().countSent.fetch()) {
-    isSent = statements().count != 0;
+  while (statements().selectLines.fetch()) {
+    found.lines.push_back(statements().line);
+    found.isSent = statements().sent != 0;
   }
-  return isSent;
+  return found;
 }
 
 void SqlConnection::insert(const std::vector<PickedLine> &lines, const std::string &receivedAt) {

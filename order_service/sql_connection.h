@@ -1,6 +1,6 @@
 #pragma once
 
-#include "order_line.h"
+#include "order_store.h"
 #include "picked_line.h"
 #include "sql_address.h"
 
@@ -22,8 +22,7 @@ class SqlConnection {
   bool isAlive() const { return m_session.is_connected(); }
   soci::session &session() { return m_session; }
 
-  std::vector<OrderLine> lines(const std::string &delivery);
-  bool isSent(const std::string &delivery);
+  Delivery delivery(const std::string &number);
   /// Inserts what is not there yet; to be called in a transaction.
   void insert(const std::vector<PickedLine> &lines, const std::string &receivedAt);
 

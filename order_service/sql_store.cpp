@@ -151,8 +151,8 @@ SqlStore::SqlStore(const SqlAddress &address)
 
 SqlStore::~SqlStore() = default;
 
-std::vector<OrderLine> SqlStore::lines(const std::string &delivery) const {
-  return with([&](SqlConnection &connection) { return connection.lines(delivery); });
+Delivery SqlStore::delivery(const std::string &number) const {
+  return with([&](SqlConnection &connection) { return connection.delivery(number); });
 }
 
 std::vector<Article> SqlStore::catalogue() const {
@@ -169,10 +169,6 @@ std::vector<Article> SqlStore::catalogue() const {
     }
     return articles;
   });
-}
-
-bool SqlStore::isSent(const std::string &delivery) const {
-  return with([&](SqlConnection &connection) { return connection.isSent(delivery); });
 }
 
 void SqlStore::store(const std::vector<PickedLine> &lines) {

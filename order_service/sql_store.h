@@ -38,9 +38,8 @@ class SqlStore : public OrderStore {
   explicit SqlStore(const SqlAddress &address);
   ~SqlStore() override;
 
-  std::vector<OrderLine> lines(const std::string &delivery) const override;
+  Delivery delivery(const std::string &number) const override;
   std::vector<Article> catalogue() const override;
-  bool isSent(const std::string &delivery) const override;
   void store(const std::vector<PickedLine> &lines) override;
 
   /// Adds the deliveries, or replaces those that are there already, and the articles that are new.

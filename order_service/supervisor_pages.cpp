@@ -60,7 +60,7 @@ Answer SupervisorPages::delivery(std::string_view encodedNumber, bool isSheet) c
   if (!number || !isText(*number)) {
     return unknownDeliveryPage(std::string(encodedNumber));
   }
-  const std::vector<OrderLine> lines = m_store.lines(*number);
+  const std::vector<OrderLine> lines = m_store.delivery(*number).lines;
   std::vector<StoredLine> facts = m_store.picked({.delivery = *number});
   if (lines.empty() && facts.empty()) {
     return unknownDeliveryPage(*number);

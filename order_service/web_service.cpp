@@ -79,7 +79,7 @@ Answer WebService::route(const Request &request) const {
 
 Answer WebService::health() const {
   try {
-    static_cast<void>(m_store.isSent(""));
+    static_cast<void>(m_store.delivery(""));
     return textAnswer(200, "ok\n");
   } catch (const std::exception &error) {
     return textAnswer(503, error.what());

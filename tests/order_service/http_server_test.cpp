@@ -23,12 +23,11 @@ const std::string kPrefix = "/qir_pick/servicepick.svc/json/";
 /// A store whose disk is full.
 class FullStore : public OrderStore {
  public:
-  std::vector<OrderLine> lines(const std::string &delivery) const override {
-    const auto lines = m_deliveries.lines(delivery);
-    return {lines.begin(), lines.end()};
+  Delivery delivery(const std::string &number) const override {
+    const auto lines = m_deliveries.lines(number);
+    return {.lines = {lines.begin(), lines.end()}};
   }
   std::vector<Article> catalogue() const override { return m_deliveries.catalogue(); }
-  bool isSent(const std::string & /*delivery*/) const override { return false; }
   void store(const std::vector<PickedLine> & /*lines*/) override {
     throw std::runtime_error("the disk is full");
   }

@@ -68,7 +68,7 @@ INSTANTIATE_TEST_SUITE_P(Both, SqlStoreTest,
 
 TEST_P(SqlStoreTest, IsEmptyAtFirst) {
   const SqlStore store(address());
-  EXPECT_TRUE(store.lines("D1").empty());
+  EXPECT_TRUE(store.delivery("D1").lines.empty());
   EXPECT_TRUE(store.catalogue().empty());
   EXPECT_TRUE(store.picked({}).empty());
 }
@@ -78,10 +78,10 @@ TEST_P(SqlStoreTest, GivesTheLinesOfADeliveryBackAsTheyWere) {
   store.load(sampleDeliveries());
   const Deliveries deliveries = sampleDeliveries();
   for (const auto &[delivery, lines] : deliveries.all()) {
-    EXPECT_EQ(store.lines(delivery), lines);
+    EXPECT_EQ(store.delivery(delivery).lines, lines);
   }
-  EXPECT_TRUE(store.lines("d1").empty());
-  EXPECT_TRUE(store.lines("D1 ").empty());
+  EXPECT_TRUE(store.delivery("d1").lines.empty());
+  EXPECT_TRUE(store.delivery("D1 ").lines.empty());
 }
 
 TEST_P(SqlStoreTest, GivesTheCatalogueInItsOrder) {
@@ -94,8 +94,8 @@ TEST_P(SqlStoreTest, LoadsADeliveryAgainInPlaceOfTheOld) {
   SqlStore store(address());
   store.load({{withDelivery("D1", "A"), withDelivery("D1", "B"), withDelivery("D2", "C")}, {}});
   store.load({{withDelivery("D1", "D")}, {}});
-  EXPECT_EQ(store.lines("D1"), std::vector{withDelivery("D1", "D")});
-  EXPECT_EQ(store.lines("D2").size(), 1U);
+  EXPECT_EQ(store.delivery("D1").lines, std::vector{withDelivery("D1", "D")});
+  EXPECT_EQ(store.delivery("D2").lines.size(), 1U);
   EXPECT_EQ(itemsOf(store.catalogue()), (std::vector<std::string>{"A", "B", "C", "D"}));
 }
 
@@ -104,19 +104,28 @@ TEST_P(SqlStoreTest, ReplacesAllDeliveriesAndArticlesButNothingPicked) {
   store.load({{withDelivery("D1", "A"), withDelivery("D2", "C")}, {}});
   store.store({pickedLine()});
   store.replace({{withDelivery("D3", "D")}, {}});
-  EXPECT_TRUE(store.lines("D1").empty());
-  EXPECT_EQ(store.lines("D3").size(), 1U);
+  EXPECT_TRUE(store.delivery("D1").lines.empty());
+  EXPECT_EQ(store.delivery("D3").lines.size(), 1U);
   EXPECT_EQ(itemsOf(store.catalogue()), std::vector<std::string>{"D"});
-  EXPECT_TRUE(store.isSent("D1"));
+  EXPECT_EQ(store.picked({}).size(), 1U);
 }
 
 TEST_P(SqlStoreTest, KnowsWhichDeliveriesWereSent) {
   SqlStore store(address());
-  EXPECT_FALSE(store.isSent("D1"));
+  for (const char *number : {"D1", "D1 ", "d1"}) {
+    store.load({{withDelivery(number, "A"), withDelivery(number, "B")}, {}});
+  }
+  EXPECT_FALSE(store.delivery("D1").isSent);
   store.store({pickedLine()});
-  EXPECT_TRUE(store.isSent("D1"));
-  EXPECT_FALSE(store.isSent("D1 "));
-  EXPECT_FALSE(store.isSent("d1"));
+  EXPECT_TRUE(store.delivery("D1").isSent);
+  EXPECT_FALSE(store.delivery("D1 ").isSent);
+  EXPECT_FALSE(store.delivery("d1").isSent);
+}
+
+TEST_P(SqlStoreTest, CallsNothingSentThatIsNotThereToPick) {
+  SqlStore store(address());
+  store.store({pickedLine()});
+  EXPECT_FALSE(store.delivery("D1").isSent);
 }
 
 TEST_P(SqlStoreTest, StoresAFactOnce) {
@@ -182,18 +191,19 @@ TEST_P(SqlStoreTest, FindsPickedLinesByDeliveryAndDay) {
 
 TEST_P(SqlStoreTest, Survives) {
   SqlStore(address()).store({pickedLine()});
-  EXPECT_TRUE(SqlStore(address()).isSent("D1"));
+  EXPECT_EQ(SqlStore(address()).picked({}).size(), 1U);
 }
 
 TEST_P(SqlStoreTest, MayBeUsedByManyThreadsOfSeveralInstances) {
   SqlStore one(address());
   SqlStore other(address());
+  one.load({{withDelivery("D1", "A")}, {}});
   {
     std::array<std::jthread, 8> threads;
     for (std::int32_t i = 0; std::jthread & thread : threads) {
       thread = std::jthread([&store = i % 2 == 0 ? one : other, i] {
         store.store({withQuantity(0), withQuantity(1 + i / 2)});
-        EXPECT_TRUE(store.isSent("D1"));
+        EXPECT_TRUE(store.delivery("D1").isSent);
       });
       ++i;
     }
@@ -206,18 +216,19 @@ TEST_P(SqlStoreTest, MayBeUsedByManyThreadsOfSeveralInstances) {
 TEST_P(SqlStoreTest, MayBeOpenedForTheFirstTimeByManyAtOnce) {
   std::array<std::jthread, 8> threads;
   for (std::jthread &thread : threads) {
-    thread = std::jthread([this] { EXPECT_NO_THROW(SqlStore(address()).isSent("D1")); });
+    thread = std::jthread([this] { EXPECT_NO_THROW(SqlStore(address()).delivery("D1")); });
   }
 }
 
 TEST(SqlStoreInPostgres, GoesOnAfterARestartOfTheDatabase) {
   PostgresCluster cluster;
   SqlStore store(SqlAddress(cluster.url()));
+  store.load({{withDelivery("D1", "A")}, {}});
   store.store({withQuantity(1)});
   cluster.crash();
-  EXPECT_THROW(store.isSent("D1"), std::runtime_error);
+  EXPECT_THROW(store.delivery("D1"), std::runtime_error);
   cluster.start();
-  EXPECT_TRUE(store.isSent("D1"));
+  EXPECT_TRUE(store.delivery("D1").isSent);
   store.store({withQuantity(2)});
   cluster.crash();
   cluster.start();
@@ -247,8 +258,8 @@ TEST(SqlStoreInSqlite, LoadsNothingWhenAnythingFails) {
           "BEGIN SELECT raise(ABORT, 'refused'); END");
   EXPECT_THROW(store.load({{withDelivery("D0", "C"), withDelivery("D1", "B")}, {}}),
                std::runtime_error);
-  EXPECT_TRUE(store.lines("D0").empty());
-  EXPECT_EQ(store.lines("D1"), std::vector{withDelivery("D1", "A")});
+  EXPECT_TRUE(store.delivery("D0").lines.empty());
+  EXPECT_EQ(store.delivery("D1").lines, std::vector{withDelivery("D1", "A")});
 }
 
 TEST(SqlStoreInSqlite, KeepsWhatIsInMemoryAfterAFailure) {
@@ -256,7 +267,7 @@ TEST(SqlStoreInSqlite, KeepsWhatIsInMemoryAfterAFailure) {
   store.load({{withDelivery("D1", "A")}, {}});
   // A pattern that is longer than SQLite takes.
   EXPECT_THROW(store.summaries(std::string(60'000, 'x')), std::runtime_error);
-  EXPECT_EQ(store.lines("D1").size(), 1U);
+  EXPECT_EQ(store.delivery("D1").lines.size(), 1U);
 }
 
 TEST(SqlStoreInSqlite, TakesOverAFileOfTheFirstVersion) {
