@@ -12,7 +12,9 @@ namespace {
 constexpr auto kSqliteOptions = "timeout=5 db=";
 constexpr auto kPostgresOptions =
     "connect_timeout=5&tcp_user_timeout=10000&keepalives_idle=5&application_name=cartonpick-orders"
-    "&options=-c%20client_min_messages%3Dwarning";
+    "&options=-c%20client_min_messages%3Dwarning"
+    // An instance that hangs with a delivery in its hands does not keep it from the others.
+    "%20-c%20idle_in_transaction_session_timeout%3D20s%20-c%20lock_timeout%3D30s";
 
 /// SOCI reads a value in quotes up to the next quote.
 std::string quoted(const std::string &file) {

@@ -2,6 +2,7 @@
 
 #include "postgres_cluster.h"
 #include "sample_data.h"
+#include "sql_connection.h"
 #include "stored_lines.h"
 #include "temporary_folder.h"
 
@@ -11,6 +12,7 @@
 #include <gtest/gtest.h>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 
 namespace cartonpick::orders {
 
@@ -234,6 +236,17 @@ TEST(SqlStoreInPostgres, GoesOnAfterARestartOfTheDatabase) {
   cluster.start();
   store.store({withQuantity(3)});
   EXPECT_EQ(quantitiesOf(store.picked({})), (std::vector{1, 2, 3}));
+}
+
+TEST(SqlStoreInPostgres, DoesNotWaitForEverForAnInstanceThatHangs) {
+  const PostgresCluster cluster;
+  SqlConnection connection{SqlAddress(cluster.url())};
+  for (const auto &[setting, limit] :
+       {std::pair{"idle_in_transaction_session_timeout", "20s"}, {"lock_timeout", "30s"}}) {
+    std::string value;
+    connection.session() << std::string("SHOW ") + setting, soci::into(value);
+    EXPECT_EQ(value, limit) << setting;
+  }
 }
 
 TEST(SqlStoreInPostgres, KeepsItsPasswordOutOfErrors) {
