@@ -1,7 +1,8 @@
 #include "access_guard.h"
 
+#include "html.h"
 #include "input_error.h"
-#include "percent_decoding.h"
+#include "login_page.h"
 
 #include <algorithm>
 #include <fstream>
@@ -15,26 +16,6 @@ namespace {
 constexpr std::size_t kMinTokenLength = 16;
 constexpr std::string_view kBearer = "Bearer ";
 constexpr std::string_view kCookie = "cartonpick_token=";
-constexpr std::string_view kField = "token=";
-constexpr auto kHtml = "text/html; charset=utf-8";
-
-constexpr auto kForm = R"(<!DOCTYPE html>
-<html lang="en"><head><meta charset="utf-8"><title>CartonPick orders: token</title>
-<meta name="viewport" content="width=device-width">
-<style>
-:root { color-scheme: light dark; font: 1.1rem/1.5 system-ui, sans-serif; }
-main { max-width: 26rem; margin: 15vh auto; padding: 0 1rem; }
-label, input, button { display: block; width: 100%; box-sizing: border-box; font: inherit; }
-input, button { margin: .5rem 0 1rem; padding: .7rem; }
-</style></head>
-<body><main><h1>CartonPick orders</h1>
-<form method="post" action="/login">
-<label for="token">The token of this service</label>
-<input id="token" name="token" type="password" required autofocus autocomplete="current-password">
-<button>Show the deliveries</button>
-</form></main></body></html>
-)";
-
 bool isTokenCharacter(char c) {
   return c > ' ' && c < '\x7f' && std::string_view("\",;\\").find(c) == std::string_view::npos;
 }
@@ -46,6 +27,19 @@ bool areEqual(std::string_view a, std::string_view b) {
     difference |= static_cast<unsigned char>(a[i]) ^ static_cast<unsigned char>(b[i]);
   }
   return difference == 0;
+}
+
+std::string_view withoutPort(std::string_view host) {
+  const auto colon = host.find_last_not_of("0123456789");
+  return colon != std::string_view::npos && host[colon] == ':' ? host.substr(0, colon) : host;
+}
+
+/// Whether a browser finds nothing but its own machine under that name.
+bool isLoopbackName(std::string_view name) {
+  constexpr std::string_view kDigitsAndDots = "0123456789.";
+  return name == "localhost" || name == "[::1]" ||
+         (name.starts_with("127.") &&
+          name.find_first_not_of(kDigitsAndDots) == std::string_view::npos);
 }
 
 /// The value of our cookie among those of a Cookie header.
@@ -62,16 +56,17 @@ std::string_view tokenInCookies(std::string_view cookies) {
   return {};
 }
 
-Answer form(int status) {
-  return {.status = status,
-          .contentType = kHtml,
-          .body = kForm,
-          .headers = {{"WWW-Authenticate", "Bearer"}}};
+/// The page that was asked for; the first one, if a browser would find it elsewhere.
+std::string ownPage(const std::string &page) {
+  const bool isPath = page.starts_with('/') && page.find_first_of("/\\", 1) != 1;
+  const bool isVisible =
+      std::all_of(page.begin(), page.end(), [](char c) { return c > ' ' && c < '\x7f'; });
+  return isPath && isVisible ? page : "/";
 }
 
 Answer goTo(const std::string &path, const std::string &cookie) {
   return {.status = 303,
-          .contentType = kHtml,
+          .contentType = "text/html; charset=utf-8",
           .body = {},
           .headers = {{"Location", path}, {"Set-Cookie", cookie}}};
 }
@@ -82,11 +77,14 @@ std::string readToken(const std::filesystem::path &file) {
   return readAt(file.string(), [&] {
     std::ifstream stream(file);
     std::string token;
-    std::getline(stream, token);
+    if (!std::getline(stream, token)) {
+      throw InputError("the file can't be read, or is empty");
+    }
     if (token.size() < kMinTokenLength ||
         !std::all_of(token.begin(), token.end(), isTokenCharacter)) {
-      throw InputError(R"(the first line is no token: 16 or more of the visible ASCII characters )"
-                       R"(without ", ,, ; and \)");
+      throw InputError(
+          "the first line is no token: it takes 16 or more letters, digits and signs, "
+          "but no blank, quotation mark, comma, semicolon or backslash");
     }
     return token;
   });
@@ -97,14 +95,24 @@ AccessGuard::AccessGuard(std::optional<std::string> token, bool isOpen)
 
 std::optional<Answer> AccessGuard::refusal(const Request &request) const {
   if (!m_token) {
-    return m_isOpen ? std::nullopt
-                    : std::optional(textAnswer(
-                          403, "start the service with --token-file to have this from elsewhere"));
+    return refusalWithoutToken(request);
   }
   if (request.target == kLoginPath && request.method == "POST") {
     return login(request);
   }
-  return hasToken(request) ? std::nullopt : std::optional(form(401));
+  return hasToken(request) ? std::nullopt
+                           : std::optional(loginPage(ownPage(request.target), false));
+}
+
+std::optional<Answer> AccessGuard::refusalWithoutToken(const Request &request) const {
+  if (!m_isOpen) {
+    return textAnswer(403, "start the service with --token-file to have this from elsewhere");
+  }
+  // A web page from elsewhere whose name was made to lead here would be let in, too.
+  if (!request.host.empty() && !isLoopbackName(withoutPort(request.host))) {
+    return textAnswer(403, "without --token-file this is at localhost and 127.0.0.1 only");
+  }
+  return std::nullopt;
 }
 
 bool AccessGuard::hasToken(const Request &request) const {
@@ -115,13 +123,12 @@ bool AccessGuard::hasToken(const Request &request) const {
 }
 
 Answer AccessGuard::login(const Request &request) const {
-  const std::string_view body = request.body;
-  const auto token =
-      body.starts_with(kField) ? percentDecoded(body.substr(kField.size())) : std::nullopt;
-  if (!token || !areEqual(*token, *m_token)) {
-    return form(401);
+  const std::string form = '?' + request.body;
+  const std::string page = ownPage(queryParameter(form, "page"));
+  if (!areEqual(queryParameter(form, "token"), *m_token)) {
+    return loginPage(page, true);
   }
-  return goTo("/", std::string(kCookie) + *m_token + "; Path=/; HttpOnly; SameSite=Strict");
+  return goTo(page, std::string(kCookie) + *m_token + "; Path=/; HttpOnly; SameSite=Strict");
 }
 
 }  // namespace cartonpick::orders

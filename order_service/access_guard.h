@@ -19,7 +19,9 @@ class AccessGuard {
   /// Where the form of the page that asks for the token goes.
   static constexpr auto kLoginPath = "/login";
 
-  /// Without a token, access depends on `isOpen` alone: true lets everyone in.
+  /// Without a token, nobody is let in unless `isOpen`, which is for a service that this machine
+  /// alone can reach; and then only under this machine's own names, not under one that a web page
+  /// from elsewhere may have made to lead here.
   AccessGuard(std::optional<std::string> token, bool isOpen);
 
   /// The answer to a request that may not pass, or that is the login itself; nothing if it may
@@ -27,6 +29,7 @@ class AccessGuard {
   std::optional<Answer> refusal(const Request &request) const;
 
  private:
+  std::optional<Answer> refusalWithoutToken(const Request &request) const;
   bool hasToken(const Request &request) const;
   Answer login(const Request &request) const;
 

@@ -46,4 +46,9 @@ bool isDateTime(std::string_view text) {
          number(text.substr(17, 2)) < 60;
 }
 
+std::string isoDate(std::string_view text) {
+  const std::string day(text);
+  return isDate(text) ? day.substr(6, 4) + '-' + day.substr(0, 2) + '-' + day.substr(3, 2) : day;
+}
+
 }  // namespace cartonpick::orders

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace cartonpick::orders {
@@ -9,5 +10,8 @@ bool isDate(std::string_view text);
 
 /// Whether the text is a second of a day of the calendar, written yyyy-MM-dd HH:mm:ss.
 bool isDateTime(std::string_view text);
+
+/// The day MM/dd/yyyy written yyyy-MM-dd (ISO 8601); another text as it is.
+std::string isoDate(std::string_view text);
 
 }  // namespace cartonpick::orders

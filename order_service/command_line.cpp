@@ -52,10 +52,17 @@ CLI::App *declareExporting(CLI::App &app, ExportOptions &options) {
   CLI::App *command = app.add_subcommand("export", "Prints what was picked");
   command->add_option("--store", options.store, kStoreText)->required();
   command->add_option("--delivery", options.filter.delivery, "Of this delivery only");
-  command->add_option("--day", options.filter.day, "Picked on this day only, yyyy-MM-dd")
+  command
+      ->add_option("--day", options.filter.day,
+                   "Picked on this day only, by the tablet's clock, yyyy-MM-dd")
       ->check(CLI::Validator(checkDay, "DAY"));
-  command->add_option("--format", options.format, "csv or json")
-      ->transform(CLI::CheckedTransformer(kFormats))
+  command->add_flag("--all", options.allReports,
+                    "All reports of a line, also those that later ones took the place of");
+  command
+      ->add_option_function<std::string>(
+          "--format", [&](const std::string &name) { options.format = kFormats.at(name); },
+          "csv or json")
+      ->check(CLI::IsMember({"csv", "json"}))
       ->default_str("csv");
   return command;
 }

@@ -36,6 +36,7 @@ enum class ExportFormat { Csv, Json };
 struct ExportOptions {
   std::string store;
   StoredLineFilter filter;
+  bool allReports = false;  ///< also those that later ones took the place of
   ExportFormat format = ExportFormat::Csv;
 };
 

@@ -20,6 +20,14 @@ std::string place(const CsvRecord &record) {
   return "line " + std::to_string(record.line);
 }
 
+/// Spreadsheet programs separate by semicolons where the country writes decimals with commas.
+void checkSeparator(std::string_view text) {
+  const std::string_view header = text.substr(0, text.find('\n'));
+  if (header.find(',') == std::string_view::npos && header.find(';') != std::string_view::npos) {
+    throw InputError("line 1: the columns are separated by semicolons instead of commas");
+  }
+}
+
 void checkHeader(const CsvRecord &header) {
   for (const std::string_view name : kOrderLineMembers) {
     const auto count = std::count(header.fields.begin(), header.fields.end(), name);
@@ -53,7 +61,10 @@ nlohmann::json toJsonValue(const std::string &name, const std::string &field) {
 OrderLine toOrderLine(const CsvRecord &header, const CsvRecord &record) {
   if (record.fields.size() != header.fields.size()) {
     throw InputError(std::to_string(record.fields.size()) + " fields instead of " +
-                     std::to_string(header.fields.size()));
+                     std::to_string(header.fields.size()) +
+                     (record.fields.size() < header.fields.size()
+                          ? ""
+                          : "; a field with a comma in it has to stand in quotes"));
   }
   nlohmann::json line;
   for (std::size_t i = 0; i < header.fields.size(); ++i) {
@@ -72,7 +83,9 @@ Deliveries deliveriesFromCsv(std::string_view text) {
   if (!simdjson::validate_utf8(text)) {
     throw InputError("the file is not UTF-8");
   }
-  const std::vector<CsvRecord> records = readCsvRecords(withoutByteOrderMark(text));
+  text = withoutByteOrderMark(text);
+  checkSeparator(text);
+  const std::vector<CsvRecord> records = readCsvRecords(text);
   if (records.empty()) {
     throw InputError("the header line is missing");
   }

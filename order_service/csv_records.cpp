@@ -63,13 +63,18 @@ class CsvParser {
   std::vector<CsvRecord> m_records;
 };
 
+/// The first line of a text with its end, which is CR, LF or both.
+std::string_view firstLine(std::string_view text) {
+  const std::size_t end = std::min(text.find_first_of("\r\n"), text.size() - 1);
+  return text.substr(0, end + (text.substr(end).starts_with("\r\n") ? 2 : 1));
+}
+
 }  // namespace
 
 std::vector<CsvRecord> readCsvRecords(std::string_view text) {
   CsvParser parser;
   while (!text.empty()) {
-    const std::size_t end = std::min(text.find('\n'), text.size() - 1);
-    const std::string_view line = text.substr(0, end + 1);
+    const std::string_view line = firstLine(text);
     parser.feedLine(line);
     text.remove_prefix(line.size());
   }

@@ -24,12 +24,17 @@ std::string readText(const std::filesystem::path &file) {
   return std::move(text).str();
 }
 
+bool isCsv(const std::filesystem::path &file) {
+  const std::string extension = file.extension();
+  return extension == ".csv" || extension == ".CSV";
+}
+
 }  // namespace
 
 Deliveries readDeliveryFile(const std::filesystem::path &file) {
   return readAt(file.string(), [&] {
     const std::string text = readText(file);
-    return file.extension() == ".csv" ? deliveriesFromCsv(text) : deliveriesFromJson(text);
+    return isCsv(file) ? deliveriesFromCsv(text) : deliveriesFromJson(text);
   });
 }
 

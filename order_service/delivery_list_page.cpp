@@ -8,7 +8,7 @@ namespace cartonpick::orders {
 namespace {
 
 std::string searchForm(const std::string &search) {
-  return "<form role=\"search\"><div><label for=\"q\">Number or customer</label>\n"
+  return "<form role=\"search\"><div><label for=\"q\">Delivery number or customer</label>\n"
          "<input type=\"search\" id=\"q\" name=\"q\" autocomplete=\"off\" value=\"" +
          escaped(search) + "\"></div>\n<button>Search</button></form>\n";
 }
@@ -28,9 +28,9 @@ std::string rowOf(const DeliverySummary &delivery) {
   return R"(<tr><th scope="row"><a href="/deliveries/)" + percentEncoded(delivery.number) + "\">" +
          escaped(delivery.number) + "</a></th><td class=\"text wide\">" +
          escaped(delivery.customer) + "</td>" + figureCell("Boxes", delivery.boxes) +
-         figureCell("Ordered", delivery.ordered) + figureCell("Picked", delivery.picked) + "<td>" +
-         timeElement(delivery.sentAt) + "</td><td class=\"state-cell\">" +
-         stateElement(delivery.state) + "</td></tr>\n";
+         figureCell("Ordered", delivery.ordered) + figureCell("Picked", delivery.picked) +
+         "<td data-label=\"Sent\">" + timeElement(delivery.sentAt) +
+         "</td><td class=\"state-cell\">" + stateElement(delivery.state) + "</td></tr>\n";
 }
 
 std::string tableOf(const std::vector<DeliverySummary> &deliveries, const std::string &search) {
@@ -61,8 +61,9 @@ std::string contentOf(const std::vector<DeliverySummary> &deliveries, const std:
 Answer deliveryListPage(const std::vector<DeliverySummary> &deliveries, const std::string &search) {
   const std::string all = search.empty() ? "" : "<p><a href=\"/\">All deliveries</a></p>\n";
   return htmlAnswer(200, PageKind::Live, "Deliveries",
-                    "<div class=\"bar\">CartonPick</div>\n<main>\n<div class=\"head\">"
-                    "<h1>Deliveries</h1>\n" +
+                    barElement() +
+                        "<main>\n<div class=\"head\">"
+                        "<h1>Deliveries</h1>\n" +
                         searchForm(search) + "</div>\n" + all + updatedParagraph() +
                         R"(<div class="card" id="deliveries" data-live>)" +
                         contentOf(deliveries, search) + "</div>\n</main>\n");

@@ -26,8 +26,9 @@ Sums sumsOf(const std::vector<PickedBox> &boxes) {
   return sums;
 }
 
-std::string differenceClass(std::int64_t difference) {
-  if (difference == 0) {
+/// What nobody has begun to pick is not short yet.
+std::string differenceClass(std::int64_t difference, DeliveryState state) {
+  if (difference == 0 || state == DeliveryState::Open) {
     return "figure";
   }
   return difference < 0 ? "figure less" : "figure more";
@@ -44,7 +45,7 @@ std::string formerQuantities(const PickedOrderLine &line) {
   return former.empty() ? former : " <span class=\"note\">" + former + "</span>";
 }
 
-std::string rowOf(const PickedOrderLine &line, bool hasOrderColumn) {
+std::string rowOf(const PickedOrderLine &line, DeliveryState state, bool hasOrderColumn) {
   const std::string order =
       hasOrderColumn ? R"(<td class="text" data-label="Order">)" + escaped(line.order) + "</td>"
                      : std::string();
@@ -55,11 +56,11 @@ std::string rowOf(const PickedOrderLine &line, bool hasOrderColumn) {
          escaped(line.article.description) + "</td>" + order +
          R"(<td class="figure" data-label="Ordered">)" + ordered +
          R"(</td><td class="figure" data-label="Picked">)" + figure(line.picked()) +
-         formerQuantities(line) + "</td><td class=\"" + differenceClass(line.difference()) +
+         formerQuantities(line) + "</td><td class=\"" + differenceClass(line.difference(), state) +
          R"(" data-label="Difference">)" + signedFigure(line.difference()) + "</td></tr>\n";
 }
 
-std::string sectionOf(const PickedBox &box, bool hasOrderColumn) {
+std::string sectionOf(const PickedBox &box, DeliveryState state, bool hasOrderColumn) {
   const Sums sums = sumsOf({box});
   std::string html =
       R"(<section class="card lines"><div class="box-head"><h2>Box )" + escaped(box.name) +
@@ -73,7 +74,7 @@ std::string sectionOf(const PickedBox &box, bool hasOrderColumn) {
       "<th scope=\"col\" class=\"figure\">Picked</th>"
       "<th scope=\"col\" class=\"figure\">Difference</th></tr></thead>\n<tbody>\n";
   for (const PickedOrderLine &line : box.lines) {
-    html += rowOf(line, hasOrderColumn);
+    html += rowOf(line, state, hasOrderColumn);
   }
   return html + "</tbody></table></section>\n";
 }
@@ -98,13 +99,14 @@ std::string stateTerms(const PickedDelivery &delivery) {
   return "<dl><div><dt>State</dt><dd>" + stateElement(delivery.state) + "</dd></div>\n" +
          (sentAt.empty() ? "" : "<div><dt>Sent</dt><dd>" + sentAt + "</dd></div>\n") +
          figureTerm("Ordered", figure(sums.ordered)) + figureTerm("Picked", figure(sums.picked)) +
-         figureTerm("Difference", signedFigure(difference), differenceClass(difference)) +
+         figureTerm("Difference", signedFigure(difference),
+                    differenceClass(difference, delivery.state)) +
          "</dl>\n";
 }
 
 std::string headOf(const std::string &heading, const std::string &link) {
-  return "<div class=\"bar\">CartonPick</div>\n<main>\n"
-         "<nav><p><a href=\"/\">← All deliveries</a></p></nav>\n<div class=\"head\"><h1>" +
+  return barElement() +
+         "<main>\n<nav><p><a href=\"/\">← All deliveries</a></p></nav>\n<div class=\"head\"><h1>" +
          escaped(heading) + "</h1>\n" + link + "</div>\n";
 }
 
@@ -122,16 +124,13 @@ Answer deliveryPage(const std::string &number, const std::vector<OrderLine> &lin
           (lines.empty() ? "" : "<dl>" + orderHeads(lines) + "</dl>") + "</div>\n";
   const bool hasOrderColumn = hasSeveralOrders(delivery.boxes);
   for (const PickedBox &box : delivery.boxes) {
-    body += sectionOf(box, hasOrderColumn);
+    body += sectionOf(box, delivery.state, hasOrderColumn);
   }
   return htmlAnswer(200, PageKind::Live, "Delivery " + number, body + "</div>\n</main>\n");
 }
 
 Answer unknownDeliveryPage(const std::string &number) {
-  return htmlAnswer(404, PageKind::Live, "Unknown delivery",
-                    headOf("Unknown delivery", "") +
-                        "<div class=\"card\"><p class=\"none\">There is no delivery “" +
-                        escaped(number) + "”.</p></div>\n</main>\n");
+  return messagePage(404, "Unknown delivery", "There is no delivery “" + number + "”.");
 }
 
 }  // namespace cartonpick::orders

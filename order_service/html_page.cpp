@@ -24,6 +24,7 @@ const replace = (part, news) => {
 };
 const update = async () => {
   const answer = await fetch(location.href, {cache: 'no-store'});
+  if (answer.status === 401) location.reload();
   if (!answer.ok) throw new Error(answer.statusText);
   const page = new DOMParser().parseFromString(await answer.text(), 'text/html');
   for (const part of parts) {
@@ -76,7 +77,7 @@ std::string headOf(PageKind kind, const std::string &title, const std::string &n
          "<meta name=\"referrer\" content=\"no-referrer\">\n"
          "<title>" +
          escaped(title) + " – CartonPick</title>\n<link rel=\"icon\" href=\"" + std::string(kIcon) +
-         "\">\n<style>" + std::string(kind == PageKind::Live ? kScreenStyle : kSheetStyle) +
+         "\">\n<style>" + std::string(kind == PageKind::Sheet ? kSheetStyle : kScreenStyle) +
          "</style>\n";
 }
 
@@ -127,6 +128,19 @@ Answer htmlAnswer(int status, PageKind kind, const std::string &title, const std
           .contentType = "text/html; charset=utf-8",
           .body = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n" + headOf(kind, title, nonce) +
                   "</head>\n<body>\n" + body + scriptOf(kind, nonce) + "</body>\n</html>\n"};
+}
+
+Answer messagePage(int status, const std::string &title, const std::string &message) {
+  return htmlAnswer(status, PageKind::Plain, title,
+                    barElement() +
+                        "<main>\n<nav><p><a href=\"/\">← All deliveries</a></p></nav>\n"
+                        "<div class=\"head\"><h1>" +
+                        escaped(title) + "</h1></div>\n<div class=\"card\"><p class=\"none\">" +
+                        escaped(message) + "</p></div>\n</main>\n");
+}
+
+std::string barElement() {
+  return "<div class=\"bar\"><a href=\"/\">CartonPick</a></div>\n";
 }
 
 std::string updatedParagraph() {

@@ -10,11 +10,18 @@ namespace cartonpick::orders {
 
 enum class PageKind {
   Live,   ///< for the screen; parts with the attribute data-live stay up to date
+  Plain,  ///< for the screen, as it was sent
   Sheet,  ///< for paper
 };
 
 /// A whole page, of a title, which is plain text, and HTML to stand in its body.
 Answer htmlAnswer(int status, PageKind kind, const std::string &title, const std::string &body);
+
+/// A page that says one thing, and leads back to the first page.
+Answer messagePage(int status, const std::string &title, const std::string &message);
+
+/// What every page for the screen begins with: the name of the service, which leads to its first page.
+std::string barElement();
 
 /// The paragraph that says when a live page was last up to date: now.
 std::string updatedParagraph();

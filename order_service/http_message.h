@@ -16,6 +16,8 @@ struct Request {
   std::string body;
   std::string authorization = {};  ///< the header's value; empty without one
   std::string cookie = {};         ///< the same
+  std::string host = {};           ///< the same
+  std::string origin = {};         ///< the same; web pages have one when they send
 };
 
 struct Answer {

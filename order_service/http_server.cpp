@@ -1,48 +1,116 @@
 #include "http_server.h"
 
+#include "lobby.h"
+
 #include <algorithm>
 #include <condition_variable>
 #include <exception>
 #include <httplib.h>
 #include <mutex>
 #include <stdexcept>
+#include <sys/socket.h>
+#include <unistd.h>
 #include <utility>
 
 namespace cartonpick::orders {
 
 namespace {
 
-constexpr std::size_t kMaxBodyBytes = std::size_t{16} * 1024 * 1024;
+constexpr std::size_t kMaxBodyBytes = IncomingRequest::kMaxBodyBytes;
 constexpr std::size_t kThreads = 16;
 
-/// How many connections may wait for a thread; more wait with the system, which has its own limit.
-constexpr std::size_t kMaxWaiting = 1000;
+/// How many requests may wait for a thread, and how much memory they may take; more wait with the
+/// system, which has its own limit.
+constexpr std::size_t kMaxWaiting = 500;
+constexpr std::size_t kMaxWaitingBytes = 16 * kMaxBodyBytes;
+
+/// The same for connections whose requests are not whole.
+constexpr std::size_t kMaxIncomplete = 400;
+constexpr std::size_t kMaxIncompleteBytes = 16 * kMaxBodyBytes;
+
+/// For how long an answer may take to depart: no tablet waits longer.
+constexpr auto kMaxDeparture = std::chrono::seconds(150);
 
 /// A pool of threads that takes no more work than it is told.
-class BoundedTaskQueue : public httplib::TaskQueue {
+class Workers {
  public:
-  BoundedTaskQueue(std::size_t threads, std::size_t maxWaiting)
-      : m_pool(threads), m_maxUnderWay(threads + maxWaiting) {}
+  Workers() : m_pool(kThreads) {}
+  Workers(const Workers &) = delete;
+  Workers &operator=(const Workers &) = delete;
+  /// Returns when all work is done.
+  ~Workers() { m_pool.shutdown(); }
 
-  void enqueue(std::function<void()> work) override {
+  /// Waits until there is room for work that takes `bytes` of memory.
+  void enqueue(std::function<void()> work, std::size_t bytes) {
     std::unique_lock lock(m_mutex);
-    m_hasRoom.wait(lock, [this] { return m_underWay < m_maxUnderWay; });
+    m_hasRoom.wait(lock, [&] {
+      return m_underWay == 0 ||
+             (m_underWay < kThreads + kMaxWaiting && m_underWayBytes + bytes <= kMaxWaitingBytes);
+    });
     ++m_underWay;
-    m_pool.enqueue([this, work = std::move(work)] {
+    m_underWayBytes += bytes;
+    m_pool.enqueue([this, work = std::move(work), bytes] {
       work();
       const std::lock_guard done(m_mutex);
       --m_underWay;
+      m_underWayBytes -= bytes;
       m_hasRoom.notify_one();
     });
   }
-  void shutdown() override { m_pool.shutdown(); }
 
  private:
-  httplib::ThreadPool m_pool;
-  std::size_t m_maxUnderWay;
   std::mutex m_mutex;
   std::condition_variable m_hasRoom;
   std::size_t m_underWay = 0;
+  std::size_t m_underWayBytes = 0;
+  /// The last member: its work uses the others.
+  httplib::ThreadPool m_pool;
+};
+
+/// What the library reads is what has arrived; what it writes departs.
+class Connection : public httplib::Stream {
+ public:
+  Connection(int socket, std::string request)
+      : m_socket(socket), m_request(std::move(request)), m_end(Clock::now() + kMaxDeparture) {}
+  Connection(const Connection &) = delete;
+  Connection &operator=(const Connection &) = delete;
+  ~Connection() override {
+    ::shutdown(m_socket, SHUT_RDWR);
+    ::close(m_socket);
+  }
+
+  bool is_readable() const override { return m_position < m_request.size(); }
+  bool is_writable() const override { return Clock::now() < m_end; }
+
+  ssize_t read(char *bytes, std::size_t size) override {
+    const std::size_t count = m_request.copy(bytes, size, m_position);
+    m_position += count;
+    return static_cast<ssize_t>(count);
+  }
+  /// The socket itself says when it stalls.
+  ssize_t write(const char *bytes, std::size_t size) override {
+    return is_writable() ? ::send(m_socket, bytes, size, MSG_NOSIGNAL) : -1;
+  }
+
+  void get_remote_ip_and_port(std::string & /*ip*/, int & /*port*/) const override {}
+  void get_local_ip_and_port(std::string & /*ip*/, int & /*port*/) const override {}
+  /// None: the library would only compare it to how many it can wait for.
+  socket_t socket() const override { return -1; }
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  int m_socket;
+  std::string m_request;
+  std::size_t m_position = 0;
+  Clock::time_point m_end;
+};
+
+/// Has the library's acceptor hand on every connection at once.
+class Threshold : public httplib::TaskQueue {
+ public:
+  void enqueue(std::function<void()> work) override { work(); }
+  void shutdown() override {}
 };
 
 void copyTo(httplib::Response &response, const Answer &answer) {
@@ -65,7 +133,9 @@ Request toRequest(const httplib::Request &request, std::string body) {
           .contentType = request.get_header_value("Content-Type"),
           .body = std::move(body),
           .authorization = request.get_header_value("Authorization"),
-          .cookie = request.get_header_value("Cookie")};
+          .cookie = request.get_header_value("Cookie"),
+          .host = request.get_header_value("Host"),
+          .origin = request.get_header_value("Origin")};
 }
 
 bool skipMultipart(const httplib::ContentReader &read) {
@@ -113,13 +183,8 @@ std::string textOf(int status) {
 
 void setLimits(httplib::Server &server, std::chrono::milliseconds stallTimeout) {
   server.set_payload_max_length(kMaxBodyBytes);
-  server.set_read_timeout(stallTimeout);
   server.set_write_timeout(stallTimeout);
-  // One request a connection: an idle connection would occupy a thread and hold up the end.
-  server.set_keep_alive_max_count(1);
-  server.new_task_queue = [] {
-    return std::make_unique<BoundedTaskQueue>(kThreads, kMaxWaiting).release();
-  };
+  server.new_task_queue = [] { return std::make_unique<Threshold>().release(); };
 }
 
 void setErrorTexts(httplib::Server &server) {
@@ -174,7 +239,7 @@ int tryToBind(httplib::Server &server, const std::string &address, std::uint16_t
   return server.bind_to_port(address, port) ? port : 0;
 }
 
-std::uint16_t bind(httplib::Server &server, const std::string &address, std::uint16_t port) {
+std::uint16_t listenAt(httplib::Server &server, const std::string &address, std::uint16_t port) {
   const auto listener = std::make_shared<socket_t>(-1);
   server.set_socket_options([listener](socket_t socket) {
     // The library's default would let a second service share the port.
@@ -193,13 +258,43 @@ std::uint16_t bind(httplib::Server &server, const std::string &address, std::uin
 
 }  // namespace
 
+/// The library's server, for requests that have arrived.
+class HttpServer::Server : public httplib::Server {
+ public:
+  explicit Server(std::chrono::milliseconds stallTimeout)
+      : m_lobby({stallTimeout, kMaxIncomplete, kMaxIncompleteBytes},
+                [this](int socket, std::string request) { answer(socket, std::move(request)); }) {}
+
+ private:
+  bool process_and_close_socket(socket_t socket) override {
+    m_lobby.enter(socket);
+    return true;
+  }
+
+  void answer(int socket, std::string request) {
+    const std::size_t bytes = request.size();
+    const auto connection = std::make_shared<Connection>(socket, std::move(request));
+    m_workers.enqueue(
+        [this, connection] {
+          // One request a connection: nothing waits for a next one.
+          bool isClosed = false;
+          process_request(*connection, true, isClosed, nullptr);
+        },
+        bytes);
+  }
+
+  Workers m_workers;
+  /// The last member: it uses the workers.
+  Lobby m_lobby;
+};
+
 HttpServer::HttpServer(const Handler &handler, const std::string &address, std::uint16_t port,
                        std::function<void()> onFailure, std::chrono::milliseconds stallTimeout)
-    : m_server(std::make_unique<httplib::Server>()) {
+    : m_server(std::make_unique<Server>(stallTimeout)) {
   setLimits(*m_server, stallTimeout);
   setErrorTexts(*m_server);
   setRoutes(*m_server, handler);
-  m_port = bind(*m_server, address, port);
+  m_port = listenAt(*m_server, address, port);
   m_acceptor = std::jthread([server = m_server.get(), onFailure = std::move(onFailure)] {
     if (!server->listen_after_bind()) {
       onFailure();

@@ -9,13 +9,10 @@
 #include <string>
 #include <thread>
 
-namespace httplib {
-class Server;
-}
-
 namespace cartonpick::orders {
 
-/// Answers requests over HTTP from construction to destruction.
+/// Answers requests over HTTP from construction to destruction. Only a request that has arrived as
+/// a whole takes a thread.
 class HttpServer {
  public:
   /// For how long a request's arrival or its answer's departure may stall.
@@ -36,7 +33,9 @@ class HttpServer {
   std::uint16_t port() const { return m_port; }
 
  private:
-  std::unique_ptr<httplib::Server> m_server;
+  class Server;
+
+  std::unique_ptr<Server> m_server;
   std::uint16_t m_port;
   std::jthread m_acceptor;
 };

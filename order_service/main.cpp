@@ -3,6 +3,7 @@
 #include "demo_deliveries.h"
 #include "export_lines.h"
 #include "http_server.h"
+#include "last_reports.h"
 #include "sql_store.h"
 #include "stop_request.h"
 #include "web_service.h"
@@ -10,7 +11,9 @@
 #include <atomic>
 #include <csignal>
 #include <exception>
+#include <filesystem>
 #include <iostream>
+#include <stdexcept>
 #include <unistd.h>
 
 namespace {
@@ -59,8 +62,21 @@ int run(const LoadOptions &options) {
   return 0;
 }
 
+/// To export from a store that is not there is a mistake, not a reason to make one.
+SqlAddress existingStore(const std::string &store) {
+  SqlAddress address(store);
+  if (address.dialect == SqlDialect::Sqlite && !std::filesystem::exists(store)) {
+    throw std::runtime_error("there is no store " + store);
+  }
+  return address;
+}
+
 int run(const ExportOptions &options) {
-  const auto lines = SqlStore(SqlAddress(options.store)).picked(options.filter);
+  const auto reports = SqlStore(existingStore(options.store)).picked(options.filter);
+  const auto lines = options.allReports ? reports : lastReports(reports);
+  if (lines.empty()) {
+    std::cerr << "cartonpick-orders: nothing was picked\n";
+  }
   options.format == ExportFormat::Json ? writeJson(lines, std::cout) : writeCsv(lines, std::cout);
   std::cout.flush();
   return std::cout ? 0 : 1;

@@ -1,5 +1,6 @@
 #include "order_heads.h"
 
+#include "calendar.h"
 #include "html.h"
 
 #include <algorithm>
@@ -9,8 +10,8 @@ namespace cartonpick::orders {
 namespace {
 
 std::string orderText(const OrderLine &line) {
-  return escaped(line.order) + ", ordered " + escaped(line.orderDate) + ", to be shipped " +
-         escaped(line.shippingDate);
+  return escaped(line.order) + ", ordered " + escaped(isoDate(line.orderDate)) +
+         ", to be shipped " + escaped(isoDate(line.shippingDate));
 }
 
 /// Every text that lines have, once, in the order of the lines.

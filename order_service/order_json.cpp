@@ -12,8 +12,32 @@ constexpr std::array<std::string_view, 3> kArticleMembers = {"barcode", "item", 
 
 constexpr std::size_t kMaxDescriptionBytes = 1000;
 
+std::string filledText(const StrictObject &object, const std::string &name) {
+  std::string text = object.text(name);
+  if (text.empty()) {
+    throw InputError('"' + name + "\" is empty");
+  }
+  return text;
+}
+
+/// Whether a spreadsheet program made the text from a long number, as 4.00692E+12.
+bool isRoundedNumber(std::string_view text) {
+  const auto exponent = text.find("E+");
+  return exponent != std::string_view::npos && exponent > 0 &&
+         text.find_first_not_of("0123456789.,") == exponent &&
+         text.find_first_not_of("0123456789", exponent + 2) == std::string_view::npos;
+}
+
+std::string barcode(const StrictObject &object) {
+  std::string text = object.text("barcode");
+  if (isRoundedNumber(text)) {
+    throw InputError(R"("barcode" was rounded by a spreadsheet program: ")" + text + '"');
+  }
+  return text;
+}
+
 Article articleOf(const StrictObject &object) {
-  return {object.text("barcode"), object.text("item"), object.text("descr", kMaxDescriptionBytes)};
+  return {barcode(object), filledText(object, "item"), object.text("descr", kMaxDescriptionBytes)};
 }
 
 std::string date(const StrictObject &object, const std::string &name) {
@@ -58,11 +82,11 @@ OrderLine orderLineFromJson(const nlohmann::json &value) {
           .brand = object.text("brand"),
           .orderDate = date(object, "cdate"),
           .shippingDate = date(object, "date"),
-          .delivery = object.text("doc"),
+          .delivery = filledText(object, "doc"),
           .order = object.text("ordernum"),
           .article = articleOf(object),
           .quantity = orderedQuantity(object),
-          .carton = object.text("carton")};
+          .carton = filledText(object, "carton")};
 }
 
 Article articleFromJson(const nlohmann::json &value) {

@@ -108,6 +108,10 @@ Answer OrderService::items() const {
 }
 
 Answer OrderService::sendPick(const Request &request) const {
+  if (!request.origin.empty()) {
+    // The page may be of another network, in a browser of this one.
+    return textAnswer(403, "a picking is not taken from a web page");
+  }
   std::vector<PickedLine> lines;
   try {
     checkContentType(request.contentType);

@@ -27,7 +27,10 @@ body {
   margin: 0; background: var(--window); color: var(--text);
   font: 1rem/1.45 Inter, system-ui, sans-serif; overflow-wrap: anywhere;
 }
-.bar { background: #17222e; color: #f4f7fa; padding: .6rem 1.25rem; font-weight: 650; }
+.bar { background: #17222e; padding: .6rem max(1.25rem, (100% - 76rem) / 2 + 1.25rem);
+  font-weight: 650; }
+.bar a { color: #f4f7fa; text-decoration: none; }
+.bar a:focus-visible { outline-color: #ffb454; }
 main { max-width: 76rem; margin: 0 auto; padding: 1.25rem 1.25rem 3rem; }
 h1 { font-size: 1.75rem; line-height: 1.2; margin: 0; }
 h2 { font-size: 1.2rem; margin: 0; }
@@ -36,7 +39,7 @@ a { color: var(--accent); }
 .head { display: flex; flex-wrap: wrap; align-items: end; gap: .75rem 1.5rem; margin: 0 0 1rem; }
 .head h1 { flex: 1 1 auto; }
 form { display: flex; flex-wrap: wrap; align-items: end; gap: .5rem; }
-label { display: block; color: var(--muted); font-size: .875rem; }
+label { display: block; color: var(--muted); font-size: .875rem; margin-bottom: .35rem; }
 input, button, .button {
   font: inherit; min-height: 2.75rem; padding: .4rem .9rem; border-radius: 8px;
   border: 1px solid var(--field-line); background: var(--surface); color: var(--text);
@@ -90,6 +93,12 @@ dl + dl { border-top: 1px solid var(--line); }
 .lines thead th { width: 7.5rem; }
 .lines thead th:nth-child(-n+2) { width: 10rem; }
 .lines thead th.wide { width: auto; }
+.login { max-width: 30rem; padding-top: 10vh; }
+.login form { margin-top: 1.25rem; }
+.login form div { flex: 1 1 100%; }
+.login input { width: 100%; }
+.login button { margin-top: .5rem; }
+.wrong { flex: 1 1 100%; margin: 0; color: var(--red); font-weight: 600; }
 .none { padding: 2rem 1rem; margin: 0; text-align: center; color: var(--muted); }
 .visually-hidden {
   position: absolute; width: 1px; height: 1px; overflow: hidden; clip-path: inset(50%);
@@ -97,6 +106,7 @@ dl + dl { border-top: 1px solid var(--line); }
 }
 @media (max-width: 46rem) {
   main { padding: 1rem .75rem 2rem; }
+  .bar { padding-inline: .75rem; }
   form, form div, input { width: 100%; }
   form div { flex: 1 1 8rem; width: auto; }
   .updated { text-align: left; }

@@ -1,5 +1,6 @@
 #include "sql_address.h"
 
+#include <string_view>
 #include <utility>
 
 namespace cartonpick::orders {
@@ -8,11 +9,15 @@ namespace {
 
 constexpr auto kPostgresScheme = "postgresql://";
 
+bool isPostgres(std::string_view text) {
+  return text.starts_with(kPostgresScheme) || text.starts_with("postgres://");
+}
+
 }  // namespace
 
 SqlAddress::SqlAddress(std::string where)
     : text(std::move(where)),
-      dialect(text.starts_with(kPostgresScheme) ? SqlDialect::Postgres : SqlDialect::Sqlite) {}
+      dialect(isPostgres(text) ? SqlDialect::Postgres : SqlDialect::Sqlite) {}
 
 std::string SqlAddress::shown() const {
   const auto at = text.rfind('@');

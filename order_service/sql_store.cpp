@@ -2,9 +2,11 @@
 
 #include "sql_connection.h"
 #include "sql_schema.h"
+#include "store_file.h"
 #include "utc_time.h"
 
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 
 namespace cartonpick::orders {
@@ -14,14 +16,24 @@ namespace {
 /// As many as requests are answered at a time.
 constexpr std::size_t kMaxConnections = 16;
 
+/// Neither a server nor memory, nor SQLite's URL of something.
+bool isFile(const SqlAddress &address) {
+  return address.dialect == SqlDialect::Sqlite && address.text != SqlAddress::kInMemory &&
+         !address.text.starts_with("file:");
+}
+
 /// Every connection would have a memory of its own.
 std::size_t maxConnectionsOf(const SqlAddress &address) {
   return address.text == SqlAddress::kInMemory ? 1 : kMaxConnections;
 }
 
-/// The first line of the database's message, without SOCI's quotation of the statement.
+/// The first line of the database's message, without what SOCI adds of its own.
 std::string reasonOf(const soci::soci_error &error) {
-  const std::string message = error.get_error_message();
+  constexpr std::string_view kNoConnection = "Cannot establish connection to the database.\n";
+  std::string message = error.get_error_message();
+  if (message.starts_with(kNoConnection)) {
+    message.erase(0, kNoConnection.size());
+  }
   return message.substr(0, message.find('\n'));
 }
 
@@ -146,6 +158,9 @@ auto SqlStore::with(const Work &work) const {
 
 SqlStore::SqlStore(const SqlAddress &address)
     : m_address(address), m_maxConnections(maxConnectionsOf(address)) {
+  if (isFile(address)) {
+    claimStoreFile(address.text);
+  }
   with([&](SqlConnection &connection) { makeSchema(connection.session(), address.dialect); });
 }
 

@@ -1,5 +1,7 @@
 #include "web_service.h"
 
+#include "html_page.h"
+
 #include <chrono>
 #include <exception>
 #include <string_view>
@@ -8,6 +10,9 @@
 namespace cartonpick::orders {
 
 namespace {
+
+/// The kind of a request that is a browser's.
+constexpr auto kPage = "page";
 
 std::string_view pathOf(const Request &request) {
   return std::string_view(request.target).substr(0, request.target.find('?'));
@@ -24,7 +29,7 @@ std::string kindOf(const Request &request) {
     const std::string_view call = path.substr(OrderService::kPrefix.size());
     return call == "sendpick" ? "send" : call == "getitems" ? "catalogue" : "lookup";
   }
-  return path == "/healthz" ? "health" : path == "/metrics" ? "metrics" : "page";
+  return path == "/healthz" ? "health" : path == "/metrics" ? "metrics" : kPage;
 }
 
 /// What a browser is told of every page, besides what stands in it.
@@ -44,18 +49,24 @@ WebService::WebService(SqlStore &store, AccessGuard guard, RequestLog *log)
 
 Answer WebService::answer(const Request &request) {
   const auto begin = std::chrono::steady_clock::now();
+  const std::string kind = kindOf(request);
   Answer answer;
+  bool hasFailed = false;
   try {
     answer = route(request);
   } catch (const std::exception &error) {
     answer = textAnswer(500, error.what());
+    hasFailed = true;
   }
-  protectPage(answer);
   const std::chrono::duration<double> time = std::chrono::steady_clock::now() - begin;
-  m_metrics.count(kindOf(request), answer.status, time);
+  m_metrics.count(kind, answer.status, time);
   if (m_log != nullptr) {
     m_log->write(request, answer, time);
   }
+  if (hasFailed && kind == kPage) {
+    answer = messagePage(answer.status, "No deliveries now", answer.body);
+  }
+  protectPage(answer);
   return answer;
 }
 
@@ -73,8 +84,12 @@ Answer WebService::route(const Request &request) const {
   if (path == "/metrics" && isRead(request)) {
     return {.contentType = "text/plain; version=0.0.4; charset=utf-8", .body = m_metrics.text()};
   }
-  const auto page = m_pages.answer(request);
-  return page ? *page : m_calls.answer(request);
+  if (const auto page = m_pages.answer(request)) {
+    return *page;
+  }
+  return isRead(request)
+             ? messagePage(404, "Unknown page", "There is no page “" + std::string(path) + "”.")
+             : m_calls.answer(request);
 }
 
 Answer WebService::health() const {

@@ -97,9 +97,10 @@ int run(const CommandLine &options, const Folders &displayFolders) {
   if (options.demo) {
     environment.serviceHost = demo.start();
     if (environment.serviceHost.isEmpty()) {
-      environment.alerts.show({.title = QStringLiteral("Could not start the demo"),
-                               .message = QStringLiteral("The demo order service did not start. It comes with the "
-                                                    "package cartonpick-orders.")});
+      environment.alerts.show(
+          {.title = QStringLiteral("Could not start the demo"),
+           .message = QStringLiteral("The demo order service did not start. It comes with the "
+                                     "package cartonpick-orders.")});
     }
   }
   if (options.onScreenKeyboard && !hasScreenKeyboard()) {
@@ -129,16 +130,30 @@ void chooseInputMethod(const std::span<char *> arguments) {
   }
 }
 
+/// Whether the user wants a text only, which takes no screen.
+bool asksForText(std::span<char *> arguments) {
+  return std::any_of(arguments.begin(), arguments.end(), [](std::string_view argument) {
+    return argument == "-h" || argument == "--help" || argument == "--help-all" ||
+           argument == "-v" || argument == "--version";
+  });
+}
+
 }  // namespace
 
 int main(int argc, char *argv[]) {
-  chooseInputMethod({argv, static_cast<std::size_t>(argc)});
+  QCoreApplication::setApplicationName(QStringLiteral("CartonPick"));
+  QCoreApplication::setApplicationVersion(QStringLiteral(CARTONPICK_VERSION));
+  const std::span<char *> arguments(argv, static_cast<std::size_t>(argc));
+  if (asksForText(arguments)) {
+    const QCoreApplication application(argc, argv);
+    CommandLine::parse(QCoreApplication::arguments());
+    return EXIT_SUCCESS;
+  }
+  chooseInputMethod(arguments);
   const QGuiApplication application(argc, argv);
   // What the program starts, a mail program for one, has a keyboard of its own.
   qunsetenv(kInputMethod);
   qunsetenv(kKeyboardInWindow);
-  QCoreApplication::setApplicationName(QStringLiteral("CartonPick"));
-  QCoreApplication::setApplicationVersion(QStringLiteral(CARTONPICK_VERSION));
   // The name of the desktop entry, and of the icon that is installed with it.
   QGuiApplication::setDesktopFileName(QStringLiteral("io.github.cartonpick.CartonPick"));
   QGuiApplication::setWindowIcon(QIcon::fromTheme(QGuiApplication::desktopFileName()));

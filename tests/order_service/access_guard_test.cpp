@@ -35,6 +35,43 @@ TEST(AccessGuard, LetsEveryoneInWhereItIsOpen) {
   EXPECT_FALSE(AccessGuard(std::nullopt, true).refusal(get("/")));
 }
 
+TEST(AccessGuard, IsOpenUnderTheNamesOfThisMachineAlone) {
+  const AccessGuard guard(std::nullopt, true);
+  Request request = get("/");
+  for (const std::string own : {"localhost", "localhost:8080", "127.0.0.1", "127.0.0.1:8080",
+                                "127.1.2.3:1", "[::1]:8080", "[::1]", ""}) {
+    request.host = own;
+    EXPECT_FALSE(guard.refusal(request)) << own;
+  }
+  for (const std::string others :
+       {"evil.example", "evil.example:8080", "localhost.evil.example", "127.0.0.1.evil.example",
+        "127.evil.example:8080", "10.0.0.7:8080", "[::2]:8080", "localhost:8080.evil.example",
+        "evil.example:127.0.0.1", ":8080"}) {
+    request.host = others;
+    const auto refusal = guard.refusal(request);
+    ASSERT_TRUE(refusal) << others;
+    EXPECT_EQ(refusal->status, 403) << others;
+  }
+}
+
+TEST(AccessGuard, TakesAnyNameWithTheToken) {
+  Request request = get("/");
+  request.host = "orders.example";
+  request.authorization = "Bearer " + kToken;
+  EXPECT_FALSE(AccessGuard(kToken, true).refusal(request));
+}
+
+TEST(AccessGuard, GivesAPageFromElsewhereThatPostsALoginNothing) {
+  const AccessGuard guard(kToken, false);
+  Request request = login("token=token-that-is-guessed");
+  request.host = "orders.example";
+  request.origin = "http://evil.example";
+  const auto answer = guard.refusal(request);
+  ASSERT_TRUE(answer);
+  EXPECT_EQ(answer->status, 401);
+  EXPECT_EQ(header(*answer, "Set-Cookie"), "");
+}
+
 TEST(AccessGuard, LetsNobodyInElsewhereWithoutAToken) {
   const auto refusal = AccessGuard(std::nullopt, false).refusal(get("/"));
   ASSERT_TRUE(refusal);
@@ -76,6 +113,27 @@ TEST(AccessGuard, TakesTheTokenFromTheCookieThatALoginSets) {
   EXPECT_FALSE(guard.refusal(request));
   request.cookie = "cartonpick_token=";
   EXPECT_TRUE(guard.refusal(request));
+}
+
+TEST(AccessGuard, LeadsToThePageThatWasAskedFor) {
+  const AccessGuard guard(kToken, false);
+  EXPECT_NE(guard.refusal(get("/deliveries/D%201"))->body.find("value=\"/deliveries/D%201\""),
+            std::string::npos);
+  const auto destination = [&](const std::string &page) {
+    return header(*guard.refusal(login("token=" + kToken + "&page=" + page)), "Location");
+  };
+  EXPECT_EQ(destination("%2Fdeliveries%2FD%25201"), "/deliveries/D%201");
+  for (const std::string elsewhere : {"", "%2F%2Fx.example", "%2F%5Cx.example", "http%3A%2F%2Fx",
+                                      "%2Fa%0D%0AX-Injected%3A1", "%2F%C3%A4"}) {
+    EXPECT_EQ(destination(elsewhere), "/") << elsewhere;
+  }
+}
+
+TEST(AccessGuard, SaysThatATokenIsTheWrongOne) {
+  const AccessGuard guard(kToken, false);
+  const std::string wrong = "That is not the token.";
+  EXPECT_EQ(guard.refusal(get("/"))->body.find(wrong), std::string::npos);
+  EXPECT_NE(guard.refusal(login("token=x"))->body.find(wrong), std::string::npos);
 }
 
 TEST(AccessGuard, RefusesALoginWithAnotherToken) {

@@ -46,4 +46,9 @@ TEST(Calendar, RefusesTimesInAnotherForm) {
   EXPECT_FALSE(isDateTime("2026-01-31  2:00:00"));
 }
 
+TEST(Calendar, WritesADateAsIso8601Does) {
+  EXPECT_EQ(isoDate("03/05/2026"), "2026-03-05");
+  EXPECT_EQ(isoDate("soon"), "soon");
+}
+
 }  // namespace cartonpick::orders

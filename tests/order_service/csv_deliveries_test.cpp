@@ -76,6 +76,27 @@ TEST(CsvDeliveries, NameTheLineOfABadRecord) {
             "line 4: a quote is in the wrong place");
 }
 
+TEST(CsvDeliveries, TellOfWhatSpreadsheetProgramsDo) {
+  EXPECT_EQ(errorIn("doc;qty\nD1;\"3\"\n"),
+            "line 1: the columns are separated by semicolons instead of commas");
+  EXPECT_EQ(errorIn(kHeader + replaced(kMug, "5012746100000", "5.01275E+12")),
+            "line 2: \"barcode\" was rounded by a spreadsheet program: \"5.01275E+12\"");
+  EXPECT_EQ(errorIn(kHeader + replaced(kMug, "WHITE", "MUG, WHITE")),
+            "line 2: 12 fields instead of 11; a field with a comma in it has to stand in quotes");
+}
+
+TEST(CsvDeliveries, NeedADeliveryABoxAndAnItem) {
+  for (const std::string value : {"D1", "C001", "20138A"}) {
+    const std::string line = replaced(kMug, value + ',', ",");
+    EXPECT_TRUE(errorIn(kHeader + line).ends_with("\" is empty")) << errorIn(kHeader + line);
+  }
+}
+
+TEST(CsvDeliveries, MayHaveNoBarcode) {
+  const auto deliveries = deliveriesFromCsv(kHeader + replaced(kMug, "5012746100000", ""));
+  EXPECT_EQ(deliveries.lines("D1")[0].article.barcode, "");
+}
+
 TEST(CsvDeliveries, MustBeUtf8) {
   EXPECT_EQ(errorIn(kHeader + replaced(kMug, "ö", "\xF6")), "the file is not UTF-8");
 }

@@ -39,6 +39,16 @@ TEST(CsvRecords, TellTheLineOnWhichTheyStart) {
   EXPECT_EQ(records[2].line, 6U);
 }
 
+TEST(CsvRecords, EndWithALineThatEndsWithACarriageReturnAlone) {
+  const auto records = readCsvRecords("a\rb\r\"c\rd\"\re");
+  ASSERT_EQ(records.size(), 4U);
+  EXPECT_EQ(records[1].line, 2U);
+  EXPECT_EQ(records[2].line, 3U);
+  EXPECT_EQ(records[2].fields, std::vector<std::string>{"c\rd"});
+  EXPECT_EQ(records[3].line, 5U);
+  EXPECT_EQ(errorOf([] { readCsvRecords("a\r\"b"); }), "line 2: a quoted field has no end");
+}
+
 TEST(CsvRecords, AreNoneInAnEmptyText) {
   EXPECT_TRUE(readCsvRecords("").empty());
   EXPECT_TRUE(readCsvRecords("\n\r\n").empty());

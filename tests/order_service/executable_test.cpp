@@ -1,7 +1,10 @@
+#include "sample_data.h"
 #include "service_process.h"
+#include "sql_store.h"
 #include "temporary_folder.h"
 
 #include <csignal>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <httplib.h>
 #include <nlohmann/json.hpp>
@@ -159,6 +162,38 @@ TEST(Executable, ExportsWhatWasPicked) {
   EXPECT_EQ(nlohmann::json::parse(json.output).at(0).at("qty"), 1);
   EXPECT_EQ(run({"export", "--store", store, "--format", "json", "--day", "2026-03-05"}).output,
             "[]\n");
+}
+
+TEST(Executable, ExportsWhatHoldsUnlessToldToExportAll) {
+  const TemporaryFolder folder;
+  const std::string store = folder.path("store.sqlite");
+  {
+    SqlStore picked{SqlAddress(store)};
+    PickedLine line = pickedLine();
+    picked.store({line});
+    line.quantity = 77;
+    picked.store({line});
+  }
+  const auto quantities = [&](std::vector<std::string> options) {
+    options.insert(options.begin(), {"export", "--store", store, "--format", "json"});
+    std::vector<int> found;
+    for (const auto &line : nlohmann::json::parse(run(options).output)) {
+      found.push_back(line.at("qty"));
+    }
+    return found;
+  };
+  EXPECT_EQ(quantities({}), std::vector{77});
+  EXPECT_EQ(quantities({"--all"}), (std::vector{pickedLine().quantity, 77}));
+}
+
+TEST(Executable, ExportsFromNoStoreThatIsNotThere) {
+  const TemporaryFolder folder;
+  const std::string store = folder.path("mistyped.sqlite");
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(run({"export", "--store", store}).exitCode, 1);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "cartonpick-orders: there is no store " + store + "\n");
+  EXPECT_FALSE(std::filesystem::exists(store));
 }
 
 TEST(Executable, DoesNotStartWithABadFile) {

@@ -250,6 +250,45 @@ TEST(HttpServer, RefusesABodyThatIsCutShort) {
   }
 }
 
+TEST_F(HttpServerTest, AnswersThoughManyHaveSentHalfARequest) {
+  std::vector<std::unique_ptr<RawConnection>> halfOpen;
+  for (int i = 0; i < 100; ++i) {
+    for (const std::string &start :
+         {std::string(), std::string("GET / HTTP/1.1\r\nHo"),
+          postOf("Content-Type: application/json\r\nContent-Length: 1000\r\n", "[{"),
+          postOf("Content-Type: application/json\r\nTransfer-Encoding: chunked\r\n", "5\r\n[")}) {
+      halfOpen.push_back(std::make_unique<RawConnection>(server().port()));
+      halfOpen.back()->sendAll(start);
+    }
+  }
+  const auto lookup = client().Get(kPrefix + "getorderpercarton/D1");
+  ASSERT_TRUE(lookup);
+  EXPECT_EQ(lookup->status, 200);
+  const auto sent = client().Post(kPrefix + "sendpick", pickingJson().dump(), kJsonType);
+  ASSERT_TRUE(sent);
+  EXPECT_EQ(sent->body, "\"0\"");
+}
+
+TEST_F(HttpServerTest, AnswersThoughManyMoreCallThanItKeeps) {
+  std::vector<std::unique_ptr<RawConnection>> silent;
+  for (int i = 0; i < 450; ++i) {
+    silent.push_back(std::make_unique<RawConnection>(server().port()));
+  }
+  const auto lookup = client().Get(kPrefix + "getorderpercarton/D1");
+  ASSERT_TRUE(lookup);
+  EXPECT_EQ(lookup->status, 200);
+  EXPECT_EQ(silent.front()->receiveAll(), "");
+}
+
+TEST_F(HttpServerTest, RefusesAHeadThatDoesNotEnd) {
+  std::string head = "GET / HTTP/1.1\r\n";
+  while (head.size() <= std::size_t{64} * 1024) {
+    head += "Header: " + std::string(1000, 'x') + "\r\n";
+  }
+  const auto answer = exchangeRaw(server().port(), head);
+  EXPECT_TRUE(answer.starts_with("HTTP/1.1 400 ")) << answer;
+}
+
 TEST(HttpServer, FreesItsPortInTheEnd) {
   FullStore store;
   const OrderService service(store);

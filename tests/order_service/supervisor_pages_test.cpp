@@ -103,7 +103,7 @@ TEST_F(SupervisorPagesTest, ShowTheLinesOfADelivery) {
   EXPECT_TRUE(has("/deliveries/D1", "CREAM BOWL &quot;16CM&quot;"));
   EXPECT_TRUE(has("/deliveries/D1", "data-label=\"Ordered\">3</td>"));
   EXPECT_TRUE(has("/deliveries/D1", "data-label=\"Difference\">−2</td>"));
-  EXPECT_TRUE(has("/deliveries/D1", "SO-1, ordered 01/31/2026, to be shipped 02/28/2026"));
+  EXPECT_TRUE(has("/deliveries/D1", "SO-1, ordered 2026-01-31, to be shipped 2026-02-28"));
 }
 
 TEST_F(SupervisorPagesTest, ShowWhatACorrectionReplaced) {

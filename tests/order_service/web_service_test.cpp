@@ -55,6 +55,25 @@ TEST_F(WebServiceTest, AnswersEverythingElseOnlyWithTheToken) {
   EXPECT_EQ(withToken("/nowhere").status, 404);
 }
 
+TEST_F(WebServiceTest, AnswersTabletsUnderAnyName) {
+  Request request = get(kCalls + "getorderpercarton/D1");
+  request.host = "a-proxy.example";
+  EXPECT_EQ(answer(request).status, 200);
+}
+
+TEST_F(WebServiceTest, TakesAPickingFromATabletAndNoneFromAWebPage) {
+  Request request = {.method = "POST",
+                     .target = kCalls + "sendpick",
+                     .contentType = kJsonType,
+                     .body = pickingJson().dump()};
+  for (const std::string origin : {"http://evil.example", "null", "http://127.0.0.1:8080"}) {
+    request.origin = origin;
+    EXPECT_EQ(answer(request).status, 403) << origin;
+  }
+  request.origin.clear();
+  EXPECT_EQ(answer(request).body, "\"0\"");
+}
+
 TEST_F(WebServiceTest, KeepsPagesOutOfFramesAndCaches) {
   using Header = std::pair<std::string, std::string>;
   const auto headers = withToken("/").headers;

@@ -190,6 +190,13 @@ class Package(unittest.TestCase):
                     with self.subTest(package, option=option):
                         self.assertRegex(manual, rf"{option}\b")
 
+    def test_help_needs_no_screen(self):
+        environment = {name: value for name, value in os.environ.items()
+                       if name not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")}
+        said = subprocess.run([self.program(TABLET), "--help"], env=environment, check=True,
+                              stdout=subprocess.PIPE, text=True).stdout
+        self.assertIn("--service-host", said)
+
     def test_both_programs_say_their_version(self):
         for package in FILES:
             self.assertIn(VERSION, self.run_program(package, "--version"))
