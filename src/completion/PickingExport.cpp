@@ -2,6 +2,7 @@
 
 #include "app/store/ManagedObjectContext.h"
 #include "platform/Environment.h"
+#include "platform/OwnFiles.h"
 
 #include <QDebug>
 #include <QFile>
@@ -42,13 +43,22 @@ QTimeZone fixedZone(const Clock &clock) {
   return QTimeZone(clock.localZone().offsetFromUtc(clock.now()));
 }
 
-/// A failure is not reported: the mail carries the text all the same.
+/// A failure is not reported: the mail carries the text all the same. What somebody else has put in
+/// the file's place is a line in the log.
 void writeExportFile(const QString &path, const QString &text) {
+  const QString objection = claimFile(path);
+  if (!objection.isEmpty()) {
+    qWarning("Export %s not written: %s.", qUtf8Printable(path), qUtf8Printable(objection));
+    return;
+  }
   QSaveFile file(path);
   if (file.open(QIODevice::WriteOnly)) {
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
     file.write(text.toUtf8());
-    file.commit();
+    // Written only now, and commit() does not look at whether there was room.
+    if (file.flush()) {
+      file.commit();
+    }
   }
 }
 

@@ -8,12 +8,28 @@
 #include "service/ServiceAddress.h"
 
 #include <QMetaObject>
+#include <QStringDecoder>
+
+#include <algorithm>
 
 namespace {
 
 constexpr std::chrono::seconds kSendTimeout{120};
 constexpr auto kAccepted = R"("0")";
 const QString kNoContact = QStringLiteral("Could not contact server");
+/// To lay out the megabytes of a page that is no reply would hold up the window for minutes.
+constexpr qsizetype kShownBytes = 10'000;
+
+/// `reply`, or the beginning of a long one, as a text; none if it is not UTF-8.
+QString shownText(const QByteArray &reply) {
+  if (reply.size() <= kShownBytes) {
+    return utf8Text(reply).value_or(QString());
+  }
+  QStringDecoder decoder(QStringDecoder::Utf8);
+  // Without the character that may be cut in two: the decoder waits for its rest.
+  const QString beginning = decoder(reply.first(kShownBytes));
+  return decoder.hasError() ? QString() : beginning + QStringLiteral(" …");
+}
 
 }  // namespace
 
@@ -52,7 +68,8 @@ void PickingSender::didReceiveResponse(HttpConnection & /*connection*/) {
 }
 
 void PickingSender::didReceiveData(HttpConnection & /*connection*/, const QByteArray &data) {
-  m_reply.append(data);
+  // No more than shows that there is more.
+  m_reply.append(data.first(std::min(data.size(), kShownBytes + 1 - m_reply.size())));
 }
 
 void PickingSender::connectionDidFinishLoading(HttpConnection &connection) {
@@ -60,7 +77,7 @@ void PickingSender::connectionDidFinishLoading(HttpConnection &connection) {
     markAsSent();
     queueMessage(QStringLiteral("Picking was sent"));
   } else {
-    queueMessage(kNoContact, utf8Text(m_reply).value_or(QString()));
+    queueMessage(kNoContact, shownText(m_reply));
   }
   m_rows.clear();
   m_environment.busy.end();

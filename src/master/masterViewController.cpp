@@ -35,8 +35,8 @@ QStringView trimmedOfBlanks(QStringView text) {
 }
 
 bool saysAlreadySent(const QByteArray &body) {
-  const auto text = utf8Text(body);
-  return text && text->contains(kAlreadySent);
+  // Of a body that does not, however large it is, no text is made.
+  return body.contains(kAlreadySent.toUtf8()) && utf8Text(body);
 }
 
 }  // namespace
@@ -208,6 +208,8 @@ void masterViewController::importDelivery(const DeliveryAnswer &answer) {
   const OrderLine &first = answer.lines.front();
   const auto picks = managedObjectContext()->pickingsOfOrder(first.doc, first.ordernum);
   if (!picks) {
+    // What was picked before is not in the lists: a picking of them would write over it.
+    btnPicking->setEnabled(false);
     return;
   }
   restoreBoxes(*picks, *boxes);

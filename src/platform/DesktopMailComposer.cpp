@@ -2,20 +2,28 @@
 
 #include "platform/MailMessage.h"
 #include "platform/MailProgram.h"
+#include "platform/OwnFiles.h"
 
+#include <QDebug>
 #include <QDir>
 #include <QTemporaryFile>
 
 namespace {
 
-/// Leaves `path` an empty folder, open to its owner alone.
-void clearDraftsFolder(const QString &path) {
-  QDir().mkdir(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+/// Leaves `path` a folder without drafts, open to its owner alone. False, with a line in the log,
+/// if it is not this user's own folder.
+bool clearDraftsFolder(const QString &path) {
+  const QString objection = claimFolder(path);
+  if (!objection.isEmpty()) {
+    qWarning("Folder %s not used: %s.", qUtf8Printable(path), qUtf8Printable(objection));
+    return false;
+  }
   QDir folder(path);
   const QStringList oldDrafts = folder.entryList({QStringLiteral("*.eml")}, QDir::Files);
   for (const QString &name : oldDrafts) {
     folder.remove(name);
   }
+  return true;
 }
 
 }  // namespace
@@ -25,7 +33,9 @@ bool DesktopMailComposer::canSendMail() const {
 }
 
 bool DesktopMailComposer::compose(const MailDraft &draft) {
-  clearDraftsFolder(m_draftsFolder);
+  if (!clearDraftsFolder(m_draftsFolder)) {
+    return false;
+  }
   const QByteArray message = mailMessage(draft);
   QTemporaryFile file(m_draftsFolder + QStringLiteral("/Mail-XXXXXX.eml"));
   const bool isHandedOver = file.open() && file.write(message) == message.size() && file.flush() &&

@@ -1,8 +1,10 @@
 #include "platform/DisplaySettings.h"
 
 #include "platform/Folders.h"
+#include "platform/OwnFiles.h"
 
-#include <QFile>
+#include <QDebug>
+#include <QSettings>
 
 #include <algorithm>
 
@@ -31,16 +33,29 @@ QString wordFor(DisplaySettings::Theme theme) {
   return kSystem;
 }
 
+bool isOurs(const QString &file) {
+  const QString objection = claimFile(file);
+  if (!objection.isEmpty()) {
+    qWarning("File %s not used: %s.", qUtf8Printable(file), qUtf8Printable(objection));
+  }
+  return objection.isEmpty();
+}
+
 }  // namespace
 
 DisplaySettings::DisplaySettings(const Folders &folders, std::unique_ptr<SystemColourScheme> system)
-    : m_file(folders.home + QStringLiteral("/display.ini"), QSettings::IniFormat),
-      m_system(std::move(system)) {
+    : m_file(folders.home + QStringLiteral("/display.ini")), m_system(std::move(system)) {
+  if (mayUseFile()) {
+    const QSettings file(m_file, QSettings::IniFormat);
+    for (const QString &key : {kTheme, kTextSize, kWindowSize, kMaximized}) {
+      m_values[key] = file.value(key);
+    }
+  }
   connect(m_system.get(), &SystemColourScheme::changed, this, &DisplaySettings::changed);
 }
 
 DisplaySettings::Theme DisplaySettings::theme() const {
-  const QString word = m_file.value(kTheme).toString();
+  const QString word = m_values.value(kTheme).toString();
   if (word == kDark) {
     return Theme::Dark;
   }
@@ -56,7 +71,7 @@ bool DisplaySettings::isDark() const {
 }
 
 int DisplaySettings::textSize() const {
-  const int percent = m_file.value(kTextSize).toInt();
+  const int percent = m_values.value(kTextSize).toInt();
   return std::find(kTextSizes.begin(), kTextSizes.end(), percent) == kTextSizes.end()
              ? kTextSizes.front()
              : percent;
@@ -67,7 +82,7 @@ void DisplaySettings::setTextSize(int percent) {
 }
 
 QSize DisplaySettings::windowSize() const {
-  const QSize size = m_file.value(kWindowSize).toSize();
+  const QSize size = m_values.value(kWindowSize).toSize();
   return size.isEmpty() ? kFirstWindowSize : size;
 }
 
@@ -76,18 +91,28 @@ void DisplaySettings::setWindowSize(QSize size) {
 }
 
 bool DisplaySettings::isMaximized() const {
-  return m_file.value(kMaximized).toBool();
+  return m_values.value(kMaximized).toBool();
 }
 
 void DisplaySettings::setMaximized(bool isMaximized) {
   store(kMaximized, isMaximized);
 }
 
+bool DisplaySettings::mayUseFile() const {
+  // Qt locks the file by another beside it.
+  return isOurs(m_file) && isOurs(m_file + QStringLiteral(".lock"));
+}
+
 void DisplaySettings::store(const QString &key, const QVariant &value) {
-  if (m_file.value(key) != value) {
-    m_file.setValue(key, value);
-    m_file.sync();
-    QFile::setPermissions(m_file.fileName(), QFile::ReadOwner | QFile::WriteOwner);
-    emit changed();
+  if (m_values.value(key) == value) {
+    return;
   }
+  m_values[key] = value;
+  if (mayUseFile()) {
+    QSettings file(m_file, QSettings::IniFormat);
+    file.setValue(key, value);
+    file.sync();
+    claimFile(m_file);
+  }
+  emit changed();
 }

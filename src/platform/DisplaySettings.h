@@ -2,9 +2,11 @@
 
 #include "platform/SystemColourScheme.h"
 
+#include <QHash>
 #include <QObject>
-#include <QSettings>
 #include <QSize>
+#include <QString>
+#include <QVariant>
 #include <QtQml/qqmlregistration.h>
 
 #include <array>
@@ -13,7 +15,8 @@
 struct Folders;
 
 /// How the program looks on this device: the theme, the size of its text, and the window's size.
-/// Remembered in `display.ini` in the home folder.
+/// Remembered in `display.ini` in the home folder; only until the end, with a line in the log, if
+/// somebody else has put something in its place.
 class DisplaySettings : public QObject {
   Q_OBJECT
   QML_ELEMENT
@@ -51,8 +54,10 @@ class DisplaySettings : public QObject {
   void changed();
 
  private:
+  [[nodiscard]] bool mayUseFile() const;
   void store(const QString &key, const QVariant &value);
 
-  QSettings m_file;
+  QString m_file;
+  QHash<QString, QVariant> m_values;
   std::unique_ptr<SystemColourScheme> m_system;
 };

@@ -1,13 +1,32 @@
 #include "platform/Folders.h"
 
+#include "platform/OwnFiles.h"
+
+#include <QDebug>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 namespace {
 
-bool setForOwnerOnly(const QString &folder) {
-  return QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+bool claim(const QString &folder) {
+  const QString objection = claimFolder(folder);
+  if (!objection.isEmpty()) {
+    qWarning("Folder %s not used: %s.", qUtf8Printable(folder), qUtf8Printable(objection));
+  }
+  return objection.isEmpty();
+}
+
+/// A home that is there already may be anybody's, and reached by a link; what is below it is ours.
+bool makeHome(const QString &home) {
+  if (!QDir(home).exists()) {
+    return QDir().mkpath(QFileInfo(QDir::cleanPath(home)).path()) && claim(home);
+  }
+  if (QFile::permissions(home).testFlag(QFile::WriteOther)) {
+    qWarning("Everybody may write to the folder %s.", qUtf8Printable(home));
+  }
+  return true;
 }
 
 }  // namespace
@@ -17,7 +36,5 @@ Folders Folders::ofThisUser() {
 }
 
 bool Folders::create() const {
-  // A home that is there already may be anybody's; what is below it is ours.
-  const bool isHomeThere = QDir(home).exists() || (QDir().mkpath(home) && setForOwnerOnly(home));
-  return isHomeThere && QDir().mkpath(documents()) && setForOwnerOnly(documents());
+  return makeHome(home) && claim(documents());
 }

@@ -13,6 +13,8 @@ struct Folders {
   /// Where the store and the exports live.
   [[nodiscard]] QString documents() const { return home + QStringLiteral("/Documents"); }
 
-  /// Makes the folders that are missing, open to their owner alone. False if that fails.
+  /// Makes the folders that are missing, open to their owner alone, as the documents are made if
+  /// they were not. False, with a line in the log, if that fails, and if the documents are not this
+  /// user's own.
   [[nodiscard]] bool create() const;
 };

@@ -2,6 +2,7 @@
 
 #include <QIODevice>
 #include <QMetaObject>
+#include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
 
@@ -51,7 +52,8 @@ class NetworkConnection : public HttpConnection {
   NetworkConnection(WeakDelegate<HttpConnectionDelegate> delegate, QObject *owner)
       : HttpConnection(owner), m_delegate(std::move(delegate)) {}
 
-  void send(QNetworkAccessManager &manager, const HttpRequest &request) {
+  void send(const HttpRequest &request) {
+    m_manager.reset(new QNetworkAccessManager);
     QNetworkRequest networkRequest(request.url);
     networkRequest.setAttribute(QNetworkRequest::CacheLoadControlAttribute,
                                 QNetworkRequest::AlwaysNetwork);
@@ -67,20 +69,20 @@ class NetworkConnection : public HttpConnection {
       networkRequest.setRawHeader(name, value);
     }
     if (request.method == "GET") {
-      m_reply.reset(manager.get(networkRequest));
+      m_reply = m_manager->get(networkRequest);
     } else {
       auto *body = new ReadOnceBody(request.body);
       networkRequest.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
       networkRequest.setHeader(QNetworkRequest::ContentLengthHeader, request.body.size());
-      m_reply.reset(manager.sendCustomRequest(networkRequest, request.method, body));
+      m_reply = m_manager->sendCustomRequest(networkRequest, request.method, body);
       // The reply reads from it until the end, be the connection still there or not.
-      body->setParent(m_reply.get());
+      body->setParent(m_reply);
     }
     // However fast a large answer comes in, what waits to be passed on stays small.
     m_reply->setReadBufferSize(kReadBufferBytes);
-    connect(m_reply.get(), &QNetworkReply::metaDataChanged, this, [this] { announceResponse(); });
-    connect(m_reply.get(), &QNetworkReply::readyRead, this, [this] { passOnData(); });
-    connect(m_reply.get(), &QNetworkReply::finished, this, [this] { finish(); });
+    connect(m_reply, &QNetworkReply::metaDataChanged, this, [this] { announceResponse(); });
+    connect(m_reply, &QNetworkReply::readyRead, this, [this] { passOnData(); });
+    connect(m_reply, &QNetworkReply::finished, this, [this] { finish(); });
   }
 
   void fail(const QString &description) {
@@ -123,9 +125,19 @@ class NetworkConnection : public HttpConnection {
     }
   }
 
+  /// Whether nothing but the end of the connection tells where the answer ends.
+  [[nodiscard]] bool endsWithConnection() const {
+    return m_announcedBytes < 0 && !m_reply->hasRawHeader("Transfer-Encoding") &&
+           !m_reply->hasRawHeader("Content-Encoding");
+  }
+
   /// Whether the connection broke, as opposed to an answer with an error status.
   [[nodiscard]] bool isBroken() const {
     const QNetworkReply::NetworkError error = m_reply->error();
+    // When the connection ends, Qt may think of repeating the request, which the body forbids.
+    if (error == QNetworkReply::ContentReSendError && endsWithConnection()) {
+      return false;
+    }
     const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     const bool isStatus = status >= kFirstErrorStatus && error > QNetworkReply::UnknownProxyError &&
                           error != QNetworkReply::ProtocolFailure &&
@@ -142,7 +154,7 @@ class NetworkConnection : public HttpConnection {
       fail(timedOut ? QStringLiteral("The request timed out.") : m_reply->errorString());
       return;
     }
-    if (isBroken()) {
+    if (isBroken() || m_received < m_announcedBytes) {
       m_isAnswerWhole = false;
     }
     deleteLater();
@@ -156,7 +168,11 @@ class NetworkConnection : public HttpConnection {
   };
 
   WeakDelegate<HttpConnectionDelegate> m_delegate;
-  std::unique_ptr<QNetworkReply, DeleteLater> m_reply;
+  /// Of this connection alone: a service that sends more than one answer must not have the next
+  /// request answered by the rest.
+  std::unique_ptr<QNetworkAccessManager, DeleteLater> m_manager;
+  /// A child of the manager.
+  QNetworkReply *m_reply = nullptr;
   bool m_isAnnounced = false;
   qint64 m_received = 0;
 };
@@ -168,7 +184,7 @@ HttpConnection *NetworkHttpClient::start(const HttpRequest &request,
                                          QObject *owner) {
   auto *connection = new NetworkConnection(std::move(delegate), owner);
   if (request.url.isValid() && !request.url.isEmpty()) {
-    connection->send(m_manager, request);
+    connection->send(request);
   } else {
     QMetaObject::invokeMethod(
         connection, [connection] { connection->fail(QStringLiteral("unsupported URL")); },

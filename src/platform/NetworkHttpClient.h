@@ -2,14 +2,9 @@
 
 #include "platform/HttpClient.h"
 
-#include <QNetworkAccessManager>
-
-/// The HTTP client of the device's network.
+/// The HTTP client of the device's network. Every request has a connection of its own.
 class NetworkHttpClient : public HttpClient {
  public:
   HttpConnection *start(const HttpRequest &request, WeakDelegate<HttpConnectionDelegate> delegate,
                         QObject *owner) override;
-
- private:
-  QNetworkAccessManager m_manager;
 };

@@ -2,9 +2,6 @@
 
 namespace {
 
-/// How long a piece is, at least: it should stay in the processor's cache.
-constexpr std::size_t kPieceBytes = 256'000;
-
 /// The position of the quotation mark that ends the string that begins at `begin`.
 std::size_t endOfString(std::string_view text, std::size_t begin) {
   std::size_t i = begin + 1;
@@ -14,9 +11,9 @@ std::size_t endOfString(std::string_view text, std::size_t begin) {
   return i;
 }
 
-/// Commas between elements of the array `text`, at least a piece apart. A text that is not JSON may
-/// be cut anywhere.
-std::vector<std::size_t> cutsOf(std::string_view text) {
+/// Commas between elements of the array `text`, at least `pieceBytes` apart. A text that is not
+/// JSON may be cut anywhere.
+std::vector<std::size_t> cutsOf(std::string_view text, std::size_t pieceBytes) {
   std::vector<std::size_t> cuts;
   std::size_t begin = 0;
   int depth = 0;
@@ -34,7 +31,7 @@ std::vector<std::size_t> cutsOf(std::string_view text) {
         --depth;
         break;
       case ',':
-        if (depth == 1 && i - begin >= kPieceBytes) {
+        if (depth == 1 && i - begin >= pieceBytes) {
           cuts.push_back(i);
           begin = i;
         }
@@ -48,7 +45,8 @@ std::vector<std::size_t> cutsOf(std::string_view text) {
 
 }  // namespace
 
-JsonPieces::JsonPieces(std::string_view text) : m_text(text), m_cuts(cutsOf(text)) {}
+JsonPieces::JsonPieces(std::string_view text, std::size_t pieceBytes)
+    : m_text(text), m_cuts(cutsOf(text, pieceBytes)) {}
 
 simdjson::dom::array JsonPieces::Reader::read(std::size_t index) {
   const std::vector<std::size_t> &cuts = m_pieces.m_cuts;

@@ -9,8 +9,11 @@
 /// cache while they are parsed. Several readers may read it at the same time.
 class JsonPieces {
  public:
+  /// How long a piece is, at least: it should stay in the processor's cache.
+  static constexpr std::size_t kPieceBytes = 256'000;
+
   /// `text` outlives this object and its readers.
-  explicit JsonPieces(std::string_view text);
+  explicit JsonPieces(std::string_view text, std::size_t pieceBytes = kPieceBytes);
 
   [[nodiscard]] std::size_t count() const { return m_cuts.size() + 1; }
 

@@ -1,5 +1,7 @@
 #include "service/JsonValues.h"
 
+#include "platform/Utf8.h"
+
 #include <QLocale>
 
 #include <limits>
@@ -32,11 +34,8 @@ std::string_view jsonTextOf(const QByteArray &body) {
 
 QString textOf(element value) {
   switch (value.type()) {
-    case element_type::STRING: {
-      const std::string_view text = value.get_string();
-      return text.empty() ? QStringLiteral("")
-                          : QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-    }
+    case element_type::STRING:
+      return textOfUtf8(value.get_string());
     case element_type::INT64:
       return QString::number(std::int64_t{value.get_int64()});
     case element_type::UINT64:

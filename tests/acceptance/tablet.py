@@ -39,14 +39,15 @@ def wait_for(look, what):
 
 
 class Screen:
-    """An X server with one screen of the given size."""
+    """An X server with one screen of the given size. It ends with this process, and lasts when the
+    last program on it has ended."""
 
     def __init__(self, width, height):
         self.width, self.height = width, height
         read_end, write_end = os.pipe()
         self._server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", f"{width}x{height}x24",
-             "-nolisten", "tcp"],
+            ["setpriv", "--pdeathsig", "TERM", "--", "Xvfb", "-displayfd", str(write_end),
+             "-screen", "0", f"{width}x{height}x24", "-nolisten", "tcp", "-noreset"],
             pass_fds=[write_end], stderr=subprocess.DEVNULL)
         os.close(write_end)
         with os.fdopen(read_end) as pipe:

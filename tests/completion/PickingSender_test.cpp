@@ -203,6 +203,7 @@ class PickingSenderTest : public QObject {
     row("a zero byte after it", QByteArray("\"0\"\0", 4));
     row("an array", "[\"0\"]");
     row("a page", "<html>Κλειστό</html>");
+    row("10,000 bytes", QByteArray(10'000, 'x'));
     QTest::newRow("not UTF-8") << QByteArray("\xFF\"0\"") << QString();
   }
   void anyOtherReplyIsShownAsItStands() {
@@ -217,6 +218,30 @@ class PickingSenderTest : public QObject {
       QCOMPARE(program.topAlert().buttons, QStringList("OK"));
       QCOMPARE(program.sentFlags(), QList<int>({0, 0, 0}));
     }
+  }
+
+  void ofALongReplyTheBeginningIsShown_data() {
+    QTest::addColumn<QByteArray>("reply");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("one byte too long")
+        << QByteArray(10'001, 'x') << QString(10'000, u'x') + QStringLiteral(" …");
+    QTest::newRow("a megabyte") << QByteArray(1'000'000, 'x')
+                                << QString(10'000, u'x') + QStringLiteral(" …");
+    QTest::newRow("cut within a character")
+        << "x" + QByteArray("Κ").repeated(6'000) << u'x' + QString(4'999, u'Κ') + " …";
+    QTest::newRow("accepted, and more")
+        << "\"0\"" + QByteArray(10'000, ' ') << "\"0\"" + QString(9'997, u' ') + " …";
+    QTest::newRow("not UTF-8") << QByteArray(20'000, '\x80') << QString();
+  }
+  void ofALongReplyTheBeginningIsShown() {
+    QFETCH(QByteArray, reply);
+    QFETCH(QString, message);
+    Picked program;
+    program.service.answerWith(reply);
+    program.sendAll();
+    QCOMPARE(program.topAlert().title, "Could not contact server");
+    QCOMPARE(program.topAlert().message, message);
+    QCOMPARE(program.sentFlags(), QList<int>({0, 0, 0}));
   }
 
   void aByteOrderMarkIsNotAccepted() {

@@ -313,6 +313,18 @@ class masterViewControllerImportTest : public QObject {
     QVERIFY(!program.environment.busy.isActive());
   }
 
+  void aPickingThatWasReadyIsNotOnceTheStoreCannotBeRead() {
+    TestProgram program;
+    importLines(program, {{"C1", "A", 5}});
+    QVERIFY(program.master().btnPicking->isEnabled());
+    SQLite::Database(program.storePath().toStdString(), SQLite::OPEN_READWRITE)
+        .exec("ALTER TABLE Picking RENAME TO Lost");
+    QTest::ignoreMessage(QtWarningMsg, "Fetch failed: no such table: Picking");
+    program.master().btnSearchOrderNoTouched();
+    QTRY_VERIFY(!program.environment.busy.isActive());
+    QVERIFY(!program.master().btnPicking->isEnabled());
+  }
+
  private:
   static void importBody(TestProgram &program, const QByteArray &body) {
     program.enterPicking();

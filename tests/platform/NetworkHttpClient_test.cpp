@@ -2,6 +2,7 @@
 
 #include "support/LoopbackService.h"
 
+#include <QEventLoop>
 #include <QPointer>
 #include <QTcpSocket>
 #include <QTest>
@@ -85,6 +86,13 @@ struct TestConnection {
     start(request);
     waitForEnd();
   }
+  /// The same without a pause between any two events, as `run` has them.
+  void runAtOnce(const HttpRequest &request) {
+    QEventLoop untilTheEnd;
+    listener.whenEnded([&] { untilTheEnd.quit(); });
+    start(request);
+    untilTheEnd.exec();
+  }
   void get() { run({.url = url()}); }
   void waitForEnd() {
     constexpr auto kAtMost = 60s;
@@ -108,6 +116,9 @@ HttpRequest post(const QUrl &url, const QByteArray &body) {
           .headers = {{"Content-Type", "application/json"}},
           .body = body};
 }
+
+/// Where Qt reports one thing or another, as it happens.
+constexpr int kRaces = 30;
 
 }  // namespace
 
@@ -426,6 +437,59 @@ class NetworkHttpClientTest : public QObject {
     QTRY_VERIFY(posted.hasEnded());
     QCOMPARE(posted.calls(), "failed");
     QCOMPARE(connection.service.requests().size(), 2);
+  }
+
+  void theAnswerToAPostMayEndWithItsConnection() {
+    for (int i = 0; i < kRaces; ++i) {
+      TestConnection connection;
+      connection.answerWith("HTTP/1.1 200 OK\r\n\r\n\"0\"");
+      connection.runAtOnce(post(connection.url(), "[]"));
+      QCOMPARE(connection.listener.calls(), "response data whole");
+      QCOMPARE(connection.listener.data(), "\"0\"");
+    }
+  }
+
+  void chunksThatBreakOffAreNoAnswerToAPost() {
+    for (int i = 0; i < kRaces; ++i) {
+      TestConnection connection;
+      connection.answerWith("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n3\r\n\"0\"\r\n");
+      connection.runAtOnce(post(connection.url(), "[]"));
+      QVERIFY2(connection.listener.calls().endsWith(u"damaged"),
+               qPrintable(connection.listener.calls()));
+    }
+  }
+
+  void aSecondAnswerIsNotThatToTheNextRequest() {
+    TestConnection connection;
+    QPointer<QTcpSocket> first;
+    connection.service.answerWith([&](const Request &request) {
+      if (request.method == "POST") {
+        return Answer::http("refused");
+      }
+      Answer answer{"HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\n[]"};
+      answer.stream = [&](QTcpSocket &socket) { first = &socket; };
+      return answer;
+    });
+    connection.get();
+    if (first) {
+      first->write("HTTP/1.1 200 OK\r\nContent-Length: 3\r\n\r\n\"0\"");
+      first->flush();
+    }
+    Listener posted;
+    connection.client.start(post(connection.url(), "[]"), &posted, &connection.owner);
+    QTRY_VERIFY(posted.hasEnded());
+    QCOMPARE(posted.data(), "refused");
+  }
+
+  void anAnswerOfWhichOnlyTheBeginningIsHandedOnIsDamaged() {
+    constexpr qsizetype kMoreThanIsBuffered = 4'000'000;
+    TestConnection connection;
+    connection.service.answerWith(
+        [](const Request &) { return Answer::http(QByteArray(kMoreThanIsBuffered, ' '), 401); });
+    connection.get();
+    QCOMPARE(connection.listener.calls(), connection.listener.received() == kMoreThanIsBuffered
+                                              ? "response data whole"
+                                              : "response data damaged");
   }
 
   void theTargetArrivesAsItIsWritten_data() {

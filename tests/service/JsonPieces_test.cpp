@@ -50,6 +50,13 @@ class JsonPiecesTest : public QObject {
     QCOMPARE(countOf(pieces), 50'000U);
   }
 
+  void piecesMayBeAsShortAsAnElement() {
+    const QByteArray text = numbers(7);
+    const JsonPieces pieces(jsonTextOf(text), 1);
+    QCOMPARE(pieces.count(), 7U);
+    QCOMPARE(countOf(pieces), 7U);
+  }
+
   void aPieceThatIsNotJsonIsNotRead() {
     QByteArray text = numbers(50'000);
     text.insert(text.indexOf("{\"n\"", text.size() / 2), '!');

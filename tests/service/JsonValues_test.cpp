@@ -40,6 +40,8 @@ class JsonValuesTest : public QObject {
                                   << QStringLiteral("a\"\\/\né📦") << 0;
     QTest::newRow("text with NUL")
         << QByteArray("\"a\\u0000b\"") << QStringLiteral("a") + QChar(u'\0') + u'b' << 0;
+    QTest::newRow("text that begins with U+FEFF")
+        << QByteArray("\"\\ufeff7\"") << QStringLiteral("\uFEFF7") << 0;
     QTest::newRow("UTF-8") << QByteArray("\"κ📦\"") << QStringLiteral("κ📦") << 0;
     QTest::newRow("integer") << QByteArray("12") << "12" << 12;
     QTest::newRow("negative") << QByteArray("-12") << "-12" << -12;

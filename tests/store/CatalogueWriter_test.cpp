@@ -142,6 +142,27 @@ class CatalogueWriterTest : public QObject {
     QCOMPARE(program.context().itemsForCode("A")->size(), 1U);
   }
 
+  void nothingBehindAnIndexRuns_data() {
+    QTest::addColumn<QByteArray>("sql");
+    QTest::newRow("its name") << QByteArray(
+        R"(CREATE INDEX "i""; DELETE FROM Picking; --" ON Items (descr))");
+    QTest::newRow("its definition") << QByteArray(
+        "PRAGMA writable_schema = ON; UPDATE sqlite_master SET sql = sql || '; DELETE FROM "
+        "Picking' WHERE name = 'Items_item'");
+  }
+
+  void nothingBehindAnIndexRuns() {
+    QFETCH(const QByteArray, sql);
+    TestProgram program;
+    program.context().insert(Picking{.doc = "1"});
+    QVERIFY(!program.context().save());
+    SQLite::Database(program.storePath().toStdString(), SQLite::OPEN_READWRITE)
+        .exec(sql.toStdString());
+    storeArticles(program, {{"b1", "A", "One"}});
+    QCOMPARE(program.context().pickings("1")->size(), 1U);
+    QCOMPARE(program.context().itemsForCode("A")->size(), 1U);
+  }
+
   void whatFailsIsReportedByTheSave() {
     for (const QString &path : {QString(), QStringLiteral("/no/such/store.sqlite")}) {
       CatalogueWriter writer(path);

@@ -78,6 +78,7 @@ void addTexts() {
   QTest::newRow("NUL inside") << QStringLiteral("a") + QChar(u'\0') + QStringLiteral("b");
   QTest::newRow("10,000 characters") << QString(10'000, u'x');
   QTest::newRow("looks like a number") << "007";
+  QTest::newRow("begins with U+FEFF twice") << QStringLiteral("\uFEFF\uFEFF7");
 }
 
 void dieUnsaved(const QString &path) {
@@ -96,6 +97,14 @@ class ManagedObjectContextTest : public QObject {
   Q_OBJECT
 
  private slots:
+  void bytesInAFileOfUtf16ReadAsTheirCharactersAndNoMore() {
+    const TemporaryStore store;
+    store.connect().exec("PRAGMA encoding = 'UTF-16le'; CREATE TABLE Notes (text TEXT)");
+    ManagedObjectContext context(store.open(PersistentStoreCoordinator::Migration::Automatic));
+    store.connect().exec("INSERT INTO Picking (doc, item) VALUES ('4711', X'410042004300')");
+    QCOMPARE(itemsOf(context.pickings(QStringLiteral("4711"))), "ABC");
+  }
+
   void everyTextIsKeptAsItIs_data() { addTexts(); }
   void everyTextIsKeptAsItIs() {
     QFETCH(const QString, text);
@@ -516,6 +525,17 @@ class ManagedObjectContextTest : public QObject {
     QVERIFY(error.has_value());
     QCOMPARE(error->description, "There is no store.");
     QVERIFY(context.hasChanges());
+  }
+
+  void aFetchAfterOneThatFailedAnswersAgain() {
+    TestContext test;
+    test.insertSaved({pickOf(QStringLiteral("4711"), QStringLiteral("C1"), QStringLiteral("A"))});
+    SQLite::Database &database = *test.coordinator->database();
+    database.exec("ALTER TABLE Picking RENAME TO Away");
+    QTest::ignoreMessage(QtWarningMsg, "Fetch failed: no such table: Picking");
+    QCOMPARE(itemsOf(test.context.pickings(QStringLiteral("4711"))), "none");
+    database.exec("ALTER TABLE Away RENAME TO Picking");
+    QCOMPARE(itemsOf(test.context.pickings(QStringLiteral("4711"))), "A");
   }
 
   void aStoreThatLacksItsTablesAnswersNothing() {

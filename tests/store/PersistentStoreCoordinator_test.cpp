@@ -2,10 +2,13 @@
 
 #include "TemporaryStore.h"
 
+#include <QRegularExpression>
 #include <QTest>
 
 #include <SQLiteCpp/Statement.h>
 #include <SQLiteCpp/Transaction.h>
+#include <sqlite3.h>
+#include <utility>
 
 namespace {
 
@@ -209,6 +212,89 @@ class PersistentStoreCoordinatorTest : public QObject {
     QVERIFY(!coordinator.hasStore());
     QVERIFY(coordinator.addPersistentStore(store.path(), Migration::Automatic));
     QVERIFY(coordinator.hasStore());
+  }
+
+  void aDamagedFileIsRefused_data() {
+    QTest::addColumn<QByteArray>("sql");
+    QTest::newRow("two tables that share a page") << QByteArray(
+        "UPDATE sqlite_master SET rootpage = (SELECT rootpage FROM sqlite_master WHERE name = "
+        "'Items') WHERE name = 'Picking'");
+    QTest::newRow("a table beyond the end")
+        << QByteArray("UPDATE sqlite_master SET rootpage = 4711 WHERE name = 'Picking'");
+  }
+
+  void aDamagedFileIsRefused() {
+    QFETCH(const QByteArray, sql);
+    const TemporaryStore store;
+    QVERIFY(store.open()->hasStore());
+    {
+      SQLite::Database database = store.connect();
+      database.exec("PRAGMA writable_schema = ON");
+      database.exec(sql.toStdString());
+    }
+    const QByteArray before = store.bytes();
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("damaged|malformed")));
+    QVERIFY(!store.open(Migration::Automatic)->hasStore());
+    QCOMPARE(store.bytes(), before);
+  }
+
+  void nothingThatStandsInTheFileRuns_data() {
+    QTest::addColumn<QByteArray>("sql");
+    QTest::addColumn<bool>("isReadable");
+    QTest::newRow("a trigger")
+        << QByteArray("CREATE TRIGGER t AFTER INSERT ON Picking BEGIN DELETE FROM Picking; END")
+        << true;
+    QTest::newRow("a view")
+        << QByteArray(
+               "DROP TABLE Picking; CREATE VIEW Picking AS WITH RECURSIVE c(x) AS (SELECT 1 UNION "
+               "ALL "
+               "SELECT x + 1 FROM c) SELECT '' AS barcode, '' AS box, 0 AS datepicked, '' AS "
+               "descr, "
+               "'4711' AS doc, '' AS item, '' AS ordernum, 0 AS orderqty, 0 AS pickqty, 0 AS sent, "
+               "x AS rowid FROM c; CREATE TRIGGER t INSTEAD OF INSERT ON Picking BEGIN SELECT 1; "
+               "END")
+        << false;
+    QTest::newRow("a virtual table") << QByteArray(
+                                            "DROP TABLE Picking; CREATE VIRTUAL TABLE Picking "
+                                            "USING fts5(barcode, box, datepicked, "
+                                            "descr, doc, item, ordernum, orderqty, pickqty, sent)")
+                                     << false;
+  }
+
+  void nothingThatStandsInTheFileRuns() {
+    QFETCH(const QByteArray, sql);
+    QFETCH(const bool, isReadable);
+    const TemporaryStore store;
+    QVERIFY(store.open()->hasStore());
+    store.connect().exec(sql.toStdString());
+    ManagedObjectContext context(store.open());
+    QCOMPARE(context.pickings(QStringLiteral("4711")).has_value(), isReadable);
+    context.insert(Picking{.doc = QStringLiteral("4711")});
+    QCOMPARE(!context.save(), isReadable);
+    QCOMPARE(context.pickings(QStringLiteral("4711")).value_or(std::vector<Picking>()).size(),
+             isReadable ? 1U : 0U);
+  }
+
+  void aFunctionThatIsNotSafeEverywhereDoesNotRunInTheFile() {
+    const TemporaryStore store;
+    const auto coordinator = store.open();
+    bool hasRun = false;
+    const auto addFunction = [&](SQLite::Database &database) {
+      database.createFunction("run", 0, true, &hasRun,
+                              [](sqlite3_context *context, int, sqlite3_value **) {
+                                *static_cast<bool *>(sqlite3_user_data(context)) = true;
+                                sqlite3_result_int(context, 1);
+                              });
+    };
+    addFunction(*coordinator->database());
+    SQLite::Database other = store.connect();
+    addFunction(other);
+    other.exec("CREATE TABLE Trap (text TEXT CHECK (run()))");
+    other.exec("INSERT INTO Trap VALUES ('a')");
+    QVERIFY(std::exchange(hasRun, false));
+    QVERIFY_THROWS_EXCEPTION(SQLite::Exception,
+                             coordinator->database()->exec("INSERT INTO Trap VALUES ('a')"));
+    QVERIFY(!hasRun);
   }
 
   void aSecondConnectionIsAsDurableAsTheFirst() {

@@ -37,6 +37,18 @@ struct Index {
   std::string sql;
 };
 
+/// As a name in a statement, whatever is in it.
+std::string quoted(const std::string &name) {
+  std::string quoted = "\"";
+  for (const char c : name) {
+    quoted += c;
+    if (c == '"') {
+      quoted += c;
+    }
+  }
+  return quoted + '"';
+}
+
 std::vector<Index> indexesOfItems(const SQLite::Database &database) {
   std::vector<Index> indexes;
   SQLite::Statement query(
@@ -56,7 +68,7 @@ struct CatalogueWriter::Replacement {
         indexes(indexesOfItems(*database)) {
     // Sorting all entries at the end takes a fraction of the time of keeping two indexes in order.
     for (const Index &index : indexes) {
-      database->exec("DROP INDEX \"" + index.name + '"');
+      database->exec("DROP INDEX " + quoted(index.name));
     }
     database->exec("DELETE FROM Items");
     insert.emplace(*database, "INSERT INTO Items (barcode, item, descr) VALUES (?, ?, ?)");
@@ -64,7 +76,8 @@ struct CatalogueWriter::Replacement {
 
   void commit() {
     for (const Index &index : indexes) {
-      database->exec(index.sql);
+      // One statement: what else may stand in the file behind it is not run.
+      SQLite::Statement(*database, index.sql).exec();
     }
     transaction.commit();
     // The log is as large as the catalogue by now. That it shrinks does not matter enough to fail.

@@ -1,6 +1,7 @@
 #include "app/store/ManagedObjectContext.h"
 
 #include "app/store/PersistentStoreCoordinator.h"
+#include "platform/Utf8.h"
 
 #include <QDebug>
 
@@ -36,7 +37,12 @@ void bindTime(SQLite::Statement &statement, int position, const QDateTime &time)
 
 QString textAt(SQLite::Statement &statement, int column) {
   const SQLite::Column value = statement.getColumn(column);
-  return value.isNull() ? QString() : QString::fromUtf8(value.getText(), value.getBytes());
+  if (value.isNull()) {
+    return {};
+  }
+  // Only then is it known how long the text is that a value of another type makes.
+  const char *text = value.getText();
+  return textOfUtf8({text, static_cast<std::size_t>(value.getBytes())});
 }
 
 QDateTime timeAt(SQLite::Statement &statement, int column) {
@@ -92,7 +98,8 @@ void widenToDeliveries(std::vector<DeliveryPickTimes> &groups) {
 template <class Read, class... Texts>
 auto rowsOf(SQLite::Statement &statement, const Read &read, const Texts &...arguments) {
   std::vector<decltype(read(statement))> rows;
-  statement.reset();
+  // Says once more if the last fetch failed, which is no failure of this one.
+  statement.tryReset();
   int position = 0;
   (bindText(statement, ++position, arguments), ...);
   while (statement.executeStep()) {

@@ -1,11 +1,18 @@
 #include "app/store/PersistentStoreCoordinator.h"
 
+#include "app/store/WriteAheadLog.h"
+#include "platform/OwnFiles.h"
+
 #include <QDebug>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>
 #include <SQLiteCpp/Transaction.h>
+#include <algorithm>
+#include <array>
 #include <set>
 #include <sqlite3.h>
 #include <stdexcept>
@@ -84,17 +91,29 @@ bool isNew(SQLite::Database &database) {
   return database.execAndGet("SELECT count(*) FROM sqlite_master").getInt() == 0;
 }
 
+/// Throws if the file is damaged: two tables that share a page would cost each other their rows,
+/// and a table that leads back to itself would be read forever.
+void requireWhole(SQLite::Database &database) {
+  std::string finding = database.execAndGet("PRAGMA quick_check(1)").getString();
+  if (finding != "ok") {
+    std::replace(finding.begin(), finding.end(), '\n', ' ');
+    throw std::runtime_error("the file is damaged: " + finding);
+  }
+}
+
 void requireVersion(SQLite::Database &database, const ManagedObjectModel &model,
                     PersistentStoreCoordinator::Migration migration) {
   const int version = database.execAndGet("PRAGMA user_version").getInt();
-  if (version == model.version()) {
-    return;
-  }
   if (version > model.version()) {
     // Not even what its log holds is brought into the file when the connection closes.
     sqlite3_db_config(database.getHandle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     throw std::runtime_error("the file is of model version " + std::to_string(version) +
                              ", newer than this program's " + std::to_string(model.version()));
+  }
+  requireWhole(database);
+  bringLogToDisk(database);
+  if (version == model.version()) {
+    return;
   }
   if (!isNew(database) && migration == PersistentStoreCoordinator::Migration::Refuse) {
     throw std::runtime_error("the file is of the older model version " + std::to_string(version));
@@ -102,12 +121,41 @@ void requireVersion(SQLite::Database &database, const ManagedObjectModel &model,
   bringUpTo(database, model);
 }
 
-/// Makes a missing file, so that it is its owner's alone before anything is in it.
-void createForOwnerOnly(const QString &path) {
-  QFile file(path);
-  if (!file.exists() && file.open(QIODevice::WriteOnly)) {
-    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+/// Throws if somebody else has put something in the place of the file at `path`, or of one that
+/// SQLite keeps beside it. Makes a missing file, so that it is its owner's alone before anything is
+/// in it.
+void claimStore(const QString &path) {
+  for (const QString &name : {path, path + QStringLiteral("-wal"), path + QStringLiteral("-shm"),
+                              path + QStringLiteral("-journal")}) {
+    const QString objection = claimFile(name);
+    if (!objection.isEmpty()) {
+      throw std::runtime_error(
+          QStringLiteral("%1: %2").arg(QFileInfo(name).fileName(), objection).toStdString());
+    }
   }
+  QFile file(path);
+  if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner)) {
+    claimFile(path);
+  }
+}
+
+/// `path`, of whose folders none is a link any more.
+QString withRealFolder(const QString &path) {
+  const QString folder = QFileInfo(path).dir().canonicalPath();
+  return folder.isEmpty() ? path : folder + u'/' + QFileInfo(path).fileName();
+}
+
+/// Has `database` run nothing that stands in its file, which may have been anyone's: no triggers,
+/// no views, no virtual tables and no functions but those that are safe wherever they stand. The
+/// program's own stores have none of them.
+void runNothingOfTheFile(sqlite3 *database) {
+  constexpr std::array kSettings{
+      std::pair(SQLITE_DBCONFIG_DEFENSIVE, 1), std::pair(SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0),
+      std::pair(SQLITE_DBCONFIG_ENABLE_TRIGGER, 0), std::pair(SQLITE_DBCONFIG_ENABLE_VIEW, 0)};
+  for (const auto &[setting, value] : kSettings) {
+    sqlite3_db_config(database, setting, value, nullptr);
+  }
+  sqlite3_drop_modules(database, nullptr);
 }
 
 }  // namespace
@@ -123,7 +171,7 @@ bool PersistentStoreCoordinator::addPersistentStore(const QString &path, Migrati
     if (m_model->entities().empty()) {
       throw std::runtime_error("there is no model");
     }
-    createForOwnerOnly(path);
+    claimStore(path);
     auto database = connectTo(path);
     requireVersion(*database, *m_model, migration);
     database->exec("PRAGMA journal_mode = WAL");
@@ -138,7 +186,12 @@ bool PersistentStoreCoordinator::addPersistentStore(const QString &path, Migrati
 std::unique_ptr<SQLite::Database> PersistentStoreCoordinator::connectTo(const QString &path) {
   // A connection stays on the thread that made it.
   auto database = std::make_unique<SQLite::Database>(
-      path.toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX, kBusyTimeoutMilliseconds);
+      withRealFolder(path).toStdString(),
+      SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX | SQLite::OPEN_NOFOLLOW,
+      kBusyTimeoutMilliseconds);
+  runNothingOfTheFile(database->getHandle());
+  // A damaged page is noticed when it is read, not when it has led astray.
+  database->exec("PRAGMA cell_size_check = ON");
   // What is confirmed must be on disk before anything on screen says so.
   database->exec("PRAGMA synchronous = FULL");
   return database;

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "platform/Folders.h"
+#include "platform/OwnFiles.h"
 
+#include <QDebug>
 #include <QLockFile>
 
 /// Keeps a second program away from the store for as long as it lives.
@@ -13,8 +15,17 @@ class StoreLock {
     m_file.setStaleLockTime(0);
   }
 
-  /// False if another program holds the store, or if the lock cannot be made.
-  [[nodiscard]] bool acquire() { return m_file.tryLock(); }
+  /// False if another program holds the store, or if the lock cannot be made, or if somebody else
+  /// has put something in its place.
+  [[nodiscard]] bool acquire() {
+    const QString objection = claimFile(m_file.fileName());
+    if (!objection.isEmpty()) {
+      qWarning("Lock %s not used: %s.", qUtf8Printable(m_file.fileName()),
+               qUtf8Printable(objection));
+      return false;
+    }
+    return m_file.tryLock() && claimFile(m_file.fileName()).isEmpty();
+  }
   /// After a lock that was not acquired: whether another program holds it.
   [[nodiscard]] bool isHeldByAnother() const {
     return m_file.error() == QLockFile::LockFailedError;

@@ -1,0 +1,161 @@
+#include "StoreExercise.h"
+
+#include "Property.h"
+#include "app/store/CatalogueWriter.h"
+#include "app/store/ManagedObjectContext.h"
+#include "app/store/PersistentStoreCoordinator.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Exception.h>
+#include <sqlite3.h>
+#include <string>
+
+namespace {
+
+using Migration = PersistentStoreCoordinator::Migration;
+
+int s_logLines = 0;
+
+void countLogLine(QtMsgType /*type*/, const QMessageLogContext & /*context*/,
+                  const QString & /*text*/) {
+  ++s_logLines;
+}
+
+/// A function that any connection has, and that nothing in a file may run.
+bool s_hasRun = false;
+
+void run(sqlite3_context *context, int /*count*/, sqlite3_value ** /*values*/) {
+  s_hasRun = true;
+  sqlite3_result_int(context, 1);
+}
+
+int addFunction(sqlite3 *database, char ** /*error*/, const void * /*routines*/) {
+  return sqlite3_create_function(database, "run", -1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr,
+                                 run, nullptr, nullptr);
+}
+
+/// Hears the log and has every connection from now on know the function.
+void listen() {
+  static const bool isListening = [] {
+    qInstallMessageHandler(countLogLine);
+    // This is how SQLite wants it.
+    return sqlite3_auto_extension(reinterpret_cast<void (*)()>(addFunction)) == SQLITE_OK;
+  }();
+  require(isListening, "the log and the function are there");
+  s_hasRun = false;
+  s_logLines = 0;
+}
+
+/// The result of a fetch, which says so if there is none.
+template <class Fetch>
+auto answerOf(const Fetch &fetch) {
+  const int before = s_logLines;
+  auto answer = fetch();
+  require(answer.has_value() || s_logLines > before || before > 0,
+          "a fetch that answers nothing says so");
+  return answer;
+}
+
+void fetchEverything(ManagedObjectContext &context) {
+  answerOf([&] { return context.countItems(); });
+  answerOf([&] { return context.deliveryPickTimes(); });
+  const auto groups = answerOf([&] { return context.deliveryGroups(); });
+  QString doc = QStringLiteral("4711");
+  if (groups && !groups->empty()) {
+    doc = groups->front().doc;
+  }
+  answerOf([&] { return context.pickTimes(doc); });
+  answerOf([&] { return context.unsentPickings(doc); });
+  const auto picks = answerOf([&] { return context.pickings(doc); });
+  if (picks && !picks->empty()) {
+    const Picking &pick = picks->front();
+    answerOf([&] { return context.pickingsOfOrder(pick.doc, pick.ordernum); });
+    answerOf([&] { return context.pickingsOfLine(pick.doc, pick.box, pick.item); });
+    answerOf([&] { return context.itemsForCode(pick.item); });
+  }
+}
+
+int changesOf(const PersistentStoreCoordinator &coordinator) {
+  return sqlite3_total_changes(coordinator.database()->getHandle());
+}
+
+/// One change of the program's is one row. False where the program would end, as it does when a
+/// save fails.
+bool changePicks(ManagedObjectContext &context, const PersistentStoreCoordinator &coordinator) {
+  constexpr std::int32_t kPicked = 3;
+  const QString doc = QStringLiteral("a delivery of our own");
+  const int before = changesOf(coordinator);
+  context.insert(Picking{.box = QStringLiteral("C1"), .doc = doc, .item = QStringLiteral("A")});
+  if (context.save()) {
+    return false;
+  }
+  require(changesOf(coordinator) == before + 1, "an insertion is one row");
+  const auto picks = context.pickings(doc);
+  if (!picks || picks->empty()) {
+    return true;
+  }
+  context.setPickqty(picks->back(), kPicked);
+  if (context.save()) {
+    return false;
+  }
+  require(changesOf(coordinator) == before + 2, "a new quantity is one row");
+  return true;
+}
+
+/// The picks as they stand in the table, whatever the indexes say; nothing if they can't be read.
+std::string picksIn(const PersistentStoreCoordinator &coordinator) {
+  try {
+    return coordinator.database()
+        ->execAndGet(
+            "SELECT count(*) || ' ' || total(rowid) || ' ' || total(pickqty) "
+            "FROM Picking NOT INDEXED")
+        .getString();
+  } catch (const SQLite::Exception &) {
+    return {};
+  }
+}
+
+void replaceCatalogue(const PersistentStoreCoordinator &coordinator, const QString &path) {
+  const std::string before = picksIn(coordinator);
+  CatalogueWriter writer(path);
+  writer.insert({"b1", "A", "One"});
+  writer.insert({"b2", "B", "Two"});
+  if (!writer.save()) {
+    require(picksIn(coordinator) == before, "a new catalogue changes no pick");
+  }
+}
+
+void checkFolder(const QString &path) {
+  const QFileInfo store(path);
+  for (const QString &name : store.dir().entryList(QDir::Files)) {
+    require(name.startsWith(store.fileName()), "no file is made beside the store's");
+  }
+}
+
+}  // namespace
+
+void exerciseStore(const QString &path) {
+  static const auto kModel =
+      std::make_shared<const ManagedObjectModel>(ManagedObjectModel::bundledUrl());
+  listen();
+  const auto coordinator = std::make_shared<PersistentStoreCoordinator>(kModel);
+  const bool isOpen = coordinator->addPersistentStore(path, Migration::Refuse) ||
+                      coordinator->addPersistentStore(path, Migration::Automatic);
+  require(isOpen == coordinator->hasStore(), "there is a store if it was opened");
+  require(isOpen || s_logLines > 0, "a file that is refused is named in the log");
+  {
+    ManagedObjectContext context(coordinator);
+    const int before = isOpen ? changesOf(*coordinator) : 0;
+    fetchEverything(context);
+    require(!isOpen || changesOf(*coordinator) == before, "a fetch changes nothing");
+    if (isOpen && changePicks(context, *coordinator)) {
+      replaceCatalogue(*coordinator, path);
+      fetchEverything(context);
+    }
+  }
+  require(!s_hasRun, "nothing in a file runs");
+  checkFolder(path);
+}

@@ -1,0 +1,120 @@
+// The order service's HTTP server, under any bytes on a loopback socket: it answers in HTTP or
+// hangs up, the service sees a request only if one came, and others are served as before.
+
+#include "Property.h"
+#include "http_server.h"
+
+#include <algorithm>
+#include <arpa/inet.h>
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <cstdlib>
+#include <poll.h>
+#include <string>
+#include <string_view>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace cartonpick::orders;
+
+constexpr std::string_view kAnswer = "what the service says";
+constexpr std::string_view kOrdinaryRequest = "GET /healthz HTTP/1.1\r\nHost: a\r\n\r\n";
+
+std::atomic_int s_requests = 0;
+
+Answer answerTo(const Request &request) {
+  ++s_requests;
+  require(!request.method.empty() && !request.target.empty(), "a request has method and target");
+  return textAnswer(200, std::string(kAnswer));
+}
+
+const HttpServer &server() {
+  static const HttpServer kServer(answerTo, "127.0.0.1", 0, [] { std::abort(); });
+  return kServer;
+}
+
+class Connection {
+ public:
+  explicit Connection(std::uint16_t port)
+      : m_socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+    // An end without farewell keeps the port from staying in use.
+    const linger atOnce = {.l_onoff = 1, .l_linger = 0};
+    ::setsockopt(m_socket, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(port);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    require(::connect(m_socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0,
+            "the server takes a connection");
+  }
+  Connection(const Connection &) = delete;
+  Connection &operator=(const Connection &) = delete;
+  ~Connection() { ::close(m_socket); }
+
+  void sendAll(std::string_view bytes) const {
+    // A server that has seen enough hangs up.
+    static_cast<void>(::send(m_socket, bytes.data(), bytes.size(), MSG_NOSIGNAL));
+  }
+
+  /// Sends `bytes` and, if they leave the server waiting, that nothing follows.
+  void send(std::string_view bytes) const {
+    constexpr int kMilliseconds = 5;
+    sendAll(bytes);
+    pollfd answer = {.fd = m_socket, .events = POLLIN, .revents = 0};
+    if (::poll(&answer, 1, kMilliseconds) <= 0) {
+      ::shutdown(m_socket, SHUT_WR);
+    }
+  }
+
+  /// All that comes until the server hangs up.
+  [[nodiscard]] std::string receive() const {
+    std::string received;
+    std::array<char, 4096> buffer{};
+    while (true) {
+      const ssize_t size = ::recv(m_socket, buffer.data(), buffer.size(), 0);
+      // libFuzzer looks at its clock by a signal.
+      if (size == 0 || (size < 0 && errno != EINTR)) {
+        return received;
+      }
+      received.append(buffer.data(), static_cast<std::size_t>(std::max<ssize_t>(size, 0)));
+    }
+  }
+
+ private:
+  int m_socket;
+};
+
+std::string exchange(std::string_view bytes) {
+  const Connection connection(server().port());
+  connection.send(bytes);
+  return connection.receive();
+}
+
+/// Whoever has to wait for an answer so long that he stops talking gets none.
+bool isServed() {
+  const Connection connection(server().port());
+  connection.sendAll(kOrdinaryRequest);
+  return connection.receive().ends_with(kAnswer);
+}
+
+bool isHttp(std::string_view answer) {
+  constexpr std::string_view kVersion = "HTTP/1.1 ";
+  return answer.empty() || (answer.starts_with(kVersion) && answer.size() > kVersion.size() + 3 &&
+                            answer.find("\r\n\r\n") != std::string_view::npos);
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+  const int before = s_requests;
+  const std::string answer = exchange({reinterpret_cast<const char *>(data), size});
+  require(isHttp(answer), "an answer is HTTP");
+  require(s_requests - before <= 1, "a connection is one request");
+  require(answer.find(kAnswer) == std::string::npos || s_requests == before + 1,
+          "the service answers its requests");
+  require(isServed(), "others are served as before");
+  return 0;
+}

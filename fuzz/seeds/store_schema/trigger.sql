@@ -1,0 +1,12 @@
+CREATE TABLE Picking (barcode TEXT, box TEXT, datepicked INTEGER, descr TEXT, doc TEXT, item TEXT, ordernum TEXT, orderqty INTEGER, pickqty INTEGER, sent INTEGER);
+CREATE TABLE Items (barcode TEXT, item TEXT, descr TEXT);
+INSERT INTO Picking VALUES ('b','C1',1700000000000,'x','4711','A','A1',5,3,0);
+INSERT INTO Picking VALUES ('b','C1',NULL,'x','4711','B','A1',5,3,1);
+INSERT INTO Items VALUES ('b','A','One');
+CREATE INDEX Picking_doc_box_item ON Picking (doc, box, item);
+CREATE INDEX Picking_doc_sent_datepicked ON Picking (doc, sent, datepicked);
+CREATE INDEX Items_item ON Items (item);
+CREATE INDEX Items_barcode ON Items (barcode);
+PRAGMA user_version = 1;
+CREATE TRIGGER t AFTER INSERT ON Picking BEGIN UPDATE Picking SET sent = run(); END;
+CREATE TRIGGER d BEFORE DELETE ON Items BEGIN DELETE FROM Picking; END;

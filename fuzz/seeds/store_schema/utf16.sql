@@ -1,0 +1,10 @@
+PRAGMA encoding = 'UTF-16le';
+CREATE TABLE Picking (barcode TEXT, box TEXT, datepicked INTEGER, descr TEXT, doc TEXT, item TEXT, ordernum TEXT, orderqty INTEGER, pickqty INTEGER, sent INTEGER);
+CREATE TABLE Items (barcode TEXT, item TEXT, descr TEXT);
+CREATE INDEX Picking_doc_box_item ON Picking (doc, box, item);
+CREATE INDEX Picking_doc_sent_datepicked ON Picking (doc, sent, datepicked);
+CREATE INDEX Items_item ON Items (item);
+CREATE INDEX Items_barcode ON Items (barcode);
+INSERT INTO Picking VALUES (X'41004200','C1','soon',X'00D8','4711','A',1.5,9999999999,'3x',0);
+INSERT INTO Items VALUES ('b',X'FFFE4100','é');
+PRAGMA user_version = 1;

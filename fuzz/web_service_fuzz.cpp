@@ -1,0 +1,153 @@
+// The order service, apart from its transport, under any request: it always answers, never with a
+// failure of its own; it shows its pages to no one without the token; nothing of a request becomes
+// markup; reading changes nothing, and a report that is sent twice is stored once.
+
+#include "Property.h"
+#include "RequestInput.h"
+#include "web_service.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <set>
+#include <simdjson.h>
+
+namespace {
+
+using namespace cartonpick::orders;
+
+Deliveries sampleDeliveries() {
+  const auto line = [](const std::string &delivery, const Article &article, std::int32_t quantity) {
+    return OrderLine{.customer = "Ann & Söhne <GmbH>",
+                     .brand = "HEARTHSIDE",
+                     .orderDate = "01/31/2026",
+                     .shippingDate = "02/28/2026",
+                     .delivery = delivery,
+                     .order = "SO-1",
+                     .article = article,
+                     .quantity = quantity,
+                     .carton = "C001"};
+  };
+  const Article mug = {"5012746100004", "20138A", "WHITE ENAMEL MUG"};
+  const Article bowl = {"\"<b>'", "20138B", "CREAM BOWL \"16CM\" & <i>"};
+  return {{line("4711", mug, 3), line("4711", bowl, 2147483647), line("D 2/ß", bowl, 0)}, {mug}};
+}
+
+/// A service with its store, which is new for every input that changes it.
+class Service {
+ public:
+  Service() { m_store.load(sampleDeliveries()); }
+
+  Answer answer(const Request &request) { return m_service.answer(request); }
+  [[nodiscard]] std::vector<StoredLine> stored() const { return m_store.picked({}); }
+
+ private:
+  SqlStore m_store{SqlAddress(SqlAddress::kInMemory)};
+  WebService m_service{m_store, AccessGuard(kFuzzToken, false), nullptr};
+};
+
+std::unique_ptr<Service> &service() {
+  static auto service = std::make_unique<Service>();
+  return service;
+}
+
+bool isHtml(const Answer &answer) {
+  return answer.contentType.starts_with("text/html");
+}
+
+std::set<std::string_view> elementsOf(std::string_view page) {
+  std::set<std::string_view> elements;
+  for (auto at = page.find('<'); at != std::string_view::npos; at = page.find('<', at + 1)) {
+    std::string_view name = page.substr(at + 1);
+    name.remove_prefix(name.starts_with('/') ? 1 : 0);
+    elements.insert(name.substr(0, name.find_first_of(" >\n/")));
+  }
+  return elements;
+}
+
+Request page(const std::string &target) {
+  return {.method = "GET",
+          .target = target,
+          .contentType = {},
+          .body = {},
+          .authorization = "Bearer " + kFuzzToken};
+}
+
+void addElements(const Answer &answer, std::set<std::string> &elements) {
+  const auto added = elementsOf(answer.body);
+  elements.insert(added.begin(), added.end());
+}
+
+/// What the elements of the pages are named, as long as no one tries to bring in others.
+const std::set<std::string> &ourElements() {
+  static const std::set<std::string> kElements = [] {
+    Service service;
+    service.answer({.method = "POST",
+                    .target = std::string(OrderService::kPrefix) + "sendpick",
+                    .contentType = "application/json",
+                    .body = R"([{"barcode":"1","box":"C1","doc":"4711","item":"A","ordernum":"A1",)"
+                            R"("qty":1,"datepicked":"2026-02-28 23:59:59","sent":0}])"});
+    std::set<std::string> elements;
+    for (const std::string target : {"/", "/?q=nothing", "/?q=4711", "/deliveries/4711",
+                                     "/deliveries/4711/sheet", "/deliveries/nothing"}) {
+      addElements(service.answer(page(target)), elements);
+    }
+    Request stranger = page("/");
+    stranger.authorization.clear();
+    addElements(service.answer(stranger), elements);
+    return elements;
+  }();
+  return kElements;
+}
+
+void checkMarkup(std::string_view body) {
+  for (const std::string_view element : elementsOf(body)) {
+    require(ourElements().contains(std::string(element)),
+            "nothing of a request becomes an element");
+  }
+}
+
+void checkAnswer(const Request &request, const Answer &answer) {
+  constexpr std::array kStatuses = {200, 303, 400, 401, 404, 405};
+  require(std::find(kStatuses.begin(), kStatuses.end(), answer.status) != kStatuses.end(),
+          "a request is answered, or refused with a reason of its own");
+  require((answer.status == 405) == answer.allow.has_value(),
+          "who may not call in this way is told how");
+  if (isHtml(answer)) {
+    checkMarkup(answer.body);
+  }
+  if (answer.contentType.starts_with("application/json")) {
+    simdjson::dom::parser parser;
+    require(parser.parse(answer.body).error() == simdjson::SUCCESS, "JSON is JSON");
+  }
+  for (const auto &[name, value] : answer.headers) {
+    require(value.find_first_of("\r\n") == std::string::npos, "a header is one line");
+  }
+  const std::string_view target = request.target;
+  const bool isOpen =
+      target.starts_with(OrderService::kPrefix) || target.substr(0, target.find('?')) == "/healthz";
+  const bool hasToken = request.authorization.find(kFuzzToken) != std::string::npos ||
+                        request.cookie.find(kFuzzToken) != std::string::npos ||
+                        request.body.find("token") != std::string::npos;
+  require(isOpen || hasToken || answer.status == 401, "pages are shown to who has the token");
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+  FuzzInput input(data, size);
+  const Request request = requestOf(input);
+  const Answer answer = service()->answer(request);
+  checkAnswer(request, answer);
+  const std::vector<StoredLine> stored = service()->stored();
+  const bool isSent = request.method == "POST" && answer.status == 200;
+  require(isSent || stored.empty(), "only a report that is taken is stored");
+  if (!stored.empty()) {
+    require(service()->answer(request).status == answer.status, "a report can be sent twice");
+    require(service()->stored() == stored, "a report that is sent twice is stored once");
+    const Request delivery = page("/deliveries/4711");
+    checkAnswer(delivery, service()->answer(delivery));
+    service() = std::make_unique<Service>();
+  }
+  return 0;
+}

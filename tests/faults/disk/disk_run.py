@@ -1,0 +1,87 @@
+"""One run of disk_worker, and what became of it."""
+
+import os
+import signal
+import subprocess
+
+import store_contents
+from owned_process import start_owned
+
+PATIENCE_SECONDS = 300
+NOTHING, UNREAD, ENDED = "nothing noticed", "not read, left undone", "not saved, ended"
+OUTCOMES = [NOTHING, UNREAD, ENDED]
+
+_SHELL_SIGNALS = 128
+
+
+class Worker:
+    """The worker program; what it keeps for itself goes into `scratch`."""
+
+    def __init__(self, executable, scratch):
+        self._executable = executable
+        self._scratch = scratch
+
+    def run(self, home, *options, around=()):
+        """`around` are the words of a command that runs the one that follows it."""
+        environment = dict(os.environ, TMPDIR=self._scratch, TZ="Europe/Athens",
+                           LC_ALL="C.UTF-8")
+        # Signals stay as Python has them: to write beyond the largest file is an error, no end.
+        process = start_owned([*around, self._executable, "--home", home, *options], "KILL",
+                              env=environment, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                              text=True, encoding="utf-8", errors="replace",
+                              restore_signals=False)
+        try:
+            said, log = process.communicate(timeout=PATIENCE_SECONDS)
+        finally:
+            process.kill()
+        return Run(process.returncode, said.splitlines(), log.splitlines())
+
+
+class Run:
+    def __init__(self, code, said, log):
+        self._code = code
+        self.said = said
+        self._log = log
+
+    @property
+    def fault(self):
+        """The number and kind of the operation that failed first; nothing if none did."""
+        return next((line.split(" ", 2)[1:] for line in self.said if line.startswith("fault ")),
+                    None)
+
+    @property
+    def has_ended_by_itself(self):
+        return self._code in (-signal.SIGABRT, _SHELL_SIGNALS + signal.SIGABRT)
+
+    def hear(self, promised, at_power_loss=None):
+        """Lets `promised` hear everything. `at_power_loss` is called with each folder in which a
+        power loss was written down, at that moment of the run."""
+        for line in self.said:
+            if at_power_loss and line.startswith("power-loss "):
+                at_power_loss(line.removeprefix("power-loss "))
+            else:
+                promised.hear(line)
+
+    def outcome(self, promised):
+        """What became of the run that `promised` has heard: one of OUTCOMES, and texts for what is
+        wrong."""
+        unresolved = [line for line in self._log if line.startswith("Unresolved error ")]
+        wrong = list(promised.wrong)
+        if self.has_ended_by_itself:
+            if len(unresolved) != 1 or unresolved != self._log[-1:]:
+                wrong.append(f"it ended, saying {self._log[-3:]}")
+            return ENDED, wrong
+        if self._code != 0 or self.said[-1:] != ["end"] or unresolved:
+            wrong.append(f"it came to an end with {self._code}, saying {self._log[-3:]}")
+        is_unread = any(line.startswith("Fetch failed: ") for line in self._log)
+        if promised.undone and not is_unread:
+            wrong.append("something was left undone without a word")
+        return (UNREAD if is_unread else NOTHING), wrong
+
+
+def contents_violations(promised, folder):
+    """What is wrong with the store in the folder, which is recovered by plain SQLite."""
+    try:
+        return promised.violations(store_contents.read(folder))
+    except store_contents.BrokenStore as error:
+        return [f"the store is broken: {error}"]

@@ -1,0 +1,47 @@
+#include "faults/network/CuttingProxy.h"
+
+#include <QTcpSocket>
+
+#include <utility>
+
+CuttingProxy::CuttingProxy(QString upstream) : m_upstream(std::move(upstream)) {
+  connect(&m_server, &QTcpServer::newConnection, this, [this] {
+    while (QTcpSocket *tablet = m_server.nextPendingConnection()) {
+      connectThrough(tablet);
+    }
+  });
+  m_server.listen(QHostAddress::LocalHost);
+}
+
+QString CuttingProxy::host() const {
+  return QStringLiteral("127.0.0.1:%1").arg(m_server.serverPort());
+}
+
+void CuttingProxy::cut(qsizetype request, qsizetype answer) {
+  m_requestLimit = request;
+  m_answerLimit = answer;
+}
+
+void CuttingProxy::connectThrough(QTcpSocket *tablet) {
+  m_requestSize = 0;
+  m_answerSize = 0;
+  auto *service = new QTcpSocket(tablet);
+  connect(tablet, &QTcpSocket::disconnected, tablet, &QObject::deleteLater);
+  connect(tablet, &QTcpSocket::readyRead, service, [this, tablet, service] {
+    const QByteArray bytes = tablet->readAll();
+    service->write(bytes.first(std::min(bytes.size(), m_requestLimit - m_requestSize)));
+    m_requestSize += bytes.size();
+    if (m_requestSize > m_requestLimit) {
+      // What got through is sent, then the connection ends.
+      service->disconnectFromHost();
+    }
+  });
+  // The service closes the connection after its answer.
+  connect(service, &QTcpSocket::disconnected, tablet, [this, tablet, service] {
+    const QByteArray answer = service->readAll();
+    m_answerSize = answer.size();
+    tablet->write(answer.first(std::min(answer.size(), m_answerLimit)));
+    tablet->disconnectFromHost();
+  });
+  service->connectToHost(m_upstream.section(u':', 0, 0), m_upstream.section(u':', 1).toUShort());
+}
