@@ -25,9 +25,13 @@ class ScreenSaver : public QObject {
 
  public slots:
   uint Inhibit(const QString &application, const QString &why) {
+    // What one desktop granted means nothing to the next: a release on its way to the one that is
+    // gone may still reach the other.
+    static uint s_cookie = 0;
     reason = application + QStringLiteral(": ") + why;
-    inhibitions.insert(++asked);
-    return asked;
+    ++asked;
+    inhibitions.insert(++s_cookie);
+    return s_cookie;
   }
   void UnInhibit(uint cookie) { inhibitions.remove(cookie); }
 };
@@ -100,7 +104,8 @@ class DesktopWakeLockTest : public QObject {
     lock.release();
     QTRY_VERIFY(desktop.inhibitions.isEmpty());
     lock.acquire();
-    QTRY_COMPARE(desktop.inhibitions, QSet<uint>{2});
+    QTRY_COMPARE(desktop.inhibitions.size(), 1);
+    QCOMPARE(desktop.asked, 2U);
   }
 
   void withoutADesktopThatKnowsHowNothingHappens() {
