@@ -20,7 +20,8 @@ Answer htmlAnswer(int status, PageKind kind, const std::string &title, const std
 /// A page that says one thing, and leads back to the first page.
 Answer messagePage(int status, const std::string &title, const std::string &message);
 
-/// What every page for the screen begins with: the name of the service, which leads to its first page.
+/// What every page for the screen begins with: the name of the service, which leads to its first
+/// page.
 std::string barElement();
 
 /// The paragraph that says when a live page was last up to date: now.
