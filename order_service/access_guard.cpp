@@ -56,12 +56,13 @@ std::string_view tokenInCookies(std::string_view cookies) {
   return {};
 }
 
-/// The page that was asked for; the first one, if a browser would find it elsewhere.
+/// The page that was asked for; the first one, if a browser would find it elsewhere, or if it is
+/// the login itself.
 std::string ownPage(const std::string &page) {
   const bool isPath = page.starts_with('/') && page.find_first_of("/\\", 1) != 1;
   const bool isVisible =
       std::all_of(page.begin(), page.end(), [](char c) { return c > ' ' && c < '\x7f'; });
-  return isPath && isVisible ? page : "/";
+  return isPath && isVisible && page != AccessGuard::kLoginPath ? page : "/";
 }
 
 Answer goTo(const std::string &path, const std::string &cookie) {

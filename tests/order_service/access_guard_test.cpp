@@ -124,7 +124,7 @@ TEST(AccessGuard, LeadsToThePageThatWasAskedFor) {
   };
   EXPECT_EQ(destination("%2Fdeliveries%2FD%25201"), "/deliveries/D%201");
   for (const std::string elsewhere : {"", "%2F%2Fx.example", "%2F%5Cx.example", "http%3A%2F%2Fx",
-                                      "%2Fa%0D%0AX-Injected%3A1", "%2F%C3%A4"}) {
+                                      "%2Fa%0D%0AX-Injected%3A1", "%2F%C3%A4", "%2Flogin"}) {
     EXPECT_EQ(destination(elsewhere), "/") << elsewhere;
   }
 }
