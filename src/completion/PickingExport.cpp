@@ -5,8 +5,6 @@
 #include "platform/OwnFiles.h"
 
 #include <QDebug>
-#include <QFile>
-#include <QSaveFile>
 #include <QStringList>
 
 #include <utility>
@@ -43,22 +41,11 @@ QTimeZone fixedZone(const Clock &clock) {
   return QTimeZone(clock.localZone().offsetFromUtc(clock.now()));
 }
 
-/// A failure is not reported: the mail carries the text all the same. What somebody else has put in
-/// the file's place is a line in the log.
+/// A failure is only a line in the log: the mail carries the text all the same.
 void writeExportFile(const QString &path, const QString &text) {
-  const QString objection = claimFile(path);
-  if (!objection.isEmpty()) {
-    qWarning("Export %s not written: %s.", qUtf8Printable(path), qUtf8Printable(objection));
-    return;
-  }
-  QSaveFile file(path);
-  if (file.open(QIODevice::WriteOnly)) {
-    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-    file.write(text.toUtf8());
-    // Written only now, and commit() does not look at whether there was room.
-    if (file.flush()) {
-      file.commit();
-    }
+  const QString failure = replaceFile(path, text.toUtf8());
+  if (!failure.isEmpty()) {
+    qWarning("Export %s not written: %s.", qUtf8Printable(path), qUtf8Printable(failure));
   }
 }
 

@@ -5,6 +5,7 @@
 
 #include <QDebug>
 #include <QSettings>
+#include <QVariant>
 
 #include <algorithm>
 
@@ -19,8 +20,6 @@ const QString kLight = QStringLiteral("light");
 const QString kDark = QStringLiteral("dark");
 const QString kSystem = QStringLiteral("system");
 
-constexpr QSize kFirstWindowSize{1280, 800};
-
 QString wordFor(DisplaySettings::Theme theme) {
   switch (theme) {
     case DisplaySettings::Theme::Light:
@@ -33,86 +32,81 @@ QString wordFor(DisplaySettings::Theme theme) {
   return kSystem;
 }
 
-bool isOurs(const QString &file) {
-  const QString objection = claimFile(file);
-  if (!objection.isEmpty()) {
-    qWarning("File %s not used: %s.", qUtf8Printable(file), qUtf8Printable(objection));
+DisplaySettings::Theme themeFor(const QString &word) {
+  if (word == kDark) {
+    return DisplaySettings::Theme::Dark;
   }
-  return objection.isEmpty();
+  return word == kLight ? DisplaySettings::Theme::Light : DisplaySettings::Theme::System;
 }
 
 }  // namespace
 
 DisplaySettings::DisplaySettings(const Folders &folders, std::unique_ptr<SystemColourScheme> system)
     : m_file(folders.home + QStringLiteral("/display.ini")), m_system(std::move(system)) {
-  if (mayUseFile()) {
-    const QSettings file(m_file, QSettings::IniFormat);
-    for (const QString &key : {kTheme, kTextSize, kWindowSize, kMaximized}) {
-      m_values[key] = file.value(key);
-    }
-  }
+  read();
   connect(m_system.get(), &SystemColourScheme::changed, this, &DisplaySettings::changed);
 }
 
-DisplaySettings::Theme DisplaySettings::theme() const {
-  const QString word = m_values.value(kTheme).toString();
-  if (word == kDark) {
-    return Theme::Dark;
-  }
-  return word == kLight ? Theme::Light : Theme::System;
-}
-
 void DisplaySettings::setTheme(Theme theme) {
-  store(kTheme, wordFor(theme));
+  choose(m_theme, theme);
 }
 
 bool DisplaySettings::isDark() const {
-  return theme() == Theme::System ? m_system->isDark() : theme() == Theme::Dark;
-}
-
-int DisplaySettings::textSize() const {
-  const int percent = m_values.value(kTextSize).toInt();
-  return std::find(kTextSizes.begin(), kTextSizes.end(), percent) == kTextSizes.end()
-             ? kTextSizes.front()
-             : percent;
+  return m_theme == Theme::System ? m_system->isDark() : m_theme == Theme::Dark;
 }
 
 void DisplaySettings::setTextSize(int percent) {
-  store(kTextSize, percent);
-}
-
-QSize DisplaySettings::windowSize() const {
-  const QSize size = m_values.value(kWindowSize).toSize();
-  return size.isEmpty() ? kFirstWindowSize : size;
+  choose(m_textSize, percent);
 }
 
 void DisplaySettings::setWindowSize(QSize size) {
-  store(kWindowSize, size);
-}
-
-bool DisplaySettings::isMaximized() const {
-  return m_values.value(kMaximized).toBool();
+  choose(m_windowSize, size);
 }
 
 void DisplaySettings::setMaximized(bool isMaximized) {
-  store(kMaximized, isMaximized);
+  choose(m_isMaximized, isMaximized);
 }
 
-bool DisplaySettings::mayUseFile() const {
-  // Qt locks the file by another beside it.
-  return isOurs(m_file) && isOurs(m_file + QStringLiteral(".lock"));
-}
-
-void DisplaySettings::store(const QString &key, const QVariant &value) {
-  if (m_values.value(key) == value) {
+template <class Value>
+void DisplaySettings::choose(Value &member, const Value &value) {
+  if (member == value) {
     return;
   }
-  m_values[key] = value;
-  if (mayUseFile()) {
-    QSettings file(m_file, QSettings::IniFormat);
-    file.setValue(key, value);
-    file.sync();
-    claimFile(m_file);
-  }
+  member = value;
+  write();
   emit changed();
+}
+
+void DisplaySettings::read() {
+  const QString objection = claimFile(m_file);
+  if (!objection.isEmpty()) {
+    qWarning("File %s not used: %s.", qUtf8Printable(m_file), qUtf8Printable(objection));
+    return;
+  }
+  const QSettings file(m_file, QSettings::IniFormat);
+  m_theme = themeFor(file.value(kTheme).toString());
+  const int percent = file.value(kTextSize).toInt();
+  if (std::find(kTextSizes.begin(), kTextSizes.end(), percent) != kTextSizes.end()) {
+    m_textSize = percent;
+  }
+  const QSize size = file.value(kWindowSize).toSize();
+  if (!size.isEmpty()) {
+    m_windowSize = size;
+  }
+  m_isMaximized = file.value(kMaximized).toBool();
+}
+
+void DisplaySettings::write() const {
+  // QSettings itself would leave a file cut short where there is no room for a new one.
+  const QString text = QStringLiteral("[General]\n%1=%2\n%3=%4\n%5=@Size(%6 %7)\n%8=%9\n")
+                           .arg(kTheme, wordFor(m_theme), kTextSize)
+                           .arg(m_textSize)
+                           .arg(kWindowSize)
+                           .arg(m_windowSize.width())
+                           .arg(m_windowSize.height())
+                           .arg(kMaximized, QVariant(m_isMaximized).toString());
+  const QString failure = replaceFile(m_file, text.toUtf8());
+  if (!failure.isEmpty()) {
+    qWarning("File %s not written: %s.", qUtf8Printable(m_file), qUtf8Printable(failure));
+  }
 }

@@ -2,11 +2,9 @@
 
 #include "platform/SystemColourScheme.h"
 
-#include <QHash>
 #include <QObject>
 #include <QSize>
 #include <QString>
-#include <QVariant>
 #include <QtQml/qqmlregistration.h>
 
 #include <array>
@@ -16,7 +14,7 @@ struct Folders;
 
 /// How the program looks on this device: the theme, the size of its text, and the window's size.
 /// Remembered in `display.ini` in the home folder; only until the end, with a line in the log, if
-/// somebody else has put something in its place.
+/// there is no room for it or somebody else has put something in its place.
 class DisplaySettings : public QObject {
   Q_OBJECT
   QML_ELEMENT
@@ -33,31 +31,37 @@ class DisplaySettings : public QObject {
 
   DisplaySettings(const Folders &folders, std::unique_ptr<SystemColourScheme> system);
 
-  [[nodiscard]] Theme theme() const;
+  [[nodiscard]] Theme theme() const { return m_theme; }
   void setTheme(Theme theme);
   /// Whether the screen is dark, after the theme and the system.
   [[nodiscard]] bool isDark() const;
 
   /// In percent; one of kTextSizes.
-  [[nodiscard]] int textSize() const;
+  [[nodiscard]] int textSize() const { return m_textSize; }
   void setTextSize(int percent);
   /// 1 stands for 100 percent.
   [[nodiscard]] double textScale() const { return textSize() / 100.0; }
 
   /// The window's size while it is not maximized, in points.
-  [[nodiscard]] QSize windowSize() const;
+  [[nodiscard]] QSize windowSize() const { return m_windowSize; }
   void setWindowSize(QSize size);
-  [[nodiscard]] bool isMaximized() const;
+  [[nodiscard]] bool isMaximized() const { return m_isMaximized; }
   void setMaximized(bool isMaximized);
 
  signals:
   void changed();
 
  private:
-  [[nodiscard]] bool mayUseFile() const;
-  void store(const QString &key, const QVariant &value);
+  void read();
+  void write() const;
+  /// Remembers a value for one of the members below.
+  template <class Value>
+  void choose(Value &member, const Value &value);
 
   QString m_file;
-  QHash<QString, QVariant> m_values;
   std::unique_ptr<SystemColourScheme> m_system;
+  Theme m_theme = Theme::System;
+  int m_textSize = kTextSizes.front();
+  QSize m_windowSize{1280, 800};
+  bool m_isMaximized = false;
 };

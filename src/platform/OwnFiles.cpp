@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
 
 #include <filesystem>
 #include <system_error>
@@ -58,6 +59,20 @@ QString claimFile(const QString &path) {
   // A file system that knows no permissions is no reason to do without the file.
   setFor(path, kFile);
   return {};
+}
+
+QString replaceFile(const QString &path, const QByteArray &content) {
+  if (QString objection = claimFile(path); !objection.isEmpty()) {
+    return objection;
+  }
+  QSaveFile file(path);
+  if (!file.open(QIODevice::WriteOnly)) {
+    return file.errorString();
+  }
+  file.setPermissions(kFile);
+  // commit() does not look at whether there was room for what it writes; so nothing is left to it.
+  const bool isWhole = file.write(content) == content.size() && file.flush();
+  return isWhole && file.commit() ? QString() : QStringLiteral("the disk did not take it");
 }
 
 QString claimFolder(const QString &path) {

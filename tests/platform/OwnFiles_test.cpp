@@ -85,6 +85,28 @@ class OwnFilesTest : public QObject {
     QCOMPARE(claimFile(path("x")), QString("it belongs to another user"));
   }
 
+  void aFileIsReplacedForItsOwnerAlone() {
+    const mode_t before = ::umask(0);
+    for (const QByteArray content : {"first", "next", ""}) {
+      QCOMPARE(replaceFile(path("x"), content), QString());
+      QCOMPARE(modeOf(path("x")), 0600U);
+      QFile file(path("x"));
+      QVERIFY(file.open(QIODevice::ReadOnly));
+      QCOMPARE(file.readAll(), content);
+    }
+    ::umask(before);
+  }
+
+  void noLinkIsReplaced() {
+    QVERIFY(QFile::link(path("victim"), path("x")));
+    QCOMPARE(replaceFile(path("x"), "new"), QString("it is a symbolic link"));
+    QVERIFY(QFileInfo(path("x")).isSymLink());
+  }
+
+  void aFileThatCannotBeMadeIsToldOf() {
+    QVERIFY(!replaceFile(path("missing/x"), "new").isEmpty());
+  }
+
   void aMissingFolderIsMadeForItsOwnerAlone() {
     const mode_t before = ::umask(0);
     QCOMPARE(claimFolder(path("x")), QString());

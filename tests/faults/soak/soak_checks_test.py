@@ -10,7 +10,7 @@ import tempfile
 import unittest
 
 from sent_lines import fact_of
-from soak_deliveries import BOXES, Delivery
+from soak_deliveries import BOXES, Delivery, article
 from soak_flatness import growth, judge, rise
 from soak_memory import Sample
 from soak_stores import Stores
@@ -160,6 +160,39 @@ class Losses(unittest.TestCase):
     def test_a_delivery_of_nobodys_is_seen_at_the_service(self):
         self.service.execute("INSERT INTO picked_line (delivery) VALUES ('other')")
         self.assert_seen()
+
+
+class Catalogue(unittest.TestCase):
+    """Two articles are stored after a reload; then somebody changes the store."""
+
+    ARTICLES = [article(number) for number in (1, 2)]
+
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        path = os.path.join(folder.name, "tablet.sqlite")
+        self.tablet = sqlite3.connect(path, isolation_level=None)
+        self.addCleanup(self.tablet.close)
+        self.tablet.execute("CREATE TABLE Items (item, barcode, descr)")
+        self.tablet.executemany("INSERT INTO Items VALUES (:item, :barcode, :descr)",
+                                self.ARTICLES[::-1])
+        self.stores = Stores(path, "")
+        self.addCleanup(self.stores.close)
+
+    def test_the_articles_of_the_service_are_accepted_in_any_order(self):
+        self.assertEqual(self.stores.catalogue_violations(self.ARTICLES), [])
+
+    def test_another_article_in_the_place_of_one_is_seen(self):
+        for change in "item = '00009A'", "barcode = '4'", "descr = NULL":
+            with self.subTest(change):
+                self.tablet.execute(f"UPDATE Items SET {change} WHERE rowid = 1")
+                self.assertEqual(len(self.stores.catalogue_violations(self.ARTICLES)), 1)
+
+    def test_a_lost_article_and_one_that_is_there_twice_are_seen(self):
+        for change in "DELETE FROM Items WHERE rowid = 1", "INSERT INTO Items SELECT * FROM Items":
+            with self.subTest(change):
+                self.tablet.execute(change)
+                self.assertEqual(len(self.stores.catalogue_violations(self.ARTICLES)), 1)
 
 
 if __name__ == "__main__":

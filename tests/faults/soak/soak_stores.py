@@ -1,6 +1,7 @@
 """The stores of the program and of the order service, read while both write them, and what must be
 in them."""
 
+import collections
 import sqlite3
 
 from tablet_deliveries import picked_row
@@ -34,8 +35,13 @@ class Stores:
         """Whether the tablet's store has it that way."""
         return self._tablet.execute(_QUANTITY, _key(line)).fetchall() == [(quantity,)]
 
-    def articles(self):
-        return self._tablet.execute("SELECT count(*) FROM Items").fetchone()[0]
+    def catalogue_violations(self, articles):
+        """What is wrong with the tablet's catalogue after a reload, a text each."""
+        stored = self._tablet.execute("SELECT item, barcode, descr FROM Items").fetchall()
+        served = [(it["item"], it["barcode"], it["descr"]) for it in articles]
+        if collections.Counter(stored) == collections.Counter(served):
+            return []
+        return [f"a reload stored other articles, {len(stored)} of {len(articles)}"]
 
     def rows(self, delivery):
         return [Row(*row) for row in self._tablet.execute(_ROWS, [delivery])]

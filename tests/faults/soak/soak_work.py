@@ -3,7 +3,7 @@
 import collections
 import random
 
-from soak_deliveries import ARTICLES, BOXES, LINES_IN_A_BOX, LINES_IN_SIGHT, article
+from soak_deliveries import BOXES, LINES_IN_A_BOX, LINES_IN_SIGHT, article, articles
 from soak_screen import LARGE, PATIENCE_SECONDS, NotSeen, wait_for
 
 UNKNOWN = "0000000"
@@ -65,8 +65,7 @@ class Picker:
         self._touch(f"{pane}/Reload Items")
         self._answer("Saved")
         self.counts["reloads"] += 1
-        if self._stores.articles() != ARTICLES:
-            self.wrong.append(f"after a reload there are {self._stores.articles()} articles")
+        self.wrong += self._stores.catalogue_violations(articles())
 
     def look_around(self):
         """Leaves for the history, in two sizes of text, and comes back with the other theme."""
