@@ -6,70 +6,19 @@ Usage: own-session python3 whole_run_test.py FOLDER-OF-THE-PROGRAMS
 import os
 import sqlite3
 import sys
-import tempfile
 import unittest
 
-from tablet import OrderService, Program, Screen
+from picking_run import PickingRun
+from tablet import Program
 
 PROGRAMS = sys.argv.pop(1)
-DELIVERIES = os.path.join(os.path.dirname(os.path.abspath(__file__)), "deliveries.json")
 
 LANTERN = "4000000000020"
 CACTUS = "4000000000914"
 
 
-class WholeRun(unittest.TestCase):
-    def setUp(self):
-        self.folder = tempfile.TemporaryDirectory()
-        self.addCleanup(self.folder.cleanup)
-        self.screen = Screen(1280, 800)
-        self.addCleanup(self.screen.close)
-        self.sent = os.path.join(self.folder.name, "sent.sqlite")
-        self.service = OrderService(os.path.join(PROGRAMS, "cartonpick-orders"), "--deliveries",
-                                    DELIVERIES, "--store", self.sent)
-        self.addCleanup(self.service.close)
-        self.tablet = None
-        self.start_program()
-        self.addCleanup(lambda: self.tablet.close())
-
-    def start_program(self):
-        self.tablet = Program(self.screen, os.path.join(PROGRAMS, "cartonpick"), "--service-host",
-                              self.service.host, "--home", os.path.join(self.folder.name, "home"))
-
-    def documents(self, name):
-        return os.path.join(self.folder.name, "home", "Documents", name)
-
-    def stored(self, query="SELECT box, item, orderqty, pickqty, sent FROM Picking ORDER BY rowid"):
-        with sqlite3.connect(f"file:{self.documents('QIR_Pick.sqlite')}?mode=ro", uri=True) as db:
-            return db.execute(query).fetchall()
-
-    def look_up(self, number):
-        tablet = self.tablet
-        tablet.touch("push button", "Picking")
-        tablet.expect_keyboard_in("Delivery number")
-        tablet.type(number)
-        tablet.touch("push button", "Search")
-
-    def start_picking(self, number):
-        self.look_up(number)
-        self.tablet.find("label", "Customer: Harbour Café")
-        self.tablet.touch("push button", "Start Picking")
-        self.tablet.expect_keyboard_in("Box")
-
-    def enter(self, quantity):
-        self.tablet.expect_keyboard_in("Quantity to add")
-        self.tablet.type(quantity)
-        self.tablet.touch("push button", "OK")
-        self.tablet.expect_gone("text", "Quantity to add")
-        self.tablet.expect_keyboard_in("Item or barcode")
-
-    def scan(self, code):
-        self.tablet.type(code)
-        self.tablet.press("Return")
-
-    def choose(self, action):
-        self.tablet.touch("push button", "Options")
-        self.tablet.touch("list item", action)
+class WholeRun(PickingRun):
+    programs = PROGRAMS
 
     def test_a_delivery_is_picked_and_found_again_after_a_restart(self):
         tablet = self.tablet
@@ -100,8 +49,8 @@ class WholeRun(unittest.TestCase):
 
     def test_the_demo_is_offered_where_no_service_is_configured(self):
         self.tablet.close()
-        home = os.path.join(self.folder.name, "home")
-        self.tablet = Program(self.screen, os.path.join(PROGRAMS, "cartonpick"), "--home", home)
+        home = self.path("home")
+        self.tablet = Program(self.screen, self.program("cartonpick"), "--home", home)
         self.tablet.touch("push button", "Try the demo")
         self.tablet.expect_gone("push button", "Try the demo")
         self.look_up("4711")

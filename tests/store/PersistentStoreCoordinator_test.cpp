@@ -238,6 +238,19 @@ class PersistentStoreCoordinatorTest : public QObject {
     QCOMPARE(store.bytes(), before);
   }
 
+  void aFileWhoseTextsHaveNoEncodingIsRefused() {
+    constexpr int kPlaceOfEncoding = 56;
+    const TemporaryStore store;
+    QVERIFY(store.open()->hasStore());
+    {
+      QFile file(store.path());
+      QVERIFY(file.open(QIODevice::ReadWrite) && file.seek(kPlaceOfEncoding));
+      QCOMPARE(file.write("\1\0\0\0", 4), 4);
+    }
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("damaged: its texts")));
+    QVERIFY(!store.open(Migration::Automatic)->hasStore());
+  }
+
   void nothingThatStandsInTheFileRuns_data() {
     QTest::addColumn<QByteArray>("sql");
     QTest::addColumn<bool>("isReadable");

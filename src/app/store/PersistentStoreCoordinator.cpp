@@ -101,6 +101,19 @@ void requireWhole(SQLite::Database &database) {
   }
 }
 
+/// Throws if the file has no sensible encoding for its texts: SQLite would take them for UTF-8 now,
+/// and refuse the file as soon as it reads the schema again.
+void requireEncoding(SQLite::Database &database) {
+  constexpr sqlite3_int64 kPlaceInFile = 56;
+  sqlite3_file *file = nullptr;
+  std::array<unsigned char, 4> number{};
+  sqlite3_file_control(database.getHandle(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
+  if (file->pMethods->xRead(file, number.data(), number.size(), kPlaceInFile) == SQLITE_OK &&
+      number != decltype(number){} && (number.back() & 3U) == 0) {
+    throw std::runtime_error("the file is damaged: its texts have no encoding");
+  }
+}
+
 void requireVersion(SQLite::Database &database, const ManagedObjectModel &model,
                     PersistentStoreCoordinator::Migration migration) {
   const int version = database.execAndGet("PRAGMA user_version").getInt();
@@ -111,6 +124,7 @@ void requireVersion(SQLite::Database &database, const ManagedObjectModel &model,
                              ", newer than this program's " + std::to_string(model.version()));
   }
   requireWhole(database);
+  requireEncoding(database);
   bringLogToDisk(database);
   if (version == model.version()) {
     return;
