@@ -210,6 +210,11 @@ void setRoutes(httplib::Server &server, const Handler &handler) {
   using Handled = httplib::Server::HandlerResponse;
   server.set_pre_routing_handler(
       [handler](const httplib::Request &request, httplib::Response &response) {
+        // The library cuts off a fragment, which may be all there is.
+        if (request.target.empty()) {
+          response.status = 400;
+          return Handled::Handled;
+        }
         if (hasBody(request)) {
           return Handled::Unhandled;
         }

@@ -57,6 +57,10 @@ Json parseJson(std::string_view text, const std::string &name) {
     watch(event, parsed);
     return true;
   };
+  // For the library a NUL ends the text, whatever comes behind it.
+  if (text.find('\0') != std::string_view::npos) {
+    throw InputError(name + " is not JSON: it contains a NUL character");
+  }
   try {
     return Json::parse(text, callback);
   } catch (const Json::exception &error) {

@@ -146,8 +146,12 @@ TEST_F(HttpServerTest, RefusesABodyWithoutContentType) {
 }
 
 TEST_F(HttpServerTest, RefusesWhatIsNotHttp) {
-  const auto answer = exchangeRaw(server().port(), "HELLO\r\n\r\n");
-  EXPECT_TRUE(answer.starts_with("HTTP/1.1 400 ")) << answer;
+  for (const char *request :
+       {"HELLO\r\n\r\n", "GET #part HTTP/1.1\r\n\r\n",
+        "POST # HTTP/1.1\r\nContent-Length: 0\r\nContent-Type: application/json\r\n\r\n"}) {
+    const auto answer = exchangeRaw(server().port(), request);
+    EXPECT_TRUE(answer.starts_with("HTTP/1.1 400 ")) << answer;
+  }
 }
 
 TEST_F(HttpServerTest, TakesABodyAsLargeAsAllowed) {

@@ -83,6 +83,8 @@ TEST(PickingBody, MustBeWhole) {
 
 TEST(PickingBody, MayHaveNothingAfterItsEnd) {
   EXPECT_TRUE(errorIn(pickingJson().dump() + "]").starts_with("the body is not JSON: "));
+  EXPECT_EQ(errorIn(pickingJson().dump() + '\0'),
+            "the body is not JSON: it contains a NUL character");
 }
 
 TEST(PickingBody, MustBeUtf8) {

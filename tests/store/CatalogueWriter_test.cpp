@@ -163,6 +163,23 @@ class CatalogueWriterTest : public QObject {
     QCOMPARE(program.context().itemsForCode("A")->size(), 1U);
   }
 
+  void aFileThatWouldHaveAnIndexTwiceStaysAsItIs() {
+    TestProgram program;
+    storeArticles(program, {{"b1", "A", "One"}});
+    SQLite::Database(program.storePath().toStdString(), SQLite::OPEN_READWRITE)
+        .exec(
+            "PRAGMA writable_schema = ON; UPDATE sqlite_master SET sql = "
+            "replace(sql, 'Items_item', 'Items_iTEM') WHERE name = 'Items_item'");
+    const QStringList before = queried(program, kIndexes);
+    CatalogueWriter writer(program.storePath());
+    writer.insert({"b2", "B", "Two"});
+    const auto error = writer.save();
+    QVERIFY(error);
+    QVERIFY2(error->description.contains("not what they seem"), qPrintable(error->description));
+    QCOMPARE(queried(program, kIndexes), before);
+    QCOMPARE(program.context().itemsForCode("A")->size(), 1U);
+  }
+
   void whatFailsIsReportedByTheSave() {
     for (const QString &path : {QString(), QStringLiteral("/no/such/store.sqlite")}) {
       CatalogueWriter writer(path);

@@ -8,7 +8,9 @@
 #include <SQLiteCpp/Exception.h>
 #include <SQLiteCpp/Statement.h>
 #include <SQLiteCpp/Transaction.h>
+#include <set>
 #include <sqlite3.h>
+#include <string>
 #include <vector>
 
 namespace {
@@ -59,12 +61,23 @@ std::vector<Index> indexesOfItems(const SQLite::Database &database) {
   return indexes;
 }
 
+/// What the file calls its tables and indexes, in whatever order.
+std::multiset<std::vector<std::string>> schemaOf(const SQLite::Database &database) {
+  std::multiset<std::vector<std::string>> schema;
+  SQLite::Statement query(database, "SELECT type, name, tbl_name FROM sqlite_master");
+  while (query.executeStep()) {
+    schema.insert({query.getColumn(0), query.getColumn(1), query.getColumn(2)});
+  }
+  return schema;
+}
+
 }  // namespace
 
 struct CatalogueWriter::Replacement {
   explicit Replacement(const QString &storePath)
       : database(connectTo(storePath)),
         transaction(*database, SQLite::TransactionBehavior::IMMEDIATE),
+        schema(schemaOf(*database)),
         indexes(indexesOfItems(*database)) {
     // Sorting all entries at the end takes a fraction of the time of keeping two indexes in order.
     for (const Index &index : indexes) {
@@ -79,6 +92,11 @@ struct CatalogueWriter::Replacement {
       // One statement: what else may stand in the file behind it is not run.
       SQLite::Statement(*database, index.sql).exec();
     }
+    // An index that has two names in the file, say, would be there twice now, and the file could
+    // not be opened again.
+    if (schemaOf(*database) != schema) {
+      throw SQLite::Exception("the indexes of the file are not what they seem", SQLITE_CORRUPT);
+    }
     transaction.commit();
     // The log is as large as the catalogue by now. That it shrinks does not matter enough to fail.
     database->tryExec("PRAGMA wal_checkpoint(TRUNCATE)");
@@ -86,6 +104,7 @@ struct CatalogueWriter::Replacement {
 
   std::unique_ptr<SQLite::Database> database;
   SQLite::Transaction transaction;
+  std::multiset<std::vector<std::string>> schema;
   std::vector<Index> indexes;
   std::optional<SQLite::Statement> insert;
 };
