@@ -1,11 +1,11 @@
 #include "ProgramWork.h"
 
-#include "app/store/CatalogueWriter.h"
-#include "app/store/ManagedObjectContext.h"
-#include "detail/ScanMatch.h"
+#include "delivery/DeliveryImport.h"
+#include "delivery/ScanMatch.h"
 #include "service/CatalogueAnswer.h"
 #include "service/DeliveryAnswer.h"
-#include "service/DeliveryImport.h"
+#include "store/CatalogueWriter.h"
+#include "store/ManagedObjectContext.h"
 
 #include <stdexcept>
 

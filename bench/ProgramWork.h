@@ -1,7 +1,7 @@
 #pragma once
 
-#include "detail/CodePositions.h"
-#include "service/PickRecords.h"
+#include "delivery/CodePositions.h"
+#include "delivery/PickRecords.h"
 
 #include <QByteArray>
 #include <QString>

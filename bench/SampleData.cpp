@@ -1,6 +1,6 @@
 #include "SampleData.h"
 
-#include "app/store/ManagedObjectContext.h"
+#include "store/ManagedObjectContext.h"
 
 #include <array>
 #include <random>

@@ -2,8 +2,8 @@
 #include "BenchStore.h"
 #include "ProgramWork.h"
 #include "SampleData.h"
-#include "app/store/CatalogueWriter.h"
-#include "app/store/ManagedObjectContext.h"
+#include "store/CatalogueWriter.h"
+#include "store/ManagedObjectContext.h"
 
 #include <benchmark/benchmark.h>
 #include <map>

@@ -2,9 +2,9 @@
 #include "ProcessMemory.h"
 #include "SampleData.h"
 #include "Samples.h"
-#include "app/store/ManagedObjectContext.h"
-#include "platform/outlets/TableView.h"
+#include "store/ManagedObjectContext.h"
 #include "support/TestWindow.h"
+#include "view/outlets/TableView.h"
 
 #include <QMetaProperty>
 #include <QMouseEvent>

@@ -1,9 +1,9 @@
 #include "StoreExercise.h"
 
 #include "Property.h"
-#include "app/store/CatalogueWriter.h"
-#include "app/store/ManagedObjectContext.h"
-#include "app/store/PersistentStoreCoordinator.h"
+#include "store/CatalogueWriter.h"
+#include "store/ManagedObjectContext.h"
+#include "store/PersistentStoreCoordinator.h"
 
 #include <QDir>
 #include <QFileInfo>

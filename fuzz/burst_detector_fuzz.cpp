@@ -3,7 +3,7 @@
 
 #include "FuzzInput.h"
 #include "Property.h"
-#include "platform/BurstDetector.h"
+#include "scanner/BurstDetector.h"
 
 #include <QStringList>
 

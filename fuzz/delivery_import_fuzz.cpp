@@ -2,8 +2,8 @@
 // no piece is counted twice, whatever the service sends.
 
 #include "Property.h"
-#include "platform/Int32.h"
-#include "service/DeliveryImport.h"
+#include "base/Int32.h"
+#include "delivery/DeliveryImport.h"
 
 #include <QHash>
 #include <QSet>

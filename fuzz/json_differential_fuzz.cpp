@@ -9,8 +9,8 @@
 
 #include "JsonGenerator.h"
 #include "Property.h"
-#include "platform/Int32.h"
-#include "platform/Utf8.h"
+#include "base/Int32.h"
+#include "base/Utf8.h"
 #include "service/CatalogueAnswer.h"
 #include "service/DeliveryAnswer.h"
 

@@ -3,11 +3,11 @@
 
 #include "FuzzInput.h"
 #include "Property.h"
-#include "master/changeQuantityViewController.h"
-#include "platform/Environment.h"
-#include "platform/Int32.h"
-#include "platform/outlets/EditValidator.h"
-#include "service/Quantity.h"
+#include "base/Int32.h"
+#include "delivery/Quantity.h"
+#include "picking/changeQuantityViewController.h"
+#include "view/Environment.h"
+#include "view/outlets/EditValidator.h"
 
 #include <QRegularExpression>
 

@@ -4,11 +4,11 @@
 
 #include "FuzzInput.h"
 #include "Property.h"
-#include "platform/Environment.h"
-#include "platform/ScanGuard.h"
-#include "platform/ViewController.h"
-#include "platform/Window.h"
-#include "platform/outlets/TextField.h"
+#include "scanner/ScanGuard.h"
+#include "view/Environment.h"
+#include "view/ViewController.h"
+#include "view/Window.h"
+#include "view/outlets/TextField.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Folders.h"
+#include "base/Folders.h"
 
 #include <QString>
 #include <QStringList>

@@ -1,6 +1,6 @@
 #include "app/DisplayViewController.h"
 
-#include "platform/Environment.h"
+#include "view/Environment.h"
 
 #include <algorithm>
 

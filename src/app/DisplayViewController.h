@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/ViewController.h"
-#include "platform/outlets/SegmentedControl.h"
+#include "view/ViewController.h"
+#include "view/outlets/SegmentedControl.h"
 
 /// How the program looks on this device: its theme and the size of its text.
 class DisplayViewController : public ViewController {

@@ -1,11 +1,11 @@
 #include "app/GalleryViewController.h"
 
-#include "detail/ScanTrailViewController.h"
-#include "detail/pickTableCell.h"
-#include "master/BoxState.h"
-#include "master/boxTableViewCell.h"
-#include "platform/Environment.h"
-#include "service/PickRecords.h"
+#include "delivery/BoxState.h"
+#include "delivery/PickRecords.h"
+#include "picking/ScanTrailViewController.h"
+#include "picking/boxTableViewCell.h"
+#include "summary/pickTableCell.h"
+#include "view/Environment.h"
 
 #include <array>
 #include <chrono>

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "platform/ViewController.h"
-#include "platform/outlets/Button.h"
-#include "platform/outlets/Label.h"
-#include "platform/outlets/SegmentedControl.h"
-#include "platform/outlets/TableView.h"
-#include "platform/outlets/TextField.h"
+#include "view/ViewController.h"
+#include "view/outlets/Button.h"
+#include "view/outlets/Label.h"
+#include "view/outlets/SegmentedControl.h"
+#include "view/outlets/TableView.h"
+#include "view/outlets/TextField.h"
 
 #include <QTimer>
 

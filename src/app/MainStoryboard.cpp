@@ -3,12 +3,12 @@
 #include "app/DisplayViewController.h"
 #include "app/splitViewController.h"
 #include "app/startViewController.h"
-#include "completion/HistoryViewController.h"
-#include "detail/detailViewController.h"
-#include "master/changeQuantityViewController.h"
-#include "master/deliveryDetailsViewController.h"
-#include "master/masterViewController.h"
-#include "platform/Storyboard.h"
+#include "history/HistoryViewController.h"
+#include "picking/changeQuantityViewController.h"
+#include "picking/detailViewController.h"
+#include "picking/masterViewController.h"
+#include "summary/deliveryDetailsViewController.h"
+#include "view/Storyboard.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "app/Screens.h"
 
 #include "app/IconProvider.h"
-#include "platform/ScanGuard.h"
-#include "platform/Window.h"
+#include "scanner/ScanGuard.h"
+#include "view/Window.h"
 
 #include <QDebug>
 #include <QQmlComponent>
@@ -11,17 +11,25 @@
 #include <QQuickWindow>
 
 // The registrations of static libraries are linked in only if something asks for them.
-void qml_register_types_CartonPick();           // NOLINT(readability-identifier-naming)
-void qml_register_types_CartonPick_Platform();  // NOLINT(readability-identifier-naming)
-void qml_register_types_CartonPick_Panes();     // NOLINT(readability-identifier-naming)
-void qml_register_types_CartonPick_App();       // NOLINT(readability-identifier-naming)
+// NOLINTBEGIN(readability-identifier-naming)
+void qml_register_types_CartonPick();
+void qml_register_types_CartonPick_Device();
+void qml_register_types_CartonPick_View();
+void qml_register_types_CartonPick_Summary();
+void qml_register_types_CartonPick_History();
+void qml_register_types_CartonPick_Picking();
+void qml_register_types_CartonPick_App();
+// NOLINTEND(readability-identifier-naming)
 
 namespace {
 
 void registerTypes() {
   qml_register_types_CartonPick();
-  qml_register_types_CartonPick_Platform();
-  qml_register_types_CartonPick_Panes();
+  qml_register_types_CartonPick_Device();
+  qml_register_types_CartonPick_View();
+  qml_register_types_CartonPick_Summary();
+  qml_register_types_CartonPick_History();
+  qml_register_types_CartonPick_Picking();
   qml_register_types_CartonPick_App();
 }
 

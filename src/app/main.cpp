@@ -4,12 +4,12 @@
 #include "app/MainStoryboard.h"
 #include "app/Screens.h"
 #include "app/startViewController.h"
-#include "app/store/StoreLock.h"
 #include "app/vekAppDelegate.h"
-#include "platform/DesktopMailComposer.h"
-#include "platform/DesktopWakeLock.h"
-#include "platform/Environment.h"
-#include "platform/NetworkHttpClient.h"
+#include "device/DesktopMailComposer.h"
+#include "device/DesktopWakeLock.h"
+#include "device/NetworkHttpClient.h"
+#include "store/StoreLock.h"
+#include "view/Environment.h"
 
 #include <QDebug>
 #include <QFile>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/NavigationController.h"
-#include "platform/ViewController.h"
+#include "view/NavigationController.h"
+#include "view/ViewController.h"
 
 /// The picking screen: a container of the master pane, inside a navigation container, and the
 /// detail pane.

@@ -1,8 +1,8 @@
 #include "app/startViewController.h"
 
 #include "app/splitViewController.h"
-#include "platform/Environment.h"
-#include "platform/NavigationController.h"
+#include "view/Environment.h"
+#include "view/NavigationController.h"
 
 namespace {
 

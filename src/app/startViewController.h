@@ -1,9 +1,9 @@
 #pragma once
 
-#include "app/store/ManagedObjectContextHolder.h"
-#include "platform/ViewController.h"
-#include "platform/outlets/Button.h"
-#include "platform/outlets/Label.h"
+#include "store/ManagedObjectContextHolder.h"
+#include "view/ViewController.h"
+#include "view/outlets/Button.h"
+#include "view/outlets/Label.h"
 
 /// The first screen: leads to the picking and to the history.
 class startViewController : public ViewController, public ManagedObjectContextHolder {

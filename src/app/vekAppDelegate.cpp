@@ -1,11 +1,11 @@
 #include "app/vekAppDelegate.h"
 
 #include "app/startViewController.h"
-#include "app/store/ManagedObjectContext.h"
-#include "app/store/ManagedObjectModel.h"
-#include "app/store/PersistentStoreCoordinator.h"
-#include "app/store/SaveOrAbort.h"
-#include "platform/Environment.h"
+#include "store/ManagedObjectContext.h"
+#include "store/ManagedObjectModel.h"
+#include "store/PersistentStoreCoordinator.h"
+#include "store/SaveOrAbort.h"
+#include "view/Environment.h"
 
 vekAppDelegate::vekAppDelegate(Environment &environment) : m_environment(environment) {}
 

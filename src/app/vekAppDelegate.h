@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Window.h"
+#include "view/Window.h"
 
 #include <QObject>
 #include <QUrl>

@@ -1,6 +1,6 @@
 import QtQuick
 import CartonPick
-import CartonPick.Platform
+import CartonPick.View
 
 // The window: the root screen, and above all screens the alerts and the scrim of long work.
 Window {

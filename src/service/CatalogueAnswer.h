@@ -1,8 +1,8 @@
 #pragma once
 
-#include "app/store/CatalogueWriter.h"
 #include "service/DeliveryAnswer.h"
 #include "service/JsonPieces.h"
+#include "store/CatalogueWriter.h"
 
 #include <QByteArray>
 

@@ -1,10 +1,10 @@
 #include "service/CatalogueReload.h"
 
-#include "app/store/ManagedObjectContext.h"
-#include "app/store/SaveOrAbort.h"
-#include "platform/Environment.h"
 #include "service/CatalogueAnswer.h"
 #include "service/ServiceAddress.h"
+#include "store/ManagedObjectContext.h"
+#include "store/SaveOrAbort.h"
+#include "view/Environment.h"
 
 #include <QLocale>
 #include <QMetaObject>

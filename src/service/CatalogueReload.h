@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/HttpClient.h"
+#include "device/HttpClient.h"
 #include "service/DeliveryAnswer.h"
 
 #include <QByteArray>

@@ -1,6 +1,6 @@
 #include "service/JsonValues.h"
 
-#include "platform/Utf8.h"
+#include "base/Utf8.h"
 
 #include <QLocale>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "service/Quantity.h"
+#include "delivery/Quantity.h"
 
 #include <QByteArray>
 #include <QString>

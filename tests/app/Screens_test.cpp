@@ -1,8 +1,8 @@
 #include "app/Screens.h"
 
 #include "app/GalleryViewController.h"
-#include "platform/Window.h"
 #include "support/TestEnvironment.h"
+#include "view/Window.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>

@@ -1,4 +1,4 @@
-#include "master/deliveryDetailsViewController.h"
+#include "summary/deliveryDetailsViewController.h"
 #include "support/TestProgram.h"
 #include "support/Views.h"
 

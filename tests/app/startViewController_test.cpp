@@ -1,4 +1,4 @@
-#include "completion/HistoryViewController.h"
+#include "history/HistoryViewController.h"
 #include "support/TestProgram.h"
 
 #include <QPointer>

@@ -1,9 +1,9 @@
 #include "app/vekAppDelegate.h"
 
 #include "app/startViewController.h"
-#include "app/store/ManagedObjectContext.h"
-#include "app/store/ManagedObjectModel.h"
-#include "app/store/PersistentStoreCoordinator.h"
+#include "store/ManagedObjectContext.h"
+#include "store/ManagedObjectModel.h"
+#include "store/PersistentStoreCoordinator.h"
 #include "support/TestEnvironment.h"
 
 #include <QFile>

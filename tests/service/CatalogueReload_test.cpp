@@ -1,8 +1,8 @@
 #include "service/CatalogueReload.h"
 
-#include "app/store/ManagedObjectModel.h"
-#include "app/store/PersistentStoreCoordinator.h"
-#include "platform/NetworkHttpClient.h"
+#include "device/NetworkHttpClient.h"
+#include "store/ManagedObjectModel.h"
+#include "store/PersistentStoreCoordinator.h"
 #include "support/TestProgram.h"
 
 #include <QProcess>

@@ -1,6 +1,6 @@
 #include "service/DeliveryAnswer.h"
 
-#include "platform/Int32.h"
+#include "base/Int32.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

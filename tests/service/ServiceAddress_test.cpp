@@ -1,6 +1,6 @@
 #include "service/ServiceAddress.h"
 
-#include "platform/NetworkHttpClient.h"
+#include "device/NetworkHttpClient.h"
 #include "support/LoopbackService.h"
 
 #include <QTest>

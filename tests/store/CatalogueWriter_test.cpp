@@ -1,4 +1,4 @@
-#include "app/store/CatalogueWriter.h"
+#include "store/CatalogueWriter.h"
 
 #include "support/TestProgram.h"
 

@@ -1,4 +1,4 @@
-#include "app/store/ManagedObjectModel.h"
+#include "store/ManagedObjectModel.h"
 
 #include <QTest>
 

@@ -1,4 +1,4 @@
-#include "app/store/PersistentStoreCoordinator.h"
+#include "store/PersistentStoreCoordinator.h"
 
 #include "TemporaryStore.h"
 

@@ -1,4 +1,4 @@
-#include "app/store/SaveOrAbort.h"
+#include "store/SaveOrAbort.h"
 
 #include "TemporaryStore.h"
 

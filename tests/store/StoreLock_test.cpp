@@ -1,4 +1,4 @@
-#include "app/store/StoreLock.h"
+#include "store/StoreLock.h"
 
 #include <QCoreApplication>
 #include <QFile>

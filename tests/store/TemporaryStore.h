@@ -1,8 +1,8 @@
 #pragma once
 
-#include "app/store/ManagedObjectContext.h"
-#include "app/store/ManagedObjectModel.h"
-#include "app/store/PersistentStoreCoordinator.h"
+#include "store/ManagedObjectContext.h"
+#include "store/ManagedObjectModel.h"
+#include "store/PersistentStoreCoordinator.h"
 
 #include <QFile>
 #include <QTemporaryDir>

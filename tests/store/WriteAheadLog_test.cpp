@@ -1,4 +1,4 @@
-#include "app/store/WriteAheadLog.h"
+#include "store/WriteAheadLog.h"
 
 #include "TemporaryStore.h"
 #include "faults/disk/FaultyVfs.h"

@@ -1,7 +1,7 @@
 #include "support/TestEnvironment.h"
 
 #include "app/MainStoryboard.h"
-#include "platform/NetworkHttpClient.h"
+#include "device/NetworkHttpClient.h"
 
 TestEnvironment::TestEnvironment() {
   auto ownedClock = std::make_unique<TestClock>();

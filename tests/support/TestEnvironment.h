@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Environment.h"
+#include "view/Environment.h"
 
 #include <QTemporaryDir>
 

@@ -2,11 +2,11 @@
 
 #include "app/splitViewController.h"
 #include "app/startViewController.h"
-#include "app/store/ManagedObjectContext.h"
 #include "app/vekAppDelegate.h"
-#include "detail/detailViewController.h"
-#include "master/changeQuantityViewController.h"
-#include "master/masterViewController.h"
+#include "picking/changeQuantityViewController.h"
+#include "picking/detailViewController.h"
+#include "picking/masterViewController.h"
+#include "store/ManagedObjectContext.h"
 #include "support/LoopbackService.h"
 #include "support/TestEnvironment.h"
 

@@ -1,6 +1,6 @@
 #include "support/TestWindow.h"
 
-#include "platform/ScanGuard.h"
+#include "scanner/ScanGuard.h"
 
 #include <QAccessible>
 #include <QDir>

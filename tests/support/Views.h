@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/AlertStack.h"
-#include "platform/outlets/Label.h"
-#include "platform/outlets/TableView.h"
+#include "view/AlertStack.h"
+#include "view/outlets/Label.h"
+#include "view/outlets/TableView.h"
 
 #include <QStringList>
 

@@ -1,6 +1,6 @@
-#include "app/store/ManagedObjectContext.h"
-#include "platform/ScanTrail.h"
+#include "store/ManagedObjectContext.h"
 #include "support/TestWindow.h"
+#include "view/ScanTrail.h"
 
 #include <QAccessible>
 #include <QFont>

@@ -1,4 +1,4 @@
-#include "app/store/ManagedObjectContext.h"
+#include "store/ManagedObjectContext.h"
 #include "support/TestWindow.h"
 
 #include <QQuickItem>

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import CartonPick
-import CartonPick.Platform
+import CartonPick.View
 
 // All alerts that wait for an answer, the latest on top.
 Item {

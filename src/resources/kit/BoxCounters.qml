@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import CartonPick
-import CartonPick.Panes
+import CartonPick.Picking
 
 // How many boxes there are, and how far they are.
 GridLayout {

@@ -1,6 +1,6 @@
 import QtQuick
 import CartonPick
-import CartonPick.Platform
+import CartonPick.View
 
 // Keeps fingers off while long work is under way, and says how far it is.
 ModalPopup {

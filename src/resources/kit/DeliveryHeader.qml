@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import CartonPick
-import CartonPick.Panes
+import CartonPick.Picking
 
 // What the service says of the delivery, or, while it is asked, that it is asked.
 GridLayout {

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Controls.Basic
 import CartonPick
-import CartonPick.Platform
+import CartonPick.View
 
 // The field of a text field outlet.
 TextField {

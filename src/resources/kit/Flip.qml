@@ -1,5 +1,5 @@
 import QtQuick
-import CartonPick.Platform
+import CartonPick.View
 
 // Turns a view over, once for each call of `add`, one after the other: halfway, with the view on
 // edge, what it shows is swapped.

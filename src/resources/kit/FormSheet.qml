@@ -1,6 +1,6 @@
 import QtQuick
 import CartonPick
-import CartonPick.Platform
+import CartonPick.View
 
 // A screen on a sheet in the middle; nothing else takes input. It grows with the text, and without a
 // size of its own stands upright on an upright tablet.

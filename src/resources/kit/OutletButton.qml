@@ -1,6 +1,6 @@
 import QtQuick
 import CartonPick
-import CartonPick.Platform
+import CartonPick.View
 
 // The button of a button outlet.
 ActionButton {

@@ -1,6 +1,6 @@
 import QtQuick
 import CartonPick
-import CartonPick.Platform
+import CartonPick.View
 
 // The text of a label outlet. With a caption, a screen reader hears the text as a value described by
 // the caption.

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import CartonPick
-import CartonPick.Platform
+import CartonPick.View
 
 // A table of item lines below its column titles.
 Item {

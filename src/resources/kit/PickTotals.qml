@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Layouts
 import CartonPick
-import CartonPick.Platform
+import CartonPick.View
 
 // Picked, ordered and difference, after the open box if there can be one, readable at arm's length.
 GridLayout {

@@ -1,6 +1,6 @@
 import QtQuick
 import CartonPick
-import CartonPick.Platform
+import CartonPick.View
 
 // Says whether a scan will be taken; a touch shows what became of the last ones.
 ActionButton {

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 import CartonPick
-import CartonPick.Platform
+import CartonPick.View
 
 // A small screen that points at the item that opened it. A touch elsewhere closes it.
 ModalPopup {

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import CartonPick
-import CartonPick.Platform
+import CartonPick.View
 
 // The segments of a segmented control outlet, side by side, or in two columns where that is too
 // tight.

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Controls.Basic
 import CartonPick
-import CartonPick.Platform
+import CartonPick.View
 
 // The rows of a table outlet. Only visible rows exist. The keyboard moves with the arrow keys and
 // touches with Space.

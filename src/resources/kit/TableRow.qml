@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Controls.Basic
 import CartonPick
-import CartonPick.Platform
+import CartonPick.View
 
 // One row of a table: its ground, its selection and its touch; a cell fills it.
 ItemDelegate {

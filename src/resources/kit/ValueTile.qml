@@ -1,6 +1,6 @@
 import QtQuick
 import CartonPick
-import CartonPick.Platform
+import CartonPick.View
 
 // A number that matters, above its caption, or at the end of a line that begins with it. Its
 // implicit size does not depend on its width: a layout would chase its own tail.

@@ -1,6 +1,6 @@
 import QtQuick
 import CartonPick
-import CartonPick.Platform
+import CartonPick.View
 
 // Shows a controller: its screen, the view laid over it, and what it presents.
 FocusScope {

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import CartonPick
-import CartonPick.Panes
+import CartonPick.Picking
 
 // What became of the last scans.
 FocusScope {

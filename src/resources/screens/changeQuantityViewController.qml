@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Layouts
 import CartonPick
-import CartonPick.Panes
+import CartonPick.Picking
 
 // The keypad.
 FocusScope {

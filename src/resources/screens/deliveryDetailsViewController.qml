@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import CartonPick
-import CartonPick.Panes
+import CartonPick.Summary
 
 // The summary of a delivery.
 FocusScope {

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import CartonPick
-import CartonPick.Panes
+import CartonPick.Picking
 
 // Scanning, and the lines of the open box.
 FocusScope {

@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Layouts
 import CartonPick
-import CartonPick.Panes
+import CartonPick.Picking
 
 // The delivery, its counters and its boxes.
 FocusScope {

@@ -2,11 +2,11 @@
 
 #include "app/splitViewController.h"
 #include "app/startViewController.h"
-#include "app/store/PersistentStoreCoordinator.h"
-#include "completion/PickingActions.h"
-#include "detail/detailViewController.h"
-#include "master/changeQuantityViewController.h"
-#include "master/masterViewController.h"
+#include "picking/PickingActions.h"
+#include "picking/changeQuantityViewController.h"
+#include "picking/detailViewController.h"
+#include "picking/masterViewController.h"
+#include "store/PersistentStoreCoordinator.h"
 #include "support/TestProgram.h"
 
 #include <QCoreApplication>

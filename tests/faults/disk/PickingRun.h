@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/store/Picking.h"
 #include "app/vekAppDelegate.h"
+#include "store/Picking.h"
 #include "support/LoopbackService.h"
 #include "support/TestEnvironment.h"
 

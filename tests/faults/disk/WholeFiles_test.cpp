@@ -1,6 +1,6 @@
-#include "completion/PickingExport.h"
-#include "platform/DisplaySettings.h"
-#include "platform/Folders.h"
+#include "base/Folders.h"
+#include "device/DisplaySettings.h"
+#include "sending/PickingExport.h"
 #include "support/TestProgram.h"
 
 #include <QDir>

@@ -1,9 +1,9 @@
 // Somebody else has put something in the place of what the program keeps: it is neither written
 // through nor read, and the log says so.
 
-#include "app/store/CatalogueWriter.h"
-#include "app/store/PersistentStoreCoordinator.h"
-#include "app/store/StoreLock.h"
+#include "store/CatalogueWriter.h"
+#include "store/PersistentStoreCoordinator.h"
+#include "store/StoreLock.h"
 #include "support/TestEnvironment.h"
 #include "support/TestProgram.h"
 

@@ -1,7 +1,7 @@
 // Delivery numbers that try to become commands, paths, header fields or markup on their way through
 // the export to a mail program, which is a recorder in the place of the desktop's.
 
-#include "platform/DesktopMailComposer.h"
+#include "device/DesktopMailComposer.h"
 #include "support/TestProgram.h"
 
 #include <QDir>

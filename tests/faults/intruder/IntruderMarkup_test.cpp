@@ -1,7 +1,7 @@
 // An order service, or whoever answers in its place, that sends markup for texts: every screen
 // shows it as it is, a screen reader hears it as it is, and nothing that it names is fetched.
 
-#include "app/store/ManagedObjectContext.h"
+#include "store/ManagedObjectContext.h"
 #include "support/TestWindow.h"
 
 #include <QAccessible>

@@ -1,8 +1,8 @@
 #include "faults/network/CallingTablet.h"
 
-#include "detail/detailViewController.h"
 #include "faults/network/ProcessFigures.h"
-#include "master/masterViewController.h"
+#include "picking/detailViewController.h"
+#include "picking/masterViewController.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/NetworkHttpClient.h"
+#include "device/NetworkHttpClient.h"
 
 #include <QList>
 #include <QPointer>

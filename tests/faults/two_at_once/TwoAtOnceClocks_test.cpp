@@ -1,8 +1,8 @@
 // The clock is set back, or the tablet carried into another zone, while a delivery is picked: what
 // was picked when stays as it was noted, and history, mail and report show it by their rules.
 
-#include "completion/HistoryViewController.h"
-#include "completion/PickHistoryCell.h"
+#include "history/HistoryViewController.h"
+#include "history/PickHistoryCell.h"
 #include "support/TestProgram.h"
 #include "support/Views.h"
 

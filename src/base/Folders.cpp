@@ -1,0 +1,40 @@
+#include "base/Folders.h"
+
+#include "base/OwnFiles.h"
+
+#include <QDebug>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace {
+
+bool claim(const QString &folder) {
+  const QString objection = claimFolder(folder);
+  if (!objection.isEmpty()) {
+    qWarning("Folder %s not used: %s.", qUtf8Printable(folder), qUtf8Printable(objection));
+  }
+  return objection.isEmpty();
+}
+
+/// A home that is there already may be anybody's, and reached by a link; what is below it is ours.
+bool makeHome(const QString &home) {
+  if (!QDir(home).exists()) {
+    return QDir().mkpath(QFileInfo(QDir::cleanPath(home)).path()) && claim(home);
+  }
+  if (QFile::permissions(home).testFlag(QFile::WriteOther)) {
+    qWarning("Everybody may write to the folder %s.", qUtf8Printable(home));
+  }
+  return true;
+}
+
+}  // namespace
+
+Folders Folders::ofThisUser() {
+  return {QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)};
+}
+
+bool Folders::create() const {
+  return makeHome(home) && claim(documents());
+}

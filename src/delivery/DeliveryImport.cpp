@@ -1,0 +1,112 @@
+#include "delivery/DeliveryImport.h"
+
+#include "base/Int32.h"
+
+#include <QDate>
+#include <QHash>
+
+#include <algorithm>
+
+namespace {
+
+/// How many lines of a box are looked at when earlier picks are restored. Kept on purpose: lines
+/// beyond it come back unpicked although the box total counts them.
+constexpr std::size_t kRestoredLines = 4;
+
+using Positions = QHash<QString, std::size_t>;
+
+BoxLine boxLineOf(const OrderLine &line) {
+  BoxLine result;
+  result.barcode = line.barcode;
+  result.descr = line.descr;
+  result.doc = line.doc;
+  result.item = line.item;
+  result.ordernum = line.ordernum;
+  result.orderqty = line.qty;
+  return result;
+}
+
+void restoreLine(const Picking &pick, std::vector<BoxLine> &lines) {
+  const auto end =
+      lines.begin() + static_cast<std::ptrdiff_t>(std::min(kRestoredLines, lines.size()));
+  const auto line =
+      std::find_if(lines.begin(), end, [&](const BoxLine &l) { return l.item == pick.item; });
+  if (line != end) {
+    line->pickqty = pick.pickqty;
+  }
+}
+
+}  // namespace
+
+ItemLines itemLinesOf(const DeliveryAnswer &answer) {
+  ItemLines items;
+  Positions positions;
+  positions.reserve(static_cast<qsizetype>(answer.lines.size()));
+  for (const OrderLine &line : answer.lines) {
+    const auto known = positions.constFind(line.item);
+    if (known != positions.cend()) {
+      Quantity &orderqty = items[*known].orderqty;
+      orderqty = wrappingAdd(orderqty.value(), line.qty.value());
+    } else {
+      positions.insert(line.item, items.size());
+      items.push_back(boxLineOf(line));
+    }
+  }
+  return items;
+}
+
+PickList boxesOf(const DeliveryAnswer &answer) {
+  PickList boxes;
+  Positions positions;
+  // Most often the lines of a carton follow each other.
+  for (auto first = answer.lines.begin(); first != answer.lines.end();) {
+    const QString &carton = first->carton;
+    const auto last = std::find_if(first, answer.lines.end(),
+                                   [&](const OrderLine &line) { return line.carton != carton; });
+    auto known = positions.constFind(carton);
+    if (known == positions.cend()) {
+      known = positions.insert(carton, boxes.size());
+      boxes.emplace_back(BoxRecord{carton, 0, 0, {}});
+      std::get<BoxRecord>(boxes.back()).boxitems.reserve(static_cast<std::size_t>(last - first));
+    }
+    auto &box = std::get<BoxRecord>(boxes[*known]);
+    for (; first != last; ++first) {
+      box.boxitems.push_back(boxLineOf(*first));
+      box.boxorderqty = wrappingAdd(box.boxorderqty, first->qty.value());
+    }
+  }
+  return boxes;
+}
+
+void restoreBoxes(const std::vector<Picking> &picks, PickList &boxes) {
+  QHash<QString, BoxRecord *> byName;
+  for (PickEntry &entry : boxes) {
+    if (auto *box = std::get_if<BoxRecord>(&entry)) {
+      byName.insert(box->box, box);
+    }
+  }
+  for (const Picking &pick : picks) {
+    if (BoxRecord *box = byName.value(pick.box)) {
+      box->boxpickqty = wrappingAdd(box->boxpickqty, pick.pickqty);
+      restoreLine(pick, box->boxitems);
+    }
+  }
+}
+
+void restoreItemLines(const std::vector<Picking> &picks, ItemLines &items) {
+  QHash<QString, BoxLine *> byItem;
+  byItem.reserve(static_cast<qsizetype>(items.size()));
+  for (BoxLine &line : items) {
+    byItem.insert(line.item, &line);
+  }
+  for (const Picking &pick : picks) {
+    if (BoxLine *line = byItem.value(pick.item)) {
+      line->pickqty = pick.pickqty;
+    }
+  }
+}
+
+QString headerDate(const QString &delivered) {
+  const QDate date = QDate::fromString(delivered, QStringLiteral("MM/dd/yyyy"));
+  return date.isValid() ? date.toString(QStringLiteral("dd/MM/yyyy")) : delivered;
+}

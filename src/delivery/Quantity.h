@@ -1,0 +1,36 @@
+#pragma once
+
+#include "base/Int32.h"
+
+#include <QString>
+
+#include <cstdint>
+#include <utility>
+
+/// A quantity: the number that it counts as and the form in which it was delivered, which is the
+/// form in which it is shown where no number format is asked for.
+class Quantity {
+ public:
+  Quantity() = default;
+  Quantity(std::int32_t value) : m_value(value) {}
+
+  /// As delivered, for example " 7" or "2.5".
+  static Quantity delivered(const QString &text) { return delivered(intValue(text), text); }
+  static Quantity delivered(std::int32_t value, const QString &text) {
+    return text == QString::number(value) ? Quantity(value) : Quantity(value, text);
+  }
+
+  [[nodiscard]] std::int32_t value() const { return m_value; }
+  [[nodiscard]] QString text() const { return m_text.isNull() ? QString::number(m_value) : m_text; }
+
+  bool operator==(const Quantity &other) const {
+    return m_value == other.m_value && text() == other.text();
+  }
+
+ private:
+  Quantity(std::int32_t value, QString text) : m_value(value), m_text(std::move(text)) {}
+
+  std::int32_t m_value = 0;
+  /// Null if it is nothing but the number: a large delivery has very many of them.
+  QString m_text;
+};

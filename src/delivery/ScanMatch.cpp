@@ -1,0 +1,41 @@
+#include "delivery/ScanMatch.h"
+
+#include "store/ManagedObjectContext.h"
+
+const LoosePick *loosePickWithCode(const PickList &list, const QString &code) {
+  for (const PickEntry &entry : list) {
+    const auto *loose = std::get_if<LoosePick>(&entry);
+    if (loose != nullptr && (loose->barcode == code || loose->item == code)) {
+      return loose;
+    }
+  }
+  return nullptr;
+}
+
+std::optional<Items> articleWithCode(ManagedObjectContext *context, const QString &code) {
+  // A null text would stand for the store's NULL, which equals nothing.
+  const QString text = code.isNull() ? QStringLiteral("") : code;
+  const auto articles = context == nullptr ? std::nullopt : context->itemsForCode(text);
+  return !articles || articles->empty() ? std::nullopt : std::optional(articles->front());
+}
+
+LoosePick loosePickAgain(const LoosePick &earlier, const QDateTime &now) {
+  LoosePick again = earlier;
+  again.datepicked = now;
+  again.qty = 0;
+  again.sent = 0;
+  return again;
+}
+
+LoosePick loosePickOf(const Items &article, const QString &doc, const PickList &list,
+                      const QDateTime &now) {
+  return {.barcode = article.barcode,
+          .box = QStringLiteral("1"),
+          .datepicked = now,
+          .descr = article.descr,
+          .doc = doc,
+          .item = article.item,
+          .ordernum = list.empty() ? QString() : ordernumOf(list.front()),
+          .qty = 0,
+          .sent = 0};
+}

@@ -1,0 +1,45 @@
+#include "device/DesktopMailComposer.h"
+
+#include "base/OwnFiles.h"
+#include "device/MailMessage.h"
+#include "device/MailProgram.h"
+
+#include <QDebug>
+#include <QDir>
+#include <QTemporaryFile>
+
+namespace {
+
+/// Leaves `path` a folder without drafts, open to its owner alone. False, with a line in the log,
+/// if it is not this user's own folder.
+bool clearDraftsFolder(const QString &path) {
+  const QString objection = claimFolder(path);
+  if (!objection.isEmpty()) {
+    qWarning("Folder %s not used: %s.", qUtf8Printable(path), qUtf8Printable(objection));
+    return false;
+  }
+  QDir folder(path);
+  const QStringList oldDrafts = folder.entryList({QStringLiteral("*.eml")}, QDir::Files);
+  for (const QString &name : oldDrafts) {
+    folder.remove(name);
+  }
+  return true;
+}
+
+}  // namespace
+
+bool DesktopMailComposer::canSendMail() const {
+  return hasMailProgram();
+}
+
+bool DesktopMailComposer::compose(const MailDraft &draft) {
+  if (!clearDraftsFolder(m_draftsFolder)) {
+    return false;
+  }
+  const QByteArray message = mailMessage(draft);
+  QTemporaryFile file(m_draftsFolder + QStringLiteral("/Mail-XXXXXX.eml"));
+  const bool isHandedOver = file.open() && file.write(message) == message.size() && file.flush() &&
+                            openInMailProgram(file.fileName());
+  file.setAutoRemove(!isHandedOver);
+  return isHandedOver;
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "view/ViewController.h"
+#include "view/outlets/TableView.h"
+
+/// What became of the last scans of the picking, the latest first.
+class ScanTrailViewController : public ViewController, public TableViewDataSource {
+  Q_OBJECT
+  QML_NAMED_ELEMENT(ScanTrailViewController)
+  QML_UNCREATABLE("Controllers come from the storyboard")
+  OUTLET(TableView, tblScans)
+
+ public:
+  explicit ScanTrailViewController(Environment &environment, QObject *parent = nullptr);
+
+  int numberOfRowsInSection(const TableView &table, int section) override;
+  QVariant cellForRowAtIndexPath(const TableView &table, int row) override;
+  /// A row only tells; a touch does nothing.
+  void didSelectRowAtIndexPath(TableView & /*table*/, int /*row*/) override {}
+};

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "base/WeakDelegate.h"
+#include "picking/ChangeQuantityDelegate.h"
+#include "view/ViewController.h"
+#include "view/outlets/Button.h"
+#include "view/outlets/Label.h"
+#include "view/outlets/TextField.h"
+
+/// The keypad: takes a quantity to add to, or to take away from, the picked quantity of one line.
+class changeQuantityViewController : public ViewController, public TextFieldDelegate {
+  Q_OBJECT
+  QML_NAMED_ELEMENT(ChangeQuantityViewController)
+  QML_UNCREATABLE("Controllers come from the storyboard")
+  OUTLET(TextField, txtNewQty)
+  OUTLET(Label, lblItemCode)
+  OUTLET(Label, lblItemBarcode)
+  OUTLET(Label, lblItemDescription)
+  OUTLET(Label, lblCurrentQty)
+  OUTLET(Label, lblTotalQty)
+  OUTLET(Label, lblOrderQty)
+  OUTLET(Button, btn0)
+  OUTLET(Button, btn1)
+  OUTLET(Button, btn2)
+  OUTLET(Button, btn3)
+  OUTLET(Button, btn4)
+  OUTLET(Button, btn5)
+  OUTLET(Button, btn6)
+  OUTLET(Button, btn7)
+  OUTLET(Button, btn8)
+  OUTLET(Button, btn9)
+  OUTLET(Button, btnNegative)
+
+ public:
+  explicit changeQuantityViewController(Environment &environment, QObject *parent = nullptr);
+
+  void viewDidLoad() override;
+
+  /// Fills the screen; all five texts are shown as they are.
+  void setDisplayValues(const QString &itemCode, const QString &barcode, const QString &descr,
+                        const QString &qty, const QString &orderqty);
+  void setDelegate(WeakDelegate<ChangeQuantityDelegate> delegate) { m_delegate = delegate; }
+
+  /// The row of the pick table that the keypad was opened for.
+  [[nodiscard]] std::int32_t row() const { return m_row; }
+  void setRow(std::int32_t row) { m_row = row; }
+
+  Q_INVOKABLE void btnNumTouched(Button *key);
+  Q_INVOKABLE void btnNegativeTouched();
+  Q_INVOKABLE void btnOKTouched();
+  Q_INVOKABLE void btnCancelTouched();
+  Q_INVOKABLE void stepperValueChanged() {}
+
+  void textFieldDidChange();
+  void textFieldDidBeginEditing(TextField & /*field*/) {}
+  /// The return key does nothing: a scanner that ends its code with one must not confirm.
+  bool textFieldShouldReturn(TextField & /*field*/) override { return true; }
+  /// Takes an edit that brings at least one digit and leaves at most four characters. Deleting is
+  /// refused: a wrong entry is typed over or cancelled.
+  bool shouldChangeCharactersInRange(const TextField &field, qsizetype location, qsizetype length,
+                                     const QString &replacement) override;
+
+ private:
+  std::int32_t m_row = 0;
+  WeakDelegate<ChangeQuantityDelegate> m_delegate;
+};

@@ -1,0 +1,148 @@
+#include "store/CatalogueWriter.h"
+
+#include "store/PersistentStoreCoordinator.h"
+
+#include <QThread>
+
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Exception.h>
+#include <SQLiteCpp/Statement.h>
+#include <SQLiteCpp/Transaction.h>
+#include <set>
+#include <sqlite3.h>
+#include <string>
+#include <vector>
+
+namespace {
+
+/// How many steps of SQLite's machine pass between two looks at whether to give up; a few
+/// milliseconds.
+constexpr int kStepsBetweenLooks = 100'000;
+
+int isInterruptionRequested(void * /*unused*/) {
+  return QThread::currentThread()->isInterruptionRequested() ? 1 : 0;
+}
+
+std::unique_ptr<SQLite::Database> connectTo(const QString &storePath) {
+  auto database = PersistentStoreCoordinator::connectTo(storePath);
+  // The catalogue is no secret: overwriting each row that goes would double the writing.
+  database->exec("PRAGMA secure_delete = OFF");
+  // What an index sorts is sorted on another core while the next entries are read.
+  database->exec("PRAGMA threads = 2");
+  sqlite3_progress_handler(database->getHandle(), kStepsBetweenLooks, isInterruptionRequested,
+                           nullptr);
+  return database;
+}
+
+struct Index {
+  std::string name;
+  std::string sql;
+};
+
+/// As a name in a statement, whatever is in it.
+std::string quoted(const std::string &name) {
+  std::string quoted = "\"";
+  for (const char c : name) {
+    quoted += c;
+    if (c == '"') {
+      quoted += c;
+    }
+  }
+  return quoted + '"';
+}
+
+std::vector<Index> indexesOfItems(const SQLite::Database &database) {
+  std::vector<Index> indexes;
+  SQLite::Statement query(
+      database, "SELECT name, sql FROM sqlite_master WHERE type = 'index' AND tbl_name = 'Items'");
+  while (query.executeStep()) {
+    indexes.push_back({query.getColumn(0).getString(), query.getColumn(1).getString()});
+  }
+  return indexes;
+}
+
+/// What the file calls its tables and indexes, in whatever order.
+std::multiset<std::vector<std::string>> schemaOf(const SQLite::Database &database) {
+  std::multiset<std::vector<std::string>> schema;
+  SQLite::Statement query(database, "SELECT type, name, tbl_name FROM sqlite_master");
+  while (query.executeStep()) {
+    schema.insert({query.getColumn(0), query.getColumn(1), query.getColumn(2)});
+  }
+  return schema;
+}
+
+}  // namespace
+
+struct CatalogueWriter::Replacement {
+  explicit Replacement(const QString &storePath)
+      : database(connectTo(storePath)),
+        transaction(*database, SQLite::TransactionBehavior::IMMEDIATE),
+        schema(schemaOf(*database)),
+        indexes(indexesOfItems(*database)) {
+    // Sorting all entries at the end takes a fraction of the time of keeping two indexes in order.
+    for (const Index &index : indexes) {
+      database->exec("DROP INDEX " + quoted(index.name));
+    }
+    database->exec("DELETE FROM Items");
+    insert.emplace(*database, "INSERT INTO Items (barcode, item, descr) VALUES (?, ?, ?)");
+  }
+
+  void commit() {
+    for (const Index &index : indexes) {
+      // One statement: what else may stand in the file behind it is not run.
+      SQLite::Statement(*database, index.sql).exec();
+    }
+    // An index that has two names in the file, say, would be there twice now, and the file could
+    // not be opened again.
+    if (schemaOf(*database) != schema) {
+      throw SQLite::Exception("the indexes of the file are not what they seem", SQLITE_CORRUPT);
+    }
+    transaction.commit();
+    // The log is as large as the catalogue by now. That it shrinks does not matter enough to fail.
+    database->tryExec("PRAGMA wal_checkpoint(TRUNCATE)");
+  }
+
+  std::unique_ptr<SQLite::Database> database;
+  SQLite::Transaction transaction;
+  std::multiset<std::vector<std::string>> schema;
+  std::vector<Index> indexes;
+  std::optional<SQLite::Statement> insert;
+};
+
+CatalogueWriter::CatalogueWriter(const QString &storePath) {
+  try {
+    m_replacement = std::make_unique<Replacement>(storePath);
+  } catch (const SQLite::Exception &error) {
+    m_error = storeErrorOf(error);
+  }
+}
+
+CatalogueWriter::~CatalogueWriter() = default;
+
+void CatalogueWriter::insert(const Article &article) {
+  if (m_error) {
+    return;
+  }
+  try {
+    SQLite::Statement &statement = *m_replacement->insert;
+    statement.bindNoCopy(1, article.barcode);
+    statement.bindNoCopy(2, article.item);
+    statement.bindNoCopy(3, article.descr);
+    statement.exec();
+    statement.reset();
+  } catch (const SQLite::Exception &error) {
+    m_error = storeErrorOf(error);
+  }
+}
+
+std::optional<StoreError> CatalogueWriter::save() {
+  if (m_error) {
+    return m_error;
+  }
+  try {
+    m_replacement->commit();
+    return std::nullopt;
+  } catch (const SQLite::Exception &error) {
+    return storeErrorOf(error);
+  }
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "view/Colour.h"
+#include "view/outlets/Outlet.h"
+
+/// A text that a controller writes and its screen draws.
+class Label : public Outlet {
+  Q_OBJECT
+  QML_NAMED_ELEMENT(LabelOutlet)
+  QML_UNCREATABLE("An outlet belongs to its controller")
+  Q_PROPERTY(QString text READ text NOTIFY changed)
+  Q_PROPERTY(QString textColor READ textColorName NOTIFY changed)
+  Q_PROPERTY(bool hidden READ isHidden NOTIFY changed)
+
+ public:
+  using Outlet::Outlet;
+
+  [[nodiscard]] QString text() const { return m_text; }
+  void setText(const QString &text) { change(m_text, text); }
+
+  [[nodiscard]] Colour textColor() const { return m_textColor; }
+  [[nodiscard]] QString textColorName() const { return colourName(m_textColor); }
+  void setTextColor(Colour colour) { change(m_textColor, colour); }
+
+  [[nodiscard]] bool isHidden() const { return m_hidden; }
+  void setHidden(bool hidden) { change(m_hidden, hidden); }
+
+ private:
+  QString m_text;
+  Colour m_textColor = Colour::black;
+  bool m_hidden = false;
+};

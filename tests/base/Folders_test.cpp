@@ -1,0 +1,70 @@
+#include "base/Folders.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+constexpr QFile::Permissions kOwner = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+constexpr QFile::Permissions kOthers = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
+                                       QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+
+bool isOwnersAlone(const QString &path) {
+  const QFile::Permissions permissions = QFile::permissions(path);
+  return (permissions & kOwner) == kOwner && !(permissions & kOthers);
+}
+
+}  // namespace
+
+class FoldersTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void foldersAreMadeForTheirOwnerAlone() {
+    const QTemporaryDir root;
+    const Folders folders{root.filePath(QStringLiteral("a/home"))};
+    QVERIFY(folders.create());
+    QCOMPARE(folders.documents(), folders.home + QStringLiteral("/Documents"));
+    QVERIFY(isOwnersAlone(folders.home));
+    QVERIFY(isOwnersAlone(folders.documents()));
+  }
+
+  void documentsThatExistKeepWhatIsInThemAndBecomeTheirOwnersAlone() {
+    const QTemporaryDir root;
+    const Folders folders{root.filePath(QStringLiteral("home"))};
+    QVERIFY(QDir().mkpath(folders.documents()));
+    const QFile::Permissions permissions = kOwner | QFile::ReadGroup | QFile::ExeGroup;
+    QVERIFY(QFile::setPermissions(folders.documents(), permissions));
+    QFile file(folders.documents() + QStringLiteral("/kept"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QVERIFY(folders.create());
+    QVERIFY(file.exists());
+    QVERIFY(isOwnersAlone(folders.documents()));
+  }
+
+  void aHomeThatExistsKeepsItsPermissions() {
+    const QTemporaryDir root;
+    const Folders folders{root.path()};
+    QVERIFY(QFile::setPermissions(root.path(), kOwner | kOthers));
+    QVERIFY(folders.create());
+    QVERIFY(QFile::permissions(root.path()) & QFile::ReadOther);
+    QVERIFY(isOwnersAlone(folders.documents()));
+  }
+
+  void aFileInTheWayIsAFailure() {
+    const QTemporaryDir root;
+    const Folders folders{root.path()};
+    QFile file(folders.documents());
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QVERIFY(!folders.create());
+    QVERIFY(QFileInfo(folders.documents()).isFile());
+  }
+
+  void everyUserHasAHome() { QVERIFY(QDir::isAbsolutePath(Folders::ofThisUser().home)); }
+};
+
+QTEST_GUILESS_MAIN(FoldersTest)
+#include "Folders_test.moc"

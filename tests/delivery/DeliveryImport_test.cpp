@@ -1,0 +1,279 @@
+#include "delivery/DeliveryImport.h"
+
+#include <QTest>
+
+#include <limits>
+
+namespace {
+
+constexpr std::int32_t kMin = std::numeric_limits<std::int32_t>::min();
+constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
+
+OrderLine lineOf(const char *carton, const char *item, Quantity qty = 1) {
+  return {.doc = QStringLiteral("4711"),
+          .ordernum = QStringLiteral("A1"),
+          .item = QString::fromUtf8(item),
+          .barcode = u'b' + QString::fromUtf8(item),
+          .descr = QStringLiteral("Description of ") + QString::fromUtf8(item),
+          .carton = QString::fromUtf8(carton),
+          .qty = qty};
+}
+
+DeliveryAnswer answerOf(const std::vector<OrderLine> &lines) {
+  DeliveryAnswer answer;
+  answer.lines = lines;
+  return answer;
+}
+
+Picking pickOf(const char *box, const char *item, std::int32_t pickqty) {
+  return {.box = QString::fromUtf8(box), .item = QString::fromUtf8(item), .pickqty = pickqty};
+}
+
+/// "item picked/ordered" of every line.
+QString textOf(const std::vector<BoxLine> &lines) {
+  QStringList texts;
+  for (const BoxLine &line : lines) {
+    texts.append(
+        QStringLiteral("%1 %2/%3").arg(line.item, line.pickqty.text(), line.orderqty.text()));
+  }
+  return texts.join(QStringLiteral(", "));
+}
+
+/// "box picked/ordered: lines" of every box.
+QStringList textsOf(const PickList &boxes) {
+  QStringList texts;
+  for (const PickEntry &box : boxes) {
+    texts.append(QStringLiteral("%1 %2/%3: %4")
+                     .arg(boxOf(box), QString::number(boxpickqtyOf(box)),
+                          QString::number(boxorderqtyOf(box)), textOf(boxitemsOf(box))));
+  }
+  return texts;
+}
+
+PickList restored(PickList boxes, const std::vector<Picking> &picks) {
+  restoreBoxes(picks, boxes);
+  return boxes;
+}
+
+ItemLines restored(ItemLines items, const std::vector<Picking> &picks) {
+  restoreItemLines(picks, items);
+  return items;
+}
+
+}  // namespace
+
+class DeliveryImportTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void aLineTakesOverWhatWasDelivered() {
+    const auto answer = answerOf({lineOf("C1", "A", Quantity::delivered(QStringLiteral("05")))});
+    for (const BoxLine &line :
+         {itemLinesOf(answer).front(), boxitemsOf(boxesOf(answer).front()).front()}) {
+      QCOMPARE(line.barcode, "bA");
+      QCOMPARE(line.datepicked, "01/01/2001");
+      QCOMPARE(line.descr, "Description of A");
+      QCOMPARE(line.doc, "4711");
+      QCOMPARE(line.item, "A");
+      QCOMPARE(line.ordernum, "A1");
+      QCOMPARE(line.orderqty.text(), "05");
+      QCOMPARE(line.orderqty.value(), 5);
+      QCOMPARE(line.pickqty.value(), 0);
+    }
+  }
+
+  void anAnswerWithoutLinesGivesEmptyLists() {
+    QVERIFY(itemLinesOf(answerOf({})).empty());
+    QVERIFY(boxesOf(answerOf({})).empty());
+  }
+
+  void anItemOfTwoCartonsIsOneItemLineAndALineInEachBox() {
+    const auto answer = answerOf({lineOf("C1", "A", 2), lineOf("C2", "A", 3)});
+    QCOMPARE(textOf(itemLinesOf(answer)), "A 0/5");
+    QCOMPARE(textsOf(boxesOf(answer)), QStringList({"C1 0/2: A 0/2", "C2 0/3: A 0/3"}));
+  }
+
+  void anItemTwiceInACartonIsOneItemLineAndTwoLinesInTheBox() {
+    const auto answer = answerOf({lineOf("C1", "A", 2), lineOf("C1", "A", 3)});
+    QCOMPARE(textOf(itemLinesOf(answer)), "A 0/5");
+    QCOMPARE(textsOf(boxesOf(answer)), QStringList("C1 0/5: A 0/2, A 0/3"));
+  }
+
+  void itemsAndBoxesStandInTheOrderInWhichTheyFirstOccur() {
+    const auto answer =
+        answerOf({lineOf("C2", "B"), lineOf("C1", "C"), lineOf("C2", "A"), lineOf("C1", "B")});
+    QCOMPARE(textOf(itemLinesOf(answer)), "B 0/2, C 0/1, A 0/1");
+    QCOMPARE(textsOf(boxesOf(answer)),
+             QStringList({"C2 0/2: B 0/1, A 0/1", "C1 0/2: C 0/1, B 0/1"}));
+  }
+
+  void aMergedItemLineIsOtherwiseThatOfTheFirstLine() {
+    OrderLine second = lineOf("C2", "A", 3);
+    second.barcode = QStringLiteral("other");
+    second.descr = QStringLiteral("other");
+    second.doc = QStringLiteral("other");
+    second.ordernum = QStringLiteral("other");
+    const BoxLine line = itemLinesOf(answerOf({lineOf("C1", "A", 2), second})).front();
+    QCOMPARE(line.barcode, "bA");
+    QCOMPARE(line.descr, "Description of A");
+    QCOMPARE(line.doc, "4711");
+    QCOMPARE(line.ordernum, "A1");
+  }
+
+  void aSumIsShownAsANumber() {
+    const auto answer = answerOf({lineOf("C1", "A", Quantity::delivered(QStringLiteral("2.5"))),
+                                  lineOf("C1", "A", Quantity::delivered(QStringLiteral("01")))});
+    QCOMPARE(textOf(itemLinesOf(answer)), "A 0/3");
+    QCOMPARE(textsOf(boxesOf(answer)), QStringList("C1 0/3: A 0/2.5, A 0/01"));
+  }
+
+  void sumsWrapAround() {
+    const auto answer = answerOf({lineOf("C1", "A", kMax), lineOf("C1", "A", 1)});
+    QCOMPARE(itemLinesOf(answer).front().orderqty.value(), kMin);
+    QCOMPARE(boxorderqtyOf(boxesOf(answer).front()), kMin);
+    QCOMPARE(
+        boxpickqtyOf(
+            restored(boxesOf(answer), {pickOf("C1", "A", kMax), pickOf("C1", "A", 1)}).front()),
+        kMin);
+  }
+
+  void codesAreComparedExactly() {
+    const auto answer = answerOf({lineOf("c1", "a"), lineOf("C1", "A"), lineOf("C1 ", "A ")});
+    QCOMPARE(itemLinesOf(answer).size(), 3U);
+    QCOMPARE(boxesOf(answer).size(), 3U);
+  }
+
+  void emptyCodesAreCodes() {
+    const auto answer = answerOf({lineOf("", "", 2), lineOf("", "", 3)});
+    QCOMPARE(textOf(itemLinesOf(answer)), " 0/5");
+    QCOMPARE(textsOf(boxesOf(answer)), QStringList(" 0/5:  0/2,  0/3"));
+  }
+
+  void anEarlierPickComesBack() {
+    const auto answer = answerOf({lineOf("C1", "A", 5), lineOf("C1", "B", 5)});
+    const std::vector<Picking> picks{pickOf("C1", "B", 4)};
+    QCOMPARE(textsOf(restored(boxesOf(answer), picks)), QStringList("C1 4/10: A 0/5, B 4/5"));
+    QCOMPARE(textOf(restored(itemLinesOf(answer), picks)), "A 0/5, B 4/5");
+  }
+
+  void onlyTheFirstFourLinesOfABoxAreRestored() {
+    const auto answer = answerOf({lineOf("C1", "A"), lineOf("C1", "B"), lineOf("C1", "C"),
+                                  lineOf("C1", "D"), lineOf("C1", "E"), lineOf("C1", "F")});
+    QCOMPARE(textsOf(restored(boxesOf(answer), {pickOf("C1", "D", 2), pickOf("C1", "E", 3)})),
+             QStringList("C1 5/6: A 0/1, B 0/1, C 0/1, D 2/1, E 0/1, F 0/1"));
+  }
+
+  void theItemLinesAreAllRestored() {
+    const auto answer = answerOf({lineOf("C1", "A"), lineOf("C1", "B"), lineOf("C1", "C"),
+                                  lineOf("C1", "D"), lineOf("C1", "E")});
+    QCOMPARE(textOf(restored(itemLinesOf(answer), {pickOf("C1", "E", 3)})),
+             "A 0/1, B 0/1, C 0/1, D 0/1, E 3/1");
+  }
+
+  void aPickOfACodeThatIsNoLineCountsForTheBoxAlone() {
+    const auto answer = answerOf({lineOf("C1", "A")});
+    const std::vector<Picking> picks{pickOf("C1", "X", 4)};
+    QCOMPARE(textsOf(restored(boxesOf(answer), picks)), QStringList("C1 4/1: A 0/1"));
+    QCOMPARE(textOf(restored(itemLinesOf(answer), picks)), "A 0/1");
+  }
+
+  void aPickOfAnotherBoxCountsForTheItemAlone() {
+    const auto answer = answerOf({lineOf("C1", "A")});
+    const std::vector<Picking> picks{pickOf("C9", "A", 4)};
+    QCOMPARE(textsOf(restored(boxesOf(answer), picks)), QStringList("C1 0/1: A 0/1"));
+    QCOMPARE(textOf(restored(itemLinesOf(answer), picks)), "A 4/1");
+  }
+
+  void ofEqualLinesInABoxTheFirstIsRestored() {
+    const auto answer = answerOf({lineOf("C1", "A", 2), lineOf("C1", "A", 3)});
+    QCOMPARE(textsOf(restored(boxesOf(answer), {pickOf("C1", "A", 2)})),
+             QStringList("C1 2/5: A 2/2, A 0/3"));
+  }
+
+  void anItemPickedInTwoBoxesShowsItsLastPick() {
+    const auto answer = answerOf({lineOf("C1", "A", 2), lineOf("C2", "A", 3)});
+    const std::vector<Picking> picks{pickOf("C1", "A", 2), pickOf("C2", "A", 3)};
+    QCOMPARE(textsOf(restored(boxesOf(answer), picks)),
+             QStringList({"C1 2/2: A 2/2", "C2 3/3: A 3/3"}));
+    QCOMPARE(textOf(restored(itemLinesOf(answer), picks)), "A 3/5");
+    const std::vector<Picking> reversed{picks.rbegin(), picks.rend()};
+    QCOMPARE(textOf(restored(itemLinesOf(answer), reversed)), "A 2/5");
+  }
+
+  void twoPicksOfOneLineAreSummedForTheBoxAndReplacedInTheLine() {
+    const auto answer = answerOf({lineOf("C1", "A", 5)});
+    QCOMPARE(textsOf(restored(boxesOf(answer), {pickOf("C1", "A", 2), pickOf("C1", "A", 3)})),
+             QStringList("C1 5/5: A 3/5"));
+  }
+
+  void aPickWithoutABoxOrAnItemFitsAnEmptyOne() {
+    const auto answer = answerOf({lineOf("", "", 2)});
+    QCOMPARE(textsOf(restored(boxesOf(answer), {Picking{.pickqty = 1}})),
+             QStringList(" 1/2:  1/2"));
+  }
+
+  void importingTwiceGivesTheSame() {
+    const auto answer = answerOf({lineOf("C1", "A", 2), lineOf("C2", "A", 3)});
+    const std::vector<Picking> picks{pickOf("C1", "A", 1)};
+    QCOMPARE(textsOf(restored(boxesOf(answer), picks)), textsOf(restored(boxesOf(answer), picks)));
+    QCOMPARE(textsOf(boxesOf(answer)), QStringList({"C1 0/2: A 0/2", "C2 0/3: A 0/3"}));
+  }
+
+  void aLargeDeliveryIsImportedWhole() {
+    constexpr int kLines = 50'000;
+    std::vector<OrderLine> lines;
+    for (int i = 0; i < kLines; ++i) {
+      lines.push_back(
+          lineOf(QByteArray::number(i / 5).constData(), QByteArray::number(i).constData()));
+    }
+    const auto answer = answerOf(lines);
+    QCOMPARE(itemLinesOf(answer).size(), std::size_t{kLines});
+    QCOMPARE(boxesOf(answer).size(), std::size_t{kLines / 5});
+  }
+
+  void loosePicksAreNoBoxes() {
+    PickList list = boxesOf(answerOf({lineOf("C1", "A")}));
+    list.emplace_back(
+        LoosePick{.box = QStringLiteral("C1"), .item = QStringLiteral("A"), .qty = 9});
+    restoreBoxes({pickOf("C1", "A", 4)}, list);
+    QCOMPARE(textsOf(list).front(), "C1 4/1: A 4/1");
+    QCOMPARE(std::get<LoosePick>(list.back()).qty, 9);
+  }
+
+  void aHeaderDateIsTurnedAround_data() {
+    QTest::addColumn<QString>("delivered");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("date") << "03/25/2015"
+                          << "25/03/2015";
+    QTest::newRow("first day") << "01/01/2026"
+                               << "01/01/2026";
+    QTest::newRow("leap day") << "02/29/2024"
+                              << "29/02/2024";
+    QTest::newRow("no leap day") << "02/29/2023"
+                                 << "02/29/2023";
+    QTest::newRow("no such month") << "13/01/2026"
+                                   << "13/01/2026";
+    QTest::newRow("other form") << "2026-03-25"
+                                << "2026-03-25";
+    QTest::newRow("short year") << "03/25/26"
+                                << "03/25/26";
+    QTest::newRow("one digit") << "3/25/2026"
+                               << "3/25/2026";
+    QTest::newRow("with a time") << "03/25/2026 10:00"
+                                 << "03/25/2026 10:00";
+    QTest::newRow("blank behind") << "03/25/2026 "
+                                  << "03/25/2026 ";
+    QTest::newRow("empty") << ""
+                           << "";
+    QTest::newRow("words") << "tomorrow"
+                           << "tomorrow";
+  }
+  void aHeaderDateIsTurnedAround() {
+    QFETCH(const QString, delivered);
+    QFETCH(const QString, shown);
+    QCOMPARE(headerDate(delivered), shown);
+  }
+};
+
+QTEST_GUILESS_MAIN(DeliveryImportTest)
+#include "DeliveryImport_test.moc"

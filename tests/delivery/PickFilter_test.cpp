@@ -1,0 +1,48 @@
+#include "delivery/PickFilter.h"
+
+#include <QTest>
+
+namespace {
+
+using Positions = std::vector<std::size_t>;
+
+}  // namespace
+
+class PickFilterTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void aSegmentShowsTheLinesThatPassItsTest_data() {
+    QTest::addColumn<int>("segment");
+    QTest::addColumn<Positions>("positions");
+    QTest::newRow("all") << 0 << Positions{0, 1, 2, 3, 4};
+    QTest::newRow("not picked") << 1 << Positions{0, 2};
+    QTest::newRow("different") << 2 << Positions{0, 3, 4};
+    QTest::newRow("matching") << 3 << Positions{1, 2};
+    QTest::newRow("any higher one") << 9 << Positions{1, 2};
+  }
+  void aSegmentShowsTheLinesThatPassItsTest() {
+    QFETCH(int, segment);
+    std::vector<BoxLine> lines;
+    for (const auto &[pickqty, orderqty] :
+         {std::pair(0, 5), std::pair(5, 5), std::pair(0, 0), std::pair(3, 2), std::pair(1, 2)}) {
+      lines.push_back({.orderqty = orderqty, .pickqty = pickqty});
+    }
+    QTEST(linesShownBy(segment, lines), "positions");
+  }
+
+  void quantitiesAreComparedAsNumbers() {
+    const BoxLine line{.orderqty = Quantity::delivered(QStringLiteral("5 pieces")), .pickqty = 5};
+    QCOMPARE(linesShownBy(MatchingLines, {line}), Positions{0});
+    QCOMPARE(linesShownBy(DifferentLines, {line}), Positions{});
+  }
+
+  void noLinesAreShownAsNone() {
+    for (int segment = 0; segment < 4; ++segment) {
+      QCOMPARE(linesShownBy(segment, {}), Positions{});
+    }
+  }
+};
+
+QTEST_APPLESS_MAIN(PickFilterTest)
+#include "PickFilter_test.moc"

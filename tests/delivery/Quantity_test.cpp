@@ -1,0 +1,36 @@
+#include "delivery/Quantity.h"
+
+#include <QTest>
+
+class QuantityTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void nothingIsZero() {
+    QCOMPARE(Quantity().value(), 0);
+    QCOMPARE(Quantity().text(), "0");
+    QCOMPARE(Quantity(), Quantity(0));
+    QVERIFY(Quantity::delivered(QStringLiteral("")) != Quantity(0));
+  }
+
+  void aNumberIsShownAsDigits() {
+    QCOMPARE(Quantity(-7).value(), -7);
+    QCOMPARE(Quantity(-7).text(), "-7");
+  }
+
+  void whatWasDeliveredIsShownAsItWas() {
+    const Quantity quantity = Quantity::delivered(QStringLiteral(" 007 pieces"));
+    QCOMPARE(quantity.value(), 7);
+    QCOMPARE(quantity.text(), " 007 pieces");
+    QVERIFY(!(quantity == Quantity(7)));
+  }
+
+  void aDeliveredNumberKeepsItsForm() {
+    const Quantity quantity = Quantity::delivered(2, QStringLiteral("2.5"));
+    QCOMPARE(quantity.value(), 2);
+    QCOMPARE(quantity.text(), "2.5");
+  }
+};
+
+QTEST_GUILESS_MAIN(QuantityTest)
+#include "Quantity_test.moc"

@@ -1,0 +1,123 @@
+#include "device/DesktopWakeLock.h"
+
+#include "support/SessionBus.h"
+
+#include <QSet>
+#include <QTest>
+
+/// The part of a desktop that keeps the screen on.
+class ScreenSaver : public QObject {
+  Q_OBJECT
+  Q_CLASSINFO("D-Bus Interface", "org.freedesktop.ScreenSaver")
+
+ public:
+  explicit ScreenSaver(QDBusConnection bus) {
+    if (!bus.registerObject(QStringLiteral("/org/freedesktop/ScreenSaver"), this,
+                            QDBusConnection::ExportAllSlots) ||
+        !bus.registerService(QStringLiteral("org.freedesktop.ScreenSaver"))) {
+      qFatal("The desktop cannot be reached.");
+    }
+  }
+
+  QSet<uint> inhibitions;
+  uint asked = 0;
+  QString reason;
+
+ public slots:
+  uint Inhibit(const QString &application, const QString &why) {
+    // What one desktop granted means nothing to the next: a release on its way to the one that is
+    // gone may still reach the other.
+    static uint s_cookie = 0;
+    reason = application + QStringLiteral(": ") + why;
+    ++asked;
+    inhibitions.insert(++s_cookie);
+    return s_cookie;
+  }
+  void UnInhibit(uint cookie) { inhibitions.remove(cookie); }
+};
+
+class DesktopWakeLockTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void theScreenStaysOnUntilTheLockIsReleased() {
+    SessionBus bus;
+    const ScreenSaver desktop(bus.connect());
+    DesktopWakeLock lock(bus.connect());
+    lock.acquire();
+    QTRY_COMPARE(desktop.inhibitions.size(), 1);
+    QCOMPARE(desktop.reason, QStringLiteral("CartonPick: A picking is under way"));
+    lock.release();
+    QTRY_VERIFY(desktop.inhibitions.isEmpty());
+  }
+
+  void aDesktopThatStartsAnewIsAskedAgain() {
+    SessionBus bus;
+    DesktopWakeLock lock(bus.connect());
+    lock.acquire();
+    for (int i = 0; i < 2; ++i) {
+      QDBusConnection connection = bus.connect();
+      const ScreenSaver desktop(connection);
+      QTRY_COMPARE(desktop.inhibitions.size(), 1);
+      QVERIFY(connection.unregisterService(QStringLiteral("org.freedesktop.ScreenSaver")));
+      connection.unregisterObject(QStringLiteral("/org/freedesktop/ScreenSaver"));
+    }
+    lock.release();
+    QDBusConnection connection = bus.connect();
+    const ScreenSaver desktop(connection);
+    // What is asked later is answered later.
+    DesktopWakeLock other(bus.connect());
+    other.acquire();
+    QTRY_COMPARE(desktop.inhibitions.size(), 1);
+    QCOMPARE(desktop.asked, 1U);
+  }
+
+  void aLockHeldAlreadyIsNotAskedForAgain() {
+    SessionBus bus;
+    const ScreenSaver desktop(bus.connect());
+    DesktopWakeLock lock(bus.connect());
+    lock.acquire();
+    lock.acquire();
+    QTRY_COMPARE(desktop.inhibitions.size(), 1);
+    lock.acquire();
+    lock.release();
+    QTRY_VERIFY(desktop.inhibitions.isEmpty());
+    QCOMPARE(desktop.asked, 1U);
+  }
+
+  void aLockReleasedBeforeTheDesktopAnswersDoesNotStay() {
+    SessionBus bus;
+    const ScreenSaver desktop(bus.connect());
+    DesktopWakeLock lock(bus.connect());
+    lock.acquire();
+    lock.release();
+    QTRY_COMPARE(desktop.asked, 1U);
+    QTRY_VERIFY(desktop.inhibitions.isEmpty());
+  }
+
+  void itCanBeHeldAgain() {
+    SessionBus bus;
+    const ScreenSaver desktop(bus.connect());
+    DesktopWakeLock lock(bus.connect());
+    lock.acquire();
+    QTRY_COMPARE(desktop.inhibitions.size(), 1);
+    lock.release();
+    QTRY_VERIFY(desktop.inhibitions.isEmpty());
+    lock.acquire();
+    QTRY_COMPARE(desktop.inhibitions.size(), 1);
+    QCOMPARE(desktop.asked, 2U);
+  }
+
+  void withoutADesktopThatKnowsHowNothingHappens() {
+    SessionBus bus;
+    DesktopWakeLock lock(bus.connect());
+    lock.acquire();
+    lock.release();
+    DesktopWakeLock withoutBus(QDBusConnection(QStringLiteral("nowhere")));
+    withoutBus.acquire();
+    withoutBus.release();
+  }
+};
+
+QTEST_GUILESS_MAIN(DesktopWakeLockTest)
+#include "DesktopWakeLock_test.moc"

@@ -1,0 +1,106 @@
+#include "picking/actionPickerViewController.h"
+
+#include "support/TestEnvironment.h"
+
+#include <QTest>
+
+#include <memory>
+
+namespace {
+
+/// Presents the list and remembers what was chosen.
+class Opener : public ViewController, public ActionPickerDelegate {
+ public:
+  explicit Opener(Environment &environment) : ViewController({}, environment) {}
+
+  void selectedAction(const QString &title) override {
+    chosen << title;
+    wasOpenAtChoice = presentedViewController() != nullptr;
+  }
+
+  QStringList chosen;
+  bool wasOpenAtChoice = false;
+};
+
+class OpenList : public TestEnvironment {
+ public:
+  OpenList() : opener(environment), list(environment) {
+    list.keepAfterDismissal();
+    list.setDelegate(&opener);
+    opener.presentViewController(&list, ViewController::PresentationStyle::Popover);
+  }
+
+  /// The titles as the table shows them.
+  [[nodiscard]] QStringList rows() const {
+    QStringList rows;
+    for (int row = 0; row < list.tableView->rowCount(); ++row) {
+      rows << list.tableView->data(list.tableView->index(row), TableView::CellRole).toString();
+    }
+    return rows;
+  }
+
+  Opener opener;
+  actionPickerViewController list;
+};
+
+}  // namespace
+
+class actionPickerViewControllerTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void itListsTheThreeActions() {
+    const OpenList open;
+    const QStringList titles{"View Summary", "Send Email", "Complete and Send"};
+    QCOMPARE(open.list.actionNames(), titles);
+    QCOMPARE(open.rows(), titles);
+  }
+
+  void itHasOneSection() {
+    OpenList open;
+    QCOMPARE(open.list.numberOfSectionsInTableView(*open.list.tableView), 1);
+    QCOMPARE(open.list.numberOfRowsInSection(*open.list.tableView, 0), 3);
+  }
+
+  void itSaysHowLargeItWantsToBe() {
+    const OpenList open;
+    QCOMPARE(open.list.preferredContentSize(), QSizeF(200, 135));
+  }
+
+  void aTouchTellsTheDelegateAndThenCloses_data() {
+    QTest::addColumn<int>("row");
+    QTest::addColumn<QString>("title");
+    QTest::newRow("first") << 0 << QStringLiteral("View Summary");
+    QTest::newRow("second") << 1 << QStringLiteral("Send Email");
+    QTest::newRow("third") << 2 << QStringLiteral("Complete and Send");
+  }
+  void aTouchTellsTheDelegateAndThenCloses() {
+    QFETCH(int, row);
+    const OpenList open;
+    open.list.tableView->touchRow(row);
+    QTEST(open.opener.chosen.join(u'+'), "title");
+    QVERIFY(open.opener.wasOpenAtChoice);
+    QCOMPARE(open.opener.presentedViewController(), nullptr);
+  }
+
+  void withTheDelegateGoneATouchOnlyCloses() {
+    OpenList open;
+    auto delegate = std::make_unique<Opener>(open.environment);
+    open.list.setDelegate(delegate.get());
+    delegate.reset();
+    open.list.tableView->touchRow(0);
+    QVERIFY(open.opener.chosen.isEmpty());
+    QCOMPARE(open.opener.presentedViewController(), nullptr);
+  }
+
+  void otherActionsCanBeListed() {
+    OpenList open;
+    open.list.setActionNames({QStringLiteral("One")});
+    QCOMPARE(open.rows(), QStringList("One"));
+    open.list.tableView->touchRow(0);
+    QCOMPARE(open.opener.chosen, QStringList("One"));
+  }
+};
+
+QTEST_GUILESS_MAIN(actionPickerViewControllerTest)
+#include "actionPickerViewController_test.moc"

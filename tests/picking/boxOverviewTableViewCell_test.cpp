@@ -1,0 +1,27 @@
+#include "picking/boxOverviewTableViewCell.h"
+
+#include <QMetaProperty>
+#include <QTest>
+
+class boxOverviewTableViewCellTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void itHasTheLabelsOfThePickTable() {
+    const QMetaObject &meta = boxOverviewTableViewCell::staticMetaObject;
+    for (const char *label : {"item", "barcode", "descr", "orderqty", "pickqty", "diffqty"}) {
+      QVERIFY2(meta.indexOfProperty(label) >= 0, label);
+    }
+  }
+
+  void itsLabelsAreEmptyAtFirst() {
+    const boxOverviewTableViewCell cell;
+    for (const CellLabel *label :
+         {&cell.item, &cell.barcode, &cell.descr, &cell.orderqty, &cell.pickqty, &cell.diffqty}) {
+      QCOMPARE(label->text, QString());
+    }
+  }
+};
+
+QTEST_APPLESS_MAIN(boxOverviewTableViewCellTest)
+#include "boxOverviewTableViewCell_test.moc"

@@ -1,0 +1,244 @@
+#include "picking/actionPickerViewController.h"
+#include "summary/deliveryDetailsViewController.h"
+#include "support/TestProgram.h"
+#include "support/Views.h"
+
+#include <QPointer>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+const QString kViewSummary = QStringLiteral("View Summary");
+const QString kSendEmail = QStringLiteral("Send Email");
+const QString kCompleteAndSend = QStringLiteral("Complete and Send");
+const QString kQuestion =
+    QStringLiteral("Picking Completed?|Are you sure that picking is completed?|NO|YES");
+
+/// A program whose open box has one picked line.
+class PickedBox : public TestProgram {
+ public:
+  PickedBox() {
+    enterPicking();
+    startPicking({{"C1", "A", 5}, {"C2", "B", 2}});
+    master().tblBoxes->touchRow(0);
+    enterQuantity(0, QStringLiteral("3"));
+    service.answerWith(R"("0")");
+  }
+
+  /// Opens the action list and touches the row `row`.
+  void chooseAction(int row) const {
+    detail().btnOptionsTouched();
+    detail().actionPicker()->tableView->touchRow(row);
+  }
+
+  [[nodiscard]] int requestsToSend() const {
+    return static_cast<int>(service.requests().size()) - 1;
+  }
+};
+
+/// "from→to left" for each flip.
+QStringList flipsOf(const QSignalSpy &flips) {
+  const auto nameOf = [](const QVariant &controller) {
+    const auto *view = controller.value<ViewController *>();
+    return view == nullptr ? QStringLiteral("own") : view->identifier();
+  };
+  QStringList texts;
+  for (const QVariantList &flip : flips) {
+    texts << QStringLiteral("%1 to %2 from %3")
+                 .arg(nameOf(flip.at(0)), nameOf(flip.at(1)),
+                      flip.at(2).toBool() ? QStringLiteral("left") : QStringLiteral("right"));
+  }
+  return texts;
+}
+
+const QString kIn = QStringLiteral("own to deliveryDetailsViewController from left");
+const QString kOut = QStringLiteral("deliveryDetailsViewController to own from right");
+
+}  // namespace
+
+/// The action list and what its actions do.
+class detailViewControllerActionsTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void theOptionsOpenAPopoverAtTheirButton() {
+    const PickedBox program;
+    program.detail().btnOptionsTouched();
+    QCOMPARE(program.detail().presentedViewController(), program.detail().actionPicker());
+    QCOMPARE(program.detail().presentationStyle(), ViewController::PresentationStyle::Popover);
+    QCOMPARE(program.detail().popoverSource(), program.detail().btnOptions);
+  }
+
+  void theOptionsTakeTheKeyboardFromTheScanField() {
+    const PickedBox program;
+    QVERIFY(program.detail().txtBarcode->isFirstResponder());
+    program.chooseAction(2);
+    QCOMPARE(program.detail().presentedViewController(), nullptr);
+    QVERIFY(!program.detail().txtBarcode->isFirstResponder());
+  }
+
+  void theActionListIsAlwaysTheSame() {
+    const PickedBox program;
+    const QPointer<actionPickerViewController> list = program.detail().actionPicker();
+    program.chooseAction(2);
+    program.detail().btnOptionsTouched();
+    QCOMPARE(program.detail().presentedViewController(), list.data());
+    list->dismissViewController();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(!list.isNull());
+  }
+
+  void completingAsksFirst() {
+    PickedBox program;
+    program.chooseAction(2);
+    QCOMPARE(textsOf(program.environment.alerts), QStringList(kQuestion));
+    QCOMPARE(program.topAlert().tag, 199);
+    QCOMPARE(program.topAlert().cancelButtonIndex, 0);
+    QVERIFY(!program.environment.busy.isActive());
+  }
+
+  void noSendsNothing() {
+    PickedBox program;
+    program.chooseAction(2);
+    program.answerTopAlert(0);
+    QCOMPARE(program.environment.alerts.count(), 0);
+    QVERIFY(!program.environment.busy.isActive());
+    QCOMPARE(program.requestsToSend(), 0);
+    QCOMPARE(program.context().unsentPickings(QStringLiteral("4711"))->size(), 1U);
+  }
+
+  void yesSendsThePicking() {
+    PickedBox program;
+    program.chooseAction(2);
+    program.answerTopAlert(1);
+    QTRY_COMPARE(textsOf(program.environment.alerts), QStringList("Picking was sent||OK"));
+    QCOMPARE(program.requestsToSend(), 1);
+    QVERIFY(program.context().unsentPickings(QStringLiteral("4711"))->empty());
+  }
+
+  void theAnswerToAnyOtherAlertDoesNothing() {
+    const PickedBox program;
+    program.detail().clickedButtonAtIndex({.buttons = {"NO", "YES"}, .tag = 0}, 1);
+    program.detail().clickedButtonAtIndex(
+        {.buttons = {"YES", "NO"}, .cancelButtonIndex = 1, .tag = 199}, 1);
+    QVERIFY(!program.environment.busy.isActive());
+    program.detail().clickedButtonAtIndex(
+        {.buttons = {"YES", "NO"}, .cancelButtonIndex = 1, .tag = 199}, 0);
+    QVERIFY(program.environment.busy.isActive());
+  }
+
+  void theMessageAfterASendIsDoneWithItsAnswer() {
+    PickedBox program;
+    program.detail().sendPickingToServer();
+    QTRY_COMPARE(program.environment.alerts.count(), 1);
+    QCOMPARE(program.topAlert().tag, 0);
+    QCOMPARE(program.topAlert().delegate.get(),
+             static_cast<AlertViewDelegate *>(&program.detail()));
+    program.answerTopAlert(0);
+    QCOMPARE(program.environment.alerts.count(), 0);
+    QVERIFY(!program.environment.busy.isActive());
+  }
+
+  void withoutADeliveryThereIsNothingToSend() {
+    TestProgram program;
+    program.enterPicking();
+    program.detail().sendPickingToServer();
+    QCOMPARE(textsOf(program.environment.alerts), QStringList("No picking to send||OK"));
+  }
+
+  void theDeliverySentIsThatOfTheFirstLine() {
+    PickedBox program;
+    program.detail().setDoc(QStringLiteral("the pane's"));
+    program.detail().sendPickingToServer();
+    QVERIFY(program.environment.busy.isActive());
+  }
+
+  void onlyTheThreeTitlesDoAnything_data() {
+    QTest::addColumn<QString>("title");
+    QTest::newRow("other case") << QStringLiteral("complete and send");
+    QTest::newRow("blank after") << QStringLiteral("View Summary ");
+    QTest::newRow("blank before") << QStringLiteral(" Send Email");
+    QTest::newRow("nothing") << QString();
+  }
+  void onlyTheThreeTitlesDoAnything() {
+    QFETCH(QString, title);
+    const PickedBox program;
+    program.detail().selectedAction(title);
+    QCOMPARE(program.environment.alerts.count(), 0);
+    QCOMPARE(program.detail().overlay(), nullptr);
+    QVERIFY(program.mail->drafts().empty());
+    QVERIFY(!program.environment.busy.isActive());
+  }
+
+  void sendEmailOpensAMail() {
+    const PickedBox program;
+    program.chooseAction(1);
+    QCOMPARE(program.mail->drafts().size(), 1U);
+    QCOMPARE(program.environment.alerts.count(), 0);
+    QCOMPARE(program.detail().overlay(), nullptr);
+  }
+
+  void viewSummaryLaysTheSummaryOverThePane() {
+    const PickedBox program;
+    QSignalSpy flips(&program.detail(), &ViewController::flipped);
+    program.chooseAction(0);
+    const deliveryDetailsViewController *summary = program.detail().deliveryDetailsVC();
+    QVERIFY(summary != nullptr);
+    QCOMPARE(program.detail().overlay(), summary);
+    QCOMPARE(program.detail().presentedViewController(), nullptr);
+    QCOMPARE(summary->arrayItems().get(), program.detail().arrayItems().get());
+    QVERIFY(summary->frame().isEmpty());
+    QCOMPARE(summary->lblDelivery->text(), "Summary for Delivery: 4711");
+    QCOMPARE(textsOf({summary->txtQtyPicked, summary->txtQtyOrder, summary->txtQtyDiff}),
+             QStringList({"3", "7", "-4"}));
+    QCOMPARE(flipsOf(flips), QStringList(kIn));
+  }
+
+  void viewedAgainTheSummaryFlipsOutAndInWithTheCurrentLines() {
+    const PickedBox program;
+    program.detail().selectedAction(kViewSummary);
+    const deliveryDetailsViewController *summary = program.detail().deliveryDetailsVC();
+    const auto lines = std::make_shared<ItemLines>();
+    lines->push_back({.doc = QStringLiteral("0815"), .orderqty = 9});
+    program.detail().setArrayItems(lines);
+    QSignalSpy flips(&program.detail(), &ViewController::flipped);
+    program.detail().selectedAction(kViewSummary);
+    QCOMPARE(program.detail().deliveryDetailsVC(), summary);
+    QCOMPARE(program.detail().overlay(), summary);
+    QCOMPARE(summary->lblDelivery->text(), "Summary for Delivery: 0815");
+    QCOMPARE(flipsOf(flips), QStringList({kOut, kIn}));
+    program.detail().deliveryDetailsVC()->btnCloseTouched();
+    QCOMPARE(program.detail().overlay(), nullptr);
+  }
+
+  void aClosedSummaryIsReplacedByANewOne() {
+    const PickedBox program;
+    program.detail().selectedAction(kViewSummary);
+    const QPointer<deliveryDetailsViewController> first = program.detail().deliveryDetailsVC();
+    first->btnCloseTouched();
+    QCOMPARE(program.detail().deliveryDetailsVC(), first.data());
+    program.detail().selectedAction(kViewSummary);
+    QVERIFY(program.detail().deliveryDetailsVC() != first.data());
+    QCOMPARE(program.detail().overlay(), program.detail().deliveryDetailsVC());
+    QTRY_VERIFY(first.isNull());
+  }
+
+  void withoutItemLinesTheSummaryIsEmpty() {
+    TestProgram program;
+    program.enterPicking();
+    program.detail().selectedAction(kViewSummary);
+    const deliveryDetailsViewController *summary = program.detail().deliveryDetailsVC();
+    QCOMPARE(program.detail().overlay(), summary);
+    QCOMPARE(summary->tblPicking->rowCount(), 0);
+  }
+
+  void theActionsHaveTheTitlesOfTheList() {
+    const PickedBox program;
+    QCOMPARE(program.detail().actionPicker()->actionNames(),
+             QStringList({kViewSummary, kSendEmail, kCompleteAndSend}));
+  }
+};
+
+QTEST_GUILESS_MAIN(detailViewControllerActionsTest)
+#include "detailViewControllerActions_test.moc"

@@ -1,0 +1,31 @@
+#include "view/Colour.h"
+
+#include <QTest>
+
+class ColourTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void everyColourHasItsName_data() {
+    QTest::addColumn<Colour>("colour");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("clear") << Colour::clear << "clear";
+    QTest::newRow("black") << Colour::black << "black";
+    QTest::newRow("white") << Colour::white << "white";
+    QTest::newRow("blue") << Colour::blue << "blue";
+    QTest::newRow("red") << Colour::red << "red";
+    QTest::newRow("green") << Colour::green << "green";
+    QTest::newRow("yellow") << Colour::yellow << "yellow";
+    QTest::newRow("grey") << Colour::grey << "grey";
+    QTest::newRow("lightGrey") << Colour::lightGrey << "lightGrey";
+    QTest::newRow("darkGrey") << Colour::darkGrey << "darkGrey";
+  }
+  void everyColourHasItsName() {
+    QFETCH(const Colour, colour);
+    QFETCH(const QString, name);
+    QCOMPARE(colourName(colour), name);
+  }
+};
+
+QTEST_GUILESS_MAIN(ColourTest)
+#include "Colour_test.moc"

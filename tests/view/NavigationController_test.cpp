@@ -1,0 +1,22 @@
+#include "view/NavigationController.h"
+
+#include "support/TestEnvironment.h"
+
+#include <QTest>
+
+class NavigationControllerTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void theTopScreenIsItsChild() {
+    TestEnvironment test;
+    auto *top = new ViewController(QStringLiteral("master"), test.environment);
+    const NavigationController navigation(top, test.environment, nullptr);
+    QCOMPARE(navigation.topViewController(), top);
+    QCOMPARE(navigation.childViewControllers(), QList<ViewController *>({top}));
+    QCOMPARE(top->parentViewController(), &navigation);
+  }
+};
+
+QTEST_GUILESS_MAIN(NavigationControllerTest)
+#include "NavigationController_test.moc"

@@ -1,0 +1,67 @@
+#include "view/Storyboard.h"
+
+#include "support/TestEnvironment.h"
+
+#include <QTest>
+
+#include <memory>
+
+namespace {
+
+Storyboard::Scene sceneOf(const QString &identifier) {
+  return [identifier](Environment &environment, QObject *owner) {
+    return new ViewController(identifier, environment, owner);
+  };
+}
+
+}  // namespace
+
+class StoryboardTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void aSceneIsMadeAnewForItsOwnerEachTime() {
+    TestEnvironment test;
+    Storyboard storyboard;
+    storyboard.addScene(QStringLiteral("history"), sceneOf(QStringLiteral("history")));
+    QObject owner;
+    auto *first =
+        storyboard.instantiateViewController(QStringLiteral("history"), test.environment, &owner);
+    auto *second =
+        storyboard.instantiateViewController(QStringLiteral("history"), test.environment, &owner);
+    QVERIFY(first != nullptr);
+    QVERIFY(first != second);
+    QCOMPARE(first->identifier(), "history");
+    QCOMPARE(first->parent(), &owner);
+  }
+
+  void anUnknownSceneIsNothing() {
+    TestEnvironment test;
+    const Storyboard storyboard;
+    QCOMPARE(storyboard.instantiateViewController(QStringLiteral("x"), test.environment, nullptr),
+             nullptr);
+  }
+
+  void aSegueLeadsToItsScene() {
+    Storyboard storyboard;
+    storyboard.addSegue(QStringLiteral("segueHistory"), QStringLiteral("history"));
+    QCOMPARE(storyboard.destinationOfSegue(QStringLiteral("segueHistory")), "history");
+    QVERIFY(!storyboard.isReturnSegue(QStringLiteral("segueHistory")));
+  }
+
+  void aReturnSegueLeadsToNoNewScene() {
+    Storyboard storyboard;
+    storyboard.addReturnSegue(QStringLiteral("back"));
+    QVERIFY(storyboard.isReturnSegue(QStringLiteral("back")));
+    QCOMPARE(storyboard.destinationOfSegue(QStringLiteral("back")), QString());
+  }
+
+  void anUnknownSegueLeadsNowhere() {
+    const Storyboard storyboard;
+    QVERIFY(!storyboard.isReturnSegue(QStringLiteral("x")));
+    QCOMPARE(storyboard.destinationOfSegue(QStringLiteral("x")), QString());
+  }
+};
+
+QTEST_GUILESS_MAIN(StoryboardTest)
+#include "Storyboard_test.moc"

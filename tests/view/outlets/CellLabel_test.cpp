@@ -1,0 +1,24 @@
+#include "view/outlets/CellLabel.h"
+
+#include <QTest>
+
+class CellLabelTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void aScreenReadsItsTextAndTheNameOfItsColour() {
+    const CellLabel label{QStringLiteral("-4"), Colour::red};
+    const QMetaObject &type = CellLabel::staticMetaObject;
+    QCOMPARE(type.property(type.indexOfProperty("text")).readOnGadget(&label), "-4");
+    QCOMPARE(type.property(type.indexOfProperty("textColor")).readOnGadget(&label), "red");
+  }
+
+  void aLabelOfNothingIsEmptyAndBlack() {
+    const CellLabel label;
+    QCOMPARE(label.text, QString());
+    QCOMPARE(label.textColorName(), "black");
+  }
+};
+
+QTEST_GUILESS_MAIN(CellLabelTest)
+#include "CellLabel_test.moc"
