@@ -34,7 +34,7 @@ Delivery importDelivery(const QByteArray &body, ManagedObjectContext &context) {
 
 std::optional<Items> scan(const CodePositions &lines, ManagedObjectContext &context,
                           const QString &code) {
-  return lines.find(code) ? std::nullopt : articleWithCode(&context, code);
+  return lines.find(code) ? std::nullopt : articleWithCode(context, code);
 }
 
 }  // namespace program

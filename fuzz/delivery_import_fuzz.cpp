@@ -4,6 +4,7 @@
 #include "Property.h"
 #include "base/Int32.h"
 #include "delivery/DeliveryImport.h"
+#include "service/DeliveryAnswer.h"
 
 #include <QHash>
 #include <QSet>
@@ -27,7 +28,7 @@ std::int32_t sumOf(const Lines &lines, const NumberOf &numberOf) {
       [&](std::int32_t sum, const auto &line) { return wrappingAdd(sum, numberOf(line)); });
 }
 
-void checkTexts(const DeliveryAnswer &answer) {
+void checkTexts(const Delivery &answer) {
   for (const OrderLine &line : answer.lines) {
     for (const QString &text :
          {line.doc, line.ordernum, line.item, line.barcode, line.descr, line.carton}) {
@@ -38,7 +39,7 @@ void checkTexts(const DeliveryAnswer &answer) {
   }
 }
 
-void checkBoxes(const DeliveryAnswer &answer, const PickList &boxes) {
+void checkBoxes(const Delivery &answer, const PickList &boxes) {
   QHash<QString, std::size_t> positions;
   QStringList names;
   for (const OrderLine &line : answer.lines) {
@@ -69,7 +70,7 @@ void checkBoxes(const DeliveryAnswer &answer, const PickList &boxes) {
   }
 }
 
-void checkItems(const DeliveryAnswer &answer, const ItemLines &items) {
+void checkItems(const Delivery &answer, const ItemLines &items) {
   QSet<QString> codes;
   for (const BoxLine &item : items) {
     require(!codes.contains(item.item), "an item code has one line");
@@ -84,7 +85,7 @@ void checkItems(const DeliveryAnswer &answer, const ItemLines &items) {
 }
 
 /// A pick of every line, of as many pieces as its place says.
-std::vector<Picking> picksOf(const DeliveryAnswer &answer) {
+std::vector<Picking> picksOf(const Delivery &answer) {
   std::vector<Picking> picks;
   for (const OrderLine &line : answer.lines) {
     picks.push_back({.box = line.carton,
@@ -121,7 +122,7 @@ void checkRestoredBox(const std::vector<Picking> &picks, const PickEntry &entry)
   }
 }
 
-void checkRestoring(const DeliveryAnswer &answer, PickList boxes, ItemLines items) {
+void checkRestoring(const Delivery &answer, PickList boxes, ItemLines items) {
   const std::vector<Picking> picks = picksOf(answer);
   restoreBoxes(picks, boxes);
   for (const PickEntry &entry : boxes) {

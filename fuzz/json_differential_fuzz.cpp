@@ -86,7 +86,7 @@ bool isQuantityOf(const Quantity &quantity, const QJsonValue &value) {
   }
 }
 
-void checkDelivery(const DeliveryAnswer &answer, const QList<QJsonObject> &peer) {
+void checkDelivery(const Delivery &answer, const QList<QJsonObject> &peer) {
   require(answer.lines.size() == static_cast<std::size_t>(peer.size()),
           "a delivery has a line for every element");
   for (std::size_t i = 0; i < answer.lines.size(); ++i) {

@@ -71,6 +71,9 @@ class FieldScreen : public ViewController {
   bool takesScans = true;
 
   [[nodiscard]] TextField *scanField() const override { return takesScans ? field : nullptr; }
+  void noteRefusedScan(const QString &code) override { onRefusal(code); }
+
+  std::function<void(const QString &)> onRefusal;
 };
 
 /// A window whose keyboard is where it is told, and which types into the field as a screen would.
@@ -118,8 +121,7 @@ class Desk {
     m_environment.clock = std::make_unique<SystemClock>();
     m_environment.sounds = std::make_unique<Silence>();
     m_screen.field->setDelegate(&m_arrivals);
-    QObject::connect(&m_environment.scans, &ScanTrail::changed, &m_arrivals,
-                     [this] { m_arrivals.addCode(m_environment.scans.scans().front().code); });
+    m_screen.onRefusal = [this](const QString &code) { m_arrivals.addCode(code); };
     // What was typed into the field has arrived there already; what the guard puts there has not.
     m_arrivals.onReturn = [this](const QString &code) {
       if (!m_window.isReturning()) {

@@ -53,15 +53,11 @@ CommandLine CommandLine::parse(const QStringList &arguments) {
   const QCommandLineOption onScreenKeyboard(
       QStringLiteral("on-screen-keyboard"),
       QStringLiteral("Bring a keyboard onto the screen, for a tablet without keys."));
-  const QCommandLineOption gallery(
-      QStringLiteral("gallery"),
-      QStringLiteral("Show the parts that the screens are made of, in all their states."));
-  parser.addOptions({serviceHost, home, demo, fullScreen, onScreenKeyboard, gallery});
+  parser.addOptions({serviceHost, home, demo, fullScreen, onScreenKeyboard});
   parser.process(arguments);
   return {.serviceHost = valueOr(parser, serviceHost, "CARTONPICK_SERVICE_HOST"),
           .home = valueOr(parser, home, "CARTONPICK_HOME"),
           .demo = parser.isSet(demo),
           .fullScreen = parser.isSet(fullScreen),
-          .onScreenKeyboard = parser.isSet(onScreenKeyboard),
-          .gallery = parser.isSet(gallery)};
+          .onScreenKeyboard = parser.isSet(onScreenKeyboard)};
 }

@@ -17,8 +17,6 @@ struct CommandLine {
   bool fullScreen = false;
   /// Whether to bring a keyboard onto the screen.
   bool onScreenKeyboard = false;
-  /// Whether to show the parts of the screens instead of the program.
-  bool gallery = false;
 
   /// The same, on the demo deliveries and with a home of their own: demo pickings have no business
   /// among the real ones.

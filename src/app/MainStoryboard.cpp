@@ -3,12 +3,13 @@
 #include "app/DisplayViewController.h"
 #include "app/splitViewController.h"
 #include "app/startViewController.h"
+#include "delivery/PickingSession.h"
 #include "history/HistoryViewController.h"
 #include "picking/changeQuantityViewController.h"
 #include "picking/detailViewController.h"
 #include "picking/masterViewController.h"
 #include "summary/deliveryDetailsViewController.h"
-#include "view/Storyboard.h"
+#include "view/Environment.h"
 
 namespace {
 
@@ -18,8 +19,14 @@ ViewController *make(Environment &environment, QObject *owner) {
 }
 
 ViewController *makeSplitView(Environment &environment, QObject *owner) {
-  return new splitViewController(new masterViewController(environment),
-                                 new detailViewController(environment), environment, owner);
+  auto *session = new PickingSession(*environment.clock);
+  auto *master = new masterViewController(*session, environment);
+  auto *detail = new detailViewController(*session, environment);
+  QObject::connect(session, &PickingSession::started, detail,
+                   [master, detail] { detail->setDelegate(master); });
+  auto *split = new splitViewController(master, detail, environment, owner);
+  session->setParent(split);
+  return split;
 }
 
 }  // namespace

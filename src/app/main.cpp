@@ -1,6 +1,5 @@
 #include "app/CommandLine.h"
 #include "app/DemoService.h"
-#include "app/GalleryViewController.h"
 #include "app/MainStoryboard.h"
 #include "app/Screens.h"
 #include "app/startViewController.h"
@@ -64,19 +63,6 @@ int show(Window &window, const CommandLine &options) {
   window.onScreenKeyboard = options.onScreenKeyboard && hasScreenKeyboard();
   const Screens screens(window);
   return screens.quickWindow() == nullptr ? EXIT_FAILURE : QGuiApplication::exec();
-}
-
-/// Shows the parts of the screens until the window is closed; needs no store.
-int runGallery(const CommandLine &options) {
-  Environment environment = environmentOf(options, options.folders());
-  if (!makeFolders(environment)) {
-    return EXIT_FAILURE;
-  }
-  fillMainStoryboard(environment.storyboard);
-  GalleryViewController gallery(environment);
-  gallery.loadViewIfNeeded();
-  Window window(gallery, environment);
-  return show(window, options);
 }
 
 /// Runs the program until it is left, in the looks of the home `displayFolders`; the result is that
@@ -158,9 +144,6 @@ int main(int argc, char *argv[]) {
   QGuiApplication::setDesktopFileName(QStringLiteral("io.github.cartonpick.CartonPick"));
   QGuiApplication::setWindowIcon(QIcon::fromTheme(QGuiApplication::desktopFileName()));
   const CommandLine options = CommandLine::parse(QCoreApplication::arguments());
-  if (options.gallery) {
-    return runGallery(options);
-  }
   const Folders looks = options.folders();
   const int result = run(options, looks);
   return result == kRestartWithDemo ? run(options.withDemo(), looks) : result;

@@ -7,18 +7,6 @@ BoxState boxStateOf(std::int32_t pickqty, std::int32_t orderqty) {
   return pickqty == 0 ? BoxState::Unopened : BoxState::Incomplete;
 }
 
-Colour colourOf(BoxState state) {
-  switch (state) {
-    case BoxState::Unopened:
-      return Colour::yellow;
-    case BoxState::Completed:
-      return Colour::green;
-    case BoxState::Incomplete:
-      break;
-  }
-  return Colour::red;
-}
-
 QString wordFor(BoxState state) {
   switch (state) {
     case BoxState::Unopened:
@@ -29,4 +17,22 @@ QString wordFor(BoxState state) {
       break;
   }
   return QStringLiteral("incomplete");
+}
+
+BoxCounters countersOf(const PickList &list) {
+  BoxCounters counters{.total = list.size()};
+  for (const PickEntry &entry : list) {
+    switch (boxStateOf(boxpickqtyOf(entry), boxorderqtyOf(entry))) {
+      case BoxState::Unopened:
+        ++counters.unopened;
+        break;
+      case BoxState::Completed:
+        ++counters.completed;
+        break;
+      case BoxState::Incomplete:
+        ++counters.incomplete;
+        break;
+    }
+  }
+  return counters;
 }

@@ -1,6 +1,7 @@
 #include "delivery/DeliveryImport.h"
 
 #include "base/Int32.h"
+#include "delivery/PickingRules.h"
 
 #include <QDate>
 #include <QHash>
@@ -8,10 +9,6 @@
 #include <algorithm>
 
 namespace {
-
-/// How many lines of a box are looked at when earlier picks are restored. Kept on purpose: lines
-/// beyond it come back unpicked although the box total counts them.
-constexpr std::size_t kRestoredLines = 4;
 
 using Positions = QHash<QString, std::size_t>;
 
@@ -27,8 +24,8 @@ BoxLine boxLineOf(const OrderLine &line) {
 }
 
 void restoreLine(const Picking &pick, std::vector<BoxLine> &lines) {
-  const auto end =
-      lines.begin() + static_cast<std::ptrdiff_t>(std::min(kRestoredLines, lines.size()));
+  const auto end = lines.begin() + static_cast<std::ptrdiff_t>(
+                                       std::min(PickingRules::kRestoredLines, lines.size()));
   const auto line =
       std::find_if(lines.begin(), end, [&](const BoxLine &l) { return l.item == pick.item; });
   if (line != end) {
@@ -38,11 +35,11 @@ void restoreLine(const Picking &pick, std::vector<BoxLine> &lines) {
 
 }  // namespace
 
-ItemLines itemLinesOf(const DeliveryAnswer &answer) {
+ItemLines itemLinesOf(const Delivery &delivery) {
   ItemLines items;
   Positions positions;
-  positions.reserve(static_cast<qsizetype>(answer.lines.size()));
-  for (const OrderLine &line : answer.lines) {
+  positions.reserve(static_cast<qsizetype>(delivery.lines.size()));
+  for (const OrderLine &line : delivery.lines) {
     const auto known = positions.constFind(line.item);
     if (known != positions.cend()) {
       Quantity &orderqty = items[*known].orderqty;
@@ -55,13 +52,13 @@ ItemLines itemLinesOf(const DeliveryAnswer &answer) {
   return items;
 }
 
-PickList boxesOf(const DeliveryAnswer &answer) {
+PickList boxesOf(const Delivery &delivery) {
   PickList boxes;
   Positions positions;
   // Most often the lines of a carton follow each other.
-  for (auto first = answer.lines.begin(); first != answer.lines.end();) {
+  for (auto first = delivery.lines.begin(); first != delivery.lines.end();) {
     const QString &carton = first->carton;
-    const auto last = std::find_if(first, answer.lines.end(),
+    const auto last = std::find_if(first, delivery.lines.end(),
                                    [&](const OrderLine &line) { return line.carton != carton; });
     auto known = positions.constFind(carton);
     if (known == positions.cend()) {
@@ -101,7 +98,7 @@ void restoreItemLines(const std::vector<Picking> &picks, ItemLines &items) {
   }
   for (const Picking &pick : picks) {
     if (BoxLine *line = byItem.value(pick.item)) {
-      line->pickqty = pick.pickqty;
+      PickingRules::setItemQuantity(*line, pick.pickqty);
     }
   }
 }

@@ -1,5 +1,6 @@
 #include "delivery/ScanMatch.h"
 
+#include "delivery/PickingRules.h"
 #include "store/ManagedObjectContext.h"
 
 const LoosePick *loosePickWithCode(const PickList &list, const QString &code) {
@@ -12,10 +13,10 @@ const LoosePick *loosePickWithCode(const PickList &list, const QString &code) {
   return nullptr;
 }
 
-std::optional<Items> articleWithCode(ManagedObjectContext *context, const QString &code) {
+std::optional<Items> articleWithCode(ManagedObjectContext &context, const QString &code) {
   // A null text would stand for the store's NULL, which equals nothing.
   const QString text = code.isNull() ? QStringLiteral("") : code;
-  const auto articles = context == nullptr ? std::nullopt : context->itemsForCode(text);
+  const auto articles = context.itemsForCode(text);
   return !articles || articles->empty() ? std::nullopt : std::optional(articles->front());
 }
 
@@ -30,7 +31,7 @@ LoosePick loosePickAgain(const LoosePick &earlier, const QDateTime &now) {
 LoosePick loosePickOf(const Items &article, const QString &doc, const PickList &list,
                       const QDateTime &now) {
   return {.barcode = article.barcode,
-          .box = QStringLiteral("1"),
+          .box = PickingRules::kLooseBox,
           .datepicked = now,
           .descr = article.descr,
           .doc = doc,

@@ -1,5 +1,7 @@
 #include "history/HistoryLines.h"
 
+#include "delivery/PickingRules.h"
+
 #include <QHash>
 
 ItemLines historyLines(const std::vector<Picking> &rows) {
@@ -8,8 +10,7 @@ ItemLines historyLines(const std::vector<Picking> &rows) {
   for (const Picking &row : rows) {
     const auto known = positions.constFind(row.item);
     if (known != positions.cend()) {
-      Quantity &orderqty = lines[*known].orderqty;
-      orderqty = wrappingAdd(orderqty.value(), row.pickqty);
+      PickingRules::addLaterRow(lines[*known], row.pickqty);
       continue;
     }
     positions.insert(row.item, lines.size());

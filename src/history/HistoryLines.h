@@ -6,6 +6,5 @@
 #include <vector>
 
 /// The stored rows of one delivery merged into one line an item, for its summary. The first row of
-/// an item makes the line. Kept on purpose: the picked quantity of every later row of the item is
-/// added to the line's ordered quantity, its own picked quantity stays the first row's.
+/// an item makes the line; PickingRules::addLaterRow says what the later rows change.
 ItemLines historyLines(const std::vector<Picking> &rows);

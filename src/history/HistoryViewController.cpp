@@ -19,11 +19,8 @@ HistoryViewController::HistoryViewController(Environment &environment, QObject *
 }
 
 void HistoryViewController::viewDidLoad() {
-  m_arrayDeliveries.clear();
-  if (managedObjectContext() != nullptr) {
-    m_arrayDeliveries =
-        managedObjectContext()->deliveryPickTimes().value_or(std::vector<DeliveryPickTimes>());
-  }
+  m_arrayDeliveries =
+      managedObjectContext()->deliveryPickTimes().value_or(std::vector<DeliveryPickTimes>());
   std::stable_sort(m_arrayDeliveries.begin(), m_arrayDeliveries.end(),
                    [](const DeliveryPickTimes &a, const DeliveryPickTimes &b) {
                      return a.times.maxdatepicked < b.times.maxdatepicked;
@@ -76,7 +73,7 @@ double HistoryViewController::heightForHeaderInSection(const TableView & /*table
 }
 
 void HistoryViewController::didSelectRowAtIndexPath(TableView &table, int row) {
-  if (table.tag() != 0 || managedObjectContext() == nullptr) {
+  if (table.tag() != 0) {
     return;
   }
   const auto rows = managedObjectContext()->pickings(

@@ -1,7 +1,6 @@
 #include "picking/ScanTrailViewController.h"
 
 #include "picking/ScanTrailCell.h"
-#include "view/Environment.h"
 
 namespace {
 
@@ -32,20 +31,22 @@ void showOutcome(ScanTrailCell &cell, const Scan &scan) {
 
 }  // namespace
 
-ScanTrailViewController::ScanTrailViewController(Environment &environment, QObject *parent)
-    : ViewController(QStringLiteral("ScanTrailViewController"), environment, parent) {
+ScanTrailViewController::ScanTrailViewController(const ScanTrail &scans, Environment &environment,
+                                                 QObject *parent)
+    : ViewController(QStringLiteral("ScanTrailViewController"), environment, parent),
+      m_trail(scans) {
   tblScans->setDataSource(this);
   tblScans->setEnabled(false);
   setPreferredContentSize({620, 460});
-  connect(&environment.scans, &ScanTrail::changed, tblScans, &TableView::reloadData);
+  connect(&scans, &ScanTrail::changed, tblScans, &TableView::reloadData);
 }
 
 int ScanTrailViewController::numberOfRowsInSection(const TableView & /*table*/, int /*section*/) {
-  return static_cast<int>(environment().scans.scans().size());
+  return static_cast<int>(m_trail.scans().size());
 }
 
 QVariant ScanTrailViewController::cellForRowAtIndexPath(const TableView & /*table*/, int row) {
-  const Scan &scan = environment().scans.scans().at(static_cast<std::size_t>(row));
+  const Scan &scan = m_trail.scans().at(static_cast<std::size_t>(row));
   ScanTrailCell cell;
   cell.time.text = scan.time.toString(QStringLiteral("HH:mm:ss"));
   cell.code.text = scan.code;

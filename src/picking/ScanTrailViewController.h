@@ -1,5 +1,6 @@
 #pragma once
 
+#include "picking/ScanTrail.h"
 #include "view/ViewController.h"
 #include "view/outlets/TableView.h"
 
@@ -11,10 +12,15 @@ class ScanTrailViewController : public ViewController, public TableViewDataSourc
   OUTLET(TableView, tblScans)
 
  public:
-  explicit ScanTrailViewController(Environment &environment, QObject *parent = nullptr);
+  /// `scans` outlives the screen.
+  ScanTrailViewController(const ScanTrail &scans, Environment &environment,
+                          QObject *parent = nullptr);
 
   int numberOfRowsInSection(const TableView &table, int section) override;
   QVariant cellForRowAtIndexPath(const TableView &table, int row) override;
   /// A row only tells; a touch does nothing.
   void didSelectRowAtIndexPath(TableView & /*table*/, int /*row*/) override {}
+
+ private:
+  const ScanTrail &m_trail;
 };

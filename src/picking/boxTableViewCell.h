@@ -1,5 +1,6 @@
 #pragma once
 
+#include "delivery/PickRecords.h"
 #include "view/outlets/CellLabel.h"
 
 /// A row of the box list.
@@ -12,6 +13,9 @@ struct boxTableViewCell {
   Q_PROPERTY(QString state MEMBER state CONSTANT)
 
  public:
+  /// The cell of `entry` of a working list in row `row`.
+  static boxTableViewCell ofEntry(const PickEntry &entry, int row);
+
   [[nodiscard]] QString backgroundColorName() const { return colourName(backgroundColor); }
 
   CellLabel lblBox;

@@ -2,20 +2,16 @@
 
 #include "base/Int32.h"
 #include "delivery/PickFilter.h"
-#include "delivery/PickRecorder.h"
-#include "delivery/ScanMatch.h"
+#include "delivery/PickingRules.h"
 #include "picking/PickingActions.h"
 #include "picking/ScanTrailViewController.h"
 #include "picking/actionPickerViewController.h"
 #include "picking/changeQuantityViewController.h"
 #include "sending/PickingExport.h"
 #include "sending/PickingSender.h"
-#include "store/ManagedObjectContext.h"
 #include "summary/SummaryOverlay.h"
-#include "summary/pickTableCell.h"
 #include "view/Environment.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace {
@@ -27,8 +23,10 @@ constexpr int kAskForQty = 1;
 
 }  // namespace
 
-detailViewController::detailViewController(Environment &environment, QObject *parent)
-    : ViewController(QStringLiteral("detailViewController"), environment, parent) {
+detailViewController::detailViewController(PickingSession &session, Environment &environment,
+                                           QObject *parent)
+    : ViewController(QStringLiteral("detailViewController"), environment, parent),
+      m_session(session) {
   txtBarcode->setDelegate(this);
   txtBarcode->setEnabled(false);
   txtQuantity->setEnabled(false);
@@ -39,63 +37,62 @@ detailViewController::detailViewController(Environment &environment, QObject *pa
   tblItems->setDataSource(this);
   clearTotals();
   showOpenBox();
+  connect(&session, &PickingSession::started, this, &detailViewController::pickingStarted);
+  connect(&session, &PickingSession::stopped, this, &detailViewController::pickingStopped);
+  connect(&session, &PickingSession::boxOpened, this, &detailViewController::boxOpened);
+  connect(&session, &PickingSession::loosePickBooked, this, &detailViewController::loosePickBooked);
+  connect(&session, &PickingSession::lineSaved, this, &detailViewController::showSaved);
 }
 
 detailViewController::~detailViewController() = default;
 
 void detailViewController::viewDidLoad() {
-  m_scanStarted = false;
   segmAskForQty->setSelectedSegmentIndex(kAskForQty);
   connect(segmentedControl, &SegmentedControl::valueChanged, this,
           &detailViewController::segmentedControlValueChanged);
   m_actionPicker = new actionPickerViewController(environment(), this);
   m_actionPicker->keepAfterDismissal();
   m_actionPicker->setDelegate(this);
-  m_scanTrail = new ScanTrailViewController(environment(), this);
+  m_scanTrail = new ScanTrailViewController(m_scans, environment(), this);
   m_scanTrail->keepAfterDismissal();
 }
 
-void detailViewController::setCurBoxIndex(int index) {
-  m_curBoxIndex = index;
-  m_openBoxCodes.reset();
+void detailViewController::pickingStarted() {
+  setScanningEnabled(true);
+  m_scans.clear();
+  lblSaved->setText(QString());
   showOpenBox();
 }
 
-void detailViewController::setArrayPick(std::shared_ptr<PickList> list) {
-  m_arrayPick = std::move(list);
-  m_openBoxCodes.reset();
+void detailViewController::pickingStopped() {
+  clearTotals();
+  tblItems->reloadData();
+  setScanningEnabled(false);
+  showOpenBox();
 }
 
-void detailViewController::setArrayItems(std::shared_ptr<ItemLines> items) {
-  m_arrayItems = std::move(items);
-  m_itemPositions.clear();
-  for (std::size_t i = 0; m_arrayItems && i < m_arrayItems->size(); ++i) {
-    m_itemPositions.insert(m_arrayItems->at(i).item, i);
+void detailViewController::boxOpened() {
+  showOpenBox();
+  tblItems->reloadData();
+  if (const PickEntry *entry = m_session.openEntry()) {
+    lblTotalOrder->setText(QString::number(boxorderqtyOf(*entry)));
   }
+  showPickedTotals();
+  txtBarcode->becomeFirstResponder();
 }
 
-const PickList &detailViewController::pickList() const {
-  static const PickList kNone;
-  return m_arrayPick ? *m_arrayPick : kNone;
+void detailViewController::loosePickBooked(int position) {
+  tblItems->reloadData();
+  markRow(position);
 }
 
-void detailViewController::enableScanning() {
-  txtBarcode->setEnabled(true);
+void detailViewController::setScanningEnabled(bool isEnabled) {
+  txtBarcode->setEnabled(isEnabled);
   if (segmAskForQty->selectedSegmentIndex() == kAskForQty) {
-    txtQuantity->setEnabled(true);
+    txtQuantity->setEnabled(isEnabled);
   }
-  btnOptions->setEnabled(true);
-  btnOptions->setTitleColor(Colour::blue);
-  lblSaved->setText(QString());
-}
-
-void detailViewController::disableScanning() {
-  txtBarcode->setEnabled(false);
-  if (segmAskForQty->selectedSegmentIndex() == kAskForQty) {
-    txtQuantity->setEnabled(false);
-  }
-  btnOptions->setEnabled(false);
-  btnOptions->setTitleColor(Colour::grey);
+  btnOptions->setEnabled(isEnabled);
+  btnOptions->setTitleColor(isEnabled ? Colour::blue : Colour::grey);
 }
 
 void detailViewController::clearTotals() {
@@ -104,10 +101,21 @@ void detailViewController::clearTotals() {
   }
 }
 
+void detailViewController::showPickedTotals() {
+  const PickEntry *entry = m_session.openEntry();
+  if (entry == nullptr) {
+    return;
+  }
+  const std::int32_t pick = boxpickqtyOf(*entry);
+  const std::int32_t order = boxorderqtyOf(*entry);
+  lblTotalPick->setText(QString::number(pick));
+  lblTotalDiff->setText(QString::number(wrappingSubtract(pick, order)));
+}
+
 void detailViewController::showOpenBox() {
-  const auto index = static_cast<std::size_t>(m_curBoxIndex);
-  const bool isOpen = m_curBoxIndex != -1 && index < pickList().size();
-  lblOpenBox->setText(isOpen ? boxOf(pickList()[index]) : QStringLiteral("-"));
+  const PickEntry *entry = m_session.openEntry();
+  const bool isOpen = entry != nullptr;
+  lblOpenBox->setText(isOpen ? boxOf(*entry) : QStringLiteral("-"));
   lblScanState->setText(isOpen ? QStringLiteral("Ready to scan")
                                : QStringLiteral("Open a box first"));
   lblScanState->setTextColor(isOpen ? Colour::green : Colour::grey);
@@ -115,52 +123,53 @@ void detailViewController::showOpenBox() {
 }
 
 bool detailViewController::textFieldShouldReturn(TextField &field) {
-  if (segmentedControl->selectedSegmentIndex() != AllLines) {
+  if (isFiltered()) {
     segmentedControl->setSelectedSegmentIndex(AllLines);
   }
-  if (m_curBoxIndex == -1) {
+  if (m_session.curBoxIndex() == -1) {
     return false;
   }
   if (&field != txtBarcode) {
     return true;
   }
   const QString code = txtBarcode->text();
-  if (const auto row = openBoxLineWithCode(code)) {
-    displayQuantityViewControllerForIndexPath(static_cast<int>(*row));
-    m_isKeypadForScan = true;
-    noteScan(code, ScanOutcome::Found, static_cast<int>(*row) + 1);
-  } else if (const LoosePick *loose = loosePickWithCode(pickList(), code)) {
-    noteScan(code, ScanOutcome::Loose);
-    openKeypadOnLastRow(loosePickAgain(*loose, environment().clock->now()));
-  } else if (const auto article = articleWithCode(managedObjectContext(), code)) {
-    noteScan(code, ScanOutcome::Loose);
-    openKeypadOnLastRow(loosePickOf(*article, m_doc, pickList(), environment().clock->now()));
-  } else {
+  const auto match = m_session.find(code);
+  if (!match) {
     noteScan(code, ScanOutcome::Unknown);
     refuseUnknownItem(code);
     return false;
+  }
+  if (const auto *line = std::get_if<std::size_t>(&*match)) {
+    const int row = static_cast<int>(*line);
+    displayQuantityViewControllerForIndexPath(row);
+    m_isKeypadForScan = true;
+    noteScan(code, ScanOutcome::Found, row + 1);
+  } else {
+    noteScan(code, ScanOutcome::Loose);
+    openKeypadForLoosePick(std::get<LoosePick>(*match));
   }
   txtBarcode->setText(QString());
   return true;
 }
 
 void detailViewController::noteScan(const QString &code, ScanOutcome outcome, int line) {
-  environment().scans.add(
+  m_scans.add(
       {.time = environment().clock->timeOfDay(), .code = code, .outcome = outcome, .line = line});
 }
 
 TextField *detailViewController::scanField() const {
-  return m_curBoxIndex == -1 ? nullptr : txtBarcode;
+  return m_session.curBoxIndex() == -1 ? nullptr : txtBarcode;
 }
 
 void detailViewController::scanStateTouched() {
   presentViewController(m_scanTrail, PresentationStyle::Popover, lblScanState);
 }
 
-void detailViewController::openKeypadOnLastRow(LoosePick loose) {
-  m_arrayPick->emplace_back(std::move(loose));
+void detailViewController::openKeypadForLoosePick(const LoosePick &loose) {
+  m_session.addLoosePick(loose);
   tblItems->reloadData();
-  displayQuantityViewControllerForIndexPath(tblItems->numberOfRows() - 1);
+  displayQuantityViewControllerForIndexPath(
+      PickingRules::keypadRowOfLoosePick(tblItems->numberOfRows()));
 }
 
 void detailViewController::refuseUnknownItem(const QString &code) {
@@ -170,57 +179,38 @@ void detailViewController::refuseUnknownItem(const QString &code) {
   environment().sounds->playSystemSound(SoundPlayer::kErrorTone);
 }
 
-const std::vector<BoxLine> &detailViewController::openBoxLines() const {
-  return boxitemsOf(pickList().at(static_cast<std::size_t>(m_curBoxIndex)));
-}
-
-std::optional<std::size_t> detailViewController::openBoxLineWithCode(const QString &code) {
-  if (!m_openBoxCodes) {
-    m_openBoxCodes.emplace(openBoxLines());
-  }
-  return m_openBoxCodes->find(code);
+bool detailViewController::isFiltered() const {
+  return segmentedControl->selectedSegmentIndex() != AllLines;
 }
 
 std::size_t detailViewController::linePosition(int row) const {
   const auto shown = static_cast<std::size_t>(row);
-  return segmentedControl->selectedSegmentIndex() == AllLines ? shown : m_arrayDisplay.at(shown);
+  return isFiltered() ? m_arrayDisplay.at(shown) : shown;
 }
 
 int detailViewController::numberOfRowsInSection(const TableView & /*table*/, int /*section*/) {
-  if (m_curBoxIndex == -1 || pickList().empty()) {
+  if (m_session.curBoxIndex() == -1) {
     return 0;
   }
   m_arrayDisplay.clear();
-  if (segmentedControl->selectedSegmentIndex() == AllLines) {
-    return static_cast<int>(openBoxLines().size());
+  if (!isFiltered()) {
+    return static_cast<int>(m_session.openBoxLines().size());
   }
-  m_arrayDisplay = linesShownBy(segmentedControl->selectedSegmentIndex(), openBoxLines());
+  m_arrayDisplay = linesShownBy(segmentedControl->selectedSegmentIndex(), m_session.openBoxLines());
   return static_cast<int>(m_arrayDisplay.size());
 }
 
 QVariant detailViewController::cellForRowAtIndexPath(const TableView & /*table*/, int row) {
-  if (m_curBoxIndex == -1) {
+  if (m_session.curBoxIndex() == -1) {
     return {};
   }
-  return QVariant::fromValue(pickTableCell::ofLine(openBoxLines().at(linePosition(row)), row));
+  return QVariant::fromValue(
+      pickTableCell::ofLine(m_session.openBoxLines().at(linePosition(row)), row));
 }
 
 QVariant detailViewController::viewForHeaderInSection(const TableView & /*table*/,
                                                       int /*section*/) {
   return QVariant::fromValue(pickTableCell::header());
-}
-
-double detailViewController::heightForRowAtIndexPath(const TableView & /*table*/, int /*row*/) {
-  return pickTableCell::kHeight;
-}
-
-double detailViewController::heightForHeaderInSection(const TableView & /*table*/,
-                                                      int /*section*/) {
-  return pickTableCell::kHeight;
-}
-
-void detailViewController::didSelectRowAtIndexPath(TableView & /*table*/, int row) {
-  displayQuantityViewControllerForIndexPath(row);
 }
 
 void detailViewController::markRow(int row) {
@@ -240,7 +230,7 @@ void detailViewController::displayQuantityViewControllerForIndexPath(int row) {
       environment().storyboard.instantiateViewController(
           QStringLiteral("changeQuantityViewController"), environment(), this));
   presentViewController(keypad, PresentationStyle::FormSheet);
-  const BoxLine &line = openBoxLines().at(linePosition(row));
+  const BoxLine &line = m_session.openBoxLines().at(linePosition(row));
   keypad->setDisplayValues(line.item, line.barcode, line.descr, line.pickqty.text(),
                            line.orderqty.text());
   keypad->setDelegate(this);
@@ -250,70 +240,26 @@ void detailViewController::displayQuantityViewControllerForIndexPath(int row) {
 void detailViewController::CloseViewControllerWithGetQtyAtRow(std::int32_t row,
                                                               std::int32_t currentQty,
                                                               std::int32_t addQty) {
-  const std::int32_t pickqty = wrappingAdd(currentQty, addQty);
-  auto &box = std::get<BoxRecord>(m_arrayPick->at(static_cast<std::size_t>(m_curBoxIndex)));
-  BoxLine &shown = box.boxitems.at(linePosition(row));
-  shown.pickqty = pickqty;
-  const QString item = shown.item;
-  int storeRow = row;
-  if (segmentedControl->selectedSegmentIndex() != AllLines) {
-    // A filter shows the line, but it is the first line of its item in the box that is stored.
-    const auto first = std::find_if(box.boxitems.begin(), box.boxitems.end(),
-                                    [&](const BoxLine &line) { return line.item == item; });
-    first->pickqty = pickqty;
-    storeRow = static_cast<int>(first - box.boxitems.begin());
-  }
+  m_session.bookQuantity(linePosition(row), isFiltered(), currentQty, addQty);
   tblItems->reloadData();
   if (!m_arrayDisplay.empty()) {
     markRow(row);
   }
-  setItemLines(item, pickqty);
-  moveBoxTotal(addQty);
-  saveArrayRow(storeRow);
+  showPickedTotals();
   if (m_delegate) {
     m_delegate->QuantityChangedOnDetailView();
   }
   if (std::exchange(m_isKeypadForScan, false)) {
-    environment().scans.bookLatestFound();
+    m_scans.bookLatestFound();
   }
   txtBarcode->becomeFirstResponder();
 }
 
-void detailViewController::setItemLines(const QString &item, std::int32_t pickqty) {
-  const auto [begin, end] = std::as_const(m_itemPositions).equal_range(item);
-  for (auto position = begin; position != end; ++position) {
-    m_arrayItems->at(*position).pickqty = pickqty;
-  }
-}
-
-void detailViewController::moveBoxTotal(std::int32_t added) {
-  auto &box = std::get<BoxRecord>(m_arrayPick->at(static_cast<std::size_t>(m_curBoxIndex)));
-  box.boxpickqty = wrappingAdd(box.boxpickqty, added);
-  lblTotalPick->setText(QString::number(box.boxpickqty));
-  lblTotalDiff->setText(QString::number(wrappingSubtract(box.boxpickqty, box.boxorderqty)));
-}
-
-void detailViewController::saveArrayRow(int row) {
-  const PickEntry &entry = pickList().at(static_cast<std::size_t>(m_curBoxIndex));
-  const BoxLine &line = boxitemsOf(entry).at(static_cast<std::size_t>(row));
-  if (managedObjectContext() != nullptr &&
-      recordPick(*managedObjectContext(), *environment().clock, boxOf(entry), line)) {
-    showSaved(line);
-  }
-}
-
-void detailViewController::showSaved(const BoxLine &line) {
+void detailViewController::showSaved(const BoxLine &line, const QString &box) {
   const QTime time = environment().clock->timeOfDay();
-  const PickEntry &entry = pickList().at(static_cast<std::size_t>(m_curBoxIndex));
-  lblSaved->setText(QStringLiteral("Saved %1 × %2 in box %3, %4")
-                        .arg(line.pickqty.text(), line.item, boxOf(entry),
-                             time.toString(QStringLiteral("HH:mm:ss"))));
-}
-
-void detailViewController::ChangePickingRowInManagedContext() {
-  if (!m_doc.isNull() && managedObjectContext() != nullptr) {
-    recordPickList(*managedObjectContext(), m_doc, pickList());
-  }
+  lblSaved->setText(
+      QStringLiteral("Saved %1 × %2 in box %3, %4")
+          .arg(line.pickqty.text(), line.item, box, time.toString(QStringLiteral("HH:mm:ss"))));
 }
 
 void detailViewController::btnOptionsTouched() {
@@ -330,7 +276,8 @@ void detailViewController::selectedAction(const QString &title) {
                                .tag = kPickingCompletedTag,
                                .delegate = this});
   } else if (title == kSendEmail) {
-    exportPicking(environment(), *managedObjectContext(), deliveryNumberOf(pickList()), this);
+    exportPicking(environment(), *managedObjectContext(), deliveryNumberOf(m_session.pickList()),
+                  this);
   } else if (title == kViewSummary) {
     showDeliveryDetailsViewController();
   }
@@ -344,10 +291,10 @@ void detailViewController::clickedButtonAtIndex(const AlertView &alert, int butt
 
 void detailViewController::sendPickingToServer() {
   m_sender = std::make_unique<PickingSender>(environment(), *managedObjectContext(), this);
-  m_sender->send(deliveryNumberOf(pickList()));
+  m_sender->send(deliveryNumberOf(m_session.pickList()));
 }
 
 void detailViewController::showDeliveryDetailsViewController() {
   m_deliveryDetailsVC = showSummary(*this, environment(), m_deliveryDetailsVC,
-                                    m_arrayItems ? m_arrayItems : std::make_shared<ItemLines>());
+                                    arrayItems() ? arrayItems() : std::make_shared<ItemLines>());
 }

@@ -1,16 +1,13 @@
 #include "picking/masterViewController.h"
 
 #include "base/Int32.h"
-#include "base/Utf8.h"
-#include "delivery/BoxState.h"
 #include "delivery/DeliveryImport.h"
+#include "picking/LookupMessages.h"
 #include "picking/boxTableViewCell.h"
-#include "picking/detailViewController.h"
+#include "service/DeliveryAnswer.h"
 #include "service/ServiceAddress.h"
-#include "store/ManagedObjectContext.h"
 #include "view/Environment.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace {
@@ -18,31 +15,13 @@ namespace {
 constexpr int kBoxListTag = 2;
 constexpr std::chrono::seconds kLookupTimeout{60};
 const QString kGetOrder = QStringLiteral("getorder");
-const QString kAlreadySent = QStringLiteral("This picking has already been sent to the server");
-
-bool isBlank(QChar c) {
-  return c == u'\t' || c.category() == QChar::Separator_Space;
-}
-
-QStringView trimmedOfBlanks(QStringView text) {
-  while (!text.isEmpty() && isBlank(text.front())) {
-    text = text.sliced(1);
-  }
-  while (!text.isEmpty() && isBlank(text.back())) {
-    text.chop(1);
-  }
-  return text;
-}
-
-bool saysAlreadySent(const QByteArray &body) {
-  // Of a body that does not, however large it is, no text is made.
-  return body.contains(kAlreadySent.toUtf8()) && utf8Text(body);
-}
 
 }  // namespace
 
-masterViewController::masterViewController(Environment &environment, QObject *parent)
-    : ViewController(QStringLiteral("masterViewController"), environment, parent) {
+masterViewController::masterViewController(PickingSession &session, Environment &environment,
+                                           QObject *parent)
+    : ViewController(QStringLiteral("masterViewController"), environment, parent),
+      m_session(session) {
   txtDeliveryNo->setDelegate(this);
   txtBox->setDelegate(this);
   txtBox->setEnabled(false);
@@ -79,8 +58,6 @@ masterViewController::~masterViewController() {
 void masterViewController::viewDidLoad() {
   m_connectionDict.clear();
   txtDeliveryNo->becomeFirstResponder();
-  const ViewController *split = parentViewController()->parentViewController();
-  m_dvc = qobject_cast<detailViewController *>(split->childViewControllers().at(1));
 }
 
 void masterViewController::prepareForSegue(Segue &segue) {
@@ -118,15 +95,8 @@ void masterViewController::stopWithMessage(const QString &title, const QString &
 
 void masterViewController::btnSearchOrderNoTouched() {
   const QString number = txtDeliveryNo->text();
-  const QStringView trimmed = trimmedOfBlanks(number);
-  if (trimmed.isEmpty()) {
-    showMessage(QStringLiteral("Please fill in data first"),
-                QStringLiteral("Delivery number is missing."));
-    return;
-  }
-  if (trimmed.size() < 2) {
-    showMessage(QStringLiteral("Please fill in additional data"),
-                QStringLiteral("Delivery number should be at least 2 characters."));
+  if (const auto objection = objectionToNumber(number)) {
+    showMessage(objection->title, objection->message);
     return;
   }
   activityIndicator->startAnimating();
@@ -157,20 +127,13 @@ void masterViewController::didReceiveData(HttpConnection & /*connection*/, const
 void masterViewController::connectionDidFinishLoading(HttpConnection &connection) {
   environment().busy.end();
   const auto answer = connection.isAnswerWhole() ? parseDeliveryAnswer(m_webData) : std::nullopt;
-  m_jsonResult = jsonResultOf(answer);
+  m_session.setJsonResult(jsonResultOf(answer));
   if (m_connectionDict.value(kGetOrder) != &connection) {
     return;
   }
   m_connectionDict.remove(kGetOrder);
-  if (saysAlreadySent(m_webData)) {
-    stopWithMessage(kAlreadySent,
-                    QStringLiteral("You cannot proceed as this order has already been picked"));
-  } else if (!answer) {
-    stopWithMessage(QStringLiteral("Could not fetch order details"),
-                    QStringLiteral("Loading failed. Please try again."));
-  } else if (answer->lines.empty()) {
-    stopWithMessage(QStringLiteral("No order found"),
-                    QStringLiteral("Please try again using different search criteria."));
+  if (const auto objection = objectionToAnswer(m_webData, answer)) {
+    stopWithMessage(objection->title, objection->message);
   } else {
     showHeader(*answer);
     importDelivery(*answer);
@@ -187,33 +150,22 @@ void masterViewController::didFailWithError(HttpConnection & /*connection*/,
   showMessage(QStringLiteral("error message"), description);
 }
 
-void masterViewController::showHeader(const DeliveryAnswer &answer) {
-  lblCustomerName->setText(QStringLiteral("Customer: ") + answer.cusname);
-  lblBrand->setText(QStringLiteral("Brand: ") + answer.brand);
-  lblCreationDate->setText(QStringLiteral("Date Created: ") + headerDate(answer.cdate));
-  lblShipmentDate->setText(QStringLiteral("Date Shipped: ") + headerDate(answer.date));
+void masterViewController::showHeader(const Delivery &delivery) {
+  lblCustomerName->setText(QStringLiteral("Customer: ") + delivery.cusname);
+  lblBrand->setText(QStringLiteral("Brand: ") + delivery.brand);
+  lblCreationDate->setText(QStringLiteral("Date Created: ") + headerDate(delivery.cdate));
+  lblShipmentDate->setText(QStringLiteral("Date Shipped: ") + headerDate(delivery.date));
   for (Label *header : {lblCustomerName, lblBrand, lblCreationDate, lblShipmentDate}) {
     header->setHidden(false);
   }
 }
 
-void masterViewController::importDelivery(const DeliveryAnswer &answer) {
-  const auto items = std::make_shared<ItemLines>(itemLinesOf(answer));
-  const auto boxes = std::make_shared<PickList>(boxesOf(answer));
-  m_dvc->setArrayItems(items);
-  m_dvc->setArrayPick(boxes);
-  if (managedObjectContext() == nullptr) {
-    return;
-  }
-  const OrderLine &first = answer.lines.front();
-  const auto picks = managedObjectContext()->pickingsOfOrder(first.doc, first.ordernum);
-  if (!picks) {
+void masterViewController::importDelivery(const Delivery &delivery) {
+  if (!m_session.importDelivery(delivery)) {
     // What was picked before is not in the lists: a picking of them would write over it.
     btnPicking->setEnabled(false);
     return;
   }
-  restoreBoxes(*picks, *boxes);
-  restoreItemLines(*picks, *items);
   btnPicking->setEnabled(true);
   btnPicking->setTitleColor(Colour::blue);
   tblBoxes->setEnabled(false);
@@ -228,7 +180,7 @@ void masterViewController::btnReloadItemsTouched() {
 }
 
 void masterViewController::itemsReloaded(const std::optional<JsonResult> &result) {
-  m_jsonResult = result;
+  m_session.setJsonResult(result);
   if (result) {
     environment().alerts.show(
         {.title = QStringLiteral("Saved"), .message = QStringLiteral("Items have been loaded")});
@@ -261,12 +213,8 @@ void masterViewController::startPicking() {
   btnClose->setEnabled(false);
   tblBoxes->reloadData();
   updateBoxOverview();
-  environment().scans.clear();
   environment().wakeLock->acquire();
-  m_dvc->enableScanning();
-  m_dvc->setDoc(m_jsonResult ? m_jsonResult->doc : QString());
-  m_dvc->setCurBoxIndex(-1);
-  m_dvc->setDelegate(this);
+  m_session.start();
   txtBox->becomeFirstResponder();
 }
 
@@ -279,10 +227,7 @@ void masterViewController::stopPicking() {
   txtBox->setEnabled(false);
   btnClose->setEnabled(true);
   environment().wakeLock->release();
-  m_dvc->clearTotals();
-  m_dvc->setCurBoxIndex(-1);
-  m_dvc->tblItems->reloadData();
-  m_dvc->disableScanning();
+  m_session.stop();
   txtDeliveryNo->becomeFirstResponder();
 }
 
@@ -294,88 +239,43 @@ bool masterViewController::textFieldShouldReturn(TextField &field) {
   if (&field != txtBox) {
     return true;
   }
-  const PickList &boxes = m_dvc->pickList();
-  const auto entry = std::find_if(boxes.begin(), boxes.end(), [&](const PickEntry &candidate) {
-    return boxOf(candidate) == txtBox->text();
-  });
-  if (entry == boxes.end()) {
+  const auto row = m_session.boxNamed(txtBox->text());
+  if (!row) {
     showMessage(QStringLiteral("No Box Found"));
     return true;
   }
-  const int row = static_cast<int>(entry - boxes.begin());
   tblBoxes->reloadData();
-  didSelectRowAtIndexPath(*tblBoxes, row);
-  tblBoxes->selectRow(row);
-  tblBoxes->setCellBackground(row, Colour::blue);
+  didSelectRowAtIndexPath(*tblBoxes, *row);
+  tblBoxes->selectRow(*row);
+  tblBoxes->setCellBackground(*row, Colour::blue);
   return true;
 }
 
 void masterViewController::updateBoxOverview() {
-  int unopened = 0;
-  int completed = 0;
-  int incomplete = 0;
-  for (const PickEntry &entry : m_dvc->pickList()) {
-    switch (boxStateOf(boxpickqtyOf(entry), boxorderqtyOf(entry))) {
-      case BoxState::Unopened:
-        ++unopened;
-        break;
-      case BoxState::Completed:
-        ++completed;
-        break;
-      case BoxState::Incomplete:
-        ++incomplete;
-        break;
-    }
-  }
-  lblBoxesTotalValue->setText(QString::number(m_dvc->pickList().size()));
-  lblBoxesUnopenedValue->setText(QString::number(unopened));
-  lblBoxesIncompleteValue->setText(QString::number(incomplete));
-  lblBoxesCompletedValue->setText(QString::number(completed));
+  const BoxCounters counters = m_session.boxCounters();
+  lblBoxesTotalValue->setText(QString::number(counters.total));
+  lblBoxesUnopenedValue->setText(QString::number(counters.unopened));
+  lblBoxesIncompleteValue->setText(QString::number(counters.incomplete));
+  lblBoxesCompletedValue->setText(QString::number(counters.completed));
 }
 
 int masterViewController::numberOfRowsInSection(const TableView &table, int section) {
-  return section == 0 && table.tag() == kBoxListTag && m_dvc != nullptr
-             ? static_cast<int>(m_dvc->pickList().size())
-             : 0;
+  return section == 0 && table.tag() == kBoxListTag ? static_cast<int>(m_session.pickList().size())
+                                                    : 0;
 }
 
 QVariant masterViewController::cellForRowAtIndexPath(const TableView & /*table*/, int row) {
-  const PickList &entries = m_dvc->pickList();
+  const PickList &entries = m_session.pickList();
   // An import reloads no table, so that this one may still have the rows of a longer list.
-  if (static_cast<std::size_t>(row) >= entries.size()) {
-    return QVariant::fromValue(boxTableViewCell());
-  }
-  const PickEntry &entry = entries.at(static_cast<std::size_t>(row));
-  const std::int32_t pick = boxpickqtyOf(entry);
-  const std::int32_t order = boxorderqtyOf(entry);
-  const BoxState state = boxStateOf(pick, order);
-  boxTableViewCell cell;
-  cell.lblBox.text = boxOf(entry);
-  cell.lblPickQty.text = QString::number(pick);
-  cell.lblOrderQty.text = QString::number(order);
-  // Kept on purpose: the shade in which other tables alternate is set, and never seen.
-  cell.backgroundColor = row % 2 == 0 ? Colour::lightGrey : Colour::clear;
-  cell.backgroundColor = colourOf(state);
-  cell.state = wordFor(state);
-  return QVariant::fromValue(cell);
+  const auto index = static_cast<std::size_t>(row);
+  return QVariant::fromValue(index < entries.size() ? boxTableViewCell::ofEntry(entries[index], row)
+                                                    : boxTableViewCell());
 }
 
 void masterViewController::didSelectRowAtIndexPath(TableView &table, int row) {
   if (table.tag() == kBoxListTag) {
-    openBox(row);
+    m_session.openBox(row);
   }
-}
-
-void masterViewController::openBox(int row) {
-  const PickEntry &entry = m_dvc->pickList().at(static_cast<std::size_t>(row));
-  m_dvc->setCurBoxIndex(row);
-  m_dvc->tblItems->reloadData();
-  const std::int32_t pick = boxpickqtyOf(entry);
-  const std::int32_t order = boxorderqtyOf(entry);
-  m_dvc->lblTotalPick->setText(QString::number(pick));
-  m_dvc->lblTotalOrder->setText(QString::number(order));
-  m_dvc->lblTotalDiff->setText(QString::number(wrappingSubtract(pick, order)));
-  m_dvc->txtBarcode->becomeFirstResponder();
 }
 
 void masterViewController::QuantityChangedOnDetailView() {
@@ -385,23 +285,12 @@ void masterViewController::QuantityChangedOnDetailView() {
 
 void masterViewController::QuantityChangedOnDetailViewDelegateForPick(
     std::shared_ptr<PickList> list, const QString & /*box*/) {
-  m_dvc->setArrayPick(std::move(list));
+  m_session.setArrayPick(std::move(list));
   updatePickingStatus();
 }
 
 void masterViewController::QtyChangedForBarcode(const QString &code, const QString & /*box*/,
                                                 std::int32_t currentQty, std::int32_t addQty) {
-  const std::shared_ptr<PickList> list = m_dvc->arrayPick();
-  int row = -1;
-  for (std::size_t i = 0; list && row < 0 && i < list->size(); ++i) {
-    auto *loose = std::get_if<LoosePick>(&list->at(i));
-    if (loose != nullptr && loose->barcode == code) {
-      loose->qty = wrappingAdd(currentQty, addQty);
-      row = static_cast<int>(i);
-    }
-  }
-  m_dvc->tblItems->reloadData();
-  m_dvc->tblItems->selectRow(row);
-  m_dvc->tblItems->setCellBackground(row, Colour::blue);
+  m_session.bookLoosePick(code, wrappingAdd(currentQty, addQty));
   updatePickingStatus();
 }

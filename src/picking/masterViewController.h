@@ -1,9 +1,9 @@
 #pragma once
 
+#include "delivery/PickingSession.h"
 #include "device/HttpClient.h"
 #include "picking/QuantityChangedOnDetailViewDelegate.h"
 #include "service/CatalogueReload.h"
-#include "service/DeliveryAnswer.h"
 #include "store/ManagedObjectContextHolder.h"
 #include "view/AlertStack.h"
 #include "view/ViewController.h"
@@ -19,7 +19,7 @@
 #include <memory>
 #include <optional>
 
-class detailViewController;
+struct Delivery;
 
 /// The left pane of the picking screen: finds a delivery, lists its boxes, starts and stops the
 /// picking, opens boxes.
@@ -58,11 +58,17 @@ class masterViewController : public ViewController,
   OUTLET(ActivityIndicator, activityIndicator)
 
  public:
-  explicit masterViewController(Environment &environment, QObject *parent = nullptr);
+  /// `session` outlives the pane.
+  masterViewController(PickingSession &session, Environment &environment,
+                       QObject *parent = nullptr);
   ~masterViewController() override;
   masterViewController(const masterViewController &) = delete;
   masterViewController &operator=(const masterViewController &) = delete;
 
+  void setManagedObjectContext(ManagedObjectContext *context) override {
+    ManagedObjectContextHolder::setManagedObjectContext(context);
+    m_session.setManagedObjectContext(context);
+  }
   void viewDidLoad() override;
   void prepareForSegue(Segue &segue) override;
   void dismissKeyboard();
@@ -93,12 +99,13 @@ class masterViewController : public ViewController,
   void QuantityChangedOnDetailView() override;
   void QuantityChangedOnDetailViewDelegateForPick(std::shared_ptr<PickList> list,
                                                   const QString &box) override;
+
+  // For callers that expect the whole interface of the pane; the program calls none of these.
+
   /// Books `currentQty` plus `addQty` on the first loose pick with the barcode `code`; `box` is not
-  /// used. Never sent.
+  /// used.
   void QtyChangedForBarcode(const QString &code, const QString &box, std::int32_t currentQty,
                             std::int32_t addQty);
-
-  // Declared, and without effect.
   void updateItems() {}
   void updatePickingStatus() { updateItems(); }
   void updateItemBoxComparison() { updateItems(); }
@@ -114,21 +121,21 @@ class masterViewController : public ViewController,
     return m_connectionDict;
   }
   /// The last parsed answer; nothing if the last answer could not be read.
-  [[nodiscard]] const std::optional<JsonResult> &jsonResult() const { return m_jsonResult; }
+  [[nodiscard]] const std::optional<JsonResult> &jsonResult() const {
+    return m_session.jsonResult();
+  }
 
  private:
   void showMessage(const QString &title, const QString &message = {});
   void stopWithMessage(const QString &title, const QString &message);
-  void showHeader(const DeliveryAnswer &answer);
-  void importDelivery(const DeliveryAnswer &answer);
+  void showHeader(const Delivery &delivery);
+  void importDelivery(const Delivery &delivery);
   void itemsReloaded(const std::optional<JsonResult> &result);
-  void openBox(int row);
 
-  detailViewController *m_dvc = nullptr;
+  PickingSession &m_session;
   QPointer<HttpConnection> m_connection;
   QHash<QString, QPointer<HttpConnection>> m_connectionDict;
   QByteArray m_webData;
-  std::optional<JsonResult> m_jsonResult;
   std::unique_ptr<CatalogueReload> m_catalogueReload;
   bool m_scanStarted = false;
 };

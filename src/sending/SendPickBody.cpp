@@ -1,5 +1,7 @@
 #include "sending/SendPickBody.h"
 
+#include "delivery/PickingRules.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -25,6 +27,5 @@ QByteArray sendPickBody(const std::vector<Picking> &rows, const QTimeZone &zone)
   for (const Picking &row : rows) {
     lines.append(objectOf(row, zone));
   }
-  const QByteArray json = QJsonDocument(lines).toJson(QJsonDocument::Indented);
-  return json.first(QString::fromUtf8(json).size());
+  return PickingRules::cutReport(QJsonDocument(lines).toJson(QJsonDocument::Indented));
 }

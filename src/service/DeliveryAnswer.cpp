@@ -60,7 +60,7 @@ OrderLine readLine(object fields, RepeatedTexts &repeated) {
   return line;
 }
 
-void readHeader(object fields, DeliveryAnswer &answer) {
+void readHeader(object fields, Delivery &answer) {
   for (const auto [key, value] : fields) {
     if (key == "cusname") {
       answer.cusname = textOf(value);
@@ -76,10 +76,10 @@ void readHeader(object fields, DeliveryAnswer &answer) {
 
 }  // namespace
 
-std::optional<DeliveryAnswer> parseDeliveryAnswer(const QByteArray &body) {
+std::optional<Delivery> parseDeliveryAnswer(const QByteArray &body) {
   try {
     const JsonPieces pieces(jsonTextOf(body));
-    DeliveryAnswer answer{kEmpty, kEmpty, kEmpty, kEmpty, {}};
+    Delivery answer{kEmpty, kEmpty, kEmpty, kEmpty, {}};
     JsonPieces::Reader reader(pieces);
     RepeatedTexts repeated;
     for (std::size_t i = 0; i < pieces.count(); ++i) {
@@ -96,7 +96,7 @@ std::optional<DeliveryAnswer> parseDeliveryAnswer(const QByteArray &body) {
   }
 }
 
-std::optional<JsonResult> jsonResultOf(const std::optional<DeliveryAnswer> &answer) {
+std::optional<JsonResult> jsonResultOf(const std::optional<Delivery> &answer) {
   if (!answer) {
     return std::nullopt;
   }

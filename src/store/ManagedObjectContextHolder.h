@@ -11,7 +11,9 @@ class ManagedObjectContextHolder {
   [[nodiscard]] ManagedObjectContext *managedObjectContext() const {
     return m_managedObjectContext;
   }
-  void setManagedObjectContext(ManagedObjectContext *context) { m_managedObjectContext = context; }
+  virtual void setManagedObjectContext(ManagedObjectContext *context) {
+    m_managedObjectContext = context;
+  }
 
  private:
   ManagedObjectContext *m_managedObjectContext = nullptr;

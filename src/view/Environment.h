@@ -9,7 +9,6 @@
 #include "device/WakeLock.h"
 #include "view/AlertStack.h"
 #include "view/BusyState.h"
-#include "view/ScanTrail.h"
 #include "view/Storyboard.h"
 
 #include <memory>
@@ -28,6 +27,5 @@ struct Environment {
   QString serviceHost;
   AlertStack alerts = {};
   BusyState busy = {};
-  ScanTrail scans = {};
   Storyboard storyboard = {};
 };

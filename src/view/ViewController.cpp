@@ -125,6 +125,15 @@ TextField *ViewController::scanField() const {
   return isReplaced ? m_presented->scanField() : nullptr;
 }
 
+void ViewController::noteRefusedScan(const QString &code) {
+  for (ViewController *child : std::as_const(m_children)) {
+    child->noteRefusedScan(code);
+  }
+  if (m_presented != nullptr) {
+    m_presented->noteRefusedScan(code);
+  }
+}
+
 void ViewController::setFrame(const QRectF &frame) {
   m_frame = frame;
   emit frameChanged();

@@ -94,6 +94,9 @@ class ViewController : public QObject {
   /// The field that a scan goes to which comes while another item has the keyboard; null where a
   /// scan does not belong.
   [[nodiscard]] virtual TextField *scanField() const;
+  /// Learns that the scan of `code` was refused, as do the controllers that this one contains and
+  /// presents.
+  virtual void noteRefusedScan(const QString &code);
 
   /// Where the view is to stand in the view that it is laid over, in points; empty: all of it.
   [[nodiscard]] QRectF frame() const { return m_frame; }

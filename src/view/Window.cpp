@@ -23,6 +23,6 @@ TextField *Window::scanField() const {
 }
 
 void Window::refuseScan(const QString &code) {
-  m_environment.scans.add({.time = m_environment.clock->timeOfDay(), .code = code});
+  m_root.noteRefusedScan(code);
   m_environment.sounds->playSystemSound(SoundPlayer::kErrorTone);
 }

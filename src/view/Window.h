@@ -41,7 +41,7 @@ class Window : public QObject {
   /// The field that a scan goes to which comes while another item has the keyboard; null where a
   /// scan does not belong.
   [[nodiscard]] TextField *scanField() const;
-  /// A scan came where none belongs: the error tone, and a place in the trail. Nothing else
+  /// A scan came where none belongs: the error tone sounds, and the screens note it. Nothing else
   /// changes.
   void refuseScan(const QString &code);
 

@@ -78,7 +78,7 @@ class Visit:
     """The program in one look, with a service. Takes the pictures of those names, or, without
     names, all."""
 
-    def __init__(self, service, programs, pictures, look, names=None, options=(), height=None):
+    def __init__(self, service, program, pictures, look, names=None, height=None):
         self._pictures = pictures
         self._look = look
         self._names = names
@@ -86,8 +86,10 @@ class Visit:
         look.remember_in(self._home.name)
         self._screen = Screen(look.width, height or look.height)
         self._service = service
-        self._tablet = Program(self._screen, os.path.join(programs, "cartonpick"), *options,
-                               "--service-host", service.host, "--home", self._home.name)
+        self._tablet = Program(self._screen, program, *self._options())
+
+    def _options(self):
+        return "--service-host", self._service.host, "--home", self._home.name
 
     def close(self):
         self._tablet.close()
@@ -107,7 +109,8 @@ class Tour(Visit):
     """One delivery."""
 
     def __init__(self, programs, *look):
-        super().__init__(OrderService(os.path.join(programs, "cartonpick-orders")), programs, *look)
+        super().__init__(OrderService(os.path.join(programs, "cartonpick-orders")),
+                         os.path.join(programs, "cartonpick"), *look)
 
     def take(self):
         self._start()
@@ -245,8 +248,9 @@ class Tour(Visit):
 class Download(Visit):
     """The catalogue, half of it received."""
 
-    def __init__(self, *look):
-        super().__init__(HalfAnAnswer(sent=12_345_678, announced=25_000_000), *look)
+    def __init__(self, programs, *look):
+        super().__init__(HalfAnAnswer(sent=12_345_678, announced=25_000_000),
+                         os.path.join(programs, "cartonpick"), *look)
 
     def take(self):
         tablet = self._tablet
@@ -262,8 +266,12 @@ class Gallery(Visit):
     """All parts of the screens in all states, on a screen that is high enough for them."""
 
     def __init__(self, programs, pictures, look, names):
-        super().__init__(HalfAnAnswer(0, 0), programs, pictures, look, names, options=["--gallery"],
-                         height=24 * look.text_size)
+        super().__init__(HalfAnAnswer(0, 0),
+                         os.path.join(programs, os.pardir, "test-bin", "cartonpick-gallery"),
+                         pictures, look, names, height=24 * look.text_size)
+
+    def _options(self):
+        return (self._home.name,)
 
     def take(self):
         self._tablet.find("heading", "Gallery")

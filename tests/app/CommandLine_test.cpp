@@ -1,5 +1,7 @@
 #include "app/CommandLine.h"
 
+#include "support/TestClass.h"
+
 #include <QTest>
 
 class CommandLineTest : public QObject {
@@ -51,7 +53,6 @@ class CommandLineTest : public QObject {
     const CommandLine options = CommandLine::parse({"cartonpick"});
     QVERIFY(!options.fullScreen);
     QVERIFY(!options.onScreenKeyboard);
-    QVERIFY(!options.gallery);
   }
 
   void aTabletForPickingAloneStaysOneInTheDemo() {
@@ -60,11 +61,7 @@ class CommandLineTest : public QObject {
     QVERIFY(options.fullScreen);
     QVERIFY(options.onScreenKeyboard);
   }
-
-  void theGalleryCanBeAskedFor() {
-    QVERIFY(CommandLine::parse({"cartonpick", "--gallery"}).gallery);
-  }
 };
 
-QTEST_GUILESS_MAIN(CommandLineTest)
+CARTONPICK_TEST(CommandLineTest);
 #include "CommandLine_test.moc"

@@ -1,5 +1,7 @@
 #include "app/DemoService.h"
 
+#include "support/TestClass.h"
+
 #include <QTcpSocket>
 #include <QTest>
 
@@ -40,5 +42,5 @@ class DemoServiceTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(DemoServiceTest)
+CARTONPICK_TEST(DemoServiceTest);
 #include "DemoService_test.moc"

@@ -1,5 +1,6 @@
 #include "app/DisplayViewController.h"
 
+#include "support/TestClass.h"
 #include "support/TestEnvironment.h"
 
 #include <QTest>
@@ -33,5 +34,5 @@ class DisplayViewControllerTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(DisplayViewControllerTest)
+CARTONPICK_TEST(DisplayViewControllerTest);
 #include "DisplayViewController_test.moc"

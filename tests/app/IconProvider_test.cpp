@@ -1,5 +1,7 @@
 #include "app/IconProvider.h"
 
+#include "support/TestClass.h"
+
 #include <QTest>
 
 class IconProviderTest : public QObject {
@@ -39,5 +41,5 @@ class IconProviderTest : public QObject {
   IconProvider m_icons;
 };
 
-QTEST_MAIN(IconProviderTest)
+CARTONPICK_WINDOW_TEST(IconProviderTest);
 #include "IconProvider_test.moc"

@@ -1,38 +1,28 @@
 #include "app/Screens.h"
 
-#include "app/GalleryViewController.h"
+#include "app/startViewController.h"
+#include "support/TestClass.h"
 #include "support/TestEnvironment.h"
 #include "view/Window.h"
 
-#include <QQuickItem>
 #include <QQuickWindow>
 #include <QScreen>
 #include <QTest>
 
-#include <algorithm>
+#include <memory>
 
 namespace {
-
-/// Whether `item` is, or has in it, an item of that name.
-bool contains(const QQuickItem *item, const QString &name) {
-  const QList<QQuickItem *> children = item->childItems();
-  return item->objectName() == name ||
-         std::any_of(children.begin(), children.end(),
-                     [&](const QQuickItem *child) { return contains(child, name); });
-}
 
 /// A window with a screen that needs no store.
 class TestScreens : public TestEnvironment {
  public:
-  TestScreens() { gallery.loadViewIfNeeded(); }
-
   QQuickWindow &open() {
     m_screens = std::make_unique<Screens>(window);
     return *m_screens->quickWindow();
   }
 
-  GalleryViewController gallery{environment};
-  Window window{gallery, environment};
+  startViewController start{environment};
+  Window window{start, environment};
 
  private:
   std::unique_ptr<Screens> m_screens;
@@ -78,39 +68,7 @@ class ScreensTest : public QObject {
     QTRY_COMPARE(window.visibility(), QWindow::FullScreen);
     QCOMPARE(test.environment.display->windowSize(), QSize(1280, 800));
   }
-
-  void theGalleryShowsEverythingThatScreensAreMadeOf() {
-    TestScreens test;
-    QQuickWindow &window = test.open();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    for (const char *part : {"btnPlain", "txtFilled", "segmFilter", "pill", "lblDifference",
-                             "tblBoxesRow2", "tblPicksRow0"}) {
-      QVERIFY2(contains(window.contentItem(), QString::fromLatin1(part)), part);
-    }
-    QVERIFY(!window.grabWindow().isNull());
-  }
-
-  void theGalleryShowsWhatLiesAboveAScreen() {
-    TestScreens test;
-    QQuickWindow &window = test.open();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    test.gallery.showAlert();
-    test.gallery.showQuestion();
-    QCOMPARE(test.alertTitles(), QStringList({"Unknown Item", "Picking Completed?"}));
-    test.answerTopAlert(0);
-    test.answerTopAlert(0);
-    test.gallery.showSheet();
-    QCOMPARE(test.gallery.presentedViewController()->identifier(), "DisplayViewController");
-    test.gallery.dismissViewController();
-    test.gallery.showPopover();
-    QCOMPARE(test.gallery.presentedViewController()->identifier(), "ScanTrailViewController");
-    test.gallery.dismissViewController();
-    test.gallery.showProgress();
-    QVERIFY(test.environment.busy.isActive());
-    QTRY_VERIFY(test.environment.busy.progress() > 0.0);
-    QTRY_VERIFY(!test.environment.busy.isActive());
-  }
 };
 
-QTEST_MAIN(ScreensTest)
+CARTONPICK_WINDOW_TEST(ScreensTest);
 #include "Screens_test.moc"

@@ -1,4 +1,5 @@
 #include "summary/deliveryDetailsViewController.h"
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "support/Views.h"
 
@@ -92,5 +93,5 @@ class splitViewControllerTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(splitViewControllerTest)
+CARTONPICK_TEST(splitViewControllerTest);
 #include "splitViewController_test.moc"

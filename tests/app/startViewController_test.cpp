@@ -1,4 +1,5 @@
 #include "history/HistoryViewController.h"
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 
 #include <QPointer>
@@ -91,5 +92,5 @@ class startViewControllerTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(startViewControllerTest)
+CARTONPICK_TEST(startViewControllerTest);
 #include "startViewController_test.moc"

@@ -4,6 +4,7 @@
 #include "store/ManagedObjectContext.h"
 #include "store/ManagedObjectModel.h"
 #include "store/PersistentStoreCoordinator.h"
+#include "support/TestClass.h"
 #include "support/TestEnvironment.h"
 
 #include <QFile>
@@ -146,5 +147,5 @@ class vekAppDelegateTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(vekAppDelegateTest)
+CARTONPICK_TEST(vekAppDelegateTest);
 #include "vekAppDelegate_test.moc"

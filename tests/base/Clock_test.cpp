@@ -1,5 +1,7 @@
 #include "base/Clock.h"
 
+#include "support/TestClass.h"
+
 #include <QTest>
 
 class ClockTest : public QObject {
@@ -26,5 +28,5 @@ class ClockTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(ClockTest)
+CARTONPICK_TEST(ClockTest);
 #include "Clock_test.moc"

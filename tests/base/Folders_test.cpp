@@ -1,5 +1,7 @@
 #include "base/Folders.h"
 
+#include "support/TestClass.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -66,5 +68,5 @@ class FoldersTest : public QObject {
   void everyUserHasAHome() { QVERIFY(QDir::isAbsolutePath(Folders::ofThisUser().home)); }
 };
 
-QTEST_GUILESS_MAIN(FoldersTest)
+CARTONPICK_TEST(FoldersTest);
 #include "Folders_test.moc"

@@ -1,5 +1,7 @@
 #include "base/Int32.h"
 
+#include "support/TestClass.h"
+
 #include <QTest>
 
 #include <cmath>
@@ -87,5 +89,5 @@ class Int32Test : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(Int32Test)
+CARTONPICK_TEST(Int32Test);
 #include "Int32_test.moc"

@@ -1,5 +1,7 @@
 #include "base/OwnFiles.h"
 
+#include "support/TestClass.h"
+
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -168,5 +170,5 @@ class OwnFilesTest : public QObject {
   std::unique_ptr<QTemporaryDir> m_folder;
 };
 
-QTEST_GUILESS_MAIN(OwnFilesTest)
+CARTONPICK_TEST(OwnFilesTest);
 #include "OwnFiles_test.moc"

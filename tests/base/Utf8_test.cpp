@@ -1,5 +1,7 @@
 #include "base/Utf8.h"
 
+#include "support/TestClass.h"
+
 #include <QTest>
 
 class Utf8Test : public QObject {
@@ -31,5 +33,5 @@ class Utf8Test : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(Utf8Test)
+CARTONPICK_TEST(Utf8Test);
 #include "Utf8_test.moc"

@@ -1,5 +1,7 @@
 #include "base/WeakDelegate.h"
 
+#include "support/TestClass.h"
+
 #include <QTest>
 
 #include <memory>
@@ -49,5 +51,5 @@ class WeakDelegateTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(WeakDelegateTest)
+CARTONPICK_TEST(WeakDelegateTest);
 #include "WeakDelegate_test.moc"

@@ -1,5 +1,7 @@
 #include "delivery/CodePositions.h"
 
+#include "support/TestClass.h"
+
 #include <QTest>
 
 namespace {
@@ -36,5 +38,5 @@ class CodePositionsTest : public QObject {
   }
 };
 
-QTEST_APPLESS_MAIN(CodePositionsTest)
+CARTONPICK_TEST(CodePositionsTest);
 #include "CodePositions_test.moc"

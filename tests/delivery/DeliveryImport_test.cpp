@@ -1,5 +1,7 @@
 #include "delivery/DeliveryImport.h"
 
+#include "support/TestClass.h"
+
 #include <QTest>
 
 #include <limits>
@@ -19,10 +21,10 @@ OrderLine lineOf(const char *carton, const char *item, Quantity qty = 1) {
           .qty = qty};
 }
 
-DeliveryAnswer answerOf(const std::vector<OrderLine> &lines) {
-  DeliveryAnswer answer;
-  answer.lines = lines;
-  return answer;
+Delivery deliveryOf(const std::vector<OrderLine> &lines) {
+  Delivery delivery;
+  delivery.lines = lines;
+  return delivery;
 }
 
 Picking pickOf(const char *box, const char *item, std::int32_t pickqty) {
@@ -67,7 +69,7 @@ class DeliveryImportTest : public QObject {
 
  private slots:
   void aLineTakesOverWhatWasDelivered() {
-    const auto answer = answerOf({lineOf("C1", "A", Quantity::delivered(QStringLiteral("05")))});
+    const auto answer = deliveryOf({lineOf("C1", "A", Quantity::delivered(QStringLiteral("05")))});
     for (const BoxLine &line :
          {itemLinesOf(answer).front(), boxitemsOf(boxesOf(answer).front()).front()}) {
       QCOMPARE(line.barcode, "bA");
@@ -83,25 +85,25 @@ class DeliveryImportTest : public QObject {
   }
 
   void anAnswerWithoutLinesGivesEmptyLists() {
-    QVERIFY(itemLinesOf(answerOf({})).empty());
-    QVERIFY(boxesOf(answerOf({})).empty());
+    QVERIFY(itemLinesOf(deliveryOf({})).empty());
+    QVERIFY(boxesOf(deliveryOf({})).empty());
   }
 
   void anItemOfTwoCartonsIsOneItemLineAndALineInEachBox() {
-    const auto answer = answerOf({lineOf("C1", "A", 2), lineOf("C2", "A", 3)});
+    const auto answer = deliveryOf({lineOf("C1", "A", 2), lineOf("C2", "A", 3)});
     QCOMPARE(textOf(itemLinesOf(answer)), "A 0/5");
     QCOMPARE(textsOf(boxesOf(answer)), QStringList({"C1 0/2: A 0/2", "C2 0/3: A 0/3"}));
   }
 
   void anItemTwiceInACartonIsOneItemLineAndTwoLinesInTheBox() {
-    const auto answer = answerOf({lineOf("C1", "A", 2), lineOf("C1", "A", 3)});
+    const auto answer = deliveryOf({lineOf("C1", "A", 2), lineOf("C1", "A", 3)});
     QCOMPARE(textOf(itemLinesOf(answer)), "A 0/5");
     QCOMPARE(textsOf(boxesOf(answer)), QStringList("C1 0/5: A 0/2, A 0/3"));
   }
 
   void itemsAndBoxesStandInTheOrderInWhichTheyFirstOccur() {
     const auto answer =
-        answerOf({lineOf("C2", "B"), lineOf("C1", "C"), lineOf("C2", "A"), lineOf("C1", "B")});
+        deliveryOf({lineOf("C2", "B"), lineOf("C1", "C"), lineOf("C2", "A"), lineOf("C1", "B")});
     QCOMPARE(textOf(itemLinesOf(answer)), "B 0/2, C 0/1, A 0/1");
     QCOMPARE(textsOf(boxesOf(answer)),
              QStringList({"C2 0/2: B 0/1, A 0/1", "C1 0/2: C 0/1, B 0/1"}));
@@ -113,7 +115,7 @@ class DeliveryImportTest : public QObject {
     second.descr = QStringLiteral("other");
     second.doc = QStringLiteral("other");
     second.ordernum = QStringLiteral("other");
-    const BoxLine line = itemLinesOf(answerOf({lineOf("C1", "A", 2), second})).front();
+    const BoxLine line = itemLinesOf(deliveryOf({lineOf("C1", "A", 2), second})).front();
     QCOMPARE(line.barcode, "bA");
     QCOMPARE(line.descr, "Description of A");
     QCOMPARE(line.doc, "4711");
@@ -121,14 +123,14 @@ class DeliveryImportTest : public QObject {
   }
 
   void aSumIsShownAsANumber() {
-    const auto answer = answerOf({lineOf("C1", "A", Quantity::delivered(QStringLiteral("2.5"))),
-                                  lineOf("C1", "A", Quantity::delivered(QStringLiteral("01")))});
+    const auto answer = deliveryOf({lineOf("C1", "A", Quantity::delivered(QStringLiteral("2.5"))),
+                                    lineOf("C1", "A", Quantity::delivered(QStringLiteral("01")))});
     QCOMPARE(textOf(itemLinesOf(answer)), "A 0/3");
     QCOMPARE(textsOf(boxesOf(answer)), QStringList("C1 0/3: A 0/2.5, A 0/01"));
   }
 
   void sumsWrapAround() {
-    const auto answer = answerOf({lineOf("C1", "A", kMax), lineOf("C1", "A", 1)});
+    const auto answer = deliveryOf({lineOf("C1", "A", kMax), lineOf("C1", "A", 1)});
     QCOMPARE(itemLinesOf(answer).front().orderqty.value(), kMin);
     QCOMPARE(boxorderqtyOf(boxesOf(answer).front()), kMin);
     QCOMPARE(
@@ -138,60 +140,60 @@ class DeliveryImportTest : public QObject {
   }
 
   void codesAreComparedExactly() {
-    const auto answer = answerOf({lineOf("c1", "a"), lineOf("C1", "A"), lineOf("C1 ", "A ")});
+    const auto answer = deliveryOf({lineOf("c1", "a"), lineOf("C1", "A"), lineOf("C1 ", "A ")});
     QCOMPARE(itemLinesOf(answer).size(), 3U);
     QCOMPARE(boxesOf(answer).size(), 3U);
   }
 
   void emptyCodesAreCodes() {
-    const auto answer = answerOf({lineOf("", "", 2), lineOf("", "", 3)});
+    const auto answer = deliveryOf({lineOf("", "", 2), lineOf("", "", 3)});
     QCOMPARE(textOf(itemLinesOf(answer)), " 0/5");
     QCOMPARE(textsOf(boxesOf(answer)), QStringList(" 0/5:  0/2,  0/3"));
   }
 
   void anEarlierPickComesBack() {
-    const auto answer = answerOf({lineOf("C1", "A", 5), lineOf("C1", "B", 5)});
+    const auto answer = deliveryOf({lineOf("C1", "A", 5), lineOf("C1", "B", 5)});
     const std::vector<Picking> picks{pickOf("C1", "B", 4)};
     QCOMPARE(textsOf(restored(boxesOf(answer), picks)), QStringList("C1 4/10: A 0/5, B 4/5"));
     QCOMPARE(textOf(restored(itemLinesOf(answer), picks)), "A 0/5, B 4/5");
   }
 
   void onlyTheFirstFourLinesOfABoxAreRestored() {
-    const auto answer = answerOf({lineOf("C1", "A"), lineOf("C1", "B"), lineOf("C1", "C"),
-                                  lineOf("C1", "D"), lineOf("C1", "E"), lineOf("C1", "F")});
+    const auto answer = deliveryOf({lineOf("C1", "A"), lineOf("C1", "B"), lineOf("C1", "C"),
+                                    lineOf("C1", "D"), lineOf("C1", "E"), lineOf("C1", "F")});
     QCOMPARE(textsOf(restored(boxesOf(answer), {pickOf("C1", "D", 2), pickOf("C1", "E", 3)})),
              QStringList("C1 5/6: A 0/1, B 0/1, C 0/1, D 2/1, E 0/1, F 0/1"));
   }
 
   void theItemLinesAreAllRestored() {
-    const auto answer = answerOf({lineOf("C1", "A"), lineOf("C1", "B"), lineOf("C1", "C"),
-                                  lineOf("C1", "D"), lineOf("C1", "E")});
+    const auto answer = deliveryOf({lineOf("C1", "A"), lineOf("C1", "B"), lineOf("C1", "C"),
+                                    lineOf("C1", "D"), lineOf("C1", "E")});
     QCOMPARE(textOf(restored(itemLinesOf(answer), {pickOf("C1", "E", 3)})),
              "A 0/1, B 0/1, C 0/1, D 0/1, E 3/1");
   }
 
   void aPickOfACodeThatIsNoLineCountsForTheBoxAlone() {
-    const auto answer = answerOf({lineOf("C1", "A")});
+    const auto answer = deliveryOf({lineOf("C1", "A")});
     const std::vector<Picking> picks{pickOf("C1", "X", 4)};
     QCOMPARE(textsOf(restored(boxesOf(answer), picks)), QStringList("C1 4/1: A 0/1"));
     QCOMPARE(textOf(restored(itemLinesOf(answer), picks)), "A 0/1");
   }
 
   void aPickOfAnotherBoxCountsForTheItemAlone() {
-    const auto answer = answerOf({lineOf("C1", "A")});
+    const auto answer = deliveryOf({lineOf("C1", "A")});
     const std::vector<Picking> picks{pickOf("C9", "A", 4)};
     QCOMPARE(textsOf(restored(boxesOf(answer), picks)), QStringList("C1 0/1: A 0/1"));
     QCOMPARE(textOf(restored(itemLinesOf(answer), picks)), "A 4/1");
   }
 
   void ofEqualLinesInABoxTheFirstIsRestored() {
-    const auto answer = answerOf({lineOf("C1", "A", 2), lineOf("C1", "A", 3)});
+    const auto answer = deliveryOf({lineOf("C1", "A", 2), lineOf("C1", "A", 3)});
     QCOMPARE(textsOf(restored(boxesOf(answer), {pickOf("C1", "A", 2)})),
              QStringList("C1 2/5: A 2/2, A 0/3"));
   }
 
   void anItemPickedInTwoBoxesShowsItsLastPick() {
-    const auto answer = answerOf({lineOf("C1", "A", 2), lineOf("C2", "A", 3)});
+    const auto answer = deliveryOf({lineOf("C1", "A", 2), lineOf("C2", "A", 3)});
     const std::vector<Picking> picks{pickOf("C1", "A", 2), pickOf("C2", "A", 3)};
     QCOMPARE(textsOf(restored(boxesOf(answer), picks)),
              QStringList({"C1 2/2: A 2/2", "C2 3/3: A 3/3"}));
@@ -201,19 +203,19 @@ class DeliveryImportTest : public QObject {
   }
 
   void twoPicksOfOneLineAreSummedForTheBoxAndReplacedInTheLine() {
-    const auto answer = answerOf({lineOf("C1", "A", 5)});
+    const auto answer = deliveryOf({lineOf("C1", "A", 5)});
     QCOMPARE(textsOf(restored(boxesOf(answer), {pickOf("C1", "A", 2), pickOf("C1", "A", 3)})),
              QStringList("C1 5/5: A 3/5"));
   }
 
   void aPickWithoutABoxOrAnItemFitsAnEmptyOne() {
-    const auto answer = answerOf({lineOf("", "", 2)});
+    const auto answer = deliveryOf({lineOf("", "", 2)});
     QCOMPARE(textsOf(restored(boxesOf(answer), {Picking{.pickqty = 1}})),
              QStringList(" 1/2:  1/2"));
   }
 
   void importingTwiceGivesTheSame() {
-    const auto answer = answerOf({lineOf("C1", "A", 2), lineOf("C2", "A", 3)});
+    const auto answer = deliveryOf({lineOf("C1", "A", 2), lineOf("C2", "A", 3)});
     const std::vector<Picking> picks{pickOf("C1", "A", 1)};
     QCOMPARE(textsOf(restored(boxesOf(answer), picks)), textsOf(restored(boxesOf(answer), picks)));
     QCOMPARE(textsOf(boxesOf(answer)), QStringList({"C1 0/2: A 0/2", "C2 0/3: A 0/3"}));
@@ -226,13 +228,13 @@ class DeliveryImportTest : public QObject {
       lines.push_back(
           lineOf(QByteArray::number(i / 5).constData(), QByteArray::number(i).constData()));
     }
-    const auto answer = answerOf(lines);
+    const auto answer = deliveryOf(lines);
     QCOMPARE(itemLinesOf(answer).size(), std::size_t{kLines});
     QCOMPARE(boxesOf(answer).size(), std::size_t{kLines / 5});
   }
 
   void loosePicksAreNoBoxes() {
-    PickList list = boxesOf(answerOf({lineOf("C1", "A")}));
+    PickList list = boxesOf(deliveryOf({lineOf("C1", "A")}));
     list.emplace_back(
         LoosePick{.box = QStringLiteral("C1"), .item = QStringLiteral("A"), .qty = 9});
     restoreBoxes({pickOf("C1", "A", 4)}, list);
@@ -275,5 +277,5 @@ class DeliveryImportTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(DeliveryImportTest)
+CARTONPICK_TEST(DeliveryImportTest);
 #include "DeliveryImport_test.moc"

@@ -1,5 +1,7 @@
 #include "delivery/PickFilter.h"
 
+#include "support/TestClass.h"
+
 #include <QTest>
 
 namespace {
@@ -44,5 +46,5 @@ class PickFilterTest : public QObject {
   }
 };
 
-QTEST_APPLESS_MAIN(PickFilterTest)
+CARTONPICK_TEST(PickFilterTest);
 #include "PickFilter_test.moc"

@@ -1,5 +1,6 @@
 #include "delivery/PickRecorder.h"
 
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 
 #include <QTest>
@@ -185,5 +186,5 @@ class PickRecorderTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(PickRecorderTest)
+CARTONPICK_TEST(PickRecorderTest);
 #include "PickRecorder_test.moc"

@@ -1,5 +1,7 @@
 #include "delivery/PickRecords.h"
 
+#include "support/TestClass.h"
+
 #include <QTest>
 
 namespace {
@@ -58,5 +60,5 @@ class PickRecordsTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(PickRecordsTest)
+CARTONPICK_TEST(PickRecordsTest);
 #include "PickRecords_test.moc"

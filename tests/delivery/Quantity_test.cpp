@@ -1,5 +1,7 @@
 #include "delivery/Quantity.h"
 
+#include "support/TestClass.h"
+
 #include <QTest>
 
 class QuantityTest : public QObject {
@@ -32,5 +34,5 @@ class QuantityTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(QuantityTest)
+CARTONPICK_TEST(QuantityTest);
 #include "Quantity_test.moc"

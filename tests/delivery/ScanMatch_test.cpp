@@ -1,5 +1,7 @@
 #include "delivery/ScanMatch.h"
 
+#include "support/TestClass.h"
+
 #include <QTest>
 #include <QTimeZone>
 
@@ -48,9 +50,7 @@ class ScanMatchTest : public QObject {
     QCOMPARE(loose.box, "1");
     QCOMPARE(loose.doc, "4711");
   }
-
-  void withoutAStoreThereIsNoCatalogue() { QVERIFY(!articleWithCode(nullptr, kCode)); }
 };
 
-QTEST_APPLESS_MAIN(ScanMatchTest)
+CARTONPICK_TEST(ScanMatchTest);
 #include "ScanMatch_test.moc"

@@ -1,5 +1,7 @@
 #include "device/DesktopMailComposer.h"
 
+#include "support/TestClass.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -232,5 +234,5 @@ class DesktopMailComposerTest : public QObject {
   std::unique_ptr<DesktopMailComposer> m_composer;
 };
 
-QTEST_GUILESS_MAIN(DesktopMailComposerTest)
+CARTONPICK_TEST(DesktopMailComposerTest);
 #include "DesktopMailComposer_test.moc"

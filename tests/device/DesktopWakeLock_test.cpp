@@ -1,6 +1,7 @@
 #include "device/DesktopWakeLock.h"
 
 #include "support/SessionBus.h"
+#include "support/TestClass.h"
 
 #include <QSet>
 #include <QTest>
@@ -119,5 +120,5 @@ class DesktopWakeLockTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(DesktopWakeLockTest)
+CARTONPICK_TEST(DesktopWakeLockTest);
 #include "DesktopWakeLock_test.moc"

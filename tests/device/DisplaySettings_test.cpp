@@ -1,6 +1,7 @@
 #include "device/DisplaySettings.h"
 
 #include "base/Folders.h"
+#include "support/TestClass.h"
 
 #include <QFile>
 #include <QSignalSpy>
@@ -93,5 +94,5 @@ class DisplaySettingsTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(DisplaySettingsTest)
+CARTONPICK_TEST(DisplaySettingsTest);
 #include "DisplaySettings_test.moc"

@@ -1,5 +1,7 @@
 #include "device/MailFileName.h"
 
+#include "support/TestClass.h"
+
 #include <QTest>
 
 class MailFileNameTest : public QObject {
@@ -52,5 +54,5 @@ class MailFileNameTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(MailFileNameTest)
+CARTONPICK_TEST(MailFileNameTest);
 #include "MailFileName_test.moc"

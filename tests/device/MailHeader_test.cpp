@@ -1,5 +1,7 @@
 #include "device/MailHeader.h"
 
+#include "support/TestClass.h"
+
 #include <QTest>
 
 class MailHeaderTest : public QObject {
@@ -58,5 +60,5 @@ class MailHeaderTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(MailHeaderTest)
+CARTONPICK_TEST(MailHeaderTest);
 #include "MailHeader_test.moc"

@@ -1,5 +1,7 @@
 #include "device/MailMessage.h"
 
+#include "support/TestClass.h"
+
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -210,5 +212,5 @@ class MailMessageTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(MailMessageTest)
+CARTONPICK_TEST(MailMessageTest);
 #include "MailMessage_test.moc"

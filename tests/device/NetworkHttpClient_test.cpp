@@ -1,6 +1,7 @@
 #include "device/NetworkHttpClient.h"
 
 #include "support/LoopbackService.h"
+#include "support/TestClass.h"
 
 #include <QEventLoop>
 #include <QPointer>
@@ -578,5 +579,5 @@ class NetworkHttpClientTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(NetworkHttpClientTest)
+CARTONPICK_TEST(NetworkHttpClientTest);
 #include "NetworkHttpClient_test.moc"

@@ -1,6 +1,7 @@
 #include "device/SystemColourScheme.h"
 
 #include "support/SessionBus.h"
+#include "support/TestClass.h"
 
 #include <QDBusContext>
 #include <QDBusMessage>
@@ -115,5 +116,5 @@ class SystemColourSchemeTest : public QObject {
   }
 };
 
-QTEST_MAIN(SystemColourSchemeTest)
+CARTONPICK_WINDOW_TEST(SystemColourSchemeTest);
 #include "SystemColourScheme_test.moc"

@@ -1,5 +1,7 @@
 #include "history/HistoryLines.h"
 
+#include "support/TestClass.h"
+
 #include <QTest>
 #include <QTimeZone>
 
@@ -68,5 +70,5 @@ class HistoryLinesTest : public QObject {
   }
 };
 
-QTEST_APPLESS_MAIN(HistoryLinesTest)
+CARTONPICK_TEST(HistoryLinesTest);
 #include "HistoryLines_test.moc"

@@ -3,6 +3,7 @@
 #include "history/PickHistoryCell.h"
 #include "summary/deliveryDetailsViewController.h"
 #include "summary/pickTableCell.h"
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "support/Views.h"
 
@@ -352,5 +353,5 @@ class HistoryViewControllerTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(HistoryViewControllerTest)
+CARTONPICK_TEST(HistoryViewControllerTest);
 #include "HistoryViewController_test.moc"

@@ -1,5 +1,6 @@
 #include "picking/actionPickerViewController.h"
 
+#include "support/TestClass.h"
 #include "support/TestEnvironment.h"
 
 #include <QTest>
@@ -102,5 +103,5 @@ class actionPickerViewControllerTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(actionPickerViewControllerTest)
+CARTONPICK_TEST(actionPickerViewControllerTest);
 #include "actionPickerViewController_test.moc"

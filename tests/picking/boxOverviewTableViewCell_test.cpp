@@ -1,5 +1,7 @@
 #include "picking/boxOverviewTableViewCell.h"
 
+#include "support/TestClass.h"
+
 #include <QMetaProperty>
 #include <QTest>
 
@@ -23,5 +25,5 @@ class boxOverviewTableViewCellTest : public QObject {
   }
 };
 
-QTEST_APPLESS_MAIN(boxOverviewTableViewCellTest)
+CARTONPICK_TEST(boxOverviewTableViewCellTest);
 #include "boxOverviewTableViewCell_test.moc"

@@ -1,5 +1,6 @@
 #include "picking/changeQuantityViewController.h"
 
+#include "support/TestClass.h"
 #include "support/TestEnvironment.h"
 #include "support/Views.h"
 
@@ -302,5 +303,5 @@ class changeQuantityViewControllerTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(changeQuantityViewControllerTest)
+CARTONPICK_TEST(changeQuantityViewControllerTest);
 #include "changeQuantityViewController_test.moc"

@@ -1,5 +1,6 @@
 #include "picking/actionPickerViewController.h"
 #include "summary/deliveryDetailsViewController.h"
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "support/Views.h"
 
@@ -149,7 +150,7 @@ class detailViewControllerActionsTest : public QObject {
 
   void theDeliverySentIsThatOfTheFirstLine() {
     PickedBox program;
-    program.detail().setDoc(QStringLiteral("the pane's"));
+    program.restartPickingAs(QStringLiteral("the pane's"));
     program.detail().sendPickingToServer();
     QVERIFY(program.environment.busy.isActive());
   }
@@ -201,7 +202,7 @@ class detailViewControllerActionsTest : public QObject {
     const deliveryDetailsViewController *summary = program.detail().deliveryDetailsVC();
     const auto lines = std::make_shared<ItemLines>();
     lines->push_back({.doc = QStringLiteral("0815"), .orderqty = 9});
-    program.detail().setArrayItems(lines);
+    program.session().setArrayItems(lines);
     QSignalSpy flips(&program.detail(), &ViewController::flipped);
     program.detail().selectedAction(kViewSummary);
     QCOMPARE(program.detail().deliveryDetailsVC(), summary);
@@ -240,5 +241,5 @@ class detailViewControllerActionsTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(detailViewControllerActionsTest)
+CARTONPICK_TEST(detailViewControllerActionsTest);
 #include "detailViewControllerActions_test.moc"

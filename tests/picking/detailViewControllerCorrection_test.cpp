@@ -1,4 +1,5 @@
 #include "summary/pickTableCell.h"
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "support/Views.h"
 
@@ -316,14 +317,14 @@ class detailViewControllerCorrectionTest : public QObject {
     auto lines = std::make_shared<ItemLines>(*program.detail().arrayItems());
     lines->push_back({.item = QStringLiteral("A")});
     lines->push_back({.item = QStringLiteral("a")});
-    program.detail().setArrayItems(lines);
+    program.session().setArrayItems(lines);
     program.enterQuantity(0, QStringLiteral("5"));
     QCOMPARE(itemLinesOf(program), QStringList({"A 5", "B 0", "C 0", "A 5", "a 0"}));
   }
 
   void withoutItemLinesTheBoxIsCorrectedAllTheSame() {
     OpenBox program;
-    program.detail().setArrayItems(nullptr);
+    program.session().setArrayItems(nullptr);
     program.enterQuantity(0, QStringLiteral("5"));
     QCOMPARE(picksOf(program, 0), QList<int>({5, 0, 0}));
   }
@@ -366,7 +367,7 @@ class detailViewControllerCorrectionTest : public QObject {
 
   void theDeliveryNumberStoredIsThatOfTheLine() {
     OpenBox program;
-    program.detail().setDoc(QStringLiteral("the pane's"));
+    program.restartPickingAs(QStringLiteral("the pane's"));
     program.enterQuantity(0, QStringLiteral("5"));
     QCOMPARE(storedIn(program), QStringList("C1 A 5"));
   }
@@ -411,15 +412,15 @@ class detailViewControllerCorrectionTest : public QObject {
 
   void theWholeListIsWrittenOnlyForADelivery() {
     OpenBox program;
-    program.detail().setDoc(QString());
+    program.restartPickingAs(QString());
     program.detail().ChangePickingRowInManagedContext();
     QVERIFY(program.context().deliveryGroups()->empty());
-    program.detail().setDoc(QStringLiteral("4711"));
+    program.restartPickingAs(QStringLiteral("4711"));
     program.detail().ChangePickingRowInManagedContext();
     QCOMPARE(program.context().deliveryGroups()->size(), 1U);
     QVERIFY(!program.context().hasChanges());
   }
 };
 
-QTEST_GUILESS_MAIN(detailViewControllerCorrectionTest)
+CARTONPICK_TEST(detailViewControllerCorrectionTest);
 #include "detailViewControllerCorrection_test.moc"

@@ -1,3 +1,4 @@
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "support/Views.h"
 
@@ -236,7 +237,7 @@ class detailViewControllerScanningTest : public QObject {
     QFETCH(QString, code);
     OpenBox program;
     program.addArticle(QStringLiteral("29009"), QStringLiteral("Y"), QStringLiteral("CREAM MUG"));
-    program.detail().setDoc(QStringLiteral("the pane's"));
+    program.restartPickingAs(QStringLiteral("the pane's"));
     program.scan(code);
     QCOMPARE(program.entries(), 3U);
     QCOMPARE(loosePickAt(program, 2), QStringList({"29009", "1", "2026-03-02 08:12:05", "CREAM MUG",
@@ -251,7 +252,7 @@ class detailViewControllerScanningTest : public QObject {
     OpenBox program;
     program.addArticle(QStringLiteral("29009"), QStringLiteral("Y"), QStringLiteral("CREAM MUG"));
     program.detail().arrayPick()->insert(program.detail().arrayPick()->begin(), loosePick());
-    program.detail().setCurBoxIndex(1);
+    program.session().openBox(1);
     program.scan(QStringLiteral("Y"));
     QCOMPARE(loosePickAt(program, 3).at(6), "A9");
   }
@@ -347,7 +348,16 @@ class detailViewControllerScanningTest : public QObject {
     program.lookUp(QStringLiteral("4711"));
     QCOMPARE(program.entries(), 2U);
   }
+
+  void aRefusedScanIsInTheTrailWithItsTime() {
+    const OpenBox program;
+    program.delegate.window()->refuseScan(QStringLiteral("77"));
+    const Scan scan = program.detail().scanTrail().scans().front();
+    QCOMPARE(scan.code, "77");
+    QCOMPARE(scan.outcome, ScanOutcome::Refused);
+    QCOMPARE(scan.time, QTime(10, 12, 5));
+  }
 };
 
-QTEST_GUILESS_MAIN(detailViewControllerScanningTest)
+CARTONPICK_TEST(detailViewControllerScanningTest);
 #include "detailViewControllerScanning_test.moc"

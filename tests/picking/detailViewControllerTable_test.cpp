@@ -1,4 +1,5 @@
 #include "summary/pickTableCell.h"
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "support/Views.h"
 
@@ -31,7 +32,7 @@ class OpenBox : public TestProgram {
                               .orderqty = orderqty,
                               .pickqty = pickqty});
     }
-    detail().setArrayPick(std::make_shared<PickList>(PickList{box}));
+    session().setArrayPick(std::make_shared<PickList>(PickList{box}));
     master().btnPickingTouched();
     master().tblBoxes->touchRow(0);
   }
@@ -64,7 +65,7 @@ class detailViewControllerTableTest : public QObject {
   void withoutAListThereAreNoRows() {
     TestProgram program;
     program.enterPicking();
-    program.detail().setCurBoxIndex(0);
+    program.session().openBox(0);
     QCOMPARE(program.detail().tblItems->numberOfRows(), 0);
   }
 
@@ -181,7 +182,7 @@ class detailViewControllerTableTest : public QObject {
     program.detail().arrayPick()->emplace_back(LoosePick{.item = QStringLiteral("X")});
     program.detail().tblItems->reloadData();
     QCOMPARE(itemsOf(program), QStringList("A"));
-    program.detail().setCurBoxIndex(1);
+    program.session().openBox(1);
     program.detail().tblItems->reloadData();
     QCOMPARE(itemsOf(program), QStringList());
   }
@@ -195,5 +196,5 @@ class detailViewControllerTableTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(detailViewControllerTableTest)
+CARTONPICK_TEST(detailViewControllerTableTest);
 #include "detailViewControllerTable_test.moc"

@@ -1,4 +1,5 @@
 #include "picking/actionPickerViewController.h"
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "support/Views.h"
 
@@ -78,5 +79,5 @@ class detailViewControllerTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(detailViewControllerTest)
+CARTONPICK_TEST(detailViewControllerTest);
 #include "detailViewController_test.moc"

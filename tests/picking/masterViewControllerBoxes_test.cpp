@@ -1,4 +1,5 @@
 #include "picking/boxTableViewCell.h"
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "support/Views.h"
 
@@ -211,10 +212,10 @@ class masterViewControllerBoxesTest : public QObject {
  private:
   /// Makes `list` the working list and shows it.
   static void show(const TestProgram &program, const PickList &list) {
-    program.detail().setArrayPick(std::make_shared<PickList>(list));
+    program.session().setArrayPick(std::make_shared<PickList>(list));
     program.master().QuantityChangedOnDetailView();
   }
 };
 
-QTEST_GUILESS_MAIN(masterViewControllerBoxesTest)
+CARTONPICK_TEST(masterViewControllerBoxesTest);
 #include "masterViewControllerBoxes_test.moc"

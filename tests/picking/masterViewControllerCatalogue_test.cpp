@@ -1,3 +1,4 @@
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 
 #include <QTest>
@@ -103,7 +104,7 @@ class masterViewControllerCatalogueTest : public QObject {
     program.reloadItems(body);
     program.master().btnPickingTouched();
     QVERIFY(program.detail().doc().isNull());
-    QCOMPARE(program.detail().pickList().size(), 1U);
+    QCOMPARE(program.session().pickList().size(), 1U);
   }
 
   void aSearchAfterTheReloadRestoresTheDeliveryNumber() {
@@ -131,8 +132,8 @@ class masterViewControllerCatalogueTest : public QObject {
     program.startPicking({{"C1", "A", 5}});
     program.master().tblBoxes->touchRow(0);
     program.scan("b");
-    QCOMPARE(program.detail().pickList().size(), 2U);
-    const auto *loose = std::get_if<LoosePick>(&program.detail().pickList().back());
+    QCOMPARE(program.session().pickList().size(), 2U);
+    const auto *loose = std::get_if<LoosePick>(&program.session().pickList().back());
     QVERIFY(loose != nullptr);
     QCOMPARE(loose->descr, "first");
   }
@@ -152,5 +153,5 @@ class masterViewControllerCatalogueTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(masterViewControllerCatalogueTest)
+CARTONPICK_TEST(masterViewControllerCatalogueTest);
 #include "masterViewControllerCatalogue_test.moc"

@@ -1,3 +1,4 @@
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "support/Views.h"
 
@@ -26,7 +27,7 @@ Picking earlierPick(const QString &box, const QString &item, int pickqty,
 /// "box pick/order: item pick/order, …" for each box.
 QStringList boxesOf(const TestProgram &program) {
   QStringList boxes;
-  for (const PickEntry &entry : program.detail().pickList()) {
+  for (const PickEntry &entry : program.session().pickList()) {
     QStringList lines;
     for (const BoxLine &line : boxitemsOf(entry)) {
       lines << QStringLiteral("%1 %2/%3").arg(line.item, line.pickqty.text(), line.orderqty.text());
@@ -348,5 +349,5 @@ class masterViewControllerImportTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(masterViewControllerImportTest)
+CARTONPICK_TEST(masterViewControllerImportTest);
 #include "masterViewControllerImport_test.moc"

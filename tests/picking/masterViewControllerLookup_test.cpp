@@ -1,3 +1,4 @@
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "support/Views.h"
 
@@ -385,5 +386,5 @@ class masterViewControllerLookupTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(masterViewControllerLookupTest)
+CARTONPICK_TEST(masterViewControllerLookupTest);
 #include "masterViewControllerLookup_test.moc"

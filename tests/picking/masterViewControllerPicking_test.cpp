@@ -1,4 +1,5 @@
 #include "summary/pickTableCell.h"
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "support/Views.h"
 
@@ -153,7 +154,7 @@ class masterViewControllerPickingTest : public QObject {
   void startingPreparesTheDetailPane() {
     TestProgram program;
     program.enterPicking();
-    program.detail().setCurBoxIndex(7);
+    program.session().openBox(7);
     program.startPicking({{"C1", "A", 5, {}, QStringLiteral("0815")}});
     QCOMPARE(program.detail().doc(), "0815");
     QCOMPARE(program.detail().curBoxIndex(), -1);
@@ -172,7 +173,9 @@ class masterViewControllerPickingTest : public QObject {
   void withoutALookupAnswerThereIsNoDeliveryNumber() {
     TestProgram program;
     program.enterPicking();
-    program.detail().setDoc(QStringLiteral("left over"));
+    program.restartPickingAs(QStringLiteral("left over"));
+    program.session().stop();
+    program.session().setJsonResult(std::nullopt);
     program.master().btnPickingTouched();
     QVERIFY(program.detail().doc().isNull());
     QCOMPARE(program.master().tblBoxes->rowCount(), 0);
@@ -497,5 +500,5 @@ class masterViewControllerPickingTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(masterViewControllerPickingTest)
+CARTONPICK_TEST(masterViewControllerPickingTest);
 #include "masterViewControllerPicking_test.moc"

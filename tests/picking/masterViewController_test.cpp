@@ -1,3 +1,4 @@
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "support/Views.h"
 
@@ -151,5 +152,5 @@ class masterViewControllerTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(masterViewControllerTest)
+CARTONPICK_TEST(masterViewControllerTest);
 #include "masterViewController_test.moc"

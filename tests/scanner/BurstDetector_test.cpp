@@ -1,5 +1,7 @@
 #include "scanner/BurstDetector.h"
 
+#include "support/TestClass.h"
+
 #include <QList>
 #include <QTest>
 
@@ -140,5 +142,5 @@ class BurstDetectorTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(BurstDetectorTest)
+CARTONPICK_TEST(BurstDetectorTest);
 #include "BurstDetector_test.moc"

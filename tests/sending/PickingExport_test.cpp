@@ -1,5 +1,6 @@
 #include "sending/PickingExport.h"
 
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 
 #include <QDir>
@@ -300,5 +301,5 @@ class PickingExportTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(PickingExportTest)
+CARTONPICK_TEST(PickingExportTest);
 #include "PickingExport_test.moc"

@@ -1,6 +1,7 @@
 #include "sending/PickingSender.h"
 
 #include "sending/SendPickBody.h"
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "support/Views.h"
 
@@ -385,5 +386,5 @@ class PickingSenderTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(PickingSenderTest)
+CARTONPICK_TEST(PickingSenderTest);
 #include "PickingSender_test.moc"

@@ -1,5 +1,7 @@
 #include "sending/SendPickBody.h"
 
+#include "support/TestClass.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -133,5 +135,5 @@ class SendPickBodyTest : public QObject {
   }
 };
 
-QTEST_APPLESS_MAIN(SendPickBodyTest)
+CARTONPICK_TEST(SendPickBodyTest);
 #include "SendPickBody_test.moc"

@@ -1,5 +1,7 @@
 #include "service/CatalogueAnswer.h"
 
+#include "support/TestClass.h"
+
 #include <QTest>
 
 #include <string>
@@ -201,5 +203,5 @@ class CatalogueAnswerTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(CatalogueAnswerTest)
+CARTONPICK_TEST(CatalogueAnswerTest);
 #include "CatalogueAnswer_test.moc"

@@ -3,6 +3,7 @@
 #include "device/NetworkHttpClient.h"
 #include "store/ManagedObjectModel.h"
 #include "store/PersistentStoreCoordinator.h"
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 
 #include <QProcess>
@@ -94,7 +95,8 @@ std::unique_ptr<ManagedObjectContext> openStore(const QString &path) {
 
 /// Loads the large catalogue into the store at `path` and prints how far it is; for a process that
 /// is to be killed.
-int reloadAndPrint(const QString &path) {
+int reloadAndPrint(const QStringList &arguments) {
+  const QString path = arguments.at(0);
   LoopbackService service;
   service.answerWith(catalogueOf(kLargeCount));
   Environment environment{.clock = nullptr,
@@ -369,13 +371,6 @@ class CatalogueReloadTest : public QObject {
   }
 };
 
-int main(int argc, char *argv[]) {
-  const QCoreApplication application(argc, argv);
-  const QStringList arguments = QCoreApplication::arguments();
-  if (arguments.size() == 3 && arguments.at(1) == kReloadOption) {
-    return reloadAndPrint(arguments.at(2));
-  }
-  CatalogueReloadTest test;
-  return QTest::qExec(&test, argc, argv);
-}
+CARTONPICK_TEST(CatalogueReloadTest);
+CARTONPICK_TEST_CHILD(kReloadOption, reloadAndPrint);
 #include "CatalogueReload_test.moc"

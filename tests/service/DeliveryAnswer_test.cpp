@@ -1,6 +1,7 @@
 #include "service/DeliveryAnswer.h"
 
 #include "base/Int32.h"
+#include "support/TestClass.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -21,7 +22,7 @@ constexpr const char *kSmallAnswer =
     R"("descr":"LANTERN","qty":"2","carton":"C2"}])";
 
 /// The parsed answer whose one element is `element`.
-std::optional<DeliveryAnswer> answerOf(const QByteArray &element) {
+std::optional<Delivery> answerOf(const QByteArray &element) {
   return parseDeliveryAnswer('[' + element + ']');
 }
 
@@ -32,7 +33,7 @@ QString textOf(const OrderLine &line) {
       .join(u'|');
 }
 
-QString textOf(const std::optional<DeliveryAnswer> &answer) {
+QString textOf(const std::optional<Delivery> &answer) {
   if (!answer) {
     return QStringLiteral("nothing");
   }
@@ -74,9 +75,9 @@ Quantity quantityOf(const QJsonValue &value) {
   return value.isString() || value.isBool() ? Quantity::delivered(textOf(value)) : Quantity();
 }
 
-std::optional<DeliveryAnswer> parse(const QByteArray &body) {
+std::optional<Delivery> parse(const QByteArray &body) {
   const QJsonArray elements = QJsonDocument::fromJson(body).array();
-  DeliveryAnswer answer;
+  Delivery answer;
   for (const QJsonValue &element : elements) {
     const QJsonObject fields = element.toObject();
     for (const char *key : {"doc", "ordernum", "item", "barcode", "descr", "carton", "qty"}) {
@@ -360,5 +361,5 @@ class DeliveryAnswerTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(DeliveryAnswerTest)
+CARTONPICK_TEST(DeliveryAnswerTest);
 #include "DeliveryAnswer_test.moc"

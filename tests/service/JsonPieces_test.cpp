@@ -1,6 +1,7 @@
 #include "service/JsonPieces.h"
 
 #include "service/JsonValues.h"
+#include "support/TestClass.h"
 
 #include <QTest>
 
@@ -65,5 +66,5 @@ class JsonPiecesTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(JsonPiecesTest)
+CARTONPICK_TEST(JsonPiecesTest);
 #include "JsonPieces_test.moc"

@@ -1,5 +1,7 @@
 #include "service/JsonValues.h"
 
+#include "support/TestClass.h"
+
 #include <QTest>
 
 #include <limits>
@@ -89,5 +91,5 @@ class JsonValuesTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(JsonValuesTest)
+CARTONPICK_TEST(JsonValuesTest);
 #include "JsonValues_test.moc"

@@ -2,6 +2,7 @@
 
 #include "device/NetworkHttpClient.h"
 #include "support/LoopbackService.h"
+#include "support/TestClass.h"
 
 #include <QTest>
 
@@ -134,5 +135,5 @@ class ServiceAddressTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(ServiceAddressTest)
+CARTONPICK_TEST(ServiceAddressTest);
 #include "ServiceAddress_test.moc"

@@ -1,5 +1,6 @@
 #include "store/CatalogueWriter.h"
 
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 
 #include <QTest>
@@ -192,5 +193,5 @@ class CatalogueWriterTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(CatalogueWriterTest)
+CARTONPICK_TEST(CatalogueWriterTest);
 #include "CatalogueWriter_test.moc"

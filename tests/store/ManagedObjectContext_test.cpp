@@ -1,6 +1,7 @@
 #include "store/ManagedObjectContext.h"
 
 #include "TemporaryStore.h"
+#include "support/TestClass.h"
 
 #include <QCoreApplication>
 #include <QProcess>
@@ -16,7 +17,7 @@
 
 namespace {
 
-const QString kDieUnsaved = QStringLiteral("--die-unsaved");
+constexpr auto kDieUnsaved = "--die-unsaved";
 
 QDateTime timeAt(qint64 milliseconds) {
   return QDateTime::fromMSecsSinceEpoch(milliseconds, QTimeZone::utc());
@@ -81,14 +82,15 @@ void addTexts() {
   QTest::newRow("begins with U+FEFF twice") << QStringLiteral("\uFEFF\uFEFF7");
 }
 
-void dieUnsaved(const QString &path) {
-  ManagedObjectContext context(openStore(path));
+/// Saves a pick in the store at its argument, and dies in the middle of another one.
+int dieUnsaved(const QStringList &arguments) {
+  ManagedObjectContext context(openStore(arguments.at(0)));
   context.insert(pickOf(QStringLiteral("4711"), QStringLiteral("C1"), QStringLiteral("saved")));
   if (context.save()) {
-    return;
+    return EXIT_FAILURE;
   }
   context.insert(pickOf(QStringLiteral("4711"), QStringLiteral("C1"), QStringLiteral("unsaved")));
-  std::raise(SIGKILL);
+  return std::raise(SIGKILL);
 }
 
 }  // namespace
@@ -592,15 +594,6 @@ class ManagedObjectContextTest : public QObject {
   }
 };
 
-int main(int argc, char *argv[]) {
-  const QCoreApplication application(argc, argv);
-  const QStringList arguments = QCoreApplication::arguments();
-  if (arguments.value(1) == kDieUnsaved) {
-    dieUnsaved(arguments.value(2));
-    return EXIT_SUCCESS;
-  }
-  ManagedObjectContextTest test;
-  return QTest::qExec(&test, argc, argv);
-}
-
+CARTONPICK_TEST(ManagedObjectContextTest);
+CARTONPICK_TEST_CHILD(kDieUnsaved, dieUnsaved);
 #include "ManagedObjectContext_test.moc"

@@ -1,5 +1,7 @@
 #include "store/ManagedObjectModel.h"
 
+#include "support/TestClass.h"
+
 #include <QTest>
 
 #include <algorithm>
@@ -62,5 +64,5 @@ class ManagedObjectModelTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(ManagedObjectModelTest)
+CARTONPICK_TEST(ManagedObjectModelTest);
 #include "ManagedObjectModel_test.moc"

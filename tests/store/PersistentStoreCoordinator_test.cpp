@@ -1,6 +1,7 @@
 #include "store/PersistentStoreCoordinator.h"
 
 #include "TemporaryStore.h"
+#include "support/TestClass.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -320,5 +321,5 @@ class PersistentStoreCoordinatorTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(PersistentStoreCoordinatorTest)
+CARTONPICK_TEST(PersistentStoreCoordinatorTest);
 #include "PersistentStoreCoordinator_test.moc"

@@ -1,6 +1,7 @@
 #include "store/SaveOrAbort.h"
 
 #include "TemporaryStore.h"
+#include "support/TestClass.h"
 
 #include <QCoreApplication>
 #include <QProcess>
@@ -12,12 +13,13 @@
 namespace {
 
 const QString kDoc = QStringLiteral("4711");
+constexpr auto kSavePick = "--save-pick";
 
 /// Ways in which the save of another process fails.
-const QString kWhileLocked = QStringLiteral("--while-locked");
-const QString kWithoutRoom = QStringLiteral("--without-room");
-const QString kWithoutStore = QStringLiteral("--without-store");
-const QString kWithoutChanges = QStringLiteral("--without-changes");
+const QString kWhileLocked = QStringLiteral("while-locked");
+const QString kWithoutRoom = QStringLiteral("without-room");
+const QString kWithoutStore = QStringLiteral("without-store");
+const QString kWithoutChanges = QStringLiteral("without-changes");
 
 Picking pickOf(const QString &item) {
   return {.doc = kDoc, .item = item};
@@ -30,7 +32,9 @@ void forbidLargerFiles() {
 }
 
 /// What the other process does: one save that goes well, then one that fails as `way` says.
-int savePick(const QString &way, const QString &path) {
+int savePick(const QStringList &arguments) {
+  const QString way = arguments.at(0);
+  const QString path = arguments.at(1);
   const rlimit none{0, 0};
   setrlimit(RLIMIT_CORE, &none);
   const auto coordinator = openStore(path);
@@ -57,7 +61,7 @@ int savePick(const QString &way, const QString &path) {
 /// Another process that saves picks in `path`, after its end.
 struct OtherProcess {
   OtherProcess(const QString &way, const QString &path) {
-    process.start(QCoreApplication::applicationFilePath(), {way, path});
+    process.start(QCoreApplication::applicationFilePath(), {kSavePick, way, path});
     process.waitForFinished();
   }
 
@@ -125,14 +129,6 @@ class SaveOrAbortTest : public QObject {
   }
 };
 
-int main(int argc, char *argv[]) {
-  const QCoreApplication application(argc, argv);
-  const QStringList arguments = QCoreApplication::arguments();
-  if (arguments.size() == 3 && arguments.at(1).startsWith(QStringLiteral("--w"))) {
-    return savePick(arguments.at(1), arguments.at(2));
-  }
-  SaveOrAbortTest test;
-  return QTest::qExec(&test, argc, argv);
-}
-
+CARTONPICK_TEST(SaveOrAbortTest);
+CARTONPICK_TEST_CHILD(kSavePick, savePick);
 #include "SaveOrAbort_test.moc"

@@ -1,5 +1,7 @@
 #include "store/StoreLock.h"
 
+#include "support/TestClass.h"
+
 #include <QCoreApplication>
 #include <QFile>
 #include <QProcess>
@@ -11,7 +13,7 @@
 
 namespace {
 
-const QString kHoldLock = QStringLiteral("--hold-lock");
+constexpr auto kHoldLock = "--hold-lock";
 
 /// A home whose documents folder exists.
 struct TestFolders {
@@ -26,8 +28,8 @@ struct TestFolders {
 };
 
 /// Takes the lock, says whether it got it, and keeps it until standard input ends.
-int holdLock(const QString &home) {
-  StoreLock lock(Folders{home});
+int holdLock(const QStringList &arguments) {
+  StoreLock lock(Folders{arguments.at(0)});
   std::puts(lock.acquire() ? "held" : "refused");
   std::fflush(stdout);
   while (std::getchar() != EOF) {
@@ -116,14 +118,6 @@ class StoreLockTest : public QObject {
   }
 };
 
-int main(int argc, char *argv[]) {
-  const QCoreApplication application(argc, argv);
-  const QStringList arguments = QCoreApplication::arguments();
-  if (arguments.value(1) == kHoldLock) {
-    return holdLock(arguments.value(2));
-  }
-  StoreLockTest test;
-  return QTest::qExec(&test, argc, argv);
-}
-
+CARTONPICK_TEST(StoreLockTest);
+CARTONPICK_TEST_CHILD(kHoldLock, holdLock);
 #include "StoreLock_test.moc"

@@ -2,6 +2,7 @@
 
 #include "TemporaryStore.h"
 #include "faults/disk/FaultyVfs.h"
+#include "support/TestClass.h"
 
 #include <QTest>
 
@@ -101,5 +102,5 @@ class WriteAheadLogTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(WriteAheadLogTest)
+CARTONPICK_TEST(WriteAheadLogTest);
 #include "WriteAheadLog_test.moc"

@@ -1,6 +1,7 @@
 #include "summary/deliveryDetailsViewController.h"
 
 #include "summary/pickTableCell.h"
+#include "support/TestClass.h"
 #include "support/TestEnvironment.h"
 #include "support/Views.h"
 
@@ -236,5 +237,5 @@ class deliveryDetailsViewControllerTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(deliveryDetailsViewControllerTest)
+CARTONPICK_TEST(deliveryDetailsViewControllerTest);
 #include "deliveryDetailsViewController_test.moc"

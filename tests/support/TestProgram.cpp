@@ -49,6 +49,16 @@ detailViewController &TestProgram::detail() const {
   return *qobject_cast<detailViewController *>(split().detail());
 }
 
+PickingSession &TestProgram::session() const {
+  return *split().findChild<PickingSession *>();
+}
+
+void TestProgram::restartPickingAs(const QString &doc) const {
+  session().setJsonResult(JsonResult{doc});
+  session().start();
+  session().openBox(0);
+}
+
 changeQuantityViewController *TestProgram::keypad() const {
   return qobject_cast<changeQuantityViewController *>(detail().presentedViewController());
 }

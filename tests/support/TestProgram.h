@@ -43,6 +43,10 @@ class TestProgram : public TestEnvironment {
   [[nodiscard]] splitViewController &split() const;
   [[nodiscard]] masterViewController &master() const;
   [[nodiscard]] detailViewController &detail() const;
+  /// What both panes observe.
+  [[nodiscard]] PickingSession &session() const;
+  /// Starts the picking again, with the delivery number `doc`, and opens its first box.
+  void restartPickingAs(const QString &doc) const;
   /// The keypad, or nothing while it is not open.
   [[nodiscard]] changeQuantityViewController *keypad() const;
   [[nodiscard]] ManagedObjectContext &context() { return *delegate.managedObjectContext(); }

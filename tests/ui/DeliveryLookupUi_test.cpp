@@ -1,3 +1,4 @@
+#include "support/TestClass.h"
 #include "support/TestWindow.h"
 
 #include <QTest>
@@ -171,5 +172,5 @@ class DeliveryLookupUiTest : public QObject {
   }
 };
 
-QTEST_MAIN(DeliveryLookupUiTest)
+CARTONPICK_WINDOW_TEST(DeliveryLookupUiTest);
 #include "DeliveryLookupUi_test.moc"

@@ -1,4 +1,5 @@
 #include "store/ManagedObjectContext.h"
+#include "support/TestClass.h"
 #include "support/TestWindow.h"
 
 #include <QTest>
@@ -111,5 +112,5 @@ class HistoryUiTest : public QObject {
   }
 };
 
-QTEST_MAIN(HistoryUiTest)
+CARTONPICK_WINDOW_TEST(HistoryUiTest);
 #include "HistoryUi_test.moc"

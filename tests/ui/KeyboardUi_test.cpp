@@ -1,4 +1,5 @@
 #include "store/ManagedObjectContext.h"
+#include "support/TestClass.h"
 #include "support/TestWindow.h"
 
 #include <QImage>
@@ -455,5 +456,5 @@ class KeyboardUiTest : public QObject {
   }
 };
 
-QTEST_MAIN(KeyboardUiTest)
+CARTONPICK_WINDOW_TEST(KeyboardUiTest);
 #include "KeyboardUi_test.moc"

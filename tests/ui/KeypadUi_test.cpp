@@ -1,4 +1,5 @@
 #include "store/ManagedObjectContext.h"
+#include "support/TestClass.h"
 #include "support/TestWindow.h"
 
 #include <QClipboard>
@@ -257,5 +258,5 @@ class KeypadUiTest : public QObject {
   }
 };
 
-QTEST_MAIN(KeypadUiTest)
+CARTONPICK_WINDOW_TEST(KeypadUiTest);
 #include "KeypadUi_test.moc"

@@ -1,6 +1,7 @@
+#include "picking/detailViewController.h"
 #include "store/ManagedObjectContext.h"
+#include "support/TestClass.h"
 #include "support/TestWindow.h"
-#include "view/ScanTrail.h"
 
 #include <QAccessible>
 #include <QFont>
@@ -325,9 +326,11 @@ class LayoutUiTest : public QObject {
     QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList("txtNewQty"));
     ui.confirm("12");
     check(ui, "splitViewController");
+    auto *detail =
+        ui.item("detailViewController")->property("controller").value<detailViewController *>();
     for (const ScanOutcome outcome : {ScanOutcome::Found, ScanOutcome::Booked, ScanOutcome::Loose,
                                       ScanOutcome::Unknown, ScanOutcome::Refused}) {
-      ui.environment.scans.add({.code = "84406B-XL-2026", .outcome = outcome, .line = 12});
+      detail->scanTrail().add({.code = "84406B-XL-2026", .outcome = outcome, .line = 12});
     }
     touch(ui, "pill");
     check(ui, "ScanTrailViewController");
@@ -385,5 +388,5 @@ class LayoutUiTest : public QObject {
   }
 };
 
-QTEST_MAIN(LayoutUiTest)
+CARTONPICK_WINDOW_TEST(LayoutUiTest);
 #include "LayoutUi_test.moc"

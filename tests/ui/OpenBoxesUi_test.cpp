@@ -1,4 +1,5 @@
 #include "store/ManagedObjectContext.h"
+#include "support/TestClass.h"
 #include "support/TestWindow.h"
 
 #include <QQuickItem>
@@ -171,5 +172,5 @@ class OpenBoxesUiTest : public QObject {
   }
 };
 
-QTEST_MAIN(OpenBoxesUiTest)
+CARTONPICK_WINDOW_TEST(OpenBoxesUiTest);
 #include "OpenBoxesUi_test.moc"

@@ -1,4 +1,5 @@
 #include "store/ManagedObjectContext.h"
+#include "support/TestClass.h"
 #include "support/TestWindow.h"
 
 #include <QQuickItem>
@@ -200,5 +201,5 @@ class OptionsAndSummaryUiTest : public QObject {
   }
 };
 
-QTEST_MAIN(OptionsAndSummaryUiTest)
+CARTONPICK_WINDOW_TEST(OptionsAndSummaryUiTest);
 #include "OptionsAndSummaryUi_test.moc"

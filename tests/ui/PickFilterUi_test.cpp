@@ -1,4 +1,5 @@
 #include "store/ManagedObjectContext.h"
+#include "support/TestClass.h"
 #include "support/TestWindow.h"
 
 #include <QQuickItem>
@@ -110,5 +111,5 @@ class PickFilterUiTest : public QObject {
   }
 };
 
-QTEST_MAIN(PickFilterUiTest)
+CARTONPICK_WINDOW_TEST(PickFilterUiTest);
 #include "PickFilterUi_test.moc"

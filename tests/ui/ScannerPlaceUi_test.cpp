@@ -1,4 +1,5 @@
 #include "store/ManagedObjectContext.h"
+#include "support/TestClass.h"
 #include "support/TestWindow.h"
 
 #include <QQuickItem>
@@ -298,5 +299,5 @@ class ScannerPlaceUiTest : public QObject {
   }
 };
 
-QTEST_MAIN(ScannerPlaceUiTest)
+CARTONPICK_WINDOW_TEST(ScannerPlaceUiTest);
 #include "ScannerPlaceUi_test.moc"

@@ -1,4 +1,5 @@
 #include "store/ManagedObjectContext.h"
+#include "support/TestClass.h"
 #include "support/TestWindow.h"
 
 #include <QTest>
@@ -96,5 +97,5 @@ class ScanningUiTest : public QObject {
   }
 };
 
-QTEST_MAIN(ScanningUiTest)
+CARTONPICK_WINDOW_TEST(ScanningUiTest);
 #include "ScanningUi_test.moc"

@@ -1,3 +1,4 @@
+#include "support/TestClass.h"
 #include "support/TestWindow.h"
 
 #include <QAccessible>
@@ -260,5 +261,5 @@ class ScreenReaderUiTest : public QObject {
   }
 };
 
-QTEST_MAIN(ScreenReaderUiTest)
+CARTONPICK_WINDOW_TEST(ScreenReaderUiTest);
 #include "ScreenReaderUi_test.moc"

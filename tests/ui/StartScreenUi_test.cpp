@@ -1,3 +1,4 @@
+#include "support/TestClass.h"
 #include "support/TestWindow.h"
 
 #include <QQuickItem>
@@ -159,5 +160,5 @@ class StartScreenUiTest : public QObject {
   }
 };
 
-QTEST_MAIN(StartScreenUiTest)
+CARTONPICK_WINDOW_TEST(StartScreenUiTest);
 #include "StartScreenUi_test.moc"

@@ -1,3 +1,4 @@
+#include "support/TestClass.h"
 #include "support/TestWindow.h"
 
 #include <QImage>
@@ -153,5 +154,5 @@ class ThemeUiTest : public QObject {
   }
 };
 
-QTEST_MAIN(ThemeUiTest)
+CARTONPICK_WINDOW_TEST(ThemeUiTest);
 #include "ThemeUi_test.moc"

@@ -1,7 +1,7 @@
 #include "store/ManagedObjectContext.h"
+#include "support/TestClass.h"
 #include "support/TestWindow.h"
 
-#include <QGuiApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -185,6 +185,15 @@ void touchKey(TestWindow &ui, const QString &text) {
 /// a user who has only keys and of one who has only a finger.
 class WholeDeliveryUiTest : public QObject {
   Q_OBJECT
+
+ public:
+  static void beforeApplication() {
+    // Qt looks for input methods when the application is made.
+    qputenv("QT_IM_MODULE", "qtvirtualkeyboard");
+    qputenv("QT_VIRTUALKEYBOARD_DESKTOP_DISABLE", "1");
+    // It does without a dictionary.
+    qputenv("QT_LOGGING_RULES", "qt.virtualkeyboard.hunspell=false");
+  }
 
  private slots:
   void byKeysAlone() {
@@ -370,14 +379,5 @@ class WholeDeliveryUiTest : public QObject {
   }
 };
 
-int main(int argc, char *argv[]) {
-  // Has to be known before Qt looks for input methods.
-  qputenv("QT_IM_MODULE", "qtvirtualkeyboard");
-  qputenv("QT_VIRTUALKEYBOARD_DESKTOP_DISABLE", "1");
-  // It does without a dictionary.
-  qputenv("QT_LOGGING_RULES", "qt.virtualkeyboard.hunspell=false");
-  const QGuiApplication application(argc, argv);
-  WholeDeliveryUiTest test;
-  return QTest::qExec(&test, argc, argv);
-}
+CARTONPICK_WINDOW_TEST(WholeDeliveryUiTest);
 #include "WholeDeliveryUi_test.moc"

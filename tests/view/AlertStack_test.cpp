@@ -1,5 +1,7 @@
 #include "view/AlertStack.h"
 
+#include "support/TestClass.h"
+
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
 #include <QTest>
@@ -129,5 +131,5 @@ class AlertStackTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(AlertStackTest)
+CARTONPICK_TEST(AlertStackTest);
 #include "AlertStack_test.moc"

@@ -1,5 +1,7 @@
 #include "view/BusyState.h"
 
+#include "support/TestClass.h"
+
 #include <QSignalSpy>
 #include <QTest>
 
@@ -42,5 +44,5 @@ class BusyStateTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(BusyStateTest)
+CARTONPICK_TEST(BusyStateTest);
 #include "BusyState_test.moc"

@@ -1,5 +1,7 @@
 #include "view/Colour.h"
 
+#include "support/TestClass.h"
+
 #include <QTest>
 
 class ColourTest : public QObject {
@@ -27,5 +29,5 @@ class ColourTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(ColourTest)
+CARTONPICK_TEST(ColourTest);
 #include "Colour_test.moc"

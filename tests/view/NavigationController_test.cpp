@@ -1,5 +1,6 @@
 #include "view/NavigationController.h"
 
+#include "support/TestClass.h"
 #include "support/TestEnvironment.h"
 
 #include <QTest>
@@ -18,5 +19,5 @@ class NavigationControllerTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(NavigationControllerTest)
+CARTONPICK_TEST(NavigationControllerTest);
 #include "NavigationController_test.moc"

@@ -1,5 +1,6 @@
 #include "view/Storyboard.h"
 
+#include "support/TestClass.h"
 #include "support/TestEnvironment.h"
 
 #include <QTest>
@@ -63,5 +64,5 @@ class StoryboardTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(StoryboardTest)
+CARTONPICK_TEST(StoryboardTest);
 #include "Storyboard_test.moc"

@@ -1,5 +1,6 @@
 #include "view/ViewController.h"
 
+#include "support/TestClass.h"
 #include "support/TestEnvironment.h"
 
 #include <QPointer>
@@ -21,6 +22,11 @@ class Screen : public ViewController {
     m_events.append(segue.identifier);
     m_destination = segue.destination;
     segue.isHeldBack = m_holdsBack;
+  }
+
+  void noteRefusedScan(const QString &code) override {
+    m_events.append(QStringLiteral("refused ") + code);
+    ViewController::noteRefusedScan(code);
   }
 
   void holdBack() { m_holdsBack = true; }
@@ -241,7 +247,19 @@ class ViewControllerTest : public QObject {
     screens.start.setPreferredContentSize({320, 200});
     QCOMPARE(screens.start.preferredContentSize(), QSizeF(320, 200));
   }
+
+  void aRefusedScanIsNotedByWhatIsContainedAndPresented() {
+    TestScreens screens;
+    Screen *child = screens.make("child");
+    screens.start.addChildViewController(child);
+    const Screen *history = screens.openHistory();
+    screens.start.noteRefusedScan(QStringLiteral("77"));
+    for (const Screen *screen : {const_cast<const Screen *>(child), history}) {
+      QVERIFY2(screen->events().endsWith(QStringLiteral("refused 77")),
+               qUtf8Printable(screen->events()));
+    }
+  }
 };
 
-QTEST_GUILESS_MAIN(ViewControllerTest)
+CARTONPICK_TEST(ViewControllerTest);
 #include "ViewController_test.moc"

@@ -1,5 +1,7 @@
 #include "faults/disk/FaultyVfs.h"
 
+#include "support/TestClass.h"
+
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
@@ -279,5 +281,5 @@ class FaultyVfsTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(FaultyVfsTest)
+CARTONPICK_TEST(FaultyVfsTest);
 #include "FaultyVfs_test.moc"

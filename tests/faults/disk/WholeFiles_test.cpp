@@ -1,6 +1,7 @@
 #include "base/Folders.h"
 #include "device/DisplaySettings.h"
 #include "sending/PickingExport.h"
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 
 #include <QDir>
@@ -108,5 +109,5 @@ class WholeFilesTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(WholeFilesTest)
+CARTONPICK_TEST(WholeFilesTest);
 #include "WholeFiles_test.moc"

@@ -4,6 +4,7 @@
 #include "store/CatalogueWriter.h"
 #include "store/PersistentStoreCoordinator.h"
 #include "store/StoreLock.h"
+#include "support/TestClass.h"
 #include "support/TestEnvironment.h"
 #include "support/TestProgram.h"
 
@@ -219,5 +220,5 @@ class IntruderFilesTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(IntruderFilesTest)
+CARTONPICK_TEST(IntruderFilesTest);
 #include "IntruderFiles_test.moc"

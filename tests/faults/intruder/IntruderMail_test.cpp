@@ -2,6 +2,7 @@
 // the export to a mail program, which is a recorder in the place of the desktop's.
 
 #include "device/DesktopMailComposer.h"
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 
 #include <QDir>
@@ -215,5 +216,5 @@ class IntruderMailTest : public QObject {
   std::unique_ptr<QTemporaryDir> m_folder;
 };
 
-QTEST_GUILESS_MAIN(IntruderMailTest)
+CARTONPICK_TEST(IntruderMailTest);
 #include "IntruderMail_test.moc"

@@ -2,6 +2,7 @@
 // shows it as it is, a screen reader hears it as it is, and nothing that it names is fetched.
 
 #include "store/ManagedObjectContext.h"
+#include "support/TestClass.h"
 #include "support/TestWindow.h"
 
 #include <QAccessible>
@@ -164,5 +165,5 @@ class IntruderMarkupTest : public QObject {
   }
 };
 
-QTEST_MAIN(IntruderMarkupTest)
+CARTONPICK_WINDOW_TEST(IntruderMarkupTest);
 #include "IntruderMarkup_test.moc"

@@ -1,6 +1,7 @@
 #include "faults/network/CallingTablet.h"
 #include "faults/network/CuttingProxy.h"
 #include "faults/network/OrderService.h"
+#include "support/TestClass.h"
 
 #include <QTest>
 
@@ -98,5 +99,5 @@ class LostReplyTest : public QObject {
   qsizetype m_answerSize = 0;
 };
 
-QTEST_MAIN(LostReplyTest)
+CARTONPICK_WINDOW_TEST(LostReplyTest);
 #include "LostReply_test.moc"

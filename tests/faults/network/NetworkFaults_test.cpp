@@ -1,6 +1,7 @@
 #include "faults/network/CallingTablet.h"
 #include "faults/network/FaultyService.h"
 #include "faults/network/ProcessFigures.h"
+#include "support/TestClass.h"
 
 #include <QPointer>
 #include <QQuickWindow>
@@ -375,5 +376,5 @@ class NetworkFaultsTest : public QObject {
   int m_faults = 0;
 };
 
-QTEST_MAIN(NetworkFaultsTest)
+CARTONPICK_WINDOW_TEST(NetworkFaultsTest);
 #include "NetworkFaults_test.moc"

@@ -3,6 +3,7 @@
 
 #include "history/HistoryViewController.h"
 #include "history/PickHistoryCell.h"
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "support/Views.h"
 
@@ -151,5 +152,5 @@ class TwoAtOnceClocksTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(TwoAtOnceClocksTest)
+CARTONPICK_TEST(TwoAtOnceClocksTest);
 #include "TwoAtOnceClocks_test.moc"

@@ -2,6 +2,7 @@
 // imported is what the rule of the one buffer makes of it, and never anything of a lookup that was
 // not registered.
 
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 
 #include <QTest>
@@ -140,5 +141,5 @@ class TwoAtOnceLookupsTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(TwoAtOnceLookupsTest)
+CARTONPICK_TEST(TwoAtOnceLookupsTest);
 #include "TwoAtOnceLookups_test.moc"

@@ -1,5 +1,7 @@
 #include "view/outlets/ActivityIndicator.h"
 
+#include "support/TestClass.h"
+
 #include <QSignalSpy>
 #include <QTest>
 
@@ -28,5 +30,5 @@ class ActivityIndicatorTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(ActivityIndicatorTest)
+CARTONPICK_TEST(ActivityIndicatorTest);
 #include "ActivityIndicator_test.moc"

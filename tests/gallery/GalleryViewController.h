@@ -1,5 +1,6 @@
 #pragma once
 
+#include "picking/ScanTrail.h"
 #include "view/ViewController.h"
 #include "view/outlets/Button.h"
 #include "view/outlets/Label.h"
@@ -54,6 +55,7 @@ class GalleryViewController : public ViewController, public TableViewDataSource 
  private:
   void makeProgress();
 
+  ScanTrail m_scans;
   QTimer m_work;
   int m_percent = 0;
 };

@@ -1,5 +1,7 @@
 #include "view/outlets/Label.h"
 
+#include "support/TestClass.h"
+
 #include <QSignalSpy>
 #include <QTest>
 
@@ -40,5 +42,5 @@ class LabelTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(LabelTest)
+CARTONPICK_TEST(LabelTest);
 #include "Label_test.moc"

@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Basic
 import CartonPick
-import CartonPick.App
+import CartonPick.Gallery
 
 // Everything that screens are made of, on one page.
 FocusScope {

@@ -1,6 +1,5 @@
-#include "app/GalleryViewController.h"
+#include "gallery/GalleryViewController.h"
 
-#include "delivery/BoxState.h"
 #include "delivery/PickRecords.h"
 #include "picking/ScanTrailViewController.h"
 #include "picking/boxTableViewCell.h"
@@ -14,14 +13,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-struct SampleBox {
-  const char *box;
-  std::int32_t pick;
-  std::int32_t order;
-};
-
-constexpr std::array kBoxes{SampleBox{"C001", 0, 20}, SampleBox{"C002", 30, 30},
-                            SampleBox{"C003", 6, 20}};
+const std::array kBoxes{
+    BoxRecord{.box = QStringLiteral("C001"), .boxorderqty = 20},
+    BoxRecord{.box = QStringLiteral("C002"), .boxorderqty = 30, .boxpickqty = 30},
+    BoxRecord{.box = QStringLiteral("C003"), .boxorderqty = 20, .boxpickqty = 6}};
 
 const std::array kLines{
     BoxLine{.barcode = QStringLiteral("5012345678900"),
@@ -42,17 +37,6 @@ const std::array kLines{
 
 const std::array kScans{ScanOutcome::Refused, ScanOutcome::Unknown, ScanOutcome::Loose,
                         ScanOutcome::Booked, ScanOutcome::Found};
-
-boxTableViewCell cellOf(const SampleBox &box) {
-  const BoxState state = boxStateOf(box.pick, box.order);
-  boxTableViewCell cell;
-  cell.lblBox.text = QString::fromLatin1(box.box);
-  cell.lblPickQty.text = QString::number(box.pick);
-  cell.lblOrderQty.text = QString::number(box.order);
-  cell.backgroundColor = colourOf(state);
-  cell.state = wordFor(state);
-  return cell;
-}
 
 }  // namespace
 
@@ -93,10 +77,10 @@ void GalleryViewController::viewDidLoad() {
   tblPicks->reloadData();
   int line = 0;
   for (const ScanOutcome outcome : kScans) {
-    environment().scans.add({.time = environment().clock->timeOfDay(),
-                             .code = QStringLiteral("5012345678900"),
-                             .outcome = outcome,
-                             .line = ++line});
+    m_scans.add({.time = environment().clock->timeOfDay(),
+                 .code = QStringLiteral("5012345678900"),
+                 .outcome = outcome,
+                 .line = ++line});
   }
   connect(&m_work, &QTimer::timeout, this, &GalleryViewController::makeProgress);
 }
@@ -119,7 +103,7 @@ void GalleryViewController::showSheet() {
 }
 
 void GalleryViewController::showPopover() {
-  presentViewController(new ScanTrailViewController(environment(), this),
+  presentViewController(new ScanTrailViewController(m_scans, environment(), this),
                         PresentationStyle::Popover, lblReady);
 }
 
@@ -145,7 +129,7 @@ int GalleryViewController::numberOfRowsInSection(const TableView &table, int /*s
 
 QVariant GalleryViewController::cellForRowAtIndexPath(const TableView &table, int row) {
   const auto index = static_cast<std::size_t>(row);
-  return &table == tblBoxes ? QVariant::fromValue(cellOf(kBoxes.at(index)))
+  return &table == tblBoxes ? QVariant::fromValue(boxTableViewCell::ofEntry(kBoxes.at(index), row))
                             : QVariant::fromValue(pickTableCell::ofLine(kLines.at(index), row));
 }
 

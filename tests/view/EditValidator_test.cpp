@@ -1,5 +1,7 @@
 #include "view/outlets/EditValidator.h"
 
+#include "support/TestClass.h"
+
 #include <QTest>
 
 namespace {
@@ -64,5 +66,5 @@ class EditValidatorTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(EditValidatorTest)
+CARTONPICK_TEST(EditValidatorTest);
 #include "EditValidator_test.moc"

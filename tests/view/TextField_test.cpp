@@ -1,5 +1,7 @@
 #include "view/outlets/TextField.h"
 
+#include "support/TestClass.h"
+
 #include <QSignalSpy>
 #include <QTest>
 
@@ -193,5 +195,5 @@ class TextFieldTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(TextFieldTest)
+CARTONPICK_TEST(TextFieldTest);
 #include "TextField_test.moc"

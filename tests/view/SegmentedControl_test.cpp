@@ -1,5 +1,7 @@
 #include "view/outlets/SegmentedControl.h"
 
+#include "support/TestClass.h"
+
 #include <QSignalSpy>
 #include <QTest>
 
@@ -42,5 +44,5 @@ class SegmentedControlTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(SegmentedControlTest)
+CARTONPICK_TEST(SegmentedControlTest);
 #include "SegmentedControl_test.moc"

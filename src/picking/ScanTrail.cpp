@@ -1,4 +1,4 @@
-#include "view/ScanTrail.h"
+#include "picking/ScanTrail.h"
 
 #include <algorithm>
 

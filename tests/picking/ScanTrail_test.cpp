@@ -1,4 +1,6 @@
-#include "view/ScanTrail.h"
+#include "picking/ScanTrail.h"
+
+#include "support/TestClass.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -53,5 +55,5 @@ class ScanTrailTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(ScanTrailTest)
+CARTONPICK_TEST(ScanTrailTest);
 #include "ScanTrail_test.moc"

@@ -1,5 +1,7 @@
 #include "view/outlets/TableView.h"
 
+#include "support/TestClass.h"
+
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
 #include <QTest>
@@ -249,5 +251,5 @@ class TableViewTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(TableViewTest)
+CARTONPICK_TEST(TableViewTest);
 #include "TableView_test.moc"

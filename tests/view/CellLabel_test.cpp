@@ -1,5 +1,7 @@
 #include "view/outlets/CellLabel.h"
 
+#include "support/TestClass.h"
+
 #include <QTest>
 
 class CellLabelTest : public QObject {
@@ -20,5 +22,5 @@ class CellLabelTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(CellLabelTest)
+CARTONPICK_TEST(CellLabelTest);
 #include "CellLabel_test.moc"

@@ -1,5 +1,7 @@
 #include "view/outlets/Button.h"
 
+#include "support/TestClass.h"
+
 #include <QSignalSpy>
 #include <QTest>
 
@@ -42,5 +44,5 @@ class ButtonTest : public QObject {
   }
 };
 
-QTEST_GUILESS_MAIN(ButtonTest)
+CARTONPICK_TEST(ButtonTest);
 #include "Button_test.moc"

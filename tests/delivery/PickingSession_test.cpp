@@ -1,0 +1,205 @@
+#include "delivery/PickingSession.h"
+
+#include "delivery/Delivery.h"
+#include "delivery/PickingRules.h"
+#include "store/TemporaryStore.h"
+#include "support/TestClass.h"
+#include "support/TestEnvironment.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+OrderLine lineOf(const QString &carton, const QString &item, int qty) {
+  return {QStringLiteral("4711"), QStringLiteral("A1"), item, u'b' + item, {}, carton, qty};
+}
+
+/// A session on a store of its folder, with a delivery of two boxes.
+struct TestSession {
+  TestSession() {
+    session.setManagedObjectContext(&context);
+    session.setJsonResult(JsonResult{QStringLiteral("4711")});
+    isImported = session.importDelivery(delivery);
+  }
+
+  /// Starts a picking with its first box open.
+  void openFirstBox() {
+    session.start();
+    session.openBox(0);
+  }
+  [[nodiscard]] BoxRecord box(std::size_t index) const {
+    return std::get<BoxRecord>(session.pickList().at(index));
+  }
+  /// "box item pick" for each stored pick of the delivery.
+  [[nodiscard]] QStringList stored() {
+    QStringList rows;
+    const auto picks = context.pickings(QStringLiteral("4711"));
+    for (const Picking &pick : picks.value_or(std::vector<Picking>())) {
+      rows << QStringLiteral("%1 %2 %3").arg(pick.box, pick.item).arg(pick.pickqty);
+    }
+    return rows;
+  }
+
+  const Delivery delivery{{},
+                          {},
+                          {},
+                          {},
+                          {lineOf(QStringLiteral("C1"), QStringLiteral("A"), 5),
+                           lineOf(QStringLiteral("C1"), QStringLiteral("B"), 2),
+                           lineOf(QStringLiteral("C1"), QStringLiteral("A"), 3),
+                           lineOf(QStringLiteral("C2"), QStringLiteral("A"), 4)}};
+  TemporaryStore store;
+  ManagedObjectContext context{store.open()};
+  TestClock clock;
+  PickingSession session{clock};
+  bool isImported = false;
+};
+
+}  // namespace
+
+class PickingSessionTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void withoutADeliveryTheListsAreEmptyAndNoBoxIsOpen() {
+    const TestClock clock;
+    const PickingSession session(clock);
+    QVERIFY(session.pickList().empty());
+    QVERIFY(session.openBoxLines().empty());
+    QCOMPARE(session.openEntry(), nullptr);
+    QCOMPARE(session.boxCounters().total, 0U);
+  }
+
+  void anImportBuildsBothListsAndRestoresWhatWasPicked() {
+    TestSession test;
+    QVERIFY(test.isImported);
+    QCOMPARE(test.session.arrayItems()->size(), 2U);
+    QCOMPARE(test.session.pickList().size(), 2U);
+    test.openFirstBox();
+    test.session.bookQuantity(1, false, 0, 2);
+    QVERIFY(test.session.importDelivery(test.delivery));
+    QCOMPARE(test.box(0).boxitems.at(1).pickqty.value(), 2);
+    QCOMPARE(test.box(0).boxpickqty, 2);
+    QCOMPARE(test.session.arrayItems()->at(1).pickqty.value(), 2);
+  }
+
+  void anImportThatCannotReadTheStoreSaysSoAndReplacesTheLists() {
+    TestSession test;
+    test.openFirstBox();
+    test.session.bookQuantity(0, false, 0, 5);
+    test.store.connect().exec("ALTER TABLE Picking RENAME TO Lost");
+    QTest::ignoreMessage(QtWarningMsg, "Fetch failed: no such table: Picking");
+    QVERIFY(!test.session.importDelivery(test.delivery));
+    QCOMPARE(test.box(0).boxpickqty, 0);
+  }
+
+  void aPickingStartsWithTheNumberOfTheLastAnswerAndNoOpenBox() {
+    TestSession test;
+    const QSignalSpy started(&test.session, &PickingSession::started);
+    test.session.openBox(1);
+    test.session.start();
+    QCOMPARE(started.count(), 1);
+    QCOMPARE(test.session.doc(), "4711");
+    QCOMPARE(test.session.curBoxIndex(), -1);
+  }
+
+  void aCatalogueLoadedAfterTheLookupLeavesThePickingWithoutANumber() {
+    TestSession test;
+    test.session.setJsonResult(JsonResult{});
+    test.session.start();
+    QVERIFY(test.session.doc().isNull());
+  }
+
+  void aStoppedPickingKeepsItsListsAndNumber() {
+    TestSession test;
+    test.openFirstBox();
+    const QSignalSpy stopped(&test.session, &PickingSession::stopped);
+    test.session.stop();
+    QCOMPARE(stopped.count(), 1);
+    QCOMPARE(test.session.curBoxIndex(), -1);
+    QCOMPARE(test.session.doc(), "4711");
+    QCOMPARE(test.session.pickList().size(), 2U);
+  }
+
+  void aBoxIsFoundByItsNameToTheLetter() {
+    TestSession test;
+    test.session.addLoosePick({.box = QStringLiteral("1")});
+    QCOMPARE(test.session.boxNamed(QStringLiteral("C2")), std::optional(1));
+    QCOMPARE(test.session.boxNamed(QStringLiteral("1")), std::optional(2));
+    QVERIFY(!test.session.boxNamed(QStringLiteral("c2")));
+    QVERIFY(!test.session.boxNamed(QStringLiteral(" C2")));
+  }
+
+  void aCodeIsLookedForInTheBoxThenAmongLoosePicksThenInTheCatalogue() {
+    TestSession test;
+    test.openFirstBox();
+    const QString foreign = QStringLiteral("X");
+    QVERIFY(!test.session.find(foreign));
+    test.context.insert(Items{QStringLiteral("bX"), foreign, QStringLiteral("MUG")});
+    QVERIFY(!test.context.save());
+    const auto article = test.session.find(foreign);
+    QCOMPARE(std::get<LoosePick>(*article).box, PickingRules::kLooseBox);
+    test.session.addLoosePick({.box = QStringLiteral("7"), .item = foreign});
+    QCOMPARE(std::get<LoosePick>(*test.session.find(foreign)).box, "7");
+    QCOMPARE(std::get<std::size_t>(*test.session.find(QStringLiteral("bB"))), 1U);
+  }
+
+  void anotherOpenBoxHasOtherCodes() {
+    TestSession test;
+    test.openFirstBox();
+    QVERIFY(test.session.find(QStringLiteral("B")));
+    test.session.openBox(1);
+    QVERIFY(!test.session.find(QStringLiteral("B")));
+  }
+
+  void aBookedQuantityChangesTheLineTheItemTheTotalAndTheStore() {
+    TestSession test;
+    test.openFirstBox();
+    const QSignalSpy saved(&test.session, &PickingSession::lineSaved);
+    test.session.bookQuantity(0, false, 1, 4);
+    QCOMPARE(test.box(0).boxitems.at(0).pickqty.value(), 5);
+    QCOMPARE(test.box(0).boxitems.at(2).pickqty.value(), 0);
+    QCOMPARE(test.box(0).boxpickqty, 4);
+    QCOMPARE(test.session.arrayItems()->at(0).pickqty.value(), 5);
+    QCOMPARE(test.stored(), QStringList("C1 A 5"));
+    QCOMPARE(saved.count(), 1);
+  }
+
+  void underAFilterTheFirstLineOfTheItemTakesTheQuantityAsWell() {
+    TestSession test;
+    test.openFirstBox();
+    test.session.bookQuantity(2, true, 0, 3);
+    QCOMPARE(test.box(0).boxitems.at(0).pickqty.value(), 3);
+    QCOMPARE(test.box(0).boxitems.at(2).pickqty.value(), 3);
+    QCOMPARE(test.box(0).boxpickqty, 3);
+    QCOMPARE(test.stored(), QStringList("C1 A 3"));
+  }
+
+  void aLineThatTheStoreDoesNotTakeIsNotSaidToBeSaved() {
+    TestSession test;
+    test.openFirstBox();
+    const QSignalSpy saved(&test.session, &PickingSession::lineSaved);
+    test.store.connect().exec("ALTER TABLE Picking RENAME TO Lost");
+    QTest::ignoreMessage(QtWarningMsg, "Fetch failed: no such table: Picking");
+    test.session.bookQuantity(0, false, 0, 5);
+    QCOMPARE(test.box(0).boxitems.at(0).pickqty.value(), 5);
+    QCOMPARE(saved.count(), 0);
+  }
+
+  void aQuantityIsBookedOnTheFirstLoosePickOfABarcode() {
+    TestSession test;
+    test.session.addLoosePick({.barcode = QStringLiteral("77")});
+    test.session.addLoosePick({.barcode = QStringLiteral("77")});
+    const QSignalSpy booked(&test.session, &PickingSession::loosePickBooked);
+    test.session.bookLoosePick(QStringLiteral("77"), 4);
+    test.session.bookLoosePick(QStringLiteral("78"), 9);
+    QCOMPARE(std::get<LoosePick>(test.session.pickList().at(2)).qty, 4);
+    QCOMPARE(std::get<LoosePick>(test.session.pickList().at(3)).qty, 0);
+    QCOMPARE(booked.at(0).at(0).toInt(), 2);
+    QCOMPARE(booked.at(1).at(0).toInt(), -1);
+  }
+};
+
+CARTONPICK_TEST(PickingSessionTest);
+#include "PickingSession_test.moc"

@@ -1,0 +1,15 @@
+#include "gallery/GalleryScreens.h"
+
+#include "app/MainStoryboard.h"
+#include "view/Environment.h"
+
+#include <QDir>
+
+// The registrations of static libraries are linked in only if something asks for them.
+void qml_register_types_CartonPick_Gallery();  // NOLINT(readability-identifier-naming)
+
+void prepareGallery(Environment &environment) {
+  Q_INIT_RESOURCE(gallery);
+  qml_register_types_CartonPick_Gallery();
+  fillMainStoryboard(environment.storyboard);
+}
