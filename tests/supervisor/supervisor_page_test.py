@@ -16,12 +16,11 @@ from itertools import groupby
 
 import zxingcpp
 from PIL import Image
-from hand import Hand
+from supervisor_pages import SupervisorPages
 from tablet import OrderService, wait_for
 
 PROGRAMS = sys.argv.pop(1)
-HERE = os.path.dirname(os.path.abspath(__file__))
-ALL = "the last change first"
+ALL = "3 deliveries, the last change first"
 PRINTABLE = "".join(map(chr, range(ord(" "), ord("~") + 1)))
 
 
@@ -58,6 +57,11 @@ def barcodes_in(picture, height):
 
 
 class SupervisorPage(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.pages = SupervisorPages()
+        cls.addClassCleanup(cls.pages.close)
+
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
@@ -68,9 +72,7 @@ class SupervisorPage(unittest.TestCase):
                                     self.path("store.sqlite"), "--deliveries",
                                     self.path("deliveries.json"))
         self.addCleanup(self.service.close)
-        hand = Hand(os.path.join(HERE, "hand.mjs"), f"http://{self.service.host}/")
-        self.addCleanup(hand.close)
-        self.do = hand.do
+        self.pages.go_to(self.service.host)
 
     def path(self, name):
         return os.path.join(self.folder, name)
@@ -88,100 +90,101 @@ class SupervisorPage(unittest.TestCase):
 
     def states(self, caption=ALL):
         """The state of every delivery that the list shows."""
-        return {row[0]: row[-1] for row in self.do("rows", caption)}
+        return {row[0]: row[-1] for row in self.pages.rows(caption)}
 
-    def expect_no_complaint(self):
-        self.assertEqual(self.do("complaints"), [])
+    def expect_no_console_errors(self):
+        self.assertEqual(self.pages.console_errors(), [])
 
 
 class List(SupervisorPage):
     def setUp(self):
         super().setUp()
-        self.assertEqual(self.do("open", "/"), 200)
+        self.assertEqual(self.pages.open("/"), 200)
 
     def test_it_shows_what_the_service_was_given(self):
-        self.assertEqual(self.do("heading"), "Deliveries")
-        self.assertEqual(sorted(self.do("rows", ALL)), [
+        self.assertEqual(self.pages.heading(), "Deliveries")
+        self.assertEqual(sorted(self.pages.rows(ALL)), [
             [ODD, "Ann & <b>Söhne</b>", "3", "15", "0", "", "○ open"],
             ["D1", "Ann & <b>Söhne</b>", "2", "6", "0", "", "○ open"],
             ["D2", "Bob", "1", "3", "0", "", "○ open"]])
-        self.expect_no_complaint()
+        self.expect_no_console_errors()
 
     def test_it_finds_a_delivery(self):
-        self.do("touchField")
-        self.do("type", "bO")
-        self.do("press", "Enter")
-        wait_for(lambda: self.do("address").endswith("/?q=bO"), "the search")
-        self.assertEqual(list(self.states("1 delivery found for “bO”")), ["D2"])
-        self.assertEqual(self.do("fieldText"), "bO")
-        self.do("follow", "All deliveries")
+        self.pages.focus_field()
+        self.pages.type("bO")
+        self.pages.press("Return")
+        wait_for(lambda: self.pages.address().endswith("/?q=bO"), "the search")
+        self.assertEqual(list(self.states("1 delivery found for “bO”, the last change first")),
+                         ["D2"])
+        self.assertEqual(self.pages.field_text(), "bO")
+        self.pages.follow("All deliveries")
         wait_for(lambda: len(self.states()) == 3, "all deliveries")
 
-    def test_it_stays_up_to_date_under_a_typing_hand(self):
-        self.do("touchField")
-        self.do("type", "half a na")
+    def test_it_stays_up_to_date_while_the_user_types(self):
+        self.pages.focus_field()
+        self.pages.type("half a na")
         self.send(DELIVERIES[2], 3)
         wait_for(lambda: self.states()["D2"] == "✓ complete", "the delivery to be complete")
         self.assertEqual(next(iter(self.states())), "D2")
-        self.assertTrue(self.do("fieldHasFocus"))
-        self.do("type", "me")
-        self.assertEqual(self.do("fieldText"), "half a name")
-        self.assertTrue(self.do("address").endswith("/"))
-        self.expect_no_complaint()
+        self.assertTrue(self.pages.field_has_focus())
+        self.pages.type("me")
+        self.assertEqual(self.pages.field_text(), "half a name")
+        self.assertTrue(self.pages.address().endswith("/"))
+        self.expect_no_console_errors()
 
     def test_a_link_keeps_the_focus_when_its_row_changes(self):
-        self.do("focusLink", "D2")
+        self.pages.focus_link("D2")
         self.send(DELIVERIES[2], 4)
         wait_for(lambda: self.states()["D2"] == "+ over", "the delivery to be over")
-        self.assertEqual(self.do("focusedText"), "D2")
+        self.assertEqual(self.pages.focused_text(), "D2")
 
     def test_it_tells_when_it_was_up_to_date_last(self):
-        first = self.do("updatedAt")
-        wait_for(lambda: self.do("updatedAt") != first, "an update")
-        self.assertFalse(self.do("says", "No answer since then"))
+        first = self.pages.updated_at()
+        wait_for(lambda: self.pages.updated_at() != first, "an update")
+        self.assertFalse(self.pages.says("No answer since then"))
         self.service.close()
-        wait_for(lambda: self.do("says", "No answer since then"), "the page to miss the service")
+        wait_for(lambda: self.pages.says("No answer since then"), "the page to miss the service")
 
     def test_no_page_is_wider_than_a_narrow_window(self):
         self.send(DELIVERIES[2], 4)
         for path in ("/", "/?q=x", "/deliveries/D2", "/deliveries/D2/sheet", "/deliveries/x"):
-            self.do("open", path)
-            self.assertLessEqual(self.do("overflow", 360), 0, path)
+            self.pages.open(path)
+            self.assertLessEqual(self.pages.overflow(360), 0, path)
 
 
 class Delivery(SupervisorPage):
     def setUp(self):
         super().setUp()
         self.send(DELIVERIES[0], 5)
-        self.do("open", "/")
-        self.do("follow", "D1")
+        self.pages.open("/")
+        self.pages.follow("D1")
 
     def test_it_shows_lines_and_corrections_as_they_come_in(self):
-        self.assertEqual(self.do("heading"), "Delivery D1")
+        self.assertEqual(self.pages.heading(), "Delivery D1")
         row = ["20138A", "5012746100000", 'MUG "350ML" <script>alert(1)</script>', "3", "5", "+2"]
-        self.assertEqual(self.do("rows", "Lines of box C001"), [row])
+        self.assertEqual(self.pages.rows("Lines of box C001"), [row])
         self.send(DELIVERIES[0], 3, "2026-03-04 09:30:00")
         corrected = row[:4] + ["3 was 5", "0"]
-        wait_for(lambda: self.do("rows", "Lines of box C001") == [corrected], "the correction")
-        self.expect_no_complaint()
+        wait_for(lambda: self.pages.rows("Lines of box C001") == [corrected], "the correction")
+        self.expect_no_console_errors()
 
     def test_it_shows_what_was_not_ordered(self):
         self.send({**DELIVERIES[0], "item": "X"}, 1)
         wait_for(lambda: ["X", "5012746100000", "", "not ordered", "1", "+1"]
-                 in self.do("rows", "Lines of box C001"), "the line without an order")
+                 in self.pages.rows("Lines of box C001"), "the line without an order")
 
     def test_an_unknown_one_is_not_found(self):
-        self.assertEqual(self.do("open", "/deliveries/<b>"), 404)
-        self.assertEqual(self.do("heading"), "Unknown delivery")
-        self.assertTrue(self.do("says", "There is no delivery “<b>”."))
+        self.assertEqual(self.pages.open("/deliveries/<b>"), 404)
+        self.assertEqual(self.pages.heading(), "Unknown delivery")
+        self.assertTrue(self.pages.says("There is no delivery “<b>”."))
 
 
 class Sheet(SupervisorPage):
     def setUp(self):
         super().setUp()
-        self.do("open", "/deliveries/" + urllib.parse.quote(ODD, safe=""))
-        self.do("follow", "Sheet to print")
-        wait_for(lambda: self.do("address").endswith("/sheet"), "the sheet")
+        self.pages.open("/deliveries/" + urllib.parse.quote(ODD, safe=""))
+        self.pages.follow("Sheet to print")
+        wait_for(lambda: self.pages.address().endswith("/sheet"), "the sheet")
 
     def expected(self):
         code128, ean13 = zxingcpp.Code128, zxingcpp.EAN13
@@ -190,22 +193,22 @@ class Sheet(SupervisorPage):
                 (code128, PRINTABLE[48:]), (code128, "3")]
 
     def test_a_scanner_reads_every_barcode_on_paper(self):
-        self.do("print", self.path("sheet.pdf"))
+        self.pages.print(self.path("sheet.pdf"))
         subprocess.run(["pdftoppm", "-r", "300", "-gray", self.path("sheet.pdf"),
                         self.path("sheet")], check=True, stderr=subprocess.DEVNULL)
         pages = sorted(glob.glob(self.path("sheet-*.pgm")))
         self.assertEqual([code for page in pages for code in barcodes_in(page, 40)],
                          self.expected())
-        self.expect_no_complaint()
+        self.expect_no_console_errors()
 
     def test_a_scanner_reads_every_barcode_on_the_screen(self):
-        self.do("savePicture", self.path("sheet.png"))
+        self.pages.save_picture(self.path("sheet.png"))
         # A longer one has less than a pixel for each of its bars.
         self.assertEqual(barcodes_in(self.path("sheet.png"), 12),
                          [code for code in self.expected() if len(code[1]) < 30])
 
     def test_a_code_that_no_barcode_holds_is_there_to_read(self):
-        self.assertTrue(self.do("says", "Größe"))
+        self.assertTrue(self.pages.says("Größe"))
 
 
 if __name__ == "__main__":
