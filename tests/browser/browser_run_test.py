@@ -1,5 +1,5 @@
-"""Whole runs through a browser: the real program, served by the real script, under a hand that has
-nothing but the page in a headless Chromium.
+"""Whole runs through a browser: the real script serves the real program, which is used only through
+its page in a headless Chromium.
 
 Usage: ../acceptance/own-session python3 browser_run_test.py FOLDER-OF-THE-PROGRAMS
 """
@@ -16,7 +16,7 @@ import urllib.request
 from itertools import groupby
 from urllib.parse import urlsplit
 
-from browser_tablet import BrowserTablet, ServedProgram
+from browser_tablet import BrowserTablet, ProgramPage, ServedProgram
 from tablet import OrderService, wait_for
 
 PROGRAMS = sys.argv.pop(1)
@@ -49,6 +49,11 @@ def listening_addresses(process_ids):
 
 
 class BrowserRun(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.page = ProgramPage()
+        cls.addClassCleanup(cls.page.close)
+
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
@@ -68,8 +73,7 @@ class BrowserRun(unittest.TestCase):
         self.addCleanup(self.served.close)
 
     def open_browser(self):
-        self.tablet = BrowserTablet(self.served)
-        self.addCleanup(self.tablet.close)
+        self.tablet = BrowserTablet(self.served, self.page)
 
 
 class Picking(BrowserRun):
@@ -109,7 +113,7 @@ class Picking(BrowserRun):
 
     def scan(self, code):
         self.tablet.type(code)
-        self.tablet.press("Enter")
+        self.tablet.press("Return")
 
     def scan_item(self, code):
         self.tablet.expect_keyboard_in("Item or barcode")
@@ -191,7 +195,7 @@ class Picking(BrowserRun):
     def test_a_click_beside_the_screen_does_not_lose_a_scan(self):
         line, = self.ordered(ONE_LINE)
         self.start_picking([line])
-        self.tablet.hand.do("clickBesideScreen")
+        self.page.click_beside_screen()
         self.scan(line["carton"])
         self.tablet.find("list item", row_name(line, 0))
 
@@ -212,7 +216,7 @@ class Picking(BrowserRun):
         def alike():
             subprocess.run(["import", "-window", "root", self.picture(f"screen-{moment}")],
                            env=self.served.environment(), check=True)
-            self.tablet.hand.do("savePicture", self.picture(f"page-{moment}"))
+            self.page.save_picture(self.picture(f"page-{moment}"))
             return self.difference(f"screen-{moment}", f"page-{moment}") < ALIKE
 
         wait_for(alike, "the page to show the program's screen")
@@ -256,7 +260,7 @@ class Access(BrowserRun):
         self.open_browser()
         self.served.end_program()
         self.expect_nothing_left()
-        wait_for(lambda: self.tablet.hand.do("message").startswith("No connection"),
+        wait_for(lambda: self.page.message().startswith("No connection"),
                  "the page to tell the end")
 
     def test_everything_ends_with_the_script(self):

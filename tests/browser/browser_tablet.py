@@ -4,7 +4,9 @@ import os
 import signal
 import subprocess
 
-from hand import Hand
+from chromium import Chromium
+from selenium.webdriver.common.actions.action_builder import ActionBuilder
+from selenium.webdriver.common.by import By
 from tablet import Tablet, wait_for
 
 HERE = os.path.dirname(os.path.abspath(__file__))
@@ -59,22 +61,55 @@ class ServedProgram:
         self._script.stdout.close()
 
 
-class BrowserTablet(Tablet):
-    """A served program, and a hand that has nothing of it but the page."""
+class ProgramPage(Chromium):
+    """A browser on the page that shows the program's window."""
 
-    def __init__(self, served):
-        self.hand = Hand(os.path.join(HERE, "hand.mjs"), served.address)
-        self.hand.do("waitForScreen")
+    def open(self, address):
+        """Opens the page and waits until the window is there."""
+        # Not the size of the program's screen, so that the page has to scale it.
+        self.clear(1100, 720)
+        self.driver.get(address)
+        wait_for(lambda: self.message() == "", "the page to show the program's screen")
+
+    def message(self):
+        return self.driver.find_element(By.ID, "message").get_property("textContent")
+
+    def click_screen(self, x, y):
+        """Clicks the point (x, y) of the program's screen."""
+        screen = self._screen()
+        place = screen.rect
+        scale = place["width"] / screen.get_property("width")
+        self._click(place["x"] + x * scale, place["y"] + y * scale)
+
+    def click_beside_screen(self):
+        self._click(1, 1)
+
+    def save_picture(self, path):
+        """Saves a picture of the program's screen, as large as the page shows it."""
+        self._screen().screenshot(path)
+
+    def _screen(self):
+        return self.driver.find_element(By.CSS_SELECTOR, "#screen canvas")
+
+    def _click(self, x, y):
+        actions = ActionBuilder(self.driver, duration=0)
+        actions.pointer_action.move_to_location(round(x), round(y)).click()
+        actions.perform()
+
+
+class BrowserTablet(Tablet):
+    """A served program that is used through its page alone."""
+
+    def __init__(self, served, page):
+        self._page = page
+        self._page.open(served.address)
         super().__init__(served.program_id)
 
     def click(self, x, y):
-        self.hand.do("click", x, y)
+        self._page.click_screen(x, y)
 
     def type(self, text):
-        self.hand.do("type", text)
+        self._page.type(text)
 
     def press(self, key):
-        self.hand.do("press", key)
-
-    def close(self):
-        self.hand.close()
+        self._page.press(key)
