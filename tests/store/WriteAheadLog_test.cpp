@@ -1,7 +1,7 @@
 #include "store/WriteAheadLog.h"
 
 #include "TemporaryStore.h"
-#include "faults/disk/FaultyVfs.h"
+#include "disk/FaultyVfs.h"
 #include "support/TestClass.h"
 
 #include <QTest>

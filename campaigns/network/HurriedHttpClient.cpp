@@ -1,4 +1,4 @@
-#include "faults/network/HurriedHttpClient.h"
+#include "network/HurriedHttpClient.h"
 
 #include <algorithm>
 #include <utility>

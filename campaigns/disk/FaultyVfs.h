@@ -1,6 +1,6 @@
 #pragma once
 
-#include "faults/disk/DiskModel.h"
+#include "disk/DiskModel.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,6 +1,6 @@
-#include "faults/network/CallingTablet.h"
-#include "faults/network/FaultyService.h"
-#include "faults/network/ProcessFigures.h"
+#include "network/CallingTablet.h"
+#include "network/FaultyService.h"
+#include "network/ProcessFigures.h"
 #include "support/TestClass.h"
 
 #include <QPointer>

@@ -1,4 +1,4 @@
-#include "faults/disk/PickingRun.h"
+#include "disk/PickingRun.h"
 
 #include "app/splitViewController.h"
 #include "app/startViewController.h"

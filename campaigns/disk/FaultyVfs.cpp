@@ -1,4 +1,4 @@
-#include "faults/disk/FaultyVfs.h"
+#include "disk/FaultyVfs.h"
 
 #include <new>
 #include <string_view>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "faults/network/HurriedHttpClient.h"
+#include "network/HurriedHttpClient.h"
 #include "support/TestWindow.h"
 
 #include <QByteArray>

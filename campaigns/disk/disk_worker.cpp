@@ -5,8 +5,8 @@
 // FOLDER"); of every operation its number and kind, if asked for ("operation NUMBER KIND"); that
 // the program has ended as it should ("end").
 
-#include "faults/disk/FaultyVfs.h"
-#include "faults/disk/PickingRun.h"
+#include "disk/FaultyVfs.h"
+#include "disk/PickingRun.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

@@ -1,4 +1,4 @@
-#include "faults/network/OrderService.h"
+#include "network/OrderService.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -1,4 +1,4 @@
-#include "faults/network/ProcessFigures.h"
+#include "network/ProcessFigures.h"
 
 #include <QByteArray>
 #include <QDirIterator>

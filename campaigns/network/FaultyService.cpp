@@ -1,4 +1,4 @@
-#include "faults/network/FaultyService.h"
+#include "network/FaultyService.h"
 
 #include <QTcpSocket>
 #include <QTimer>

@@ -1,4 +1,4 @@
-#include "faults/network/CuttingProxy.h"
+#include "network/CuttingProxy.h"
 
 #include <QTcpSocket>
 

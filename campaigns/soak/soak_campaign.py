@@ -37,7 +37,7 @@ from soak_stores import Stores
 from soak_work import Picker
 
 HERE = os.path.dirname(os.path.abspath(__file__))
-OWN_SESSION = os.path.join(HERE, os.pardir, os.pardir, "acceptance", "own-session")
+OWN_SESSION = os.path.join(HERE, os.pardir, os.pardir, "tests", "acceptance", "own-session")
 SAMPLES = 100
 LOOK_AROUND_EVERY = 3
 # No picker is as quick as that.

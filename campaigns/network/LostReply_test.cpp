@@ -1,6 +1,6 @@
-#include "faults/network/CallingTablet.h"
-#include "faults/network/CuttingProxy.h"
-#include "faults/network/OrderService.h"
+#include "network/CallingTablet.h"
+#include "network/CuttingProxy.h"
+#include "network/OrderService.h"
 #include "support/TestClass.h"
 
 #include <QTest>

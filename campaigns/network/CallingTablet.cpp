@@ -1,6 +1,6 @@
-#include "faults/network/CallingTablet.h"
+#include "network/CallingTablet.h"
 
-#include "faults/network/ProcessFigures.h"
+#include "network/ProcessFigures.h"
 #include "picking/detailViewController.h"
 #include "picking/masterViewController.h"
 

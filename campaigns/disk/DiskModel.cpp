@@ -1,4 +1,4 @@
-#include "faults/disk/DiskModel.h"
+#include "disk/DiskModel.h"
 
 #include <algorithm>
 #include <fstream>
