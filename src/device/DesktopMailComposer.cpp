@@ -36,7 +36,7 @@ bool DesktopMailComposer::compose(const MailDraft &draft) {
   if (!clearDraftsFolder(m_draftsFolder)) {
     return false;
   }
-  const QByteArray message = mailMessage(draft);
+  const QByteArray message = mailMessageOf(draft);
   QTemporaryFile file(m_draftsFolder + QStringLiteral("/Mail-XXXXXX.eml"));
   const bool isHandedOver = file.open() && file.write(message) == message.size() && file.flush() &&
                             openInMailProgram(file.fileName());

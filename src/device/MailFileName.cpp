@@ -1,6 +1,6 @@
 #include "device/MailFileName.h"
 
-#include "device/MailHeader.h"
+#include "device/OneLine.h"
 
 #include <algorithm>
 
@@ -25,7 +25,17 @@ QString withoutMiddle(const QString &name) {
 }  // namespace
 
 QString attachmentFileName(QString name) {
-  const auto isUnsafe = [](QChar c) { return c == u'/' || c == u'\\' || breaksLine(c); };
-  std::replace_if(name.begin(), name.end(), isUnsafe, u'_');
+  name = inOneLine(name, u'_').replace(u'/', u'_').replace(u'\\', u'_');
   return name.toUtf8().size() <= kMaxBytes ? name : withoutMiddle(name);
+}
+
+QString plainFileName(const QString &name) {
+  constexpr qsizetype kMaxLength = 40;
+  QString plain =
+      name.size() <= kMaxLength ? name : name.left(kMaxLength / 2) + name.right(kMaxLength / 2);
+  const auto needsEncoding = [](QChar c) {
+    return c < u' ' || c > u'~' || c == u'"' || c == u'\\';
+  };
+  std::replace_if(plain.begin(), plain.end(), needsEncoding, u'_');
+  return plain;
 }

@@ -2,8 +2,11 @@
 
 #include <QString>
 
-/// `name` as the name of an attached file that can be saved anywhere: "_" stands for path
-/// separators and for characters that break a line, and a name beyond 255 bytes of UTF-8, the most
-/// that file systems take, has "…" for its middle. Some mail programs cannot open a draft
-/// otherwise.
+/// Returns `name` as the name of an attached file that can be saved anywhere. "_" replaces path
+/// separators and characters that break a line; "…" replaces the middle of a name beyond 255 bytes
+/// of UTF-8, the most that file systems take. Some mail programs cannot open a draft otherwise.
 QString attachmentFileName(QString name);
+
+/// Returns a name like `name` for mail programs that read no encoded names: at most 40 printable
+/// ASCII characters, none of them a quote or a backslash. "_" replaces all others.
+QString plainFileName(const QString &name);

@@ -1,51 +1,134 @@
 #include "device/MailMessage.h"
 
 #include "device/MailFileName.h"
-#include "device/MailHeader.h"
+#include "device/OneLine.h"
+
+#include <QByteArrayList>
+
+#include <algorithm>
+#include <gmime/gmime.h>
+#include <memory>
 
 namespace {
 
-// Base64 has no "_": the line that separates the parts cannot occur within one.
-constexpr auto kBoundary = "=_CartonPick_part";
+struct Release {
+  void operator()(gpointer object) const { g_object_unref(object); }
+  void operator()(GMimeFormatOptions *options) const { g_mime_format_options_free(options); }
+  void operator()(char *text) const { g_free(text); }
+};
 
-QByteArray field(const QByteArray &name, const QByteArray &value) {
-  return name + ": " + value + "\r\n";
-}
+template <typename Object>
+using Owned = std::unique_ptr<Object, Release>;
 
-QByteArray base64Lines(const QByteArray &content) {
-  constexpr qsizetype kLineLength = 76;
-  const QByteArray encoded = content.toBase64();
-  QByteArray lines;
-  for (qsizetype start = 0; start < encoded.size(); start += kLineLength) {
-    lines += encoded.mid(start, kLineLength) + "\r\n";
+/// The UTF-8 of `text` in pieces of whole characters, each of at most `maxBytes`.
+QByteArrayList utf8Pieces(const QString &text, qsizetype maxBytes) {
+  constexpr qsizetype kMaxCharacterBytes = 4;
+  const QByteArray bytes = text.toUtf8();
+  QByteArrayList pieces;
+  for (const char byte : bytes) {
+    const bool beginsCharacter = (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
+    if (pieces.isEmpty() ||
+        (beginsCharacter && pieces.back().size() > maxBytes - kMaxCharacterBytes)) {
+      pieces.emplace_back();
+    }
+    pieces.back() += byte;
   }
-  return lines;
+  return pieces;
 }
 
-QByteArray part(const QByteArray &fields, const QByteArray &content) {
-  return QByteArray("--") + kBoundary + "\r\n" + fields +
-         field("Content-Transfer-Encoding", "base64") + "\r\n" + base64Lines(content);
+bool isPlain(const QString &text) {
+  constexpr qsizetype kMaxLength = 60;
+  return text.size() <= kMaxLength &&
+         std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u' ' && c <= u'~'; }) &&
+         !text.contains(QLatin1String("=?")) && text == text.simplified();
 }
 
-QByteArray bodyPart(const MailDraft &draft) {
-  return part(field("Content-Type", "text/html; charset=UTF-8"), draft.htmlBody.toUtf8());
+/// `text` as it is if it is plain, else as encoded words (RFC 2047).
+///
+/// GMime encodes nothing but characters beyond ASCII: readers would decode a text that looks like
+/// an encoded word and drop blanks at the ends. Its words may be longer than RFC 2047 allows.
+QByteArray subjectValue(const QString &text) {
+  constexpr qsizetype kWordBytes = 39;
+  if (isPlain(text)) {
+    return text.toLatin1();
+  }
+  QByteArrayList words;
+  for (const QByteArray &piece : utf8Pieces(text, kWordBytes)) {
+    words.append("=?UTF-8?B?" + piece.toBase64() + "?=");
+  }
+  return words.join(' ');
 }
 
-QByteArray attachmentPart(const MailDraft &draft) {
+/// The value of the field Content-Disposition of a file with the name `fileName` (RFC 2231).
+///
+/// GMime continues a long name in the middle of a character, which readers that decode each piece
+/// by itself cannot read.
+QByteArray attachmentDisposition(const QString &fileName) {
+  constexpr qsizetype kPieceBytes = 18;
+  QByteArray value = " attachment";
+  int number = 0;
+  for (const QByteArray &piece : utf8Pieces(fileName, kPieceBytes)) {
+    value += ";\n filename*" + QByteArray::number(number) + (number == 0 ? "*=UTF-8''" : "*=") +
+             piece.toPercentEncoding();
+    ++number;
+  }
+  return value + '\n';
+}
+
+/// A part of the content type `type` whose content is `content` in base64.
+Owned<GMimePart> partOf(const QByteArray &type, const QByteArray &content) {
+  const Owned<GMimeContentType> contentType(g_mime_content_type_parse(nullptr, type.constData()));
+  const Owned<GMimeStream> stream(
+      g_mime_stream_mem_new_with_buffer(content.constData(), content.size()));
+  const Owned<GMimeDataWrapper> wrapper(
+      g_mime_data_wrapper_new_with_stream(stream.get(), GMIME_CONTENT_ENCODING_DEFAULT));
+  Owned<GMimePart> part(g_mime_part_new());
+  g_mime_object_set_content_type(GMIME_OBJECT(part.get()), contentType.get());
+  g_mime_part_set_content(part.get(), wrapper.get());
+  g_mime_part_set_content_encoding(part.get(), GMIME_CONTENT_ENCODING_BASE64);
+  return part;
+}
+
+Owned<GMimePart> attachmentPart(const MailDraft &draft) {
   const QString fileName = attachmentFileName(draft.attachmentFileName);
-  // Mail programs that cannot read the encoded name take the one of the content type.
-  return part(
-      field("Content-Type",
-            draft.attachmentMimeType.toLatin1() + plainHeaderParameter("name", fileName)) +
-          field("Content-Disposition", "attachment" + encodedHeaderParameter("filename", fileName)),
-      draft.attachment);
+  Owned<GMimePart> part = partOf(draft.attachmentMimeType.toLatin1(), draft.attachment);
+  GMimeObject *object = GMIME_OBJECT(part.get());
+  // Mail programs that cannot read the encoded name take the one of the content type. It is short:
+  // GMime folds some lines only after 80 characters.
+  g_mime_object_set_content_type_parameter(object, "name",
+                                           plainFileName(fileName).toLatin1().constData());
+  g_mime_object_set_disposition(object, GMIME_DISPOSITION_ATTACHMENT);
+  GMimeHeader *disposition =
+      g_mime_header_list_get_header(g_mime_object_get_header_list(object), "Content-Disposition");
+  g_mime_header_set_raw_value(disposition, attachmentDisposition(fileName).constData());
+  return part;
+}
+
+QByteArray textOf(GMimeMessage *message) {
+  const Owned<GMimeFormatOptions> options(g_mime_format_options_new());
+  g_mime_format_options_set_newline_format(options.get(), GMIME_NEWLINE_FORMAT_DOS);
+  const Owned<char> text(g_mime_object_to_string(GMIME_OBJECT(message), options.get()));
+  return text.get();
 }
 
 }  // namespace
 
-QByteArray mailMessage(const MailDraft &draft) {
-  return field("X-Unsent", "1") + field("Date", draft.date.toString(Qt::RFC2822Date).toLatin1()) +
-         field("Subject", encodedHeaderText(draft.subject)) + field("MIME-Version", "1.0") +
-         field("Content-Type", QByteArray("multipart/mixed;\r\n boundary=\"") + kBoundary + '"') +
-         "\r\n" + bodyPart(draft) + attachmentPart(draft) + "--" + kBoundary + "--\r\n";
+QByteArray mailMessageOf(const MailDraft &draft) {
+  // Only the first call has an effect. After g_mime_shutdown() GMime could not be used again.
+  g_mime_init();
+  const Owned<GMimeMultipart> parts(g_mime_multipart_new_with_subtype("mixed"));
+  const Owned<GMimePart> body = partOf("text/html; charset=UTF-8", draft.htmlBody.toUtf8());
+  const Owned<GMimePart> attachment = attachmentPart(draft);
+  g_mime_multipart_add(parts.get(), GMIME_OBJECT(body.get()));
+  g_mime_multipart_add(parts.get(), GMIME_OBJECT(attachment.get()));
+
+  const Owned<GMimeMessage> message(g_mime_message_new(FALSE));
+  const auto setField = [&message](const char *name, const QByteArray &value) {
+    g_mime_object_set_header(GMIME_OBJECT(message.get()), name, value.constData(), nullptr);
+  };
+  setField("X-Unsent", "1");
+  setField("Date", draft.date.toString(Qt::RFC2822Date).toLatin1());
+  setField("Subject", subjectValue(inOneLine(draft.subject, u' ')));
+  g_mime_message_set_mime_part(message.get(), GMIME_OBJECT(parts.get()));
+  return textOf(message.get());
 }

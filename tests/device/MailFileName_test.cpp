@@ -52,6 +52,20 @@ class MailFileNameTest : public QObject {
     QVERIFY(safe.isValidUtf16());
     QVERIFY(safe.toUtf8().size() <= 255);
   }
+
+  void aPlainNameOfPlainCharactersStaysAsItIs() {
+    QCOMPARE(plainFileName("Vardex_4711 50% <b>.csv"), "Vardex_4711 50% <b>.csv");
+  }
+
+  void aPlainNameHasNothingButHarmlessAscii() {
+    QCOMPARE(plainFileName("a \"é\\\r\n.csv"), "a _____.csv");
+  }
+
+  void aLongPlainNameKeepsBothItsEnds() {
+    const QString half = QStringLiteral("x").repeated(20);
+    QCOMPARE(plainFileName(half + half), half + half);
+    QCOMPARE(plainFileName(half + "-----" + half), half + half);
+  }
 };
 
 CARTONPICK_TEST(MailFileNameTest);

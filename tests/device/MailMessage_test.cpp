@@ -93,7 +93,19 @@ MailDraft draftFor(const QString &number) {
 }
 
 QByteArray mailFor(const QString &number) {
-  return mailMessage(draftFor(number));
+  return mailMessageOf(draftFor(number));
+}
+
+void checkLines(QByteArray mail) {
+  QVERIFY(mail.endsWith("\r\n"));
+  mail.chop(2);
+  for (const QByteArray &line : mail.replace("\r\n", "\n").split('\n')) {
+    QVERIFY2(line.size() <= 78, line);
+    // A folded field may continue after a tab.
+    const QByteArray text = line.startsWith('\t') ? line.sliced(1) : line;
+    QVERIFY2(std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; }),
+             line);
+  }
 }
 
 void addNumbers() {
@@ -113,6 +125,9 @@ void addNumbers() {
   addUnchanged("markup", "<b>4711<br>&amp;<script>");
   addUnchanged("percent signs", "100%41%0A%");
   addUnchanged("an encoded word", "=?UTF-8?B?QUJD?=");
+  addUnchanged("the start of an encoded word", "=?x");
+  addUnchanged("blanks between letters", "4  7");
+  addUnchanged("letters beyond ASCII between blanks", " é  é ");
   addUnchanged("Greek", "Παραλαβή");
   addUnchanged("emoji", "📦👩‍🔧4711");
   const auto addLong = [&add](const char *name, const QString &number) {
@@ -153,13 +168,15 @@ class MailMessageTest : public QObject {
   void itsLinesAreShortAsciiLinesThatEndInCrLf_data() { addNumbers(); }
   void itsLinesAreShortAsciiLinesThatEndInCrLf() {
     QFETCH(QString, number);
-    QByteArray mail = mailFor(number);
-    QVERIFY(mail.endsWith("\r\n"));
-    mail.chop(2);
-    for (const QByteArray &line : mail.replace("\r\n", "\n").split('\n')) {
-      QVERIFY2(line.size() <= 78, line);
-      QVERIFY2(std::all_of(line.begin(), line.end(), [](char c) { return c >= ' ' && c <= '~'; }),
-               line);
+    checkLines(mailFor(number));
+  }
+
+  void itsLinesAreShortWhateverTheLengthOfTheNumber() {
+    for (int length = 0; length <= 100; ++length) {
+      checkLines(mailFor(QString(length, 'x')));
+      checkLines(mailFor(QString(length, ';')));
+      checkLines(mailFor(';' + QString(length, 'x')));
+      checkLines(mailFor("x " + QString(length, 'x')));
     }
   }
 
@@ -196,10 +213,25 @@ class MailMessageTest : public QObject {
     QCOMPARE(mail["attachment"].toString().toLatin1(), kAttachment.toBase64());
   }
 
+  void aShortPlainSubjectIsReadableInTheFile() {
+    QVERIFY(mailFor("\"50%\" <4711>").contains("\r\nSubject: Vardex File \"50%\" <4711>\r\n"));
+  }
+
+  void everyByteOfAnAttachmentArrives() {
+    MailDraft draft = draftFor("4711");
+    draft.attachment.clear();
+    for (int byte = 0; byte < 256; ++byte) {
+      draft.attachment += static_cast<char>(byte);
+    }
+    draft.attachment += "\r\r\n\n\r.\r\nFrom \r--=_\r";
+    const QJsonObject mail = readByPython(mailMessageOf(draft));
+    QCOMPARE(QByteArray::fromBase64(mail["attachment"].toString().toLatin1()), draft.attachment);
+  }
+
   void anEmptyAttachmentIsAnAttachment() {
     MailDraft draft = draftFor("4711");
     draft.attachment.clear();
-    const QJsonObject mail = readByPython(mailMessage(draft));
+    const QJsonObject mail = readByPython(mailMessageOf(draft));
     QCOMPARE(mail["fileName"].toString(), "Vardex_4711.csv");
     QCOMPARE(mail["attachment"].toString(), "");
   }
@@ -207,7 +239,7 @@ class MailMessageTest : public QObject {
   void aLargeAttachmentArrivesWhole() {
     MailDraft draft = draftFor("4711");
     draft.attachment = QByteArray(kAttachment).repeated(20'000);
-    const QJsonObject mail = readByPython(mailMessage(draft));
+    const QJsonObject mail = readByPython(mailMessageOf(draft));
     QCOMPARE(QByteArray::fromBase64(mail["attachment"].toString().toLatin1()), draft.attachment);
   }
 };
