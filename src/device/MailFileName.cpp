@@ -37,5 +37,5 @@ QString plainFileName(const QString &name) {
     return c < u' ' || c > u'~' || c == u'"' || c == u'\\';
   };
   std::replace_if(plain.begin(), plain.end(), needsEncoding, u'_');
-  return plain;
+  return plain.replace(QLatin1String("=?"), QLatin1String("=_"));
 }

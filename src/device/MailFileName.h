@@ -8,5 +8,6 @@
 QString attachmentFileName(QString name);
 
 /// Returns a name like `name` for mail programs that read no encoded names: at most 40 printable
-/// ASCII characters, none of them a quote or a backslash. "_" replaces all others.
+/// ASCII characters, none of them a quote or a backslash. "_" replaces all others, and the "?" of
+/// what looks like an encoded word (RFC 2047).
 QString plainFileName(const QString &name);

@@ -61,6 +61,10 @@ class MailFileNameTest : public QObject {
     QCOMPARE(plainFileName("a \"é\\\r\n.csv"), "a _____.csv");
   }
 
+  void aPlainNameHasNoEncodedWord() {
+    QCOMPARE(plainFileName("a =?UTF-8?B?QUJD?=.csv"), "a =_UTF-8?B?QUJD?=.csv");
+  }
+
   void aLongPlainNameKeepsBothItsEnds() {
     const QString half = QStringLiteral("x").repeated(20);
     QCOMPARE(plainFileName(half + half), half + half);

@@ -213,6 +213,13 @@ class MailMessageTest : public QObject {
     QCOMPARE(mail["attachment"].toString().toLatin1(), kAttachment.toBase64());
   }
 
+  void thePlainNameIsNotReadAsAnEncodedWord() {
+    const QJsonObject mail = readByPython(mailFor("a =?UTF-8?B?QUJD?= b"));
+    QCOMPARE(mail["defects"].toArray(), QJsonArray());
+    QCOMPARE(mail["fileName"].toString(), "Vardex_a =?UTF-8?B?QUJD?= b.csv");
+    QCOMPARE(mail["plainName"].toString(), "Vardex_a =_UTF-8?B?QUJD?= b.csv");
+  }
+
   void aShortPlainSubjectIsReadableInTheFile() {
     QVERIFY(mailFor("\"50%\" <4711>").contains("\r\nSubject: Vardex File \"50%\" <4711>\r\n"));
   }
