@@ -1,3 +1,3 @@
-# Run by CPack before it packs: gives the directories their mode, whatever the umask was.
+# CPack runs this script before it packs: it sets the modes of directories, whatever the umask is.
 file(CHMOD_RECURSE ${CPACK_TEMPORARY_INSTALL_DIRECTORY} DIRECTORY_PERMISSIONS
   OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
