@@ -1,11 +1,11 @@
-"""Writes the figures of a run of the benchmarks as a page, and draws how cost grows.
+"""Writes the results of a benchmark run as a page, and draws the times by size.
 
 Usage: python3 report.py PAGE PICTURES RESULTS.json...
 
-PAGE is the Markdown file, PICTURES the folder of the pictures, RESULTS.json what Google Benchmark
-writes, or samples.py, or Samples.cpp. Every figure is over the repetitions of one run; every ratio
-is between figures of that run. Names of benchmarks are "work/way/size": the way begins with
-"floor:" or "peer:", or is the program's own.
+PAGE is the Markdown file and PICTURES the folder for the pictures. RESULTS.json is written by
+Google Benchmark, samples.py or Samples.cpp. Every figure is over the repetitions of one run, and
+every ratio is between figures of that run. The name of a benchmark is "work/way/size"; the way
+begins with "floor:" or "peer:", or is that of the program.
 """
 
 import collections
@@ -16,42 +16,43 @@ import subprocess
 import sys
 
 OURS = "CartonPick"
-# Times are kept in milliseconds, memory in MiB.
+# The units are milliseconds and MiB.
 FACTORS = {"ns": 1e-6, "us": 1e-3, "ms": 1.0, "s": 1e3, "MiB": 1.0}
 MEDIAN, SLOWEST = 0.5, 0.99
 
-# What must be reached at a quantile: at most `limit` times the floor, at least `limit` times as
-# fast as the best peer, or at most `limit` milliseconds.
+# The target for a quantile: at most `limit` times the floor, at least `limit` times as fast as the
+# best peer, or at most `limit` milliseconds.
 Aim = collections.namedtuple("Aim", "of limit quantile", defaults=[MEDIAN])
 Work = collections.namedtuple("Work", "title text size aims unit", defaults=["ms"])
 WORKS = {
     "catalogue": Work(
         "Reload of the catalogue",
-        "From the body in memory, {size} articles of some 100 bytes, to committed and indexed.",
+        "From the body in memory, {size} articles of about 100 bytes, to the committed and indexed "
+        "catalogue.",
         1_000_000, [Aim("floor", 1.0), Aim("peer", 2.0)]),
     "reload memory": Work(
         "Memory of a reload",
-        "The most memory that the program takes from the touch of the button on, {size} articles "
-        "over HTTP included.",
+        "The peak memory of the program after the touch of the button, with {size} articles received "
+        "over HTTP.",
         1_000_000, [Aim("floor", 1.0)], "MiB"),
     "reload frames": Work(
         "Frames during a reload",
-        "The longest time between two frames while {size} articles are loaded, if the window is "
-        "drawn all the time.",
+        "The longest time between two frames of a window that is drawn continuously, while {size} "
+        "articles are loaded.",
         1_000_000, [Aim("time", 50)]),
     "import": Work(
         "Import of a delivery",
         "From the body in memory, {size} lines in boxes of twenty, to boxes and item lines with the "
-        "earlier picks of every fifth line.",
+        "earlier picks of every fifth line restored.",
         100_000, [Aim("peer", 1.0)]),
     "confirm": Work(
         "A confirmed quantity",
-        "From the keypad's OK to a new pick on disk and all totals and counters refreshed, {size} "
+        "From the keypad's OK to a new pick on disk and updated totals and counters, with {size} "
         "boxes loaded.",
         10_000, [Aim("floor", 1.2), Aim("floor", 1.5, SLOWEST)]),
     "scan": Work(
         "Scan of a code",
-        "No line of an open box of 1,000 lines, found in a catalogue of {size} articles.",
+        "The code is not in the open box of 1,000 lines, but in a catalogue of {size} articles.",
         1_000_000, [Aim("floor", 1.5)]),
     "keypad": Work(
         "The keypad's first frame",
@@ -59,64 +60,65 @@ WORKS = {
         20, [Aim("floor", 1.5)]),
     "history": Work(
         "List of all deliveries",
-        "{size} picks, fifty in each delivery.",
+        "{size} picks, fifty per delivery.",
         1_000_000, [Aim("floor", 1.2), Aim("peer", 20.0)]),
     "start warm": Work(
         "Start, warm",
-        "From the start of the process to the first frame, everything in the system's cache.",
+        "From the start of the process to the first frame, with all files in the system's cache.",
         1, [Aim("floor", 1.5)]),
     "start cold": Work(
         "Start, cold",
-        "The same, after the system has forgotten the programs and their libraries.",
+        "The same, after the programs and their libraries were removed from the system's cache.",
         1, [Aim("floor", 1.5)]),
     "start memory": Work(
         "Memory at the start",
-        "What would come free if the process ended after its first frame.",
+        "The memory that would become free if the process ended after its first frame.",
         1, [Aim("floor", 1.5)], "MiB"),
     "scroll lines": Work(
         "Scrolling lines",
-        "A frame of the pick table of a box of {size} lines that moves on by three rows a frame.",
+        "One frame of the pick table of a box of {size} lines, scrolled by three rows per frame.",
         100_000, [Aim("floor", 2.0, SLOWEST)]),
     "scroll boxes": Work(
         "Scrolling boxes",
-        "A frame of the list of {size} boxes that moves on by three rows a frame.",
+        "One frame of the list of {size} boxes, scrolled by three rows per frame.",
         10_000, [Aim("floor", 2.0, SLOWEST)]),
     "scroll memory": Work(
         "Memory of scrolling",
-        "What 1,000 frames of the pick table of a box of {size} lines add to the memory.",
+        "The memory that 1,000 frames of the pick table of a box of {size} lines add.",
         100_000, [], "MiB"),
     "service lookup": Work(
         "The order service: lookups",
-        "The time between two answers to {size} tablets that look deliveries of twelve lines up.",
+        "The average time between two answers, for {size} tablets that look up deliveries of twelve "
+        "lines.",
         64, [Aim("floor", 2.0)]),
     "service send": Work(
         "The order service: sends",
         "The same for sends of twelve lines, each on disk before its answer. After the run the "
-        "service was killed, and every accepted send was in its store.",
+        "service was killed; every accepted send was in its store.",
         64, []),
     "fleet lookup": Work(
         "A fleet: lookups",
-        "On PostgreSQL, the time between two answers to 64 tablets, {size} deliveries of twelve "
-        "lines in the store.",
+        "On PostgreSQL, the average time between two answers, for 64 tablets and {size} deliveries of "
+        "twelve lines in the store.",
         1_000_000, []),
     "fleet lookup p99": Work(
         "A fleet: slow lookups",
-        "The time of one lookup in a hundred at least, 64 tablets, {size} deliveries.",
+        "The p99 of the time of a lookup, for 64 tablets and {size} deliveries.",
         1_000_000, []),
     "fleet send": Work(
         "A fleet: sends",
-        "On PostgreSQL, the time between two answers to 64 tablets that send twelve lines, {size} "
-        "deliveries in the store. After the run every accepted send was in it.",
+        "On PostgreSQL, the average time between two answers, for 64 tablets that send twelve lines "
+        "each and {size} deliveries in the store. After the run every accepted send was in it.",
         1_000_000, []),
     "fleet send p99": Work(
         "A fleet: slow sends",
-        "The time of one send in a hundred at least, 64 tablets, {size} deliveries.",
+        "The p99 of the time of a send, for 64 tablets and {size} deliveries.",
         1_000_000, []),
 }
 
 
 def read(paths):
-    """The sorted values by work, way and size, and the machine."""
+    """Returns the sorted values by work, way and size, and the machine."""
     values = collections.defaultdict(lambda: collections.defaultdict(lambda: collections.defaultdict(list)))
     machine = {}
     for path in paths:
@@ -137,7 +139,7 @@ def read(paths):
 
 
 def at(sample, quantile):
-    """The value of a sorted sample below which a part of `quantile` lies."""
+    """Returns the quantile of a sorted sample, interpolated linearly."""
     place = quantile * (len(sample) - 1)
     low = sample[math.floor(place)]
     return low + (sample[math.ceil(place)] - low) * (place % 1)
@@ -153,7 +155,7 @@ def shown(value, unit):
 
 
 def verdict(work, ways, aim):
-    """What must be reached, what it is, and whether it was."""
+    """Returns the target, the result, and whether the result reaches the target."""
     def least(kind):
         return min(at(sizes[work.size], aim.quantile) for way, sizes in ways.items()
                    if way.startswith(kind))
@@ -174,7 +176,7 @@ def verdicts(work, ways):
 
 
 def draw(name, work, ways, folder):
-    """A picture of the medians by size, both logarithmic. Returns its file name."""
+    """Draws the medians by size, both logarithmic. Returns the file name."""
     picture = name.replace(" ", "-") + ".svg"
     plots, data = [], []
     for way, sizes in ways.items():
@@ -193,7 +195,7 @@ def draw(name, work, ways, folder):
 def table(work, ways):
     ours = at(ways[OURS][work.size], MEDIAN)
     many = any(len(sizes[work.size]) >= 100 for sizes in ways.values())
-    lines = ["| way | median |" + (" p99 |" if many else "") + " of CartonPick's |",
+    lines = ["| way | median |" + (" p99 |" if many else "") + " ratio to CartonPick |",
              "| --- | ---: |" + (" ---: |" if many else "") + " ---: |"]
     for way, sizes in ways.items():
         sample = sizes[work.size]
@@ -207,7 +209,7 @@ def section(name, ways, folder, page):
     work = WORKS[name]
     lines = [f"## {work.title}", "", work.text.format(size=f"{work.size:,}"), "",
              *table(work, ways), ""]
-    lines += [f"- {'reached' if ok else '**missed**'}: {aim}; it is {figure}"
+    lines += [f"- {'reached' if ok else '**missed**'}: {aim}; measured: {figure}"
               for aim, figure, ok in verdicts(work, ways)]
     lines += [""] if work.aims else []
     if len(ways[OURS]) > 1:
@@ -218,7 +220,7 @@ def section(name, ways, folder, page):
 
 
 def overview(values):
-    lines = ["| work | must reach | it is | |", "| --- | --- | ---: | --- |"]
+    lines = ["| task | target | result | |", "| --- | --- | ---: | --- |"]
     for name, work in WORKS.items():
         for aim, figure, ok in verdicts(work, values[name]):
             lines.append(f"| {work.title} | {aim} | {figure} | {'reached' if ok else '**missed**'} |")
@@ -232,7 +234,7 @@ def main():
     with open(os.path.join(os.path.dirname(__file__), "performance.head.md"),
               encoding="utf-8") as file:
         lines = [file.read().rstrip(), "",
-                 f"The run was on {machine['num_cpus']} cores of {machine['mhz_per_cpu']} MHz, on "
+                 f"The benchmarks ran on {machine['num_cpus']} cores at {machine['mhz_per_cpu']} MHz, on "
                  f"{machine['date'][:10]}.", "", *overview(values), ""]
     for name in WORKS:
         lines += section(name, values[name], folder, page)

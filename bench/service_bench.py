@@ -28,7 +28,7 @@ def deliveries():
 
 
 class Service:
-    """The order service, on a store of its own."""
+    """The order service, with a separate store."""
 
     def __init__(self, folder, home, store):
         self.store = os.path.join(home, store)
