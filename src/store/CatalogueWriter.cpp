@@ -15,8 +15,8 @@
 
 namespace {
 
-/// How many steps of SQLite's machine pass between two looks at whether to give up; a few
-/// milliseconds.
+/// The number of SQLite virtual-machine instructions between two checks for an interruption
+/// request: a few milliseconds.
 constexpr int kStepsBetweenLooks = 100'000;
 
 int isInterruptionRequested(void * /*unused*/) {
@@ -25,9 +25,9 @@ int isInterruptionRequested(void * /*unused*/) {
 
 std::unique_ptr<SQLite::Database> connectTo(const QString &storePath) {
   auto database = PersistentStoreCoordinator::connectTo(storePath);
-  // The catalogue is no secret: overwriting each row that goes would double the writing.
+  // The catalogue is not confidential. Overwriting deleted rows would double the bytes written.
   database->exec("PRAGMA secure_delete = OFF");
-  // What an index sorts is sorted on another core while the next entries are read.
+  // CREATE INDEX sorts on a second thread while this one reads the next rows.
   database->exec("PRAGMA threads = 2");
   sqlite3_progress_handler(database->getHandle(), kStepsBetweenLooks, isInterruptionRequested,
                            nullptr);
@@ -39,7 +39,7 @@ struct Index {
   std::string sql;
 };
 
-/// As a name in a statement, whatever is in it.
+/// Returns `name` as a quoted SQL identifier; it may contain any character.
 std::string quoted(const std::string &name) {
   std::string quoted = "\"";
   for (const char c : name) {
@@ -61,7 +61,7 @@ std::vector<Index> indexesOfItems(const SQLite::Database &database) {
   return indexes;
 }
 
-/// What the file calls its tables and indexes, in whatever order.
+/// The type, name and table of every schema entry, in any order.
 std::multiset<std::vector<std::string>> schemaOf(const SQLite::Database &database) {
   std::multiset<std::vector<std::string>> schema;
   SQLite::Statement query(database, "SELECT type, name, tbl_name FROM sqlite_master");
@@ -79,7 +79,7 @@ struct CatalogueWriter::Replacement {
         transaction(*database, SQLite::TransactionBehavior::IMMEDIATE),
         schema(schemaOf(*database)),
         indexes(indexesOfItems(*database)) {
-    // Sorting all entries at the end takes a fraction of the time of keeping two indexes in order.
+    // Building the indexes at the end takes a fraction of the time of updating them at each insert.
     for (const Index &index : indexes) {
       database->exec("DROP INDEX " + quoted(index.name));
     }
@@ -89,16 +89,16 @@ struct CatalogueWriter::Replacement {
 
   void commit() {
     for (const Index &index : indexes) {
-      // One statement: what else may stand in the file behind it is not run.
+      // Runs one statement only; further statements in the stored SQL are ignored.
       SQLite::Statement(*database, index.sql).exec();
     }
-    // An index that has two names in the file, say, would be there twice now, and the file could
-    // not be opened again.
+    // In a manipulated file the name of an index may differ from the one in its SQL. Both would
+    // exist now, and SQLite could not open the file again.
     if (schemaOf(*database) != schema) {
       throw SQLite::Exception("the indexes of the file are not what they seem", SQLITE_CORRUPT);
     }
     transaction.commit();
-    // The log is as large as the catalogue by now. That it shrinks does not matter enough to fail.
+    // The log is as large as the catalogue now. A failure to truncate it is harmless.
     database->tryExec("PRAGMA wal_checkpoint(TRUNCATE)");
   }
 

@@ -6,31 +6,33 @@
 #include <optional>
 #include <string>
 
-/// One article of the catalogue, its texts in UTF-8.
+/// One article of the catalogue. The texts are UTF-8.
 struct Article {
   std::string barcode;
   std::string item;
   std::string descr;
 };
 
-/// Replaces the whole catalogue in one transaction. It has a connection of its own, so that a
-/// thread of its own can do the work: a writer is made, used and destroyed on one thread, and
-/// nothing else writes to the store meanwhile.
+/// Replaces the whole catalogue in one transaction.
 ///
-/// What fails is reported by `save`. Without a save, however its end comes, the catalogue stays as
-/// it was.
+/// The writer has a separate database connection, so it can run on a worker thread. Create, use and
+/// destroy it on the same thread; nothing else may write to the store during that time.
+///
+/// `save` reports the first error of any call. Without a successful `save` the catalogue stays
+/// unchanged.
 class CatalogueWriter {
  public:
-  /// `storePath` is the store's file.
+  /// @param storePath  the SQLite file, which must exist
   explicit CatalogueWriter(const QString &storePath);
   ~CatalogueWriter();
   CatalogueWriter(const CatalogueWriter &) = delete;
   CatalogueWriter &operator=(const CatalogueWriter &) = delete;
 
+  /// Adds `article` to the new catalogue.
   void insert(const Article &article);
-  /// Puts the articles inserted so far in place of all that were there; they are on disk when this
-  /// returns. Nothing if that went well. Fails if the interruption of its thread is requested. To
-  /// be called once, as the last.
+  /// Replaces all stored articles by the inserted ones; they are on disk when this returns. Call it
+  /// once, last. Returns std::nullopt on success. Fails if the current thread's interruption is
+  /// requested.
   [[nodiscard]] std::optional<StoreError> save();
 
  private:

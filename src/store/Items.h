@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// One article of the catalogue. A text that the row lacks is a null string.
+/// One article of the catalogue, as stored. A NULL column is a null string.
 struct Items {
   QString barcode;
   QString item;

@@ -40,7 +40,7 @@ QString textAt(SQLite::Statement &statement, int column) {
   if (value.isNull()) {
     return {};
   }
-  // Only then is it known how long the text is that a value of another type makes.
+  // getText() converts a value of another type to text; getBytes() is the text's size only then.
   const char *text = value.getText();
   return textOfUtf8({text, static_cast<std::size_t>(value.getBytes())});
 }
@@ -68,7 +68,7 @@ Picking pickingAt(SQLite::Statement &row) {
           numberAt(row, 10)};
 }
 
-/// The wider of the two spans; a span without times does not count.
+/// Returns the span from the earlier start to the later end; a span without times is ignored.
 PickTimes united(const PickTimes &a, const PickTimes &b) {
   if (!a.mindatepicked.isValid() || !b.mindatepicked.isValid()) {
     return a.mindatepicked.isValid() ? a : b;
@@ -76,11 +76,12 @@ PickTimes united(const PickTimes &a, const PickTimes &b) {
   return {std::min(a.mindatepicked, b.mindatepicked), std::max(a.maxdatepicked, b.maxdatepicked)};
 }
 
-/// Gives the groups of each delivery, which stand side by side, the times of the whole delivery.
+/// Sets the times of every group to those of its whole delivery. The groups of one delivery must be
+/// adjacent.
 void widenToDeliveries(std::vector<DeliveryPickTimes> &groups) {
   for (auto first = groups.begin(); first != groups.end();) {
     const auto last = std::find_if(first, groups.end(), [&](const DeliveryPickTimes &entry) {
-      // No number and an empty one are two deliveries, though equal as strings.
+      // A null and an empty number are two deliveries, though QString compares them equal.
       return entry.group.doc != first->group.doc ||
              entry.group.doc.isNull() != first->group.doc.isNull();
     });
@@ -94,11 +95,11 @@ void widenToDeliveries(std::vector<DeliveryPickTimes> &groups) {
   }
 }
 
-/// Runs `statement` with `arguments` as its texts and reads every row with `read`.
+/// Runs `statement` with the bound texts `arguments` and reads every row with `read`.
 template <class Read, class... Texts>
 auto rowsOf(SQLite::Statement &statement, const Read &read, const Texts &...arguments) {
   std::vector<decltype(read(statement))> rows;
-  // Says once more if the last fetch failed, which is no failure of this one.
+  // reset() would report the failure of the previous fetch again.
   statement.tryReset();
   int position = 0;
   (bindText(statement, ++position, arguments), ...);
@@ -118,7 +119,7 @@ struct ManagedObjectContext::Statements {
         pickingsOfOrder(database, "SELECT " PICKING_COLUMNS
                                   "FROM Picking WHERE doc IS ? AND ordernum IS ? ORDER BY rowid"),
         countItems(database, "SELECT count(*) FROM Items"),
-        // An OR over two columns would keep the planner from reading just the first entry of each
+        // With OR over the two columns the planner would not read only the first entry of each
         // index.
         itemsForCode(database,
                      "SELECT barcode, item, descr FROM Items WHERE rowid = (SELECT min(first) FROM "
@@ -198,7 +199,7 @@ void ManagedObjectContext::change(const Change &apply) {
   if (!m_statements) {
     m_changeError = kNoStore;
   }
-  // A failure may have ended the transaction: what came after it would be stored at once.
+  // A failure may have ended the transaction; a further change would then be committed at once.
   if (m_changeError) {
     return;
   }

@@ -25,20 +25,22 @@ struct PickTimes {
   QDateTime maxdatepicked;
 };
 
-/// A delivery number with one value of `sent`, and the pick times over all picks of the delivery,
-/// whatever their `sent`.
+/// A delivery number with one value of `sent`. The times are those of all picks of the delivery,
+/// with any `sent`.
 struct DeliveryPickTimes {
   DeliveryGroup group;
   PickTimes times;
 };
 
-/// The unit of work that all screens share: the first change opens a transaction and `save` commits
-/// it. A fetch sees the changes that are not saved yet. Rows come in the order in which they were
-/// inserted.
+/// The unit of work that all screens share: the first change opens a transaction, which `save`
+/// commits.
 ///
-/// Every fetch answers nothing at all, which is not the same as no rows, if the store cannot be
-/// read. A text that is null asks for the rows that lack it. A change that fails is reported by the
-/// `save` that follows it, and no change after it is made.
+/// A fetch sees unsaved changes and returns the rows in insertion order. It returns std::nullopt,
+/// which is different from no rows, if the store cannot be read. A null argument matches the rows
+/// whose column is NULL.
+///
+/// A change does not report its failure: the next `save` does, and changes after the failed one are
+/// dropped.
 class ManagedObjectContext {
  public:
   explicit ManagedObjectContext(std::shared_ptr<PersistentStoreCoordinator> coordinator);
@@ -46,7 +48,7 @@ class ManagedObjectContext {
   ManagedObjectContext(const ManagedObjectContext &) = delete;
   ManagedObjectContext &operator=(const ManagedObjectContext &) = delete;
 
-  /// The file that holds the store; empty if there is none.
+  /// The path of the store's file; empty if no store is open.
   [[nodiscard]] QString storePath() const;
 
   using Pickings = std::optional<std::vector<Picking>>;
@@ -55,16 +57,16 @@ class ManagedObjectContext {
   [[nodiscard]] Pickings pickingsOfOrder(const QString &doc, const QString &ordernum);
   /// The number of articles in the catalogue.
   [[nodiscard]] std::optional<std::int64_t> countItems();
-  /// The articles whose item code or barcode is `code`; only the first is read.
+  /// The first article whose item code or barcode is `code`; no element if there is none.
   [[nodiscard]] std::optional<std::vector<Items>> itemsForCode(const QString &code);
-  /// The picks of one line.
+  /// The picks of one line: of one item in one box.
   [[nodiscard]] Pickings pickingsOfLine(const QString &doc, const QString &box,
                                         const QString &item);
-  /// The picks of a delivery that were not sent yet.
+  /// The picks of a delivery that have not been sent yet.
   [[nodiscard]] Pickings unsentPickings(const QString &doc);
-  /// Every delivery once for each value of `sent` that its picks have.
+  /// One group for each delivery and each value of `sent` among its picks.
   [[nodiscard]] std::optional<std::vector<DeliveryGroup>> deliveryGroups();
-  /// The pick times over all picks of a delivery.
+  /// The first and last pick time of a delivery; invalid times if it has no picks.
   [[nodiscard]] std::optional<PickTimes> pickTimes(const QString &doc);
   /// `deliveryGroups`, each with the `pickTimes` of its delivery, in one query.
   [[nodiscard]] std::optional<std::vector<DeliveryPickTimes>> deliveryPickTimes();
@@ -77,8 +79,8 @@ class ManagedObjectContext {
   void setSent(const Picking &picking, std::int32_t sent);
 
   [[nodiscard]] bool hasChanges() const { return m_hasChanges; }
-  /// Commits the changes; they are on disk when this returns. Nothing if that went well. After a
-  /// failure the changes are still pending.
+  /// Commits the changes; they are on disk when this returns. Returns std::nullopt on success.
+  /// After a failure the changes are still pending.
   [[nodiscard]] std::optional<StoreError> save();
 
  private:

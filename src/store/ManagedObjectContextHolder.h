@@ -2,12 +2,12 @@
 
 class ManagedObjectContext;
 
-/// A screen that is handed the one store context, and hands it on.
+/// A screen that receives the shared store context and passes it on to the screens it opens.
 class ManagedObjectContextHolder {
  public:
   virtual ~ManagedObjectContextHolder() = default;
 
-  /// Nothing until one has been handed on.
+  /// The context, or nullptr before it is set. It is not owned.
   [[nodiscard]] ManagedObjectContext *managedObjectContext() const {
     return m_managedObjectContext;
   }

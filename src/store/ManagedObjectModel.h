@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-/// What a store of this program holds: its entities with their attributes, and the indexes that
-/// serve the fetches. A stored file carries the number of the model that it was made with.
+/// The schema of the store: entities with their attributes and indexes, and a version number. A
+/// store file records the version of the model that created it.
 class ManagedObjectModel {
  public:
   struct Attribute {
@@ -18,14 +18,14 @@ class ManagedObjectModel {
   struct Entity {
     QString name;
     std::vector<Attribute> attributes;
-    /// The attributes of each index.
+    /// For each index the names of its attributes, in order.
     std::vector<QStringList> indexes;
   };
 
-  /// Reads the model resource at `url`; a resource that is missing gives a model of nothing.
+  /// Reads the model from the Qt resource `url`. The model is empty if there is no such resource.
   explicit ManagedObjectModel(const QString &url);
 
-  /// The model "QIR_Pick" that comes with the program.
+  /// The resource path of the built-in model "QIR_Pick".
   static QString bundledUrl();
 
   [[nodiscard]] int version() const { return m_version; }

@@ -2,5 +2,5 @@
 
 #include "store/Picking.h"
 
-/// Declared in the store with the attributes of `Picking`; nothing reads or writes its rows.
+/// A table of the store with the attributes of `Picking`. No code reads or writes its rows.
 struct Orders : Picking {};

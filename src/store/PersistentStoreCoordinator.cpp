@@ -23,7 +23,7 @@ namespace {
 
 using Entity = ManagedObjectModel::Entity;
 
-/// How long a statement waits for another connection that reads the file, a backup for example.
+/// How long a statement waits for a lock of another connection, such as a backup's.
 constexpr int kBusyTimeoutMilliseconds = 5000;
 
 std::string quoted(const QString &name) {
@@ -71,7 +71,7 @@ void createMissingIndexes(SQLite::Database &database, const Entity &entity) {
   }
 }
 
-/// Gives the file whatever the model has and it lacks.
+/// Adds the tables, columns and indexes of `model` that `database` lacks, and sets its version.
 void bringUpTo(SQLite::Database &database, const ManagedObjectModel &model) {
   SQLite::Transaction transaction(database, SQLite::TransactionBehavior::IMMEDIATE);
   for (const Entity &entity : model.entities()) {
@@ -91,8 +91,8 @@ bool isNew(SQLite::Database &database) {
   return database.execAndGet("SELECT count(*) FROM sqlite_master").getInt() == 0;
 }
 
-/// Throws if the file is damaged: two tables that share a page would cost each other their rows,
-/// and a table that leads back to itself would be read forever.
+/// Throws std::runtime_error if the file is damaged. With two tables that share a page, a write to
+/// one overwrites rows of the other; a B-tree with a cycle would be read forever.
 void requireWhole(SQLite::Database &database) {
   std::string finding = database.execAndGet("PRAGMA quick_check(1)").getString();
   if (finding != "ok") {
@@ -101,8 +101,8 @@ void requireWhole(SQLite::Database &database) {
   }
 }
 
-/// Throws if the file has no sensible encoding for its texts: SQLite would take them for UTF-8 now,
-/// and refuse the file as soon as it reads the schema again.
+/// Throws std::runtime_error if the text encoding in the file header is invalid. SQLite would
+/// assume UTF-8 now and reject the file the next time it reads the schema.
 void requireEncoding(SQLite::Database &database) {
   constexpr sqlite3_int64 kPlaceInFile = 56;
   sqlite3_file *file = nullptr;
@@ -118,7 +118,7 @@ void requireVersion(SQLite::Database &database, const ManagedObjectModel &model,
                     PersistentStoreCoordinator::Migration migration) {
   const int version = database.execAndGet("PRAGMA user_version").getInt();
   if (version > model.version()) {
-    // Not even what its log holds is brought into the file when the connection closes.
+    // Leaves the file untouched: no checkpoint of its log when the connection closes.
     sqlite3_db_config(database.getHandle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     throw std::runtime_error("the file is of model version " + std::to_string(version) +
                              ", newer than this program's " + std::to_string(model.version()));
@@ -135,9 +135,9 @@ void requireVersion(SQLite::Database &database, const ManagedObjectModel &model,
   bringUpTo(database, model);
 }
 
-/// Throws if somebody else has put something in the place of the file at `path`, or of one that
-/// SQLite keeps beside it. Makes a missing file, so that it is its owner's alone before anything is
-/// in it.
+/// Claims the file at `path` and the files that SQLite keeps beside it; throws std::runtime_error
+/// if one of them is not a regular file of this user. Creates a missing file with mode 0600 before
+/// SQLite writes data to it.
 void claimStore(const QString &path) {
   for (const QString &name : {path, path + QStringLiteral("-wal"), path + QStringLiteral("-shm"),
                               path + QStringLiteral("-journal")}) {
@@ -153,15 +153,15 @@ void claimStore(const QString &path) {
   }
 }
 
-/// `path`, of whose folders none is a link any more.
+/// Returns `path` with all symbolic links in its folder resolved.
 QString withRealFolder(const QString &path) {
   const QString folder = QFileInfo(path).dir().canonicalPath();
   return folder.isEmpty() ? path : folder + u'/' + QFileInfo(path).fileName();
 }
 
-/// Has `database` run nothing that stands in its file, which may have been anyone's: no triggers,
-/// no views, no virtual tables and no functions but those that are safe wherever they stand. The
-/// program's own stores have none of them.
+/// Prevents `database` from executing code from its file, which may come from another user: no
+/// triggers, views or virtual tables, and only functions that SQLite marks as innocuous. The
+/// program's own stores use none of these.
 void runNothingOfTheFile(sqlite3 *database) {
   constexpr std::array kSettings{
       std::pair(SQLITE_DBCONFIG_DEFENSIVE, 1), std::pair(SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0),
@@ -198,15 +198,15 @@ bool PersistentStoreCoordinator::addPersistentStore(const QString &path, Migrati
 }
 
 std::unique_ptr<SQLite::Database> PersistentStoreCoordinator::connectTo(const QString &path) {
-  // A connection stays on the thread that made it.
+  // OPEN_NOMUTEX: a connection is used only on the thread that created it.
   auto database = std::make_unique<SQLite::Database>(
       withRealFolder(path).toStdString(),
       SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX | SQLite::OPEN_NOFOLLOW,
       kBusyTimeoutMilliseconds);
   runNothingOfTheFile(database->getHandle());
-  // A damaged page is noticed when it is read, not when it has led astray.
+  // Detects a damaged page when it is loaded, before its cells are used.
   database->exec("PRAGMA cell_size_check = ON");
-  // What is confirmed must be on disk before anything on screen says so.
+  // A confirmed quantity must be on disk before the screen shows it.
   database->exec("PRAGMA synchronous = FULL");
   return database;
 }

@@ -20,17 +20,21 @@ class PersistentStoreCoordinator {
   PersistentStoreCoordinator(const PersistentStoreCoordinator &) = delete;
   PersistentStoreCoordinator &operator=(const PersistentStoreCoordinator &) = delete;
 
-  /// Opens the file at `path`, or makes it. A file of an older model is opened only with automatic
-  /// migration: it gains the tables, columns and indexes that it lacks, in one transaction, and
-  /// keeps what it has. A file of a newer model is never written to. False, with a line in the
-  /// log, if the file cannot be opened.
+  /// Opens the SQLite file at `path`, or creates it.
+  ///
+  /// A file of an older model version is opened only with `Migration::Automatic`, which adds the
+  /// missing tables, columns and indexes in one transaction and keeps all data. A file of a newer
+  /// version is never opened or written to.
+  ///
+  /// Returns false and logs the reason if the file cannot be opened.
   bool addPersistentStore(const QString &path, Migration migration);
 
-  /// One more connection to the store at `path`, as durable as the first. Throws SQLite::Exception.
+  /// Opens another connection to the existing store at `path`, with the same durability settings.
+  /// Throws SQLite::Exception.
   static std::unique_ptr<SQLite::Database> connectTo(const QString &path);
 
   [[nodiscard]] bool hasStore() const { return m_database != nullptr; }
-  /// The open store, or nothing.
+  /// The open store, or nullptr. It is owned by the coordinator.
   [[nodiscard]] SQLite::Database *database() const { return m_database.get(); }
 
  private:

@@ -5,14 +5,14 @@
 
 #include <cstdint>
 
-/// One item line of one box of one delivery that has been picked at least once. A text that the
-/// row lacks is a null string.
+/// A line (one item in one box of one delivery) that has been picked at least once. A NULL column
+/// is a null string.
 struct Picking {
-  /// The row's place in the store; 0 for a row that is not stored yet.
+  /// The row ID; 0 for a row that is not stored yet.
   std::int64_t rowId = 0;
   QString barcode = {};
   QString box = {};
-  /// When the line was first recorded, in UTC; invalid if the row lacks it.
+  /// The time of the first pick, in UTC; invalid if NULL.
   QDateTime datepicked = {};
   QString descr = {};
   QString doc = {};

@@ -3,9 +3,9 @@
 class ManagedObjectContext;
 struct StoreError;
 
-/// Saves `context` if it has changes. A failed save is fatal everywhere: it is logged and the
-/// process ends, so that nothing on screen can claim what is not on disk.
+/// Saves `context` if it has changes. If that fails, logs the error and aborts the process, so the
+/// screen never shows a quantity that is not on disk.
 void saveOrAbort(ManagedObjectContext &context);
 
-/// What happens after a failed save.
+/// Logs `error` and aborts the process.
 [[noreturn]] void abortAfter(const StoreError &error);

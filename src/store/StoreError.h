@@ -6,10 +6,10 @@ namespace SQLite {
 class Exception;
 }
 
-/// Why a save failed.
+/// The reason why a save failed.
 struct StoreError {
   QString description;
-  /// SQLite's result codes.
+  /// SQLite's result code and extended result code.
   QString userInfo;
 };
 

@@ -6,17 +6,17 @@
 #include <QDebug>
 #include <QLockFile>
 
-/// Keeps a second program away from the store for as long as it lives.
+/// A lock file that allows one process per store. The destructor releases the lock.
 class StoreLock {
  public:
   explicit StoreLock(const Folders &folders)
       : m_file(folders.documents() + QStringLiteral("/QIR_Pick.lock")) {
-    // Only the death of its owner frees the lock, however long a picking lasts.
+    // The lock never expires by age: a picking may last for days.
     m_file.setStaleLockTime(0);
   }
 
-  /// False if another program holds the store, or if the lock cannot be made, or if somebody else
-  /// has put something in its place.
+  /// Returns false if another process holds the lock, or if the lock file cannot be created or is
+  /// not a regular file of this user (the latter is logged).
   [[nodiscard]] bool acquire() {
     const QString objection = claimFile(m_file.fileName());
     if (!objection.isEmpty()) {
@@ -26,7 +26,7 @@ class StoreLock {
     }
     return m_file.tryLock() && claimFile(m_file.fileName()).isEmpty();
   }
-  /// After a lock that was not acquired: whether another program holds it.
+  /// Returns true if the last `acquire` failed because another process holds the lock.
   [[nodiscard]] bool isHeldByAnother() const {
     return m_file.error() == QLockFile::LockFailedError;
   }

@@ -16,7 +16,7 @@ void require(int result, const char *what) {
   }
 }
 
-/// The open log; nothing if there is none.
+/// The open write-ahead log, or nullptr if there is none. It is owned by `database`.
 sqlite3_file *logOf(SQLite::Database &database) {
   sqlite3_file *log = nullptr;
   sqlite3_file_control(database.getHandle(), "main", SQLITE_FCNTL_JOURNAL_POINTER, &log);

@@ -4,9 +4,10 @@ namespace SQLite {
 class Database;
 }
 
-/// Writes what can be read of the log of `database` once more, byte for byte, and brings it to
-/// disk. Throws SQLite::Exception.
+/// Reads the write-ahead log of `database`, writes the same bytes back and syncs the file. Does
+/// nothing if there is no log. Throws SQLite::Exception.
 ///
-/// After a synchronisation that failed, the system may go on showing what never reached the disk,
-/// and not try again. What is stored on top of that is lost with it, when the power goes.
+/// After a failed fsync the kernel may mark the pages clean: reads return the data, but it never
+/// reaches the disk, and a later fsync succeeds. A power loss would lose that data and every
+/// transaction that builds on it. Writing the pages again makes them dirty.
 void bringLogToDisk(SQLite::Database &database);
