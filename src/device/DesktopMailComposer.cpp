@@ -10,8 +10,8 @@
 
 namespace {
 
-/// Leaves `path` a folder without drafts, open to its owner alone. False, with a line in the log,
-/// if it is not this user's own folder.
+/// Removes all drafts from the folder `path`; creates it, readable by its owner only, if it is
+/// missing. Returns false and logs the reason if it is not a folder of this user.
 bool clearDraftsFolder(const QString &path) {
   const QString objection = claimFolder(path);
   if (!objection.isEmpty()) {

@@ -3,10 +3,10 @@
 #include "base/Folders.h"
 #include "device/MailComposer.h"
 
-/// Hands a mail to the desktop's mail program, as a draft file that is its owner's alone.
+/// Passes a mail to the desktop's mail program as a draft file that only its owner can read.
 ///
-/// The file stays below the home folder, since nothing tells when the mail program has read it; the
-/// next mail removes it.
+/// The file stays below the home folder until the next mail, because the mail program does not
+/// report when it has read the file.
 class DesktopMailComposer : public MailComposer {
  public:
   explicit DesktopMailComposer(const Folders &folders)

@@ -21,7 +21,7 @@ DesktopWakeLock::DesktopWakeLock(QDBusConnection bus)
     : m_bus(std::move(bus)),
       m_desktop(kScreenSaver, m_bus, QDBusServiceWatcher::WatchForRegistration) {
   connect(&m_desktop, &QDBusServiceWatcher::serviceRegistered, this, [this] {
-    // A desktop that starts anew knows nothing of what the last one granted.
+    // A restarted desktop service does not know the cookies of the previous one.
     m_cookie.reset();
     if (m_isWanted) {
       ask();
@@ -54,7 +54,7 @@ void DesktopWakeLock::ask() {
 
 void DesktopWakeLock::granted(uint cookie) {
   m_cookie = cookie;
-  // It may have been released before the desktop answered.
+  // The lock may have been released before the desktop replied.
   if (!m_isWanted) {
     release();
   }

@@ -9,8 +9,8 @@
 #include <optional>
 
 /// Keeps the screen on through the desktop's idle inhibition (org.freedesktop.ScreenSaver on the
-/// session bus). Without such a desktop it does nothing; one that comes up later is asked then. The
-/// desktop ends an inhibition by itself when the program ends.
+/// session bus). Without this service it does nothing; if the service starts later while the lock
+/// is held, it is asked then. The desktop ends the inhibition when the program ends.
 class DesktopWakeLock : public QObject, public WakeLock {
   Q_OBJECT
 

@@ -4,22 +4,22 @@
 #include <QDateTime>
 #include <QString>
 
-/// A mail for the user to address and send.
+/// A mail draft; the user adds the recipients and sends it.
 struct MailDraft {
   QString subject;
   QString htmlBody;
   QByteArray attachment;
   QString attachmentMimeType;
   QString attachmentFileName;
-  /// When the mail was written, in the zone of its writer.
+  /// The time of writing, in the writer's time zone.
   QDateTime date = {};
 };
 
-/// Hands mails over to the platform.
+/// Opens mail drafts in the platform's mail program.
 class MailComposer {
  public:
   virtual ~MailComposer() = default;
   [[nodiscard]] virtual bool canSendMail() const = 0;
-  /// Opens `draft` for the user. False if the platform did not take it.
+  /// Opens `draft` for the user. Returns false if the platform cannot open it.
   virtual bool compose(const MailDraft &draft) = 0;
 };

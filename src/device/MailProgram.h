@@ -2,13 +2,13 @@
 
 #include <QString>
 
-/// Whether the desktop has a program for mail files (the MIME type message/rfc822).
+/// Returns true if the desktop has a program for mail files (the MIME type message/rfc822).
 ///
-/// On the free desktops it must be registered for just this type, so that a text editor, which
-/// opens mail files too, does not count. Elsewhere it shows only when a file is opened whether
-/// there is one; the answer is always yes.
+/// On Linux and BSD desktops the program must be registered for exactly this type, which excludes
+/// text editors. Other platforms do not tell before a file is opened; there the result is always
+/// true.
 bool hasMailProgram();
 
-/// Opens the mail file at `path` in that program, which goes on by itself. False if there is none
-/// or if it could not be started.
+/// Opens the mail file at `path` in the mail program and does not wait for it to end. Returns false
+/// if there is no such program or it cannot be started.
 bool openInMailProgram(const QString &path);

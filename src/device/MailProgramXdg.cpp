@@ -20,13 +20,14 @@ using Program = std::unique_ptr<GAppInfo, Release>;
 using Programs = std::unique_ptr<GList, Release>;
 using Error = std::unique_ptr<GError, Release>;
 
-/// The user's choice among the programs for mail files; the first of them if there is no choice.
+/// Returns the user's default among the programs for mail files, or else the first one; null if
+/// there is none.
 Program mailProgram() {
   const Programs mailPrograms(g_app_info_get_recommended_for_type(kMailType));
   if (!mailPrograms) {
     return nullptr;
   }
-  // A mail file is also a text file, so the default may be a text editor.
+  // message/rfc822 is a subclass of text/plain, so the default may be a text editor.
   Program preferred(g_app_info_get_default_for_type(kMailType, FALSE));
   for (const GList *node = mailPrograms.get(); preferred && node != nullptr; node = node->next) {
     if (g_app_info_equal(G_APP_INFO(node->data), preferred.get()) == TRUE) {
