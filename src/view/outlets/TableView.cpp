@@ -24,7 +24,7 @@ void TableView::reloadData() {
   m_paintedRow = -1;
   const int before = m_count;
   const int after = numberOfRows();
-  // A model reset would throw away every visible row and the scroll position.
+  // A model reset would delete every visible row and lose the scroll position.
   if (after > before) {
     beginInsertRows({}, before, after - 1);
     m_count = after;

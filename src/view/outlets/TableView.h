@@ -13,7 +13,7 @@
 
 class TableView;
 
-/// What a table shows and what a touch on it does. All tables have one section.
+/// Supplies the rows of a table and handles touches on them. All tables have one section.
 class TableViewDataSource {
  public:
   virtual ~TableViewDataSource() = default;
@@ -22,15 +22,15 @@ class TableViewDataSource {
 
   virtual int numberOfSectionsInTableView(const TableView & /*table*/) { return 1; }
   virtual int numberOfRowsInSection(const TableView &table, int section) = 0;
-  /// The cell of `row`, a value of one of the cell types.
+  /// Returns the cell of `row`: a value of one of the cell types.
   virtual QVariant cellForRowAtIndexPath(const TableView &table, int row) = 0;
-  /// The cell above the rows, or nothing.
+  /// Returns the cell above the rows; an invalid QVariant if there is none.
   virtual QVariant viewForHeaderInSection(const TableView & /*table*/, int /*section*/) {
     return {};
   }
-  /// In points.
+  /// Returns the height in points.
   virtual double heightForRowAtIndexPath(const TableView & /*table*/, int /*row*/) { return 44.0; }
-  /// In points.
+  /// Returns the height in points.
   virtual double heightForHeaderInSection(const TableView & /*table*/, int /*section*/) {
     return 0.0;
   }
@@ -45,8 +45,8 @@ class TableViewDataSource {
   virtual void accessoryButtonTappedForRowWithIndexPath(TableView & /*table*/, int /*row*/) {}
 };
 
-/// A table outlet: the list model of the item that draws it. It keeps the number of rows of the
-/// last reload and asks its data source for a cell only when a visible row needs one.
+/// A table outlet: the list model of the item that draws it. The number of rows changes only at
+/// `reloadData`; a cell is requested from the data source only when a visible row needs it.
 class TableView : public QAbstractListModel {
   Q_OBJECT
   QML_NAMED_ELEMENT(TableViewOutlet)
@@ -63,37 +63,37 @@ class TableView : public QAbstractListModel {
 
   TableView(const char *name, QObject *parent);
 
-  /// Tables of one controller are told apart by their tag.
+  /// Distinguishes the tables of one controller.
   [[nodiscard]] int tag() const { return m_tag; }
   void setTag(int tag) { m_tag = tag; }
 
   void setDataSource(WeakDelegate<TableViewDataSource> dataSource);
 
-  /// Whether the table can be touched.
+  /// Returns true if the table accepts touches.
   [[nodiscard]] bool isEnabled() const { return m_enabled; }
   void setEnabled(bool enabled);
 
-  /// Counts the rows anew, and has the visible ones redrawn once the event loop runs, however often
-  /// it was called until then. Keeps the scroll position; the selection and the painted row are
-  /// gone.
+  /// Updates the number of rows and schedules one redraw of the visible rows; several calls before
+  /// the event loop runs cause one redraw. Keeps the scroll position; clears the selection and the
+  /// cell background.
   void reloadData();
-  /// Asks the data source, at every call.
+  /// Asks the data source for the number of rows at every call.
   [[nodiscard]] int numberOfRows() const;
 
   /// The selected row; -1 for none.
   [[nodiscard]] int selectedRow() const { return m_selectedRow; }
-  /// Selects `row` and scrolls it to the middle of the table. A row that does not exist selects
-  /// nothing.
+  /// Selects `row` and scrolls it to the middle of the table. Does nothing if there is no such row.
   void selectRow(int row);
-  /// The row that has a background of its own until the next reload; -1 for none.
+  /// The row with a special background until the next reload; -1 for none.
   [[nodiscard]] int paintedRow() const { return m_paintedRow; }
   [[nodiscard]] Colour paintedColour() const { return m_paintedColour; }
-  /// Gives the cell of `row` a background of its own.
+  /// Sets the background of the cell of `row`, instead of that of the previous such row. Does
+  /// nothing if there is no such row.
   void setCellBackground(int row, Colour colour);
-  /// Scrolls to the first row.
   void scrollToTop() { emit scrolledToTop(); }
 
-  /// A touch on `row`.
+  /// Handles a touch on `row`: selects it and tells the data source. Does nothing if the table is
+  /// disabled or there is no such row.
   Q_INVOKABLE void touchRow(int row);
 
   [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
