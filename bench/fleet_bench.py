@@ -1,6 +1,6 @@
-"""Measures the order service on PostgreSQL: lookups and sends of 64 tablets at once among ever more
-deliveries, beside the same SQL by pgbench and beside the same server when it answers a constant. At
-each size the service is killed at the end, and every accepted send must be stored.
+"""Measures the order service on PostgreSQL: lookups and sends of 64 concurrent tablets, for growing
+numbers of deliveries, compared with the same SQL in pgbench and with the same server answering a
+constant. Kills the service after each size and fails unless it has stored every accepted send.
 
 Usage: python3 fleet_bench.py BIN RESULTS.json
 
@@ -31,7 +31,7 @@ SAME_SQL = "floor: the same SQL by pgbench"
 CONSTANT = "floor: the same server answering a constant"
 MILLISECONDS = {"us": 1e-3, "ms": 1.0, "s": 1e3}
 
-# To fill a table that was emptied in the same transaction needs no log.
+# With wal_level=minimal, rows inserted after a TRUNCATE in the same transaction are not logged.
 SETTINGS = {"wal_level": "minimal", "max_wal_senders": 0, "max_wal_size": "8GB",
             "shared_buffers": "1GB", "maintenance_work_mem": "1GB"}
 
@@ -66,7 +66,7 @@ INSERT INTO picked_line (delivery, order_no, box, item, barcode, quantity, picke
 VALUES (:delivery, 'pgbench', 'C{line:03}', '20138A', '5012746100000', :quantity, \
 '2026-03-04 09:15:00', '2026-03-04 09:15:00.000000') ON CONFLICT DO NOTHING;
 """
-# What the service asks its database.
+# The statements that the service sends to its database.
 SQL = {
     "lookup": SELECT_LINES,
     "send": "\\set quantity random(0, 2147483647)\n" + SELECT_LINES + "BEGIN;\n" + TOUCH_DELIVERY
@@ -76,8 +76,8 @@ SQL = {
 
 
 def run_wrk(port, *arguments):
-    """Returns how many requests were answered, how many of those with an error, the seconds a
-    request took and the milliseconds in which 99 of 100 were answered."""
+    """Returns the number of answered requests, the number of error answers, the seconds per request
+    and the 99th percentile of the latency in milliseconds."""
     output = subprocess.run(
         ["wrk", "-t2", f"-c{TABLETS}", f"-d{SECONDS}s", "--latency", "-s",
          os.path.join(HERE, "service_load.lua"), f"http://{HOST}:{port}", "--",
@@ -88,8 +88,8 @@ def run_wrk(port, *arguments):
 
 
 def run_pgbench(cluster, folder, kind, deliveries):
-    """Returns the seconds that a transaction took, and the milliseconds in which 99 of 100 were
-    done."""
+    """Returns the seconds per transaction and the 99th percentile of the latency in
+    milliseconds."""
     with tempfile.TemporaryDirectory(dir=folder) as logs:
         script = os.path.join(logs, "script.sql")
         with open(script, "w", encoding="ascii") as file:
@@ -99,7 +99,7 @@ def run_pgbench(cluster, folder, kind, deliveries):
              f"-c{TABLETS}", "-j2", f"-T{SECONDS}", f"-Ddeliveries={deliveries}", "-f", script,
              "--log", f"--log-prefix={logs}/log", "postgres"],
             check=True, capture_output=True, text=True).stdout
-        # The third field of a line is what the transaction took, in microseconds.
+        # The third field of a line is the duration of the transaction in microseconds.
         taken = sorted(int(line.split()[2])
                        for line in fileinput.input(glob.glob(f"{logs}/log*")))
     return 1 / float(re.search(r"tps = ([\d.]+)", output).group(1)), \
@@ -107,12 +107,12 @@ def run_pgbench(cluster, folder, kind, deliveries):
 
 
 def measure(samples, cluster, folder, port, kind, deliveries):
-    """Returns how many requests were answered as they should be."""
+    """Returns the number of accepted requests."""
     accepted = 0
     for run in range(ROUNDS):
         constant, all_of_them, seconds, slowest = run_wrk(port, kind, deliveries, run, "constant")
         if constant != all_of_them:
-            raise SystemExit("the constant is not what the service says to an unknown call")
+            raise SystemExit("the constant path does not give an error answer")
         samples.add(f"fleet {kind}", CONSTANT, deliveries, seconds, "s")
         samples.add(f"fleet {kind} p99", CONSTANT, deliveries, slowest, "ms")
         seconds, slowest = run_pgbench(cluster, folder, kind, deliveries)
@@ -129,7 +129,7 @@ def measure(samples, cluster, folder, port, kind, deliveries):
 
 def check_stored(cluster, accepted):
     rows = int(cluster.psql("SELECT count(*) FROM picked_line WHERE order_no <> 'pgbench'"))
-    # What was under way when a run ended may be stored without an answer.
+    # A send in progress at the end of a run may be stored without an answer.
     if rows % LINES != 0 or not accepted <= rows // LINES <= accepted + ROUNDS * TABLETS:
         raise SystemExit(f"{accepted} sends were accepted, {rows} lines of {LINES} are stored")
 
@@ -142,7 +142,7 @@ def main():
             OrderInstance(programs, cluster.url, port) as instance:
         for deliveries in SIZES:
             cluster.psql(FILL.format(deliveries=deliveries, lines=LINES))
-            # Lookups first: those of deliveries that were sent are answered with less.
+            # Lookups come first: a delivery that has been sent gets a shorter answer.
             measure(samples, cluster, folder, port, "lookup", deliveries)
             accepted = measure(samples, cluster, folder, port, "send", deliveries)
             instance.kill()

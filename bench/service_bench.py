@@ -1,5 +1,6 @@
-"""Measures the order service: lookups and sends of 64 tablets at once, beside the same server when
-it answers a constant. At the end the service is killed, and every accepted send must be stored.
+"""Measures the order service: lookups and sends of 64 concurrent tablets, compared with the same
+server answering a constant. Kills the service at the end and fails unless it has stored every
+accepted send.
 
 Usage: python3 service_bench.py BIN RESULTS.json
 
@@ -28,7 +29,7 @@ def deliveries():
 
 
 class Service:
-    """The order service, with a separate store."""
+    """An order service with a new store."""
 
     def __init__(self, folder, home, store):
         self.store = os.path.join(home, store)
@@ -41,8 +42,8 @@ class Service:
         self._port = int(self._process.stdout.readline())
 
     def load(self, kind, run, *arguments):
-        """Runs the tablets of `kind` for the time `run`. Returns how many requests were answered, how many of those with an
-        error, and the seconds a request took."""
+        """Runs the requests of `kind` for round number `run`. Returns the number of answered
+        requests, the number of error answers, and the seconds per request."""
         script = os.path.join(os.path.dirname(__file__), "service_load.lua")
         output = subprocess.run(
             ["wrk", "-t2", f"-c{TABLETS}", f"-d{SECONDS}s", "-s", script,
@@ -59,7 +60,7 @@ class Service:
 def check_stored(store, accepted):
     with sqlite3.connect(store) as database:
         (rows,) = database.execute("SELECT count(*) FROM picked_line").fetchone()
-    # What was under way when a run ended may be stored without an answer.
+    # A send in progress at the end of a run may be stored without an answer.
     if rows % LINES != 0 or not accepted <= rows // LINES <= accepted + ROUNDS * TABLETS:
         raise SystemExit(f"{accepted} sends were accepted, {rows} lines of {LINES} are stored")
 
@@ -70,7 +71,7 @@ def measure(folder, home, kind, samples):
     for run in range(ROUNDS):
         constant, all_of_them, seconds = service.load(kind, run, "constant")
         if constant != all_of_them:
-            raise SystemExit("the constant is not what the service says to an unknown call")
+            raise SystemExit("the constant path does not give an error answer")
         samples.add(f"service {kind}", "floor: the same server answering a constant", TABLETS,
                     seconds, "s")
         answered, refused, seconds = service.load(kind, run)

@@ -1,5 +1,5 @@
--- The requests of 64 tablets, for wrk. The arguments: "lookup" or "send", the number of deliveries,
--- the number of the run, and "constant" if the path is to be one that the service answers with one.
+-- A wrk script: the requests of 64 tablets. Arguments: "lookup" or "send", the number of
+-- deliveries, the round number, and optionally "constant" for a path with a constant answer.
 local threads = 0
 
 function setup(thread)
@@ -10,8 +10,8 @@ end
 local LINE = '{"barcode":"5012746100000","box":"C%03d","doc":"%d","item":"20138A",'
   .. '"ordernum":"A1","qty":%d,"datepicked":"2026-03-04 09:%02d:%02d","sent":0}'
 
--- Twelve lines that no other request has: the quantity counts the requests of a thread, minute and
--- second are run and thread.
+-- Returns twelve lines that differ from those of every other request: the quantity is the thread's
+-- request number, the minute is the round, the second is the thread.
 local function picking(delivery, count)
   local lines = {}
   for box = 1, 12 do

@@ -1,5 +1,5 @@
-// The order service's HTTP server, under any bytes on a loopback socket: it answers in HTTP or
-// hangs up, the service sees a request only if one came, and others are served as before.
+// Sends any bytes to the order service's HTTP server over a loopback socket. The server answers in
+// HTTP or closes the connection, passes on at most one request, and keeps serving other clients.
 
 #include "Property.h"
 #include "http_server.h"
@@ -40,7 +40,7 @@ class Connection {
  public:
   explicit Connection(std::uint16_t port)
       : m_socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-    // An end without farewell keeps the port from staying in use.
+    // Closing with a reset avoids TIME_WAIT, which would use up the ports.
     const linger atOnce = {.l_onoff = 1, .l_linger = 0};
     ::setsockopt(m_socket, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
     sockaddr_in address{};
@@ -51,7 +51,7 @@ class Connection {
       return ::connect(m_socket, reinterpret_cast<const sockaddr *>(&address), sizeof address);
     };
     int outcome = connect();
-    // libFuzzer looks at its clock by a signal; the connection is being made all the same.
+    // libFuzzer's timer signal interrupts connect(); the connection is still being established.
     while (outcome != 0 && (errno == EINTR || errno == EALREADY)) {
       outcome = connect();
     }
@@ -62,11 +62,11 @@ class Connection {
   ~Connection() { ::close(m_socket); }
 
   void sendAll(std::string_view bytes) const {
-    // A server that has seen enough hangs up.
+    // The server may close the connection before it has read everything.
     static_cast<void>(::send(m_socket, bytes.data(), bytes.size(), MSG_NOSIGNAL));
   }
 
-  /// Sends `bytes` and, if they leave the server waiting, that nothing follows.
+  /// Sends `bytes`. Without an answer within 5 ms, closes the sending direction.
   void send(std::string_view bytes) const {
     constexpr int kMilliseconds = 5;
     sendAll(bytes);
@@ -76,13 +76,13 @@ class Connection {
     }
   }
 
-  /// All that comes until the server hangs up.
+  /// Returns the bytes received until the server closes the connection.
   [[nodiscard]] std::string receive() const {
     std::string received;
     std::array<char, 4096> buffer{};
     while (true) {
       const ssize_t size = ::recv(m_socket, buffer.data(), buffer.size(), 0);
-      // That signal again.
+      // EINTR: libFuzzer's timer signal.
       if (size == 0 || (size < 0 && errno != EINTR)) {
         return received;
       }
@@ -100,7 +100,8 @@ std::string exchange(std::string_view bytes) {
   return connection.receive();
 }
 
-/// Whoever has to wait for an answer so long that he stops talking gets none.
+/// Returns true if an ordinary request gets its answer. The sending direction stays open, because
+/// the server may drop a client that closes it before the answer.
 bool isServed() {
   const Connection connection(server().port());
   connection.sendAll(kOrdinaryRequest);

@@ -1,6 +1,6 @@
-// The order service, apart from its transport, under any request: it always answers, never with a
-// failure of its own; it shows its pages to no one without the token; nothing of a request becomes
-// markup; reading changes nothing, and a report that is sent twice is stored once.
+// Passes any request to the order service, without HTTP. The service always answers, never with a
+// server error. Without the token it shows no page. No part of a request becomes markup. Reading
+// changes nothing, and a report that is sent twice is stored once.
 
 #include "Property.h"
 #include "RequestInput.h"
@@ -33,7 +33,7 @@ Deliveries sampleDeliveries() {
   return {{line("4711", mug, 3), line("4711", bowl, 2147483647), line("D 2/ß", bowl, 0)}, {mug}};
 }
 
-/// A service with its store, which is new for every input that changes it.
+/// A service and its store, in memory. Both are replaced after an input that changes the store.
 class Service {
  public:
   Service() { m_store.load(sampleDeliveries()); }
@@ -78,7 +78,7 @@ void addElements(const Answer &answer, std::set<std::string> &elements) {
   elements.insert(added.begin(), added.end());
 }
 
-/// What the elements of the pages are named, as long as no one tries to bring in others.
+/// The element names of all pages, from requests that inject no markup.
 const std::set<std::string> &ourElements() {
   static const std::set<std::string> kElements = [] {
     Service service;
@@ -103,16 +103,16 @@ const std::set<std::string> &ourElements() {
 void checkMarkup(std::string_view body) {
   for (const std::string_view element : elementsOf(body)) {
     require(ourElements().contains(std::string(element)),
-            "nothing of a request becomes an element");
+            "no part of a request becomes an element");
   }
 }
 
 void checkAnswer(const Request &request, const Answer &answer) {
   constexpr std::array kStatuses = {200, 303, 400, 401, 404, 405};
   require(std::find(kStatuses.begin(), kStatuses.end(), answer.status) != kStatuses.end(),
-          "a request is answered, or refused with a reason of its own");
+          "a request is answered or rejected with a known status");
   require((answer.status == 405) == answer.allow.has_value(),
-          "who may not call in this way is told how");
+          "a 405 answer lists the allowed methods");
   if (isHtml(answer)) {
     checkMarkup(answer.body);
   }
@@ -129,7 +129,7 @@ void checkAnswer(const Request &request, const Answer &answer) {
   const bool hasToken = request.authorization.find(kFuzzToken) != std::string::npos ||
                         request.cookie.find(kFuzzToken) != std::string::npos ||
                         request.body.find("token") != std::string::npos;
-  require(isOpen || hasToken || answer.status == 401, "pages are shown to who has the token");
+  require(isOpen || hasToken || answer.status == 401, "a page needs the token");
 }
 
 }  // namespace
@@ -141,7 +141,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
   checkAnswer(request, answer);
   const std::vector<StoredLine> stored = service()->stored();
   const bool isSent = request.method == "POST" && answer.status == 200;
-  require(isSent || stored.empty(), "only a report that is taken is stored");
+  require(isSent || stored.empty(), "only an accepted report is stored");
   if (!stored.empty()) {
     require(service()->answer(request).status == answer.status, "a report can be sent twice");
     require(service()->stored() == stored, "a report that is sent twice is stored once");
