@@ -5,27 +5,26 @@
 #include <QString>
 #include <QStringList>
 
-/// What the program was started with.
+/// The options of the program.
 struct CommandLine {
-  /// HOST or HOST:PORT of the order service; empty if none was given.
+  /// HOST or HOST:PORT of the order service; empty if none is given.
   QString serviceHost;
-  /// The home folder; empty for the platform's own.
+  /// The home folder; empty for the platform's default.
   QString home;
-  /// Whether to run on the demo deliveries.
+  /// Use the demo deliveries.
   bool demo = false;
-  /// Whether the window fills the screen and has no frame.
+  /// Fill the screen with a window without a frame.
   bool fullScreen = false;
-  /// Whether to bring a keyboard onto the screen.
   bool onScreenKeyboard = false;
 
-  /// The same, on the demo deliveries and with a home of their own: demo pickings have no business
-  /// among the real ones.
+  /// Returns the same options with the demo turned on and a separate home folder, which keeps demo
+  /// pickings apart from real ones.
   [[nodiscard]] CommandLine withDemo() const;
-  /// The folders to work in.
+  /// The folders for these options.
   [[nodiscard]] Folders folders() const;
 
-  /// Reads `arguments`, the program's name first, and the environment variables
-  /// CARTONPICK_SERVICE_HOST and CARTONPICK_HOME; an option wins. Ends the process for --help,
-  /// --version, and for what it does not understand.
+  /// Parses `arguments`, which start with the program's name, and the environment variables
+  /// CARTONPICK_SERVICE_HOST and CARTONPICK_HOME; an option overrides its variable. Ends the
+  /// process after --help and --version and on invalid arguments.
   static CommandLine parse(const QStringList &arguments);
 };

@@ -3,18 +3,19 @@
 #include <QProcess>
 #include <QString>
 
-/// An order service with demo deliveries, run as a child process on a free loopback port. Ends with
-/// this object, and with the program if that ends in any other way.
+/// An order service with demo deliveries: a child process on a free loopback port. It ends when
+/// this object is destroyed, and also if the program crashes or is killed.
 class DemoService {
  public:
-  /// `program` is the order service, by default the one that stands beside this program.
+  /// @param program  the path of the order service; by default `cartonpick-orders` in the folder of
+  ///                 this program
   explicit DemoService(QString program = besideThisProgram());
   ~DemoService();
   DemoService(const DemoService &) = delete;
   DemoService &operator=(const DemoService &) = delete;
 
-  /// Starts the service and waits until it listens. HOST:PORT, or an empty text, with a line in the
-  /// log, if it could not be started.
+  /// Starts the service and waits until it listens. Returns its HOST:PORT; if it cannot be started,
+  /// logs the reason and returns an empty string.
   QString start();
 
  private:

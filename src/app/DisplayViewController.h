@@ -3,7 +3,7 @@
 #include "view/ViewController.h"
 #include "view/outlets/SegmentedControl.h"
 
-/// How the program looks on this device: its theme and the size of its text.
+/// The screen for the display settings of this device: theme and text size.
 class DisplayViewController : public ViewController {
   Q_OBJECT
   QML_NAMED_ELEMENT(DisplayViewController)

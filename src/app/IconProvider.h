@@ -2,12 +2,13 @@
 
 #include <QQuickImageProvider>
 
-/// Draws the program's icons in any colour: the image "NAME/COLOUR" is resources/icons/NAME.svg
-/// with COLOUR, such as ff0b6430, for its current colour.
+/// Draws the program's icons in any colour. The image ID "NAME/COLOUR" gives
+/// resources/icons/NAME.svg with "currentColor" replaced by COLOUR (AARRGGBB in hex, for example
+/// ff0b6430).
 class IconProvider : public QQuickImageProvider {
  public:
   IconProvider() : QQuickImageProvider(QQuickImageProvider::Image) {}
 
-  /// A null image if there is no such icon.
+  /// Returns a null image if there is no such icon.
   QImage requestImage(const QString &id, QSize *size, const QSize &requestedSize) override;
 };

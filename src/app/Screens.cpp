@@ -10,7 +10,7 @@
 #include <QQuickStyle>
 #include <QQuickWindow>
 
-// The registrations of static libraries are linked in only if something asks for them.
+// The linker keeps the QML registration of a static library only if it is referenced.
 // NOLINTBEGIN(readability-identifier-naming)
 void qml_register_types_CartonPick();
 void qml_register_types_CartonPick_Device();

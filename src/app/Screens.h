@@ -9,18 +9,18 @@ class QQuickWindow;
 class ScanGuard;
 class Window;
 
-/// The window on screen, drawn by the QML files of the program.
+/// The QML engine and the window on screen.
 class Screens {
  public:
-  /// Draws `window`, which outlives this object.
+  /// Loads Main.qml, which draws `window`; errors are logged. `window` must outlive this object.
   explicit Screens(Window &window);
   ~Screens();
   Screens(const Screens &) = delete;
   Screens &operator=(const Screens &) = delete;
 
-  /// Nothing if the screens could not be loaded.
+  /// The window, or nullptr if Main.qml cannot be loaded. It is owned by this object.
   [[nodiscard]] QQuickWindow *quickWindow() const;
-  /// The guard of the window's keys.
+  /// The filter for the window's key events; call it only if there is a window.
   [[nodiscard]] const ScanGuard &scanGuard() const { return *m_guard; }
 
  private:

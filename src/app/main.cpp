@@ -24,13 +24,14 @@
 
 namespace {
 
-/// Says that the user wants to go on with the demo deliveries.
+/// The event loop's exit code for a restart with the demo deliveries.
 constexpr int kRestartWithDemo = 1000;
 
 constexpr auto kInputMethod = "QT_IM_MODULE";
 constexpr auto kKeyboardInWindow = "QT_VIRTUALKEYBOARD_DESKTOP_DISABLE";
 
-/// The looks are those of the home `displayFolders`.
+/// Builds the environment for `options`. The display settings come from the home of
+/// `displayFolders`.
 Environment environmentOf(const CommandLine &options, const Folders &displayFolders) {
   const Folders folders = options.folders();
   return {.clock = std::make_unique<SystemClock>(),
@@ -57,7 +58,7 @@ bool hasScreenKeyboard() {
                        QStringLiteral("/QtQuick/VirtualKeyboard/qmldir"));
 }
 
-/// Shows `window` until it is closed; the result is that of the event loop.
+/// Shows `window` until it is closed. Returns the exit code of the event loop.
 int show(Window &window, const CommandLine &options) {
   window.fullScreen = options.fullScreen;
   window.onScreenKeyboard = options.onScreenKeyboard && hasScreenKeyboard();
@@ -65,8 +66,8 @@ int show(Window &window, const CommandLine &options) {
   return screens.quickWindow() == nullptr ? EXIT_FAILURE : QGuiApplication::exec();
 }
 
-/// Runs the program until it is left, in the looks of the home `displayFolders`; the result is that
-/// of the event loop.
+/// Runs the program with the display settings of the home of `displayFolders`. Returns the exit
+/// code of the event loop, or EXIT_FAILURE if the program cannot start.
 int run(const CommandLine &options, const Folders &displayFolders) {
   Environment environment = environmentOf(options, displayFolders);
   if (!makeFolders(environment)) {
@@ -104,19 +105,20 @@ int run(const CommandLine &options, const Folders &displayFolders) {
   return show(*delegate.window(), options);
 }
 
-/// Has to happen before Qt looks for input methods.
+/// Selects the on-screen keyboard if `arguments` ask for it. Call it before QGuiApplication is
+/// created, which loads the input method.
 void chooseInputMethod(const std::span<char *> arguments) {
   const bool wantsKeyboard = std::any_of(
       arguments.begin(), arguments.end(),
       [](const char *argument) { return std::string_view(argument) == "--on-screen-keyboard"; });
   if (wantsKeyboard) {
     qputenv(kInputMethod, "qtvirtualkeyboard");
-    // The keyboard stands in our window, not in one of its own.
+    // Shows the keyboard inside the program's window instead of in a separate one.
     qputenv(kKeyboardInWindow, "1");
   }
 }
 
-/// Whether the user wants a text only, which takes no screen.
+/// Returns true if `arguments` ask for the help or the version, which need no display.
 bool asksForText(std::span<char *> arguments) {
   return std::any_of(arguments.begin(), arguments.end(), [](std::string_view argument) {
     return argument == "-h" || argument == "--help" || argument == "--help-all" ||
@@ -137,10 +139,10 @@ int main(int argc, char *argv[]) {
   }
   chooseInputMethod(arguments);
   const QGuiApplication application(argc, argv);
-  // What the program starts, a mail program for one, has a keyboard of its own.
+  // Child processes, such as the mail program, must not inherit these.
   qunsetenv(kInputMethod);
   qunsetenv(kKeyboardInWindow);
-  // The name of the desktop entry, and of the icon that is installed with it.
+  // The desktop entry and the installed icon share this name.
   QGuiApplication::setDesktopFileName(QStringLiteral("io.github.cartonpick.CartonPick"));
   QGuiApplication::setWindowIcon(QIcon::fromTheme(QGuiApplication::desktopFileName()));
   const CommandLine options = CommandLine::parse(QCoreApplication::arguments());

@@ -3,8 +3,7 @@
 #include "view/NavigationController.h"
 #include "view/ViewController.h"
 
-/// The picking screen: a container of the master pane, inside a navigation container, and the
-/// detail pane.
+/// The picking screen: contains the master pane, in a navigation controller, and the detail pane.
 class splitViewController : public ViewController {
   Q_OBJECT
   QML_NAMED_ELEMENT(SplitViewController)
@@ -25,7 +24,8 @@ class splitViewController : public ViewController {
   }
   [[nodiscard]] ViewController *detail() const { return childViewControllers().at(1); }
 
-  /// That of the detail pane, or else that of the master pane.
+  /// Returns the scan field of the detail pane, or else that of the master pane; nullptr while a
+  /// pane is covered.
   [[nodiscard]] TextField *scanField() const override {
     if (master()->isCovered() || detail()->isCovered()) {
       return nullptr;

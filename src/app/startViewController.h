@@ -5,7 +5,7 @@
 #include "view/outlets/Button.h"
 #include "view/outlets/Label.h"
 
-/// The first screen: leads to the picking and to the history.
+/// The first screen, with the ways to the picking, the history, the demo and the display settings.
 class startViewController : public ViewController, public ManagedObjectContextHolder {
   Q_OBJECT
   QML_NAMED_ELEMENT(StartViewController)
@@ -24,6 +24,6 @@ class startViewController : public ViewController, public ManagedObjectContextHo
   Q_INVOKABLE void btnDisplayTouched();
 
  signals:
-  /// The user wants to try the program on the demo deliveries.
+  /// The user has chosen to restart with the demo deliveries.
   void demoRequested();
 };

@@ -12,7 +12,7 @@ class ManagedObjectModel;
 class PersistentStoreCoordinator;
 struct Environment;
 
-/// Owns the store stack and the window for the life of the process.
+/// Owns the store stack and the window for the lifetime of the process.
 class vekAppDelegate : public QObject {
   Q_OBJECT
 
@@ -22,26 +22,27 @@ class vekAppDelegate : public QObject {
   vekAppDelegate(const vekAppDelegate &) = delete;
   vekAppDelegate &operator=(const vekAppDelegate &) = delete;
 
-  /// The window; it exists from the launch on.
+  /// The window; nullptr before `didFinishLaunchingWithOptions`.
   [[nodiscard]] Window *window() const { return m_window.get(); }
 
-  // The store stack; each piece is built when it is first asked for.
+  // The store stack. Each object is created at its first use.
   std::shared_ptr<const ManagedObjectModel> managedObjectModel();
-  /// Has no store if the file could be opened neither as it is nor with automatic migration.
+  /// Opens the store, with automatic migration if it needs one. The result has no store if that
+  /// fails.
   std::shared_ptr<PersistentStoreCoordinator> persistentStoreCoordinator();
-  /// The one context that all screens share.
+  /// The context that all screens share.
   ManagedObjectContext *managedObjectContext();
   [[nodiscard]] QUrl applicationDocumentsDirectory() const;
-  /// Saves the context if it has changes; a failure ends the process.
+  /// Saves the context if it has changes. A failed save aborts the process.
   void saveContext();
 
-  /// Builds the store stack and the window with the start screen. Always true.
+  /// Creates the store stack and the window with the start screen. Always returns true.
   bool didFinishLaunchingWithOptions();
-  /// Addresses handed to the program are accepted, and nothing is done with them.
+  /// Accepts and ignores a URL.
   bool openURL(const QUrl & /*url*/) { return true; }
   bool handleOpenURL(const QUrl & /*url*/) { return true; }
 
-  // Everything is saved when it changes, so there is nothing to do here.
+  // Every change is saved at once, so these have nothing to do.
   void willResignActive() {}
   void didEnterBackground() {}
   void willEnterForeground() {}
