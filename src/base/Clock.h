@@ -3,15 +3,15 @@
 #include <QDateTime>
 #include <QTimeZone>
 
-/// The time, and the zone that the device stands in.
+/// The current time and the device's time zone.
 class Clock {
  public:
   virtual ~Clock() = default;
   /// The current time, in UTC.
   [[nodiscard]] virtual QDateTime now() const = 0;
-  /// The device's named zone, as it is set at the time of the call.
+  /// The device's named time zone as currently set; it may change between calls.
   [[nodiscard]] virtual QTimeZone localZone() const = 0;
-  /// The time of day where the device stands.
+  /// The current time of day in the local zone.
   [[nodiscard]] QTime timeOfDay() const { return now().toTimeZone(localZone()).time(); }
 };
 

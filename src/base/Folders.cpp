@@ -18,7 +18,8 @@ bool claim(const QString &folder) {
   return objection.isEmpty();
 }
 
-/// A home that is there already may be anybody's, and reached by a link; what is below it is ours.
+/// Creates a missing home folder for this user only. An existing one may belong to another user and
+/// may be a symbolic link: only the folders below it must be this user's.
 bool makeHome(const QString &home) {
   if (!QDir(home).exists()) {
     return QDir().mkpath(QFileInfo(QDir::cleanPath(home)).path()) && claim(home);

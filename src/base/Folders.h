@@ -2,19 +2,18 @@
 
 #include <QString>
 
-/// The application's own folders.
+/// The folders that the application uses.
 struct Folders {
-  /// The application's home folder.
   QString home;
 
-  /// The platform's folder for this user's data of this application.
+  /// Folders with the platform's default home: its data folder for this user and application.
   static Folders ofThisUser();
 
-  /// Where the store and the exports live.
+  /// The folder of the store and the exports.
   [[nodiscard]] QString documents() const { return home + QStringLiteral("/Documents"); }
 
-  /// Makes the folders that are missing, open to their owner alone, as the documents are made if
-  /// they were not. False, with a line in the log, if that fails, and if the documents are not this
-  /// user's own.
+  /// Creates the home and documents folders, if missing, with mode 0700, and restricts an existing
+  /// documents folder to that mode. Returns false and logs the reason if a folder cannot be
+  /// created, or if the documents folder is a symbolic link or belongs to another user.
   [[nodiscard]] bool create() const;
 };

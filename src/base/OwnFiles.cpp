@@ -56,7 +56,7 @@ QString claimFile(const QString &path) {
   if (hasSecondName(path)) {
     return QStringLiteral("it is a hard link, with a second name elsewhere");
   }
-  // A file system that knows no permissions is no reason to do without the file.
+  // A failure is ignored: some file systems have no permissions.
   setFor(path, kFile);
   return {};
 }
@@ -70,7 +70,7 @@ QString replaceFile(const QString &path, const QByteArray &content) {
     return file.errorString();
   }
   file.setPermissions(kFile);
-  // commit() does not look at whether there was room for what it writes; so nothing is left to it.
+  // commit() does not detect a full disk while it writes buffered data, so flush first.
   const bool isWhole = file.write(content) == content.size() && file.flush();
   return isWhole && file.commit() ? QString() : QStringLiteral("the disk did not take it");
 }
@@ -88,5 +88,5 @@ QString claimFolder(const QString &path) {
   if (!isThisUsers(folder)) {
     return QStringLiteral("it belongs to another user");
   }
-  return setFor(path, kFolder) ? QString() : QStringLiteral("it cannot be kept from others");
+  return setFor(path, kFolder) ? QString() : QStringLiteral("its permissions cannot be restricted");
 }

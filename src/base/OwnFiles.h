@@ -3,17 +3,18 @@
 #include <QByteArray>
 #include <QString>
 
-/// What the program keeps is its user's own: ordinary files without a second name, and folders,
-/// that nobody else has put there and nobody else can read. These functions return why that is not
-/// so of `path`, in words that go on from its name and a verb; no text if it is, or is now.
+/// The program uses only files and folders that belong to its user and that no other user can read.
+/// A file must be a regular file without a second hard link; symbolic links are rejected. Each
+/// function below returns the reason why it rejects `path`, as a clause such as "it belongs to
+/// another user"; an empty string on success.
 
-/// Makes the file at `path`, if there is one, its owner's alone. A file that is missing is no
-/// objection, and is not made.
+/// Checks the file at `path` and sets its mode to 0600. Succeeds if there is no file, and does not
+/// create one.
 QString claimFile(const QString &path);
 
-/// Puts a file of `content`, its owner's alone, in the place of the one at `path` if that may be
-/// claimed: the old one or the new one is there whole, whatever happens meanwhile.
+/// Claims the file at `path` and atomically replaces it by one with `content` and mode 0600. After
+/// a failure or crash, either the old or the new file exists in full.
 QString replaceFile(const QString &path, const QByteArray &content);
 
-/// Makes the folder at `path`, if it is missing, and makes it its owner's alone.
+/// Creates the folder at `path` if it is missing, checks it and sets its mode to 0700.
 QString claimFolder(const QString &path);

@@ -6,9 +6,10 @@
 #include <optional>
 #include <string_view>
 
-/// All of `bytes`, which are UTF-8, as text, which is never null. To QString::fromUtf8 a U+FEFF at
-/// the beginning is no part of the text: a code that has one would not be found again.
+/// Decodes `bytes`, which must be UTF-8. The result is never null, and unlike the result of
+/// QString::fromUtf8 it keeps a U+FEFF at the beginning: a stored code with one would otherwise not
+/// be found again.
 QString textOfUtf8(std::string_view bytes);
 
-/// `bytes` as text; nothing if they are not UTF-8.
+/// Decodes `bytes`. Returns std::nullopt if they are not UTF-8.
 std::optional<QString> utf8Text(const QByteArray &bytes);

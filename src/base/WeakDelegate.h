@@ -3,8 +3,7 @@
 #include <QObject>
 #include <QPointer>
 
-/// A reference to the object that adopts `Protocol`, which does not keep it alive: once the object
-/// is gone the reference reads as nothing.
+/// A weak reference to a QObject that implements `Protocol`: null after the object is destroyed.
 template <class Protocol>
 class WeakDelegate {
  public:
