@@ -7,17 +7,17 @@
 #include <cstddef>
 #include <cstdint>
 
-/// How far a box has been picked.
+/// The progress of a box.
 enum class BoxState { Unopened, Completed, Incomplete };
 
-/// Only equality completes: a box picked beyond its order is incomplete, one with nothing ordered
-/// and nothing picked is completed.
+/// Returns the state of a box with these total quantities. A box is completed only if they are
+/// equal: a box with more picked than ordered is incomplete, one with both 0 is completed.
 BoxState boxStateOf(std::int32_t pickqty, std::int32_t orderqty);
 
 /// "unopened", "completed" or "incomplete".
 QString wordFor(BoxState state);
 
-/// How many boxes of a working list there are, in all and in each state.
+/// The number of boxes of a working list, in total and in each state.
 struct BoxCounters {
   std::size_t total = 0;
   std::size_t unopened = 0;
@@ -25,5 +25,5 @@ struct BoxCounters {
   std::size_t incomplete = 0;
 };
 
-/// A loose pick counts as a completed box.
+/// Counts the boxes of `list`. A loose pick counts as a completed box.
 BoxCounters countersOf(const PickList &list);

@@ -9,13 +9,13 @@
 #include <optional>
 #include <vector>
 
-/// Where each barcode and each item code first stands in a list of lines, found as fast in a long
-/// list as in a short one.
+/// A hash index over a list of lines: the first position of each barcode and item code.
 class CodePositions {
  public:
   explicit CodePositions(const std::vector<BoxLine> &lines);
 
-  /// The position of the first line whose barcode or item code is `code`, to the letter.
+  /// Returns the position of the first line whose barcode or item code equals `code`, case
+  /// included.
   [[nodiscard]] std::optional<std::size_t> find(const QString &code) const;
 
  private:

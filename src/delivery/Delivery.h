@@ -6,7 +6,7 @@
 
 #include <vector>
 
-/// One order line of one carton, as the service delivers it.
+/// An order line of a carton, as received from the service.
 struct OrderLine {
   QString doc;
   QString ordernum;
@@ -17,13 +17,14 @@ struct OrderLine {
   Quantity qty;
 };
 
-/// A delivery, as the service delivers it. The texts of its header are those of the first element
-/// of the answer.
+/// A delivery, as received from the service. The header fields come from the first element of the
+/// answer.
 struct Delivery {
   QString cusname;
   QString brand;
-  /// "MM/dd/yyyy", both of them.
+  /// The creation date, "MM/dd/yyyy".
   QString cdate;
+  /// The shipping date, "MM/dd/yyyy".
   QString date;
   std::vector<OrderLine> lines;
 };

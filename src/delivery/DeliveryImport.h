@@ -8,21 +8,22 @@
 
 #include <vector>
 
-/// The delivery's lines merged by item code, in the order in which the codes first occur: ordered
-/// quantities are summed, everything else is that of the first line.
+/// Returns the delivery's lines merged by item code, in the order of each code's first line.
+/// Ordered quantities are summed; the other fields are those of the first line.
 ItemLines itemLinesOf(const Delivery &delivery);
 
-/// The delivery's boxes, in the order in which their cartons first occur, each with its lines as
-/// they were delivered.
+/// Returns the delivery's boxes, in the order of each carton's first line. The lines of a box keep
+/// their order.
 PickList boxesOf(const Delivery &delivery);
 
-/// Brings earlier picks of the delivery into its boxes. A box total grows by every pick of the box;
-/// of the first lines of the box, the first with the item takes the picked quantity.
+/// Restores earlier picks in the boxes of their delivery. Each pick is added to the total of its
+/// box and becomes the picked quantity of the first line with its item among the first
+/// `PickingRules::kRestoredLines` lines of the box.
 void restoreBoxes(const std::vector<Picking> &picks, PickList &boxes);
 
-/// Brings earlier picks of the delivery into its item lines.
+/// Restores earlier picks in the item lines of their delivery.
 void restoreItemLines(const std::vector<Picking> &picks, ItemLines &items);
 
-/// A date of the service, "MM/dd/yyyy", as the header shows it, "dd/MM/yyyy". A text in another
-/// form is shown as it was delivered.
+/// Converts a date of the service, "MM/dd/yyyy", to the form of the header, "dd/MM/yyyy". Returns
+/// any other text unchanged.
 QString headerDate(const QString &delivered);

@@ -2,11 +2,11 @@
 
 #include <QString>
 
-/// What is kept of the last answer of the service, whichever call it answered.
+/// The data kept of the service's last answer, to any call.
 ///
-/// A picking takes its delivery number from here. So a catalogue that is loaded between a lookup
-/// and the start of the picking leaves the picking without a number, until the next lookup.
+/// A picking takes its delivery number from here. If the catalogue is loaded between the lookup and
+/// the start of the picking, the picking therefore has no number.
 struct JsonResult {
-  /// "doc" of element 0 of the answer; a null string if it has none.
+  /// The value of "doc" in element 0 of the answer; a null string if there is none.
   QString doc;
 };

@@ -7,13 +7,13 @@
 #include <cstddef>
 #include <vector>
 
-/// Segments of the filters over lines.
+/// The segments of a line filter.
 enum PickFilterSegment { AllLines = 0, NotPickedLines = 1, DifferentLines = 2, MatchingLines = 3 };
 
-/// Their titles.
+/// The segments' titles, in order.
 inline const QStringList kPickFilterTitles{QStringLiteral("All"), QStringLiteral("Not picked"),
                                            QStringLiteral("Different"), QStringLiteral("Matching")};
 
-/// The positions in `lines` of those that the filter segment `segment` shows, in order. A line that
-/// was not picked differs as well, unless nothing of it was ordered.
+/// Returns the positions in `lines`, in ascending order, of the lines that `segment` shows. A line
+/// with nothing picked is also a different line, unless its ordered quantity is 0.
 std::vector<std::size_t> linesShownBy(int segment, const std::vector<BoxLine> &lines);

@@ -5,12 +5,13 @@
 
 class ManagedObjectContext;
 
-/// Writes one line of the box `box` to the store and saves: updates the picked quantity of the row
-/// that the line has already, or inserts one. False if the store could not be read; then nothing is
-/// written. A failed save ends the process.
+/// Writes one line of the box `box` to the store and saves: updates the picked quantity of the
+/// line's first row, or inserts a row picked at the time of `clock`. Returns false and writes
+/// nothing if the store cannot be read. A failed save aborts the process.
 bool recordPick(ManagedObjectContext &context, const Clock &clock, const QString &box,
                 const BoxLine &line);
 
-/// Writes the loose picks of `list` to the rows of the delivery `doc` that have their items,
-/// inserts the entries beyond the number of those rows, and saves.
+/// Writes `list` to the rows of the delivery `doc` and saves: a loose pick updates the quantity of
+/// the first row with its item, and the entries at positions beyond the number of rows are
+/// inserted. Does nothing if the store cannot be read. A failed save aborts the process.
 void recordPickList(ManagedObjectContext &context, const QString &doc, const PickList &list);

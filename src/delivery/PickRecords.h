@@ -10,10 +10,10 @@
 #include <variant>
 #include <vector>
 
-/// One line of a box, or one item of a delivery merged over its boxes.
+/// A line of a box, or an item of a delivery merged over its boxes.
 struct BoxLine {
   QString barcode = {};
-  /// A placeholder that means "not picked yet" in lines that come from the service.
+  /// A fixed placeholder for "not picked yet".
   QString datepicked = QStringLiteral("01/01/2001");
   QString descr = {};
   QString doc = {};
@@ -23,7 +23,7 @@ struct BoxLine {
   Quantity pickqty = {};
 };
 
-/// One carton of a delivery with its lines, in the order in which they were delivered.
+/// A carton of a delivery with its lines, in the order of the service's answer.
 struct BoxRecord {
   QString box = {};
   std::int32_t boxorderqty = 0;
@@ -31,7 +31,7 @@ struct BoxRecord {
   std::vector<BoxLine> boxitems = {};
 };
 
-/// A code that was scanned although it is no line of the open box. Lives in memory alone.
+/// A pick of a scanned code that is not a line of the open box.
 struct LoosePick {
   QString barcode = {};
   QString box = {};
@@ -51,14 +51,14 @@ using PickList = std::vector<PickEntry>;
 /// The lines of a delivery merged by item code.
 using ItemLines = std::vector<BoxLine>;
 
-/// What the entries of a working list answer for a key. A key that an entry lacks reads as 0, as no
-/// lines, or as a null string.
+/// The fields of an entry of a working list. A field that the entry's type lacks reads as 0, an
+/// empty list or a null string.
 const QString &boxOf(const PickEntry &entry);
 std::int32_t boxorderqtyOf(const PickEntry &entry);
 std::int32_t boxpickqtyOf(const PickEntry &entry);
 const std::vector<BoxLine> &boxitemsOf(const PickEntry &entry);
 QString ordernumOf(const PickEntry &entry);
 
-/// The delivery number of a working list: that of the first line of its first box; a null string if
-/// there is no such line.
+/// Returns the delivery number of a working list: that of the first line of its first entry; a null
+/// string if there is no such line.
 QString deliveryNumberOf(const PickList &list);

@@ -18,27 +18,27 @@
 class Clock;
 struct Delivery;
 
-/// The delivery that is being picked: its boxes and lines, what has been picked of them, and which
-/// box is open. All rules about them are here; the screens observe the session and change the
-/// lists through it alone.
+/// The delivery being picked: its boxes and lines, their picked quantities, and the open box. It
+/// applies all rules about them; the screens observe the session and change the lists only through
+/// it.
 ///
-/// A position in the working list or in a box that does not exist throws `std::out_of_range`.
+/// Functions throw std::out_of_range for a position that does not exist.
 class PickingSession : public QObject, public ManagedObjectContextHolder {
   Q_OBJECT
 
  public:
-  /// `clock` outlives the session.
+  /// `clock` must outlive the session.
   explicit PickingSession(const Clock &clock, QObject *parent = nullptr);
 
   // The delivery.
 
-  /// The last answer of the service; nothing if it could not be read.
+  /// The data of the service's last answer; std::nullopt if there is none or it could not be read.
   [[nodiscard]] const std::optional<JsonResult> &jsonResult() const { return m_jsonResult; }
   void setJsonResult(const std::optional<JsonResult> &result) { m_jsonResult = result; }
 
-  /// Puts the lists of `delivery` in place of the last ones and restores what was picked of it
-  /// before.
-  /// @returns false if the store cannot be read: the lists are replaced and nothing is restored
+  /// Replaces the lists by those of `delivery`, which must have lines, and restores its earlier
+  /// picks. Returns false if the store cannot be read; the lists are then replaced, but nothing is
+  /// restored.
   bool importDelivery(const Delivery &delivery);
 
   /// The working list; null before the first delivery.
@@ -46,14 +46,15 @@ class PickingSession : public QObject, public ManagedObjectContextHolder {
   void setArrayPick(std::shared_ptr<PickList> list);
   /// The lines merged by item code; null before the first delivery.
   [[nodiscard]] const std::shared_ptr<ItemLines> &arrayItems() const { return m_arrayItems; }
-  /// From now on no line is added to `items`, and no line gets another item code.
+  /// Replaces the lines merged by item code. Afterwards the caller must not add lines or change
+  /// item codes.
   void setArrayItems(std::shared_ptr<ItemLines> items);
-  /// The working list, which reads as empty before the first delivery.
+  /// The working list; empty before the first delivery.
   [[nodiscard]] const PickList &pickList() const;
 
   // The picking.
 
-  /// Starts a picking with no open box. Its delivery number is that of the last answer.
+  /// Starts a picking with no open box and the delivery number of the service's last answer.
   void start();
   void stop();
   /// The delivery number of the running or last picking; a null string if there is none.
@@ -63,11 +64,12 @@ class PickingSession : public QObject, public ManagedObjectContextHolder {
 
   /// The position of the open box in the working list; -1 if no box is open.
   [[nodiscard]] int curBoxIndex() const { return m_curBoxIndex; }
-  /// The entry of the working list that is open; null if none is.
+  /// The open entry of the working list; nullptr if there is none.
   [[nodiscard]] const PickEntry *openEntry() const;
-  /// The lines of the open box; none if no box is open.
+  /// The lines of the open box; empty if no box is open.
   [[nodiscard]] const std::vector<BoxLine> &openBoxLines() const;
-  /// The position of the first entry of the working list whose box is `box`, to the letter.
+  /// The position of the first entry of the working list whose box name equals `box`, case
+  /// included.
   [[nodiscard]] std::optional<int> boxNamed(const QString &box) const;
   void openBox(int index);
   [[nodiscard]] BoxCounters boxCounters() const { return countersOf(pickList()); }
@@ -87,21 +89,22 @@ class PickingSession : public QObject, public ManagedObjectContextHolder {
 
   // The quantities.
 
-  /// Books `currentQty` plus `addQty` as the picked quantity of `line` of the open box: changes the
-  /// line, the item lines of its code and the box's total, and writes it to the store. A failed
-  /// write ends the process.
+  /// Books `currentQty` plus `addQty` as the picked quantity of line number `line` of the open box:
+  /// updates the line, the item lines of its code and the box total, and saves the line as
+  /// `recordLine` does.
   ///
-  /// @param isFiltered  a filter shows the line: then the first line of its item in the box takes
-  ///                    the quantity as well, and is the one that is written
+  /// @param isFiltered  true if the line is shown by a filter: the first line of the same item in
+  ///                    the box then gets the quantity as well, and is saved instead
   void bookQuantity(std::size_t line, bool isFiltered, std::int32_t currentQty,
                     std::int32_t addQty);
-  /// Writes `line` of the open box to the store, and says so by `lineSaved`. Nothing is written if
-  /// the store cannot be read; a failed write ends the process.
+  /// Saves line number `line` of the open box and emits `lineSaved`. Does nothing if the store
+  /// cannot be read; a failed save aborts the process.
   void recordLine(std::size_t line);
-  /// Writes the whole working list to the store, if the picking has a delivery number.
+  /// Saves the whole working list, if the picking has a delivery number. A failed save aborts the
+  /// process.
   void recordWorkingList();
-  /// Makes `qty` the quantity of the first loose pick with the barcode `code`, if there is one, and
-  /// says so by `loosePickBooked`.
+  /// Sets the quantity of the first loose pick with the barcode `code`, if there is one, to `qty`.
+  /// Emits `loosePickBooked` in either case.
   void bookLoosePick(const QString &code, std::int32_t qty);
 
  signals:
@@ -110,7 +113,8 @@ class PickingSession : public QObject, public ManagedObjectContextHolder {
   void boxOpened();
   /// `line` of the box `box` is on disk.
   void lineSaved(const BoxLine &line, const QString &box);
-  /// `position` is that of the loose pick in the working list; -1 if there is no such loose pick.
+  /// `position` is the loose pick's position in the working list; -1 if there is no such loose
+  /// pick.
   void loosePickBooked(int position);
 
  private:
@@ -121,10 +125,10 @@ class PickingSession : public QObject, public ManagedObjectContextHolder {
   std::optional<JsonResult> m_jsonResult;
   std::shared_ptr<PickList> m_arrayPick;
   std::shared_ptr<ItemLines> m_arrayItems;
-  /// Where the lines of each item code are in `m_arrayItems`.
+  /// The positions in `m_arrayItems` of each item code.
   QMultiHash<QString, std::size_t> m_itemPositions;
   QString m_doc;
   int m_curBoxIndex = -1;
-  /// The codes of the open box; nothing before its first scan.
+  /// The index of the open box; created at its first scan.
   std::optional<CodePositions> m_openBoxCodes;
 };

@@ -14,7 +14,7 @@ const LoosePick *loosePickWithCode(const PickList &list, const QString &code) {
 }
 
 std::optional<Items> articleWithCode(ManagedObjectContext &context, const QString &code) {
-  // A null text would stand for the store's NULL, which equals nothing.
+  // The context would bind a null string as NULL, which equals nothing in SQL.
   const QString text = code.isNull() ? QStringLiteral("") : code;
   const auto articles = context.itemsForCode(text);
   return !articles || articles->empty() ? std::nullopt : std::optional(articles->front());

@@ -12,21 +12,22 @@
 
 class ManagedObjectContext;
 
-/// What a scanned code stands for: a line of the open box, as its position, or a loose pick that is
+/// The meaning of a scanned code: the position of a line in the open box, or a loose pick that is
 /// not in the working list yet.
 using ScanMatch = std::variant<std::size_t, LoosePick>;
 
-/// The first loose pick of `list` whose barcode or item code is `code`; nothing if there is none.
+/// Returns the first loose pick of `list` whose barcode or item code is `code`; nullptr if there is
+/// none.
 const LoosePick *loosePickWithCode(const PickList &list, const QString &code);
 
-/// The first article of the catalogue whose item code or barcode is `code`. Nothing if there is
-/// none, or if the catalogue cannot be read.
+/// Returns the first article of the catalogue whose item code or barcode is `code`; std::nullopt if
+/// there is none or the catalogue cannot be read.
 std::optional<Items> articleWithCode(ManagedObjectContext &context, const QString &code);
 
-/// A new loose pick of the code that `earlier` has.
+/// Returns a copy of `earlier` picked at `now`, with quantity 0 and not sent.
 LoosePick loosePickAgain(const LoosePick &earlier, const QDateTime &now);
 
-/// A loose pick of an article of the catalogue. It has the order number of the first entry of
-/// `list`, which a box does not have.
+/// Returns a loose pick of a catalogue article, with quantity 0. Its order number is that of the
+/// first entry of `list`; a box has none, so it is null then.
 LoosePick loosePickOf(const Items &article, const QString &doc, const PickList &list,
                       const QDateTime &now);
