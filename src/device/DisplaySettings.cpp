@@ -97,7 +97,7 @@ void DisplaySettings::read() {
 }
 
 void DisplaySettings::write() const {
-  // QSettings itself would leave a file cut short where there is no room for a new one.
+  // QSettings would leave a truncated file on a full disk.
   const QString text = QStringLiteral("[General]\n%1=%2\n%3=%4\n%5=@Size(%6 %7)\n%8=%9\n")
                            .arg(kTheme, wordFor(m_theme), kTextSize)
                            .arg(m_textSize)

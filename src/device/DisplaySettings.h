@@ -12,9 +12,10 @@
 
 struct Folders;
 
-/// How the program looks on this device: the theme, the size of its text, and the window's size.
-/// Remembered in `display.ini` in the home folder; only until the end, with a line in the log, if
-/// there is no room for it or somebody else has put something in its place.
+/// The display settings of this device: theme, text size and window size.
+///
+/// They are stored in `display.ini` in the home folder. If that file cannot be written or is not a
+/// regular file of this user, the reason is logged and the settings last until the program ends.
 class DisplaySettings : public QObject {
   Q_OBJECT
   QML_ELEMENT
@@ -33,13 +34,13 @@ class DisplaySettings : public QObject {
 
   [[nodiscard]] Theme theme() const { return m_theme; }
   void setTheme(Theme theme);
-  /// Whether the screen is dark, after the theme and the system.
+  /// Returns true for the dark theme, or for the system theme while the system prefers dark.
   [[nodiscard]] bool isDark() const;
 
-  /// In percent; one of kTextSizes.
+  /// The text size in percent; one of kTextSizes.
   [[nodiscard]] int textSize() const { return m_textSize; }
   void setTextSize(int percent);
-  /// 1 stands for 100 percent.
+  /// The text size as a factor: 1.0 for 100 percent.
   [[nodiscard]] double textScale() const { return textSize() / 100.0; }
 
   /// The window's size while it is not maximized, in points.
@@ -54,7 +55,7 @@ class DisplaySettings : public QObject {
  private:
   void read();
   void write() const;
-  /// Remembers a value for one of the members below.
+  /// Sets and stores one of the members below.
   template <class Value>
   void choose(Value &member, const Value &value);
 

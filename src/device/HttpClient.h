@@ -13,40 +13,41 @@
 class HttpConnection;
 
 struct HttpRequest {
-  /// An empty address cannot be reached: the connection fails.
+  /// An empty or invalid URL makes the connection fail.
   QUrl url;
   QByteArray method = "GET";
   QList<std::pair<QByteArray, QByteArray>> headers = {};
   QByteArray body = {};
-  /// How long nothing may arrive before the connection fails.
+  /// The connection fails after this time without progress.
   std::chrono::milliseconds timeout = std::chrono::seconds(60);
 };
 
-/// Follows one connection. After a response and its data exactly one of the last two is called.
+/// Receives the events of one connection: at most one response, then its data, then exactly one of
+/// `connectionDidFinishLoading` and `didFailWithError`.
 class HttpConnectionDelegate {
  public:
   virtual ~HttpConnectionDelegate() = default;
   virtual void didReceiveResponse(HttpConnection &connection) = 0;
   virtual void didReceiveData(HttpConnection &connection, const QByteArray &data) = 0;
   virtual void connectionDidFinishLoading(HttpConnection &connection) = 0;
-  /// `description` says in words what went wrong.
+  /// `description` is a message for the user.
   virtual void didFailWithError(HttpConnection &connection, const QString &description) = 0;
 };
 
-/// One request and its answer. All calls arrive in the event loop of the thread that started it,
-/// none of them before the call that started it has returned.
+/// One HTTP request and its answer. The delegate is called from the event loop of the thread that
+/// started the request, never before `HttpClient::start` has returned.
 class HttpConnection : public QObject {
   Q_OBJECT
 
  public:
-  /// An answer beyond this many bytes is cut off and counts as damaged.
+  /// The maximum size of an answer. A larger one is aborted and is not whole.
   static constexpr qint64 kMaxAnswerBytes = 256LL * 1024 * 1024;
 
   using QObject::QObject;
 
-  /// Whether the whole answer arrived, as long as it was announced and no longer than allowed.
+  /// Returns false if the answer is shorter than announced, too large, or was broken off.
   [[nodiscard]] bool isAnswerWhole() const { return m_isAnswerWhole; }
-  /// The number of bytes that the service announced; -1 if it announced none.
+  /// The Content-Length of the answer in bytes; -1 if there is none.
   [[nodiscard]] qint64 announcedBytes() const { return m_announcedBytes; }
 
  protected:
@@ -54,11 +55,11 @@ class HttpConnection : public QObject {
   qint64 m_announcedBytes = -1;
 };
 
-/// Sends HTTP requests: from no cache, following no redirect.
+/// Sends HTTP requests, without cache, cookies or redirects.
 class HttpClient {
  public:
   virtual ~HttpClient() = default;
-  /// Starts `request`. The connection belongs to `owner` and is deleted some time after it ended.
+  /// Starts `request`. The connection is a child of `owner` and deletes itself after it has ended.
   virtual HttpConnection *start(const HttpRequest &request,
                                 WeakDelegate<HttpConnectionDelegate> delegate, QObject *owner) = 0;
 };

@@ -12,9 +12,9 @@
 
 namespace {
 
-/// A request body that can be read once. Qt resends a request whose connection closed without an
-/// answer, unless its body cannot be rewound; a picking must not be sent twice behind the user's
-/// back.
+/// A request body that can be read only once. Qt resends a request whose connection closes without
+/// an answer, unless the body cannot be rewound. A picking must not be sent twice without the
+/// user's knowledge.
 class ReadOnceBody : public QIODevice {
  public:
   explicit ReadOnceBody(QByteArray bytes) : m_bytes(std::move(bytes)) {
@@ -42,7 +42,6 @@ class ReadOnceBody : public QIODevice {
   qint64 m_position = 0;
 };
 
-/// From here on a status says that the request went wrong.
 constexpr int kFirstErrorStatus = 400;
 
 constexpr qint64 kReadBufferBytes = 1024LL * 1024;
@@ -75,10 +74,10 @@ class NetworkConnection : public HttpConnection {
       networkRequest.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
       networkRequest.setHeader(QNetworkRequest::ContentLengthHeader, request.body.size());
       m_reply = m_manager->sendCustomRequest(networkRequest, request.method, body);
-      // The reply reads from it until the end, be the connection still there or not.
+      // The reply may outlive this connection and reads the body until it ends.
       body->setParent(m_reply);
     }
-    // However fast a large answer comes in, what waits to be passed on stays small.
+    // Limits the memory for received bytes that are not passed on yet.
     m_reply->setReadBufferSize(kReadBufferBytes);
     connect(m_reply, &QNetworkReply::metaDataChanged, this, [this] { announceResponse(); });
     connect(m_reply, &QNetworkReply::readyRead, this, [this] { passOnData(); });
@@ -87,7 +86,7 @@ class NetworkConnection : public HttpConnection {
 
   void fail(const QString &description) {
     deleteLater();
-    // The last thing that happens: the delegate may delete the owner.
+    // Comes last: the delegate may delete the owner, and with it this object.
     if (m_delegate) {
       m_delegate->didFailWithError(*this, description);
     }
@@ -125,16 +124,16 @@ class NetworkConnection : public HttpConnection {
     }
   }
 
-  /// Whether nothing but the end of the connection tells where the answer ends.
+  /// Returns true if only the end of the connection marks the end of the answer.
   [[nodiscard]] bool endsWithConnection() const {
     return m_announcedBytes < 0 && !m_reply->hasRawHeader("Transfer-Encoding") &&
            !m_reply->hasRawHeader("Content-Encoding");
   }
 
-  /// Whether the connection broke, as opposed to an answer with an error status.
+  /// Returns true after a network error, false after a complete answer with any status.
   [[nodiscard]] bool isBroken() const {
     const QNetworkReply::NetworkError error = m_reply->error();
-    // When the connection ends, Qt may think of repeating the request, which the body forbids.
+    // Qt reports this error if it would resend the request but cannot rewind the body.
     if (error == QNetworkReply::ContentReSendError && endsWithConnection()) {
       return false;
     }
@@ -168,8 +167,8 @@ class NetworkConnection : public HttpConnection {
   };
 
   WeakDelegate<HttpConnectionDelegate> m_delegate;
-  /// Of this connection alone: a service that sends more than one answer must not have the next
-  /// request answered by the rest.
+  /// One manager per connection, so a surplus answer of the service cannot become the answer to the
+  /// next request.
   std::unique_ptr<QNetworkAccessManager, DeleteLater> m_manager;
   /// A child of the manager.
   QNetworkReply *m_reply = nullptr;

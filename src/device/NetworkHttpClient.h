@@ -2,7 +2,7 @@
 
 #include "device/HttpClient.h"
 
-/// The HTTP client of the device's network. Every request has a connection of its own.
+/// An HTTP client on the device's network. Every request opens a separate connection.
 class NetworkHttpClient : public HttpClient {
  public:
   HttpConnection *start(const HttpRequest &request, WeakDelegate<HttpConnectionDelegate> delegate,

@@ -6,18 +6,17 @@
 
 class QSoundEffect;
 
-/// Plays the system's short sounds.
+/// Plays short sounds by their number.
 class SoundPlayer {
  public:
-  /// The sound of an error.
   static constexpr int kErrorTone = 1005;
 
   virtual ~SoundPlayer() = default;
-  /// Starts the sound `identifier` and returns at once.
+  /// Starts the sound `identifier` and returns immediately. Ignores an unknown number.
   virtual void playSystemSound(int identifier) = 0;
 };
 
-/// Plays the sounds that come with the program; silent where there is no audio device.
+/// Plays the program's built-in sounds. Silent without an audio device.
 class DeviceSoundPlayer : public SoundPlayer {
  public:
   DeviceSoundPlayer();

@@ -13,7 +13,7 @@ const QString kPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString kSettings = QStringLiteral("org.freedesktop.portal.Settings");
 const QString kGroup = QStringLiteral("org.freedesktop.appearance");
 const QString kKey = QStringLiteral("color-scheme");
-/// Anything else stands for no preference.
+// Any other value means no preference.
 constexpr uint kPrefersDark = 1;
 constexpr uint kPrefersLight = 2;
 
@@ -26,7 +26,7 @@ bool isPaletteDark() {
          palette.color(QPalette::WindowText).lightness();
 }
 
-/// The answer to Read is a variant in a variant.
+/// Removes nested D-Bus variants: the reply to Read is a variant in a variant.
 QVariant unwrapped(QVariant value) {
   while (value.canConvert<QDBusVariant>()) {
     value = value.value<QDBusVariant>().variant();

@@ -6,8 +6,8 @@
 
 #include <optional>
 
-/// Whether the system prefers dark screens: what the desktop's settings portal says, or, where it
-/// says nothing, what the palette of the platform looks like.
+/// Tells whether the system prefers dark windows, from the desktop's settings portal or, if that
+/// has no preference, from the platform's palette.
 class SystemColourScheme : public QObject {
   Q_OBJECT
 
@@ -29,7 +29,7 @@ class SystemColourScheme : public QObject {
   void ask(QDBusConnection &bus);
   void update();
 
-  /// What the portal prefers; nothing if it has no preference.
+  /// The portal's preference for dark; std::nullopt if it has none.
   std::optional<bool> m_preference;
   bool m_isDark;
 };

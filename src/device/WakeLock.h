@@ -4,8 +4,7 @@
 class WakeLock {
  public:
   virtual ~WakeLock() = default;
-  /// From now on the screen stays on.
   virtual void acquire() = 0;
-  /// From now on the screen may go dark.
+  /// Lets the screen turn off again. Does nothing if the lock is not held.
   virtual void release() = 0;
 };
