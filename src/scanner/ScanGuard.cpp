@@ -12,21 +12,21 @@
 
 namespace {
 
-/// How much longer than a scanner's longest gap keys are held back, in milliseconds.
+/// The time added to the detector's longest gap before held keys are released, in milliseconds.
 constexpr int kGrace = 10;
 
 bool isReturn(const QKeyEvent &key) {
   return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
 }
 
-/// Whether the key typed something that can be a part of a code.
+/// Returns true if the key typed a character that a code can contain.
 bool isCharacter(const QKeyEvent &key) {
   constexpr Qt::KeyboardModifiers kCommands = Qt::ControlModifier | Qt::AltModifier;
   return !key.isAutoRepeat() && !key.modifiers().testAnyFlags(kCommands) && !key.text().isEmpty() &&
          key.text().front().isPrint();
 }
 
-/// Shift and its like come with the characters of a code, as keys of their own.
+/// Scanners send modifier keys between the characters of a code.
 bool isModifier(const QKeyEvent &key) {
   return key.key() == Qt::Key_Shift || key.key() == Qt::Key_CapsLock || key.key() == Qt::Key_AltGr;
 }
@@ -59,7 +59,7 @@ bool ScanGuard::eventFilter(QObject * /*watched*/, QEvent *event) {
 }
 
 void ScanGuard::press() {
-  // A code that is held is no part of what the finger confirms; it goes where it belongs by then.
+  // A held code does not belong to the touched item; it is placed when it is complete.
   if (!isHolding() || !m_burst.isPossible()) {
     letGo();
     m_burst.interrupt();
@@ -141,7 +141,7 @@ int ScanGuard::holdingTime() const {
 }
 
 void ScanGuard::timerEvent(QTimerEvent * /*event*/) {
-  // After a pause of the program more keys may be waiting: they have their turn first.
+  // If the event loop was blocked, further keys may be queued; process them first.
   if (m_sinceLastKey.hasExpired(2 * std::int64_t{holdingTime()})) {
     m_sinceLastKey.start();
     m_timer.start(0, this);

@@ -14,25 +14,25 @@ class QWindow;
 class TextField;
 class Window;
 
-/// Sees to it that what a scanner types lands where scans belong, and nowhere else.
+/// An event filter that routes the codes of a keyboard-mode scanner to the field that takes scans.
 ///
-/// A field that takes scans gets every key at once. Anywhere else characters are held back until it
-/// is clear who typed them: a person's go on after a moment that nobody notices; a scanner's go to
-/// the field that takes scans at that time or, if there is none, are refused, as is a code without
-/// its Return. No other item ever sees them, so there is nothing to take back.
+/// A focused field that takes scans gets every key at once. Anywhere else, characters are held
+/// until it is clear who typed them. A person's characters are then delivered, after an
+/// imperceptible delay. A scanner's code goes to the field that currently takes scans; without such
+/// a field, or without its Return, it is refused. No other item receives characters of a code.
 ///
-/// In a field, a code takes the place of what was left there, as the number of the last box.
+/// A code replaces older text in its field, such as the previous box number.
 class ScanGuard : public QObject {
   Q_OBJECT
 
  public:
-  /// Guards the keys of `window`, which shows `state`. Both outlive this object.
+  /// Filters the key events of `window`, which shows `state`. Both must outlive this object.
   ScanGuard(QWindow &window, Window &state);
   ~ScanGuard() override;
   ScanGuard(const ScanGuard &) = delete;
   ScanGuard &operator=(const ScanGuard &) = delete;
 
-  /// Whether it is not yet clear who typed the last keys.
+  /// Returns true while keys are held.
   [[nodiscard]] bool isHolding() const { return !m_held.empty(); }
 
   bool eventFilter(QObject *watched, QEvent *event) override;
@@ -42,20 +42,22 @@ class ScanGuard : public QObject {
 
  private:
   bool filterPress(const QKeyEvent &key);
-  /// Something is pressed other than a key, and sees what was typed before it.
+  /// Handles a mouse or touch press: delivers the characters typed before it, unless they may be a
+  /// code.
   void press();
   bool filterRelease(const QKeyEvent &key);
   bool filterReturn(const QKeyEvent &key);
   void hold(const QKeyEvent &key);
-  /// How long to wait for the next key, in milliseconds.
+  /// How long to wait for the next key before the held ones are released, in milliseconds.
   [[nodiscard]] int holdingTime() const;
-  /// Lets go what was held back, in its order.
+  /// Delivers the held keys in order.
   void letGo();
-  /// The same for what a person typed; refuses what a scanner did. Whether it was a person.
+  /// Delivers the held keys of a person and returns true; refuses those of a scanner and returns
+  /// false.
   bool release(bool isScanners);
   void drop();
   void placeScan(const QString &code);
-  /// The field that has the keyboard, if a scan may go there now.
+  /// The field with the keyboard focus if it takes scans now; otherwise nullptr.
   [[nodiscard]] TextField *focusedScanField() const;
 
   QWindow &m_window;
