@@ -168,7 +168,7 @@ ManagedObjectContext::ManagedObjectContext(std::shared_ptr<PersistentStoreCoordi
   try {
     m_statements = std::make_unique<Statements>(*m_coordinator->database());
   } catch (const SQLite::Exception &error) {
-    qWarning("The store lacks what its version promises: %s", error.what());
+    qWarning("The store lacks tables or columns of its version: %s", error.what());
   }
 }
 
