@@ -11,29 +11,28 @@
 
 class AlertViewDelegate;
 
-/// A message or question that has to be answered before anything else can be done.
+/// A modal message or question.
 struct AlertView {
   QString title = {};
   QString message = {};
   QStringList buttons = {QStringLiteral("OK")};
-  /// The button that the Escape key stands for.
+  /// The button that the Escape key presses.
   int cancelButtonIndex = 0;
-  /// Tells a delegate's alerts apart.
+  /// Distinguishes the alerts of one delegate.
   int tag = 0;
   WeakDelegate<AlertViewDelegate> delegate = {};
-  /// What to do with the answer, for alerts whose buttons carry their own actions.
+  /// Called with the pressed button, before the delegate is told. Optional.
   std::function<void(int buttonIndex)> action = {};
 };
 
-/// Learns how an alert was answered.
+/// Receives the answer to an alert.
 class AlertViewDelegate {
  public:
   virtual ~AlertViewDelegate() = default;
   virtual void clickedButtonAtIndex(const AlertView & /*alert*/, int /*buttonIndex*/) {}
 };
 
-/// The alerts that wait for an answer, in the order in which they were shown; all are on screen,
-/// the last one on top.
+/// The unanswered alerts, as a list model, oldest first. All are on screen, the newest on top.
 class AlertStack : public QAbstractListModel {
   Q_OBJECT
   QML_ELEMENT
@@ -44,7 +43,8 @@ class AlertStack : public QAbstractListModel {
   enum Role { TitleRole = Qt::UserRole, MessageRole, ButtonsRole, CancelButtonRole };
 
   void show(const AlertView &alert);
-  /// The button `buttonIndex` of the alert at `row` was touched.
+  /// Removes the alert at `row` and reports its pressed button `buttonIndex`. Does nothing if there
+  /// is no such alert or button.
   Q_INVOKABLE void answer(int row, int buttonIndex);
 
   [[nodiscard]] int count() const { return static_cast<int>(m_alerts.size()); }

@@ -4,8 +4,8 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
-/// Long work that the user has to wait for: while it is under way a scrim keeps fingers off
-/// everything, and says what is going on.
+/// The state of long work that blocks the user: while it is active, an overlay covers all screens,
+/// blocks input and shows a title and the progress.
 class BusyState : public QObject {
   Q_OBJECT
   QML_ELEMENT
@@ -19,10 +19,13 @@ class BusyState : public QObject {
   [[nodiscard]] bool isActive() const { return m_isActive; }
   [[nodiscard]] QString title() const { return m_title; }
   [[nodiscard]] QString progressText() const { return m_progressText; }
-  /// Between 0 and 1; negative while the end cannot be foreseen.
+  /// From 0 to 1; negative if unknown.
   [[nodiscard]] double progress() const { return m_progress; }
 
+  /// Activates the overlay with unknown progress.
   void begin(const QString &title);
+  /// @param text      the progress in words, for example "1.2 of 5.0 MB"
+  /// @param progress  from 0 to 1; negative if unknown
   void setProgress(const QString &text, double progress);
   void end();
 

@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/// The colours that controllers speak of; what they look like is the theme's business.
+/// The colour names that controllers use. Theme.qml defines the values.
 enum class Colour { clear, black, white, blue, red, green, yellow, grey, lightGrey, darkGrey };
 
-/// The name under which the theme knows `colour`, for example "lightGrey".
+/// Returns the name of `colour` in Theme.qml, for example "lightGrey".
 QString colourName(Colour colour);

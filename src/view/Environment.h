@@ -13,8 +13,8 @@
 
 #include <memory>
 
-/// What the outside world does for the program. Built once, in `main`, and handed down; a test
-/// builds one of its own.
+/// The services of the device and the state shared by all screens. `main` builds it once and passes
+/// it down; tests build it with substitutes.
 struct Environment {
   std::unique_ptr<Clock> clock;
   std::unique_ptr<HttpClient> http;
@@ -23,7 +23,7 @@ struct Environment {
   std::unique_ptr<WakeLock> wakeLock;
   std::unique_ptr<DisplaySettings> display;
   Folders folders;
-  /// HOST or HOST:PORT of the picking web service; empty if none is configured.
+  /// HOST or HOST:PORT of the order service; empty if none is configured.
   QString serviceHost;
   AlertStack alerts = {};
   BusyState busy = {};

@@ -2,7 +2,7 @@
 
 #include "view/ViewController.h"
 
-/// A container that shows one screen, its top screen.
+/// A container that shows one screen: its last child.
 class NavigationController : public ViewController {
   Q_OBJECT
   QML_ELEMENT

@@ -1,7 +1,7 @@
 #include "view/Storyboard.h"
 
 namespace {
-/// Stands for "where the source came from" in the table of transitions.
+/// The destination of a return segue.
 const QString kBack = QStringLiteral("<-");
 }  // namespace
 

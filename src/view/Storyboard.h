@@ -7,22 +7,23 @@
 
 #include <functional>
 
-/// The screens and the transitions between them, by name.
+/// The registry of screens (scenes) and of the transitions between them (segues), by identifier.
 class Storyboard {
  public:
-  /// Makes the controllers of one screen; they belong to `owner`.
+  /// Creates the controllers of one screen, as children of `owner`.
   using Scene = std::function<ViewController *(Environment &environment, QObject *owner)>;
 
   void addScene(const QString &identifier, Scene scene);
-  /// A transition to a new screen.
+  /// Adds a transition to a new screen.
   void addSegue(const QString &identifier, const QString &sceneIdentifier);
-  /// A transition back to the screen that presented the source.
+  /// Adds a transition back to the screen that presented the source.
   void addReturnSegue(const QString &identifier);
 
-  /// A new controller for the screen `identifier`, or nothing if there is no such screen.
+  /// Creates a controller for the screen `identifier`; returns nullptr if there is no such screen.
   ViewController *instantiateViewController(const QString &identifier, Environment &environment,
                                             QObject *owner) const;
-  /// The screen that the transition `identifier` leads to; empty if it leads to none.
+  /// The screen identifier that the transition `identifier` leads to; empty for a return segue and
+  /// an unknown one.
   [[nodiscard]] QString destinationOfSegue(const QString &identifier) const;
   [[nodiscard]] bool isReturnSegue(const QString &identifier) const;
 

@@ -9,21 +9,21 @@ struct Environment;
 class TextField;
 class ViewController;
 
-/// A transition between two screens, named in the storyboard.
+/// A transition between two screens, defined in the storyboard.
 struct Segue {
   QString identifier;
   ViewController *source = nullptr;
   ViewController *destination = nullptr;
-  /// Set by a source that carries out, or gives up, the transition itself later.
+  /// Set by the source's `prepareForSegue` to stop a return segue; the source may finish it later.
   bool isHeldBack = false;
 };
 
-/// The controller of one screen: holds the screen's whole state and decides everything. The screen
-/// itself, a QML file with the controller's identifier for its name, draws outlets and forwards
+/// The controller of one screen: it holds the screen's state and makes all decisions. The screen
+/// itself is a QML file named after the controller's identifier; it draws the outlets and forwards
 /// touches and keys.
 ///
-/// A controller belongs to the controller that shows it and goes when it is dismissed, unless it is
-/// kept.
+/// A controller is a child of the controller that presents it and is deleted when dismissed, unless
+/// `keepAfterDismissal` was called.
 class ViewController : public QObject {
   Q_OBJECT
   QML_ELEMENT
@@ -40,69 +40,73 @@ class ViewController : public QObject {
  public:
   enum class PresentationStyle { FullScreen, FormSheet, Popover };
   enum class Flip { FromLeft, FromRight };
-  /// How long a flip takes.
+  /// The duration of a flip.
   static constexpr int kFlipMilliseconds = 800;
 
   ViewController(const QString &identifier, Environment &environment, QObject *parent = nullptr);
 
-  /// The name by which the storyboard knows the screen.
+  /// The name of the screen in the storyboard and of its QML file.
   [[nodiscard]] QString identifier() const { return m_identifier; }
 
-  /// Runs `viewDidLoad` the first time it is called.
+  /// Calls `viewDidLoad` of this controller and its children, once.
   void loadViewIfNeeded();
   virtual void viewDidLoad() {}
   virtual void viewWillAppear() {}
   virtual void prepareForSegue(Segue & /*segue*/) {}
 
-  /// Takes the transition `identifier` of the storyboard from here; an unknown one is ignored.
+  /// Performs the storyboard's transition `identifier` from this screen. Ignores an unknown one.
   Q_INVOKABLE void performSegueWithIdentifier(const QString &identifier);
 
-  /// Shows `controller` above this one, which takes no input until `controller` is dismissed. While
-  /// another one is shown there, `controller` is not. A popover is anchored to the whole of the
-  /// outlet `popoverSource`.
+  /// Shows `controller` above this screen, which gets no input until `controller` is dismissed.
+  /// Takes ownership. If this screen already presents another one, `controller` is not shown, and is
+  /// deleted unless `keepAfterDismissal` was called.
+  ///
+  /// @param popoverSource  the outlet that a popover is anchored to
   void presentViewController(ViewController *controller, PresentationStyle style,
                              QObject *popoverSource = nullptr);
-  /// For a controller that its presenter presents again and again: dismissal does not delete it.
+  /// Keeps this controller alive after its dismissal, so it can be presented again.
   void keepAfterDismissal() { m_isKeptAfterDismissal = true; }
-  /// Ends what this controller presents or, if it presents nothing, its own presentation.
+  /// Dismisses the presented controller or, if there is none, this one.
   Q_INVOKABLE void dismissViewController();
 
   [[nodiscard]] ViewController *presentedViewController() const { return m_presented; }
   [[nodiscard]] PresentationStyle presentationStyle() const { return m_presentationStyle; }
   [[nodiscard]] QString presentationStyleName() const;
   [[nodiscard]] QObject *popoverSource() const { return m_popoverSource; }
-  /// The controller that presented this one, or one of this one's parents.
+  /// The controller that presents this one or the nearest presented container of this one; nullptr
+  /// if there is none.
   [[nodiscard]] ViewController *presentingViewController() const;
-  /// The controller that contains this one.
+  /// The controller that contains this one; nullptr if there is none.
   [[nodiscard]] ViewController *parentViewController() const {
     return m_isContained ? qobject_cast<ViewController *>(parent()) : nullptr;
   }
   [[nodiscard]] QList<ViewController *> childViewControllers() const { return m_children; }
+  /// Makes this controller the container and owner of `child`.
   void addChildViewController(ViewController *child);
 
-  /// Lays `controller`'s view over this one's, with a flip.
+  /// Overlays this controller's view with that of `controller`, with a flip.
   void addSubview(ViewController *controller, Flip flip);
-  /// Takes this controller's view from the view that it is laid over, with a flip.
+  /// Removes this controller's view from the view that it overlays, with a flip.
   void removeFromSuperview(Flip flip);
-  /// The controller whose view is laid over this one's, if any.
+  /// The controller whose view overlays this one's; nullptr if there is none.
   [[nodiscard]] ViewController *overlay() const { return m_overlay; }
   [[nodiscard]] int flipMilliseconds() const { return kFlipMilliseconds; }
 
-  /// Whether another screen or view lies over this one.
+  /// Returns true if another screen or view is above this one.
   [[nodiscard]] bool isCovered() const { return m_presented != nullptr || m_overlay != nullptr; }
 
-  /// The field that a scan goes to which comes while another item has the keyboard; null where a
-  /// scan does not belong.
+  /// The field for a scan that arrives while another item has the keyboard focus; nullptr if this
+  /// screen takes no scan now.
   [[nodiscard]] virtual TextField *scanField() const;
-  /// Learns that the scan of `code` was refused, as do the controllers that this one contains and
-  /// presents.
+  /// Tells this controller, its children and the presented controller that the scan of `code` was
+  /// refused.
   virtual void noteRefusedScan(const QString &code);
 
-  /// Where the view is to stand in the view that it is laid over, in points; empty: all of it.
+  /// The position and size of this overlay in the view below it, in points; empty to fill it.
   [[nodiscard]] QRectF frame() const { return m_frame; }
   void setFrame(const QRectF &frame);
 
-  /// The size that a popover or a sheet should have, in points; invalid if it does not matter.
+  /// The preferred size of a popover or sheet, in points; invalid if there is none.
   [[nodiscard]] QSizeF preferredContentSize() const { return m_preferredContentSize; }
   void setPreferredContentSize(QSizeF size) { m_preferredContentSize = size; }
 
@@ -110,8 +114,7 @@ class ViewController : public QObject {
   void presentedChanged();
   void overlayChanged();
   void frameChanged();
-  /// A flip begins: the view `to` turns up where `from` was; nothing stands for this
-  /// controller's own view.
+  /// A flip from the view `from` to the view `to` starts; nullptr means this controller's own view.
   void flipped(ViewController *from, ViewController *to, bool fromLeft);
 
  protected:

@@ -10,7 +10,8 @@
 
 struct Environment;
 
-/// The application window: its root screen, the alerts above all screens, and how it looks.
+/// The state of the application window: the root screen, the alerts and the busy overlay above it,
+/// and the display settings.
 class Window : public QObject {
   Q_OBJECT
   QML_NAMED_ELEMENT(ApplicationWindowState)
@@ -25,12 +26,12 @@ class Window : public QObject {
  public:
   enum class StatusBarStyle { Default, LightContent };
 
-  /// Neither is owned.
+  /// Both must outlive the window.
   Window(ViewController &root, Environment &environment);
 
-  /// Whether the window fills the screen and has no frame.
+  /// Fills the screen, without a frame.
   bool fullScreen = false;
-  /// Whether the window has a keyboard of its own.
+  /// Shows an on-screen keyboard inside the window.
   bool onScreenKeyboard = false;
 
   [[nodiscard]] ViewController *rootViewController() const { return &m_root; }
@@ -38,14 +39,14 @@ class Window : public QObject {
   [[nodiscard]] BusyState *busy() const;
   [[nodiscard]] DisplaySettings *display() const;
 
-  /// The field that a scan goes to which comes while another item has the keyboard; null where a
-  /// scan does not belong.
+  /// The field for a scan that arrives while another item has the keyboard focus; nullptr if no
+  /// scan is accepted now.
   [[nodiscard]] TextField *scanField() const;
-  /// A scan came where none belongs: the error tone sounds, and the screens note it. Nothing else
-  /// changes.
+  /// Rejects the scan of `code`: plays the error tone and tells the screens.
   void refuseScan(const QString &code);
 
-  /// Something is about to be pressed by other means than an event of the window.
+  /// Announces a press that is no event of the window, such as one by a screen reader. Call it
+  /// before the press.
   Q_INVOKABLE void press() { emit pressing(); }
 
   [[nodiscard]] StatusBarStyle statusBarStyle() const { return m_statusBarStyle; }

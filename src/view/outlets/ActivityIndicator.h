@@ -2,7 +2,7 @@
 
 #include "view/outlets/Outlet.h"
 
-/// Spins while something is under way.
+/// A spinner for running work.
 class ActivityIndicator : public Outlet {
   Q_OBJECT
   QML_NAMED_ELEMENT(ActivityIndicatorOutlet)

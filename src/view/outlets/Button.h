@@ -3,8 +3,8 @@
 #include "view/Colour.h"
 #include "view/outlets/Outlet.h"
 
-/// A button: its title, the title's colour, and whether it can be touched. The screen sends the
-/// touch to the controller's action.
+/// A button outlet: title, title colour, enabled state and border. The screen calls the
+/// controller's action for a touch.
 class Button : public Outlet {
   Q_OBJECT
   QML_NAMED_ELEMENT(ButtonOutlet)
@@ -27,7 +27,7 @@ class Button : public Outlet {
   [[nodiscard]] bool isEnabled() const { return m_enabled; }
   void setEnabled(bool enabled) { change(m_enabled, enabled); }
 
-  /// In points.
+  /// The width of the border in points; 0 for none.
   [[nodiscard]] double borderWidth() const { return m_borderWidth; }
   void setBorderWidth(double width) { change(m_borderWidth, width); }
 

@@ -4,7 +4,7 @@
 
 #include <QObject>
 
-/// A label of a table cell. Cells are values, made anew whenever a visible row needs one.
+/// A label of a table cell. A cell is a value, created again whenever a visible row needs it.
 struct CellLabel {
   Q_GADGET
   Q_PROPERTY(QString text MEMBER text CONSTANT)

@@ -5,13 +5,13 @@
 #include <QValidator>
 #include <QtQml/qqmlregistration.h>
 
-/// Lets a text field's delegate veto an edit in the item that shows the field: the item asks its
-/// validator before it takes any edit, be it by keys, paste or input method.
+/// A validator that asks the delegate of a text field before every edit in its item: by keys, paste
+/// or input method.
 class EditValidator : public QValidator {
   Q_OBJECT
   QML_ELEMENT
   Q_PROPERTY(TextField *outlet MEMBER m_outlet NOTIFY outletChanged)
-  /// The item's selection as it was before the edit.
+  /// The item's selection before the edit.
   Q_PROPERTY(int selectionStart MEMBER m_selectionStart NOTIFY selectionChanged)
   Q_PROPERTY(int selectionEnd MEMBER m_selectionEnd NOTIFY selectionChanged)
 

@@ -3,7 +3,7 @@
 #include "view/Colour.h"
 #include "view/outlets/Outlet.h"
 
-/// A text that a controller writes and its screen draws.
+/// A label outlet: text, text colour and visibility.
 class Label : public Outlet {
   Q_OBJECT
   QML_NAMED_ELEMENT(LabelOutlet)

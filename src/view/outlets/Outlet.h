@@ -3,8 +3,8 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
-/// What all outlets have in common: a name, which the screen's item carries too, and one signal
-/// that says that the outlet looks different now.
+/// The base class of all outlets: the observable state of one item of a screen. The item's
+/// objectName is the outlet's name; `changed` reports every change of what the item shows.
 class Outlet : public QObject {
   Q_OBJECT
   QML_ANONYMOUS
@@ -18,7 +18,7 @@ class Outlet : public QObject {
   void changed();
 
  protected:
-  /// Stores `value` in `member`; says so only if it is another value.
+  /// Sets `member` to `value` and emits `changed` if they differ.
   template <class Value>
   void change(Value &member, const Value &value) {
     if (member == value) {
@@ -29,8 +29,8 @@ class Outlet : public QObject {
   }
 };
 
-/// Declares an outlet of a controller: the object, which belongs to the controller, and the
-/// property by which the controller's screen binds to it.
+/// Declares an outlet of a controller: the object, a child of the controller, and the property that
+/// the controller's screen binds to.
 #define OUTLET(Type, name)                    \
   Q_PROPERTY(Type *name MEMBER name CONSTANT) \
  public:                                      \

@@ -4,7 +4,7 @@
 
 #include <QStringList>
 
-/// A row of segments of which one is selected.
+/// A row of segments, one of which is selected.
 class SegmentedControl : public Outlet {
   Q_OBJECT
   QML_NAMED_ELEMENT(SegmentedControlOutlet)
@@ -19,10 +19,11 @@ class SegmentedControl : public Outlet {
   void setTitles(const QStringList &titles) { change(m_titles, titles); }
 
   [[nodiscard]] int selectedSegmentIndex() const { return m_selectedSegmentIndex; }
-  /// Shows segment `index`; no `valueChanged` is sent, which is for touches alone.
+  /// Selects segment `index` without emitting `valueChanged`.
   void setSelectedSegmentIndex(int index) { change(m_selectedSegmentIndex, index); }
 
-  /// A touch on segment `index`.
+  /// Handles a touch on segment `index`: selects it and emits `valueChanged` if it was not
+  /// selected.
   Q_INVOKABLE void touchSegment(int index) {
     if (index != m_selectedSegmentIndex) {
       setSelectedSegmentIndex(index);

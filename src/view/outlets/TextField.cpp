@@ -10,8 +10,7 @@ struct Edit {
   QString replacement;
 };
 
-/// The edit that put something in place of the selection, if that explains how `before` became
-/// `after`.
+/// Returns true if replacing the selection from `start` to `end` can turn `before` into `after`.
 bool replacesSelection(const QString &before, const QString &after, qsizetype start,
                        qsizetype end) {
   const qsizetype tail = before.size() - end;
@@ -20,7 +19,7 @@ bool replacesSelection(const QString &before, const QString &after, qsizetype st
          QStringView(after).last(tail) == QStringView(before).last(tail);
 }
 
-/// The smallest edit that makes `after` of `before`.
+/// Returns the smallest edit that turns `before` into `after`.
 Edit smallestEdit(const QString &before, const QString &after) {
   const qsizetype shorter = std::min(before.size(), after.size());
   qsizetype head = 0;
@@ -52,8 +51,8 @@ bool TextField::acceptsEdit(const QString &text, qsizetype selectionStart,
   if (text == m_text || !m_delegate) {
     return true;
   }
-  // Typing over a selection can leave characters as they were, so that the smallest edit would
-  // look like a mere deletion: 12, selected and typed over with 1.
+  // Replacing a selection may keep some characters. The smallest edit would then be wrong: if "12"
+  // is selected and replaced by "1", it is a deletion of "2".
   const Edit edit = replacesSelection(m_text, text, selectionStart, selectionEnd)
                         ? Edit{selectionStart, selectionEnd - selectionStart,
                                text.sliced(selectionStart, text.size() - selectionStart -

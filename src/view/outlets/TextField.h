@@ -5,16 +5,16 @@
 
 class TextField;
 
-/// Decides what a text field accepts.
+/// Handles the return key of a text field and decides which edits it accepts.
 class TextFieldDelegate {
  public:
   virtual ~TextFieldDelegate() = default;
 
-  /// The return key was pressed in `field`; the answer says whether the field may return.
+  /// Handles the return key in `field`. The result is not used.
   virtual bool textFieldShouldReturn(TextField &field) = 0;
 
-  /// Whether the `length` characters of `field` from `location` on may be replaced by
-  /// `replacement`. Asked before every edit by keys, paste or input method.
+  /// Returns true if the `length` characters of `field` from position `location` may be replaced by
+  /// `replacement`. Called before every edit by keys, paste or input method.
   virtual bool shouldChangeCharactersInRange(const TextField & /*field*/, qsizetype /*location*/,
                                              qsizetype /*length*/,
                                              const QString & /*replacement*/) {
@@ -22,8 +22,8 @@ class TextFieldDelegate {
   }
 };
 
-/// A text that can be typed into. At most one field of a window has the keyboard; it is called the
-/// first responder.
+/// A text field outlet. The field with the keyboard focus, at most one per window, is the first
+/// responder.
 class TextField : public Outlet {
   Q_OBJECT
   QML_NAMED_ELEMENT(TextFieldOutlet)
@@ -43,36 +43,36 @@ class TextField : public Outlet {
   void setEnabled(bool enabled) {
     if (m_enabled != enabled) {
       m_enabled = enabled;
-      // A signal of its own: an item that is disabled loses the keyboard, which changes
-      // `firstResponder` while bindings to `changed` are still being told.
+      // A separate signal: disabling the item moves the keyboard focus, which would change
+      // `firstResponder` while bindings are still handling `changed`.
       emit enabledChanged();
       emit changed();
     }
   }
 
   [[nodiscard]] bool isFirstResponder() const { return m_firstResponder; }
-  /// For the screen: tells the outlet where the keyboard went.
+  /// Called by the screen when its item gains or loses the keyboard focus.
   void setFirstResponder(bool firstResponder) { change(m_firstResponder, firstResponder); }
 
-  /// Whether what a scanner types belongs into the field.
+  /// Returns true if scanned codes may be entered here.
   [[nodiscard]] bool takesScans() const { return m_takesScans; }
   void setTakesScans(bool takesScans) { change(m_takesScans, takesScans); }
 
-  /// Asks for the keyboard.
+  /// Requests the keyboard focus.
   void becomeFirstResponder();
-  /// Gives the keyboard away.
+  /// Gives up the keyboard focus.
   void resignFirstResponder();
 
   void setDelegate(WeakDelegate<TextFieldDelegate> delegate) { m_delegate = delegate; }
 
-  /// Whether the field's text may become `text` by an edit made while the characters from
-  /// `selectionStart` to `selectionEnd` were selected.
+  /// Returns true if the delegate allows the edit that turns the field's text into `text`. The
+  /// characters from `selectionStart` up to `selectionEnd` were selected before the edit.
   [[nodiscard]] bool acceptsEdit(const QString &text, qsizetype selectionStart,
                                  qsizetype selectionEnd) const;
 
-  /// An edit by keys, paste or input method has made the text `text`.
+  /// Sets the text after an edit by keys, paste or input method, and emits `editingChanged`.
   Q_INVOKABLE void edit(const QString &text);
-  /// The return key.
+  /// Handles the return key.
   Q_INVOKABLE void pressReturn();
 
  signals:
