@@ -13,7 +13,7 @@ using simdjson::dom::array;
 using simdjson::dom::element;
 using simdjson::dom::object;
 
-/// On the same one, and later, where there is no room for one more thread.
+/// Falls back to a deferred call on the same thread if no thread can be created.
 constexpr auto kOnAnotherCore = std::launch::async | std::launch::deferred;
 
 void readText(element value, std::string &text) {
@@ -39,7 +39,7 @@ void readArticle(object fields, Article &article) {
   }
 }
 
-/// "doc" of the first of `elements`; a null string if there is none.
+/// Returns the value of "doc" in the first of `elements`; a null string if there is none.
 QString docOf(array elements) {
   element doc;
   const bool hasDoc = elements.at(0)["doc"].get(doc) == simdjson::SUCCESS;

@@ -10,32 +10,32 @@
 #include <functional>
 #include <optional>
 
-/// The answer to the catalogue download. Keeps the body as it came and reads it piece by piece, so
-/// that a catalogue of any size takes little memory beyond its body. It reads on two cores: both
-/// halves when it is checked, and later the next piece while the last one is used.
+/// The answer to a catalogue download. It keeps the received body and parses it in pieces, so that
+/// a catalogue of any size needs little memory beyond its body. It uses two threads: one for each
+/// half while the body is checked, later one for the next piece while the current one is processed.
 class CatalogueAnswer {
  public:
-  /// Checks the whole of `body`: a JSON array of objects. In each a missing or null text reads as
-  /// empty and a number as its text; keys of no meaning are passed over. Nothing if the body is not
-  /// UTF-8, not JSON, or JSON of another shape.
+  /// Checks the whole `body`: a JSON array of objects. A missing or null text reads as an empty
+  /// one, a number as its text; unknown keys are ignored. Returns std::nullopt if the body is not
+  /// UTF-8, not JSON, or of a different structure.
   [[nodiscard]] static std::optional<CatalogueAnswer> read(QByteArray body);
 
   [[nodiscard]] std::size_t articleCount() const { return m_articleCount; }
   [[nodiscard]] const JsonResult &jsonResult() const { return m_jsonResult; }
 
-  /// Hands every article to `visit`, in the order of the answer and on this thread, until that
-  /// returns false. An article lives as long as the call. True if it was every article.
+  /// Calls `visit` for every article, in order and on the calling thread, until it returns false.
+  /// The article is valid only during the call. Returns true if all calls returned true.
   bool forEachArticle(const std::function<bool(const Article &)> &visit) const;
 
  private:
   explicit CatalogueAnswer(QByteArray body);
 
-  /// The number of articles in the pieces from `begin` up to `end`, each of which was read. Throws
+  /// Reads the articles of the pieces from `begin` up to `end` and returns their number. Throws
   /// simdjson_error.
   [[nodiscard]] std::size_t count(std::size_t begin, std::size_t end) const;
 
   QByteArray m_body;
-  /// Of the bytes of `m_body`, which stay where they are when that is moved.
+  /// Refers to the bytes of `m_body`; moving `m_body` does not move them.
   JsonPieces m_pieces;
   std::size_t m_articleCount = 0;
   JsonResult m_jsonResult;

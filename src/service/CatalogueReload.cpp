@@ -66,7 +66,7 @@ void CatalogueReload::connectionDidFinishLoading(HttpConnection &connection) {
     finish(std::nullopt);
     return;
   }
-  // A change that still waits to be saved would lock the worker out.
+  // An open transaction would block the worker's connection.
   saveOrAbort(m_context);
   m_worker.reset(QThread::create(
       [this, body = std::exchange(m_body, {}), storePath = m_context.storePath()]() mutable {

@@ -15,9 +15,9 @@ class ManagedObjectContext;
 struct Environment;
 struct StoreError;
 
-/// Downloads the catalogue and puts it in place of the stored one. Nothing else can be touched
-/// meanwhile. The answer is read and stored on a thread of its own; if the reload is destroyed
-/// before that has ended, the catalogue stays as it was.
+/// Downloads the catalogue and replaces the stored one, behind the busy overlay. The answer is
+/// parsed and stored on a worker thread. If the reload is destroyed before that has ended, the
+/// stored catalogue stays unchanged.
 class CatalogueReload : public QObject, public HttpConnectionDelegate {
   Q_OBJECT
 
@@ -27,7 +27,7 @@ class CatalogueReload : public QObject, public HttpConnectionDelegate {
   CatalogueReload(const CatalogueReload &) = delete;
   CatalogueReload &operator=(const CatalogueReload &) = delete;
 
-  /// To be called once.
+  /// Starts the download. Call it once.
   void start();
 
   void didReceiveResponse(HttpConnection &connection) override;
@@ -36,8 +36,8 @@ class CatalogueReload : public QObject, public HttpConnectionDelegate {
   void didFailWithError(HttpConnection &connection, const QString &description) override;
 
  signals:
-  /// The catalogue was replaced; or, if there is no result, there was no answer that could be read
-  /// and it is as it was.
+  /// The catalogue is replaced. Without a `result` the download or its parsing failed, and the
+  /// catalogue is unchanged.
   void finished(const std::optional<JsonResult> &result);
 
  private:

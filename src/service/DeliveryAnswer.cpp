@@ -13,7 +13,7 @@ using simdjson::dom::object;
 
 const QString kEmpty = QStringLiteral("");
 
-/// Reads a text that most lines have from the line before them: they share one.
+/// Reads a text that usually equals that of the previous line; equal texts share one QString.
 class RepeatedText {
  public:
   QString read(simdjson::dom::element value) {

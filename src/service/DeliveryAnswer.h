@@ -7,11 +7,10 @@
 
 #include <optional>
 
-/// What is kept of `answer`, if it could be read.
+/// Returns the data to keep of `answer`; std::nullopt if the answer could not be parsed.
 std::optional<JsonResult> jsonResultOf(const std::optional<Delivery> &answer);
 
-/// Reads the body of an answer to a lookup: a JSON array of objects. A missing or null text reads
-/// as empty, a missing quantity as 0, a number where a text is expected as its text and a text
-/// where a number is expected as its number. Nothing if the body is not UTF-8, not JSON, or JSON of
-/// another shape.
+/// Parses the answer to a lookup: a JSON array of objects. A missing or null text reads as an empty
+/// one, a missing or null quantity as 0; numbers and texts are converted to each other as needed.
+/// Returns std::nullopt if the body is not UTF-8, not JSON, or of a different structure.
 std::optional<Delivery> parseDeliveryAnswer(const QByteArray &body);

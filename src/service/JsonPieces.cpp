@@ -2,7 +2,7 @@
 
 namespace {
 
-/// The position of the quotation mark that ends the string that begins at `begin`.
+/// Returns the position of the closing quotation mark of the string that begins at `begin`.
 std::size_t endOfString(std::string_view text, std::size_t begin) {
   std::size_t i = begin + 1;
   while (i < text.size() && text[i] != '"') {
@@ -11,8 +11,8 @@ std::size_t endOfString(std::string_view text, std::size_t begin) {
   return i;
 }
 
-/// Commas between elements of the array `text`, at least `pieceBytes` apart. A text that is not
-/// JSON may be cut anywhere.
+/// Returns positions of commas between elements of the array `text`, at least `pieceBytes` bytes
+/// apart. In invalid JSON the positions are arbitrary.
 std::vector<std::size_t> cutsOf(std::string_view text, std::size_t pieceBytes) {
   std::vector<std::size_t> cuts;
   std::size_t begin = 0;
@@ -61,7 +61,7 @@ simdjson::dom::array JsonPieces::Reader::read(std::size_t index) {
     m_text.back() = ']';
   }
   const simdjson::dom::array elements = m_parser.parse(m_text.data(), m_text.size(), false);
-  // Such a piece is what two commas in a row, or one before the end, leave behind.
+  // Two commas in a row, or one before the closing bracket, leave an empty piece.
   if (elements.size() == 0 && !cuts.empty()) {
     throw simdjson::simdjson_error(simdjson::TAPE_ERROR);
   }

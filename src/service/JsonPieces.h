@@ -5,26 +5,25 @@
 #include <string_view>
 #include <vector>
 
-/// The text of a large JSON array, cut between elements into pieces that stay in the processor's
-/// cache while they are parsed. Several readers may read it at the same time.
+/// A large JSON array, cut between elements into pieces that fit into the processor's cache.
+/// Several readers may read it concurrently.
 class JsonPieces {
  public:
-  /// How long a piece is, at least: it should stay in the processor's cache.
+  /// The minimum size of a piece: about what fits into the processor's cache.
   static constexpr std::size_t kPieceBytes = 256'000;
 
-  /// `text` outlives this object and its readers.
+  /// `text` must outlive this object and its readers.
   explicit JsonPieces(std::string_view text, std::size_t pieceBytes = kPieceBytes);
 
   [[nodiscard]] std::size_t count() const { return m_cuts.size() + 1; }
 
-  /// Reads each piece as an array of its own: brackets take the places of the commas on either side
-  /// of it. If every such array is valid, then the whole is: a text that is not JSON fails wherever
-  /// it was cut.
+  /// Parses each piece as a separate array, with brackets in place of the commas around it. The
+  /// whole text is valid if and only if every piece is, wherever it was cut.
   class Reader {
    public:
     explicit Reader(const JsonPieces &pieces) : m_pieces(pieces) {}
 
-    /// The elements of piece `index`, valid until the next call. Throws simdjson_error.
+    /// Returns the elements of piece `index`, valid until the next call. Throws simdjson_error.
     simdjson::dom::array read(std::size_t index);
 
    private:
@@ -35,6 +34,6 @@ class JsonPieces {
 
  private:
   std::string_view m_text;
-  /// Where the commas are between the pieces.
+  /// The positions of the commas between the pieces.
   std::vector<std::size_t> m_cuts;
 };

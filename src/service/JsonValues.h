@@ -8,14 +8,14 @@
 #include <simdjson.h>
 #include <string_view>
 
-/// The JSON text that `body` holds: all of it but the mark of UTF-8 that some services put before
-/// it.
+/// Returns `body` without the UTF-8 byte order mark that some services prepend. The result refers
+/// to the bytes of `body`.
 std::string_view jsonTextOf(const QByteArray &body);
 
-/// A value of an answer as a text: null reads as empty, numbers and booleans as their text.
-/// Throws simdjson_error for an array or an object.
+/// Converts a JSON value to a text: null to an empty one, a number to its digits, a boolean to "1"
+/// or "0". Throws simdjson_error for an array or an object.
 QString textOf(simdjson::dom::element value);
 
-/// A value of an answer as a quantity: null reads as 0, a text as the number that it begins with.
-/// Keeps the delivered form. Throws simdjson_error for an array or an object.
+/// Converts a JSON value to a quantity: null to 0, a text to the number at its beginning. Keeps the
+/// received text. Throws simdjson_error for an array or an object.
 Quantity quantityOf(simdjson::dom::element value);

@@ -12,8 +12,7 @@ bool needsEscape(char16_t c) {
   return c < 0x20 || c == 0x7F || kEscaped.find(static_cast<char>(c)) != std::string_view::npos;
 }
 
-/// Whether the path that `deliveryNumber` makes stays below the lookup's own: no segment of it may
-/// climb.
+/// Returns true if the path segments of `deliveryNumber` cannot leave the path of the lookup.
 bool staysBelow(const QString &deliveryNumber) {
   const QStringList segments = deliveryNumber.section(u'?', 0, 0).split(u'/');
   return !segments.contains(QStringLiteral(".")) && !segments.contains(QStringLiteral(".."));

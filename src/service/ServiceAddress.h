@@ -6,24 +6,24 @@
 
 #include <optional>
 
-/// The addresses of the picking web service at one host.
+/// The URLs of the order service on one host.
 class ServiceAddress {
  public:
   /// `host` is HOST or HOST:PORT.
   explicit ServiceAddress(const QString &host);
 
-  /// The order lines of one delivery. Empty if `deliveryNumber` cannot stand in an address.
+  /// The URL for the order lines of one delivery. Empty if `deliveryNumber` is not ASCII or
+  /// contains a path segment "." or "..".
   [[nodiscard]] QUrl getorderpercarton(const QString &deliveryNumber) const;
-  /// The whole catalogue.
+  /// The URL for the whole catalogue.
   [[nodiscard]] QUrl getitems() const;
-  /// Where pickings are sent to.
+  /// The URL for sending pickings.
   [[nodiscard]] QUrl sendpick() const;
 
  private:
   QString m_prefix;
 };
 
-/// `text` with the percent escapes that make an address of it: blanks, `"#%<>[\]^` and the grave
-/// accent, `{|}` and control characters are escaped, other ASCII characters stand as they are.
-/// Nothing if a character is not ASCII.
+/// Percent-encodes spaces, control characters, `"#%<>[\]^{|}` and the grave accent in `text`; other
+/// ASCII characters stay unchanged. Returns std::nullopt if a character is not ASCII.
 std::optional<QByteArray> addingPercentEscapes(const QString &text);
