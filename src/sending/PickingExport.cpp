@@ -36,12 +36,12 @@ QString exportLine(const Picking &row, const QTimeZone &zone) {
   return fields.join(u';') + u'\r';
 }
 
-/// The device's offset of this moment as a zone, which knows no daylight-saving change.
+/// Returns a zone with the local zone's current UTC offset and without daylight saving time.
 QTimeZone fixedZone(const Clock &clock) {
   return QTimeZone(clock.localZone().offsetFromUtc(clock.now()));
 }
 
-/// A failure is only a line in the log: the mail carries the text all the same.
+/// Writes the export file. A failure is only logged, because the mail contains the text too.
 void writeExportFile(const QString &path, const QString &text) {
   const QString failure = replaceFile(path, text.toUtf8());
   if (!failure.isEmpty()) {

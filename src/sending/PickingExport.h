@@ -12,15 +12,16 @@
 class ManagedObjectContext;
 struct Environment;
 
-/// The export of `rows`: one line a row, ten fields in alphabetical order of their names, separated
-/// by semicolons, each line ended by a carriage return. Nothing is quoted; a text that a row lacks
-/// is "(null)". Pick times are local times of `zone`, "yyyy-MM-dd HH:mm:ss".
+/// Returns the export of `rows`: one line per row, terminated by a carriage return, with ten fields
+/// in alphabetical order of their names, separated by semicolons. Nothing is quoted; a missing
+/// value is "(null)". Pick times are local times of `zone` in the form "yyyy-MM-dd HH:mm:ss".
 QString exportText(const std::vector<Picking> &rows, const QTimeZone &zone);
 
-/// The mail, written at `date`, that carries the export `text` of the delivery `doc`.
+/// Returns a mail dated `date` with the export `text` of the delivery `doc` as its attachment.
 MailDraft exportMail(const QString &doc, const QString &text, const QDateTime &date);
 
-/// Writes what was picked of the delivery `doc` and not sent yet to the file "VardexExport.csv" and
-/// opens a mail with it. The store stays as it is.
+/// Exports the unsent picks of the delivery `doc` to the file "VardexExport.csv" and opens a mail
+/// with the export. Does not change the store. If there are no such picks or the store cannot be
+/// read, an alert with `alertDelegate` says so; other failures are logged.
 void exportPicking(Environment &environment, ManagedObjectContext &context, const QString &doc,
                    WeakDelegate<AlertViewDelegate> alertDelegate);

@@ -17,16 +17,17 @@ namespace {
 constexpr std::chrono::seconds kSendTimeout{120};
 constexpr auto kAccepted = R"("0")";
 const QString kNoContact = QStringLiteral("Could not contact server");
-/// To lay out the megabytes of a page that is no reply would hold up the window for minutes.
+/// The number of bytes shown of an unexpected reply: laying out megabytes of text would block the
+/// window for minutes.
 constexpr qsizetype kShownBytes = 10'000;
 
-/// `reply`, or the beginning of a long one, as a text; none if it is not UTF-8.
+/// Decodes `reply`, or the beginning of a long one. Returns an empty string if it is not UTF-8.
 QString shownText(const QByteArray &reply) {
   if (reply.size() <= kShownBytes) {
     return utf8Text(reply).value_or(QString());
   }
   QStringDecoder decoder(QStringDecoder::Utf8);
-  // Without the character that may be cut in two: the decoder waits for its rest.
+  // A stateful decoder leaves out a character that is cut at the end.
   const QString beginning = decoder(reply.first(kShownBytes));
   return decoder.hasError() ? QString() : beginning + QStringLiteral(" …");
 }
@@ -68,7 +69,7 @@ void PickingSender::didReceiveResponse(HttpConnection & /*connection*/) {
 }
 
 void PickingSender::didReceiveData(HttpConnection & /*connection*/, const QByteArray &data) {
-  // No more than shows that there is more.
+  // One byte more than is shown tells that the reply is longer.
   m_reply.append(data.first(std::min(data.size(), kShownBytes + 1 - m_reply.size())));
 }
 

@@ -13,20 +13,21 @@
 class ManagedObjectContext;
 struct Environment;
 
-/// Sends what was picked of one delivery to the service and, if the service accepts it, marks it as
-/// sent. Nothing else can be touched meanwhile.
+/// Sends the picks of a delivery to the service, behind the busy overlay, and marks them as sent if
+/// the service accepts them.
 class PickingSender : public QObject, public HttpConnectionDelegate {
   Q_OBJECT
 
  public:
-  /// `alertDelegate` is the delegate of all messages.
+  /// @param alertDelegate  the delegate of all alerts
   PickingSender(Environment &environment, ManagedObjectContext &context,
                 WeakDelegate<AlertViewDelegate> alertDelegate);
   ~PickingSender() override;
   PickingSender(const PickingSender &) = delete;
   PickingSender &operator=(const PickingSender &) = delete;
 
-  /// Sends every unsent pick of the delivery `doc` in one request.
+  /// Sends all unsent picks of the delivery `doc` in one request. An alert reports the result. A
+  /// failed save of the sent marks aborts the process.
   void send(const QString &doc);
 
   void didReceiveResponse(HttpConnection &connection) override;
@@ -36,7 +37,7 @@ class PickingSender : public QObject, public HttpConnectionDelegate {
 
  private:
   void showMessage(const QString &title, const QString &message = {});
-  /// Shows the message after the current event.
+  /// Shows the message after the current event has been handled.
   void queueMessage(const QString &title, const QString &message = {});
   void markAsSent();
 

@@ -7,7 +7,7 @@
 
 #include <vector>
 
-/// The body of a `sendpick` request: a pretty-printed JSON array with one object a row. Pick times
-/// are local times of `zone`, "yyyy-MM-dd HH:mm:ss". The length is that of
-/// PickingRules::cutReport.
+/// Returns the body of a `sendpick` request: an indented JSON array with one object per row, cut by
+/// `PickingRules::cutReport`. Pick times are local times of `zone` in the form "yyyy-MM-dd
+/// HH:mm:ss".
 QByteArray sendPickBody(const std::vector<Picking> &rows, const QTimeZone &zone);
