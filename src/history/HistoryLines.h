@@ -5,6 +5,6 @@
 
 #include <vector>
 
-/// The stored rows of one delivery merged into one line an item, for its summary. The first row of
-/// an item makes the line; PickingRules::addLaterRow says what the later rows change.
+/// Merges the stored rows of a delivery into one line per item, for its summary. The first row of
+/// an item gives the line; further rows change it by `PickingRules::addLaterRow`.
 ItemLines historyLines(const std::vector<Picking> &rows);

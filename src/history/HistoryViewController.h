@@ -9,7 +9,7 @@
 
 class deliveryDetailsViewController;
 
-/// The list of all deliveries that have picked lines in the store.
+/// The screen with the list of all deliveries that have picks in the store.
 class HistoryViewController : public ViewController,
                               public ManagedObjectContextHolder,
                               public TableViewDataSource {
@@ -39,7 +39,7 @@ class HistoryViewController : public ViewController,
   }
 
  private:
-  /// One entry for each delivery number and value of `sent`, in display order.
+  /// One entry for each delivery number and value of `sent`, ordered by the last pick time.
   std::vector<DeliveryPickTimes> m_arrayDeliveries;
   deliveryDetailsViewController *m_deliveryDetailsVC = nullptr;
 };

@@ -2,7 +2,7 @@
 
 #include "view/outlets/CellLabel.h"
 
-/// A row of the history, and the header above its rows.
+/// The cell of a row or of the header of the history.
 struct PickHistoryCell {
   Q_GADGET
   Q_PROPERTY(CellLabel deliveryNo MEMBER deliveryNo CONSTANT)
@@ -12,7 +12,7 @@ struct PickHistoryCell {
   Q_PROPERTY(QString backgroundColor READ backgroundColorName CONSTANT)
 
  public:
-  /// The height of rows and header, in points.
+  /// The height of a row and of the header, in points.
   static constexpr double kHeight = 55.0;
 
   [[nodiscard]] QString backgroundColorName() const { return colourName(backgroundColor); }
