@@ -10,9 +10,13 @@ class ViewController;
 class deliveryDetailsViewController;
 struct Environment;
 
-/// Lays the summary of `lines` over `host`'s view with a flip. If `current` is what lies there, it
-/// is flipped out and in again with the new lines; otherwise a new summary, standing at `frame`,
-/// takes its place. Returns the summary that is shown.
+/// Shows the summary of `lines` over the view of `host`, with a flip.
+///
+/// @param current  the summary returned by the last call, or nullptr. If it is still shown, it
+///                 flips out and in again with the new lines; otherwise it is deleted and a new one
+///                 is created.
+/// @param frame    the position and size of a new summary in the view, in points; empty to fill it
+/// @returns the summary on screen, owned by `host`
 deliveryDetailsViewController *showSummary(ViewController &host, Environment &environment,
                                            deliveryDetailsViewController *current,
                                            std::shared_ptr<const ItemLines> lines,

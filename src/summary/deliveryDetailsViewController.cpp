@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Unlike in the pick table, a line that was not picked does not count as different.
+/// Unlike in the pick table, a line with nothing picked is not a different line.
 bool isShown(int segment, const BoxLine &line) {
   const std::int32_t pick = line.pickqty.value();
   const std::int32_t order = line.orderqty.value();

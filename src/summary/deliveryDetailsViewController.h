@@ -9,8 +9,8 @@
 #include <memory>
 #include <vector>
 
-/// The summary of one delivery: its item lines, its totals, a filter. Laid over the screen that
-/// opens it; reads only.
+/// The summary of a delivery: its item lines with a filter, and its totals. It overlays the screen
+/// that opens it and is read-only.
 class deliveryDetailsViewController : public ViewController, public TableViewDataSource {
   Q_OBJECT
   QML_NAMED_ELEMENT(DeliveryDetailsViewController)
@@ -26,7 +26,7 @@ class deliveryDetailsViewController : public ViewController, public TableViewDat
   explicit deliveryDetailsViewController(Environment &environment, QObject *parent = nullptr);
 
   [[nodiscard]] const std::shared_ptr<const ItemLines> &arrayItems() const { return m_arrayItems; }
-  /// The lines to summarise; shown at the next appearance.
+  /// Sets the lines of the summary; they are shown at the next `viewWillAppear`.
   void setArrayItems(std::shared_ptr<const ItemLines> items) { m_arrayItems = std::move(items); }
 
   void viewDidLoad() override;
@@ -47,6 +47,6 @@ class deliveryDetailsViewController : public ViewController, public TableViewDat
   void showTotals();
 
   std::shared_ptr<const ItemLines> m_arrayItems = std::make_shared<const ItemLines>();
-  /// The positions in `arrayItems` of the lines that the filter shows.
+  /// The positions in `m_arrayItems` of the lines that the filter shows.
   std::vector<std::size_t> m_displayItems;
 };

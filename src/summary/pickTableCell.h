@@ -6,7 +6,7 @@
 
 struct BoxLine;
 
-/// A row of the pick table and of the summary, and the header above either.
+/// The cell of a row or of the header of the pick table and the summary.
 struct pickTableCell {
   Q_GADGET
   Q_PROPERTY(CellLabel item MEMBER item CONSTANT)
@@ -18,12 +18,12 @@ struct pickTableCell {
   Q_PROPERTY(QString backgroundColor READ backgroundColorName CONSTANT)
 
  public:
-  /// The height of rows and header, in points.
+  /// The height of a row and of the header, in points.
   static constexpr double kHeight = 54.0;
 
-  /// The cell of `line` in row `row` of the shown list.
+  /// Returns the cell in row `row` for `line`.
   static pickTableCell ofLine(const BoxLine &line, int row);
-  /// The column titles.
+  /// Returns the header cell with the column titles.
   static pickTableCell header();
 
   [[nodiscard]] QString backgroundColorName() const { return colourName(backgroundColor); }
