@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// Learns which action was chosen.
+/// Receives the action that the user chooses.
 class ActionPickerDelegate {
  public:
   virtual ~ActionPickerDelegate() = default;

@@ -2,12 +2,13 @@
 
 #include <cstdint>
 
-/// Learns what was confirmed on the keypad.
+/// Receives the quantity that the user confirms on the keypad.
 class ChangeQuantityDelegate {
  public:
   virtual ~ChangeQuantityDelegate() = default;
-  /// `row` is the row that the keypad was opened for, `currentQty` the picked quantity that it
-  /// showed, `addQty` the quantity to add, which may be negative.
+  /// @param row         the row of the pick table that the keypad was opened for
+  /// @param currentQty  the picked quantity shown on the keypad
+  /// @param addQty      the quantity to add; may be negative
   virtual void CloseViewControllerWithGetQtyAtRow(std::int32_t row, std::int32_t currentQty,
                                                   std::int32_t addQty) = 0;
 };

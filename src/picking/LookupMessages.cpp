@@ -22,7 +22,7 @@ QStringView trimmedOfBlanks(QStringView text) {
 }
 
 bool saysAlreadySent(const QByteArray &body) {
-  // A body that does not is never decoded, however large it is.
+  // Decodes only a body with this text; others may be large.
   return body.contains(kAlreadySent.toUtf8()) && utf8Text(body);
 }
 

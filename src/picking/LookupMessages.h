@@ -7,16 +7,18 @@
 
 struct Delivery;
 
-/// What a picker is told of a lookup that finds no delivery to pick.
+/// The alert for a lookup that finds no delivery to pick.
 struct LookupMessage {
   QString title;
   QString message;
 };
 
-/// @returns why `number`, as typed, is not looked up, or nothing if it is
+/// Returns the reason why the typed `number` cannot be looked up; std::nullopt if it can.
 std::optional<LookupMessage> objectionToNumber(const QString &number);
 
-/// @param answer  what was read from `body`; nothing if it could not be read
-/// @returns why the answer is not imported, or nothing if it is
+/// Returns the reason why an answer cannot be imported; std::nullopt if it can.
+///
+/// @param body    the answer's body
+/// @param answer  the delivery parsed from `body`; std::nullopt if that failed
 std::optional<LookupMessage> objectionToAnswer(const QByteArray &body,
                                                const std::optional<Delivery> &answer);

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// The actions on a picking: the titles in the action list, by which they are told apart too.
+/// The actions on a picking. Each title is also the action's identifier.
 inline const QString kViewSummary = QStringLiteral("View Summary");
 inline const QString kSendEmail = QStringLiteral("Send Email");
 inline const QString kCompleteAndSend = QStringLiteral("Complete and Send");

@@ -6,13 +6,13 @@
 
 #include <memory>
 
-/// What the detail pane tells, and asks of, the pane beside it.
+/// Receives messages of the detail pane.
 class QuantityChangedOnDetailViewDelegate {
  public:
   virtual ~QuantityChangedOnDetailViewDelegate() = default;
-  /// A confirmed quantity has been applied and recorded.
+  /// A confirmed quantity has been booked and saved.
   virtual void QuantityChangedOnDetailView() = 0;
-  /// Makes `list` the detail pane's working list; `box` is not used. Never sent.
+  /// Makes `list` the working list; `box` is ignored. The detail pane never calls it.
   virtual void QuantityChangedOnDetailViewDelegateForPick(std::shared_ptr<PickList> list,
                                                           const QString &box) = 0;
 };

@@ -6,43 +6,42 @@
 
 #include <deque>
 
-/// What became of a scan.
+/// The outcome of a scan.
 enum class ScanOutcome {
-  /// A line was found; its quantity has not been confirmed.
+  /// The code is a line of the open box; no quantity has been confirmed yet.
   Found,
-  /// The quantity of the line was confirmed.
+  /// The code is a line of the open box, and a quantity has been confirmed.
   Booked,
-  /// Not in the box, but picked loose before or in the catalogue.
+  /// The code is not in the open box, but in a loose pick or the catalogue.
   Loose,
   Unknown,
-  /// Came where no scan belongs.
+  /// No field accepted scans.
   Refused
 };
 
 /// A scan of the running picking.
 struct Scan {
-  /// The time of day where the device stands.
+  /// The time of day in the device's zone.
   QTime time = {};
   QString code = {};
   ScanOutcome outcome = ScanOutcome::Refused;
-  /// The line in the open box, from 1 on; 0 for none.
+  /// The number of the line in the open box, starting at 1; 0 for none.
   int line = 0;
 };
 
-/// The last scans of the running picking, the latest first. Kept in memory alone.
+/// The last scans of the running picking, newest first. They are not stored.
 class ScanTrail : public QObject {
   Q_OBJECT
 
  public:
-  /// More than these are not kept.
+  /// The maximum number of scans; older ones are dropped.
   static constexpr std::size_t kCapacity = 50;
 
   [[nodiscard]] const std::deque<Scan> &scans() const { return m_scans; }
 
   void add(const Scan &scan);
-  /// The quantity of the line that was found last was confirmed.
+  /// Changes the newest scan with the outcome `Found`, if there is one, to `Booked`.
   void bookLatestFound();
-  /// A new picking begins.
   void clear();
 
  signals:

@@ -2,7 +2,7 @@
 
 #include "view/outlets/CellLabel.h"
 
-/// A row of the scan trail.
+/// The cell of a row of the scan trail.
 struct ScanTrailCell {
   Q_GADGET
   Q_PROPERTY(CellLabel time MEMBER time CONSTANT)
@@ -14,6 +14,6 @@ struct ScanTrailCell {
   CellLabel time;
   CellLabel code;
   CellLabel outcome;
-  /// The name of the icon that stands for the outcome.
+  /// The name of the icon for the outcome.
   QString icon;
 };

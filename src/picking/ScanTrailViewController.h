@@ -4,7 +4,7 @@
 #include "view/ViewController.h"
 #include "view/outlets/TableView.h"
 
-/// What became of the last scans of the picking, the latest first.
+/// The screen with the outcomes of the last scans, newest first.
 class ScanTrailViewController : public ViewController, public TableViewDataSource {
   Q_OBJECT
   QML_NAMED_ELEMENT(ScanTrailViewController)
@@ -12,13 +12,12 @@ class ScanTrailViewController : public ViewController, public TableViewDataSourc
   OUTLET(TableView, tblScans)
 
  public:
-  /// `scans` outlives the screen.
+  /// `scans` must outlive the controller.
   ScanTrailViewController(const ScanTrail &scans, Environment &environment,
                           QObject *parent = nullptr);
 
   int numberOfRowsInSection(const TableView &table, int section) override;
   QVariant cellForRowAtIndexPath(const TableView &table, int row) override;
-  /// A row only tells; a touch does nothing.
   void didSelectRowAtIndexPath(TableView & /*table*/, int /*row*/) override {}
 
  private:

@@ -7,7 +7,7 @@
 
 #include <QStringList>
 
-/// The list of what can be done with a picking.
+/// The list of actions on a picking.
 class actionPickerViewController : public ViewController, public TableViewDataSource {
   Q_OBJECT
   QML_NAMED_ELEMENT(ActionPickerViewController)
@@ -17,13 +17,13 @@ class actionPickerViewController : public ViewController, public TableViewDataSo
  public:
   explicit actionPickerViewController(Environment &environment, QObject *parent = nullptr);
 
-  /// The titles of the actions, one a row.
+  /// The titles of the actions, one per row.
   [[nodiscard]] QStringList actionNames() const { return m_actionNames; }
   void setActionNames(const QStringList &names);
   void setDelegate(WeakDelegate<ActionPickerDelegate> delegate) { m_delegate = delegate; }
 
   int numberOfRowsInSection(const TableView &table, int section) override;
-  /// A row is its title.
+  /// The cell is the title.
   QVariant cellForRowAtIndexPath(const TableView &table, int row) override;
   void didSelectRowAtIndexPath(TableView &table, int row) override;
 

@@ -2,7 +2,7 @@
 
 #include "summary/pickTableCell.h"
 
-/// A row of a box overview, laid out like a row of the pick table. No screen shows one.
+/// The cell of a box overview, with the layout of the pick table. No screen uses it.
 struct boxOverviewTableViewCell : pickTableCell {
   Q_GADGET
 };

@@ -26,7 +26,7 @@ boxTableViewCell boxTableViewCell::ofEntry(const PickEntry &entry, int row) {
   cell.lblBox.text = boxOf(entry);
   cell.lblPickQty.text = QString::number(pick);
   cell.lblOrderQty.text = QString::number(order);
-  // The colour of the state replaces the shade in which the rows of the other tables alternate.
+  // The state's colour replaces the alternating row colour of the other tables.
   cell.backgroundColor = row % 2 == 0 ? Colour::lightGrey : Colour::clear;
   cell.backgroundColor = colourOf(state);
   cell.state = wordFor(state);

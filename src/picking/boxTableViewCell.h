@@ -3,7 +3,7 @@
 #include "delivery/PickRecords.h"
 #include "view/outlets/CellLabel.h"
 
-/// A row of the box list.
+/// The cell of a row of the box list.
 struct boxTableViewCell {
   Q_GADGET
   Q_PROPERTY(CellLabel lblBox MEMBER lblBox CONSTANT)
@@ -13,7 +13,7 @@ struct boxTableViewCell {
   Q_PROPERTY(QString state MEMBER state CONSTANT)
 
  public:
-  /// The cell of `entry` of a working list in row `row`.
+  /// Returns the cell in row `row` for an entry of the working list.
   static boxTableViewCell ofEntry(const PickEntry &entry, int row);
 
   [[nodiscard]] QString backgroundColorName() const { return colourName(backgroundColor); }
@@ -22,6 +22,6 @@ struct boxTableViewCell {
   CellLabel lblPickQty;
   CellLabel lblOrderQty;
   Colour backgroundColor = Colour::clear;
-  /// The word for what the colour says: "unopened", "completed" or "incomplete".
+  /// The state of the box in words: "unopened", "completed" or "incomplete".
   QString state;
 };

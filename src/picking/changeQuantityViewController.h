@@ -7,7 +7,7 @@
 #include "view/outlets/Label.h"
 #include "view/outlets/TextField.h"
 
-/// The keypad: takes a quantity to add to, or to take away from, the picked quantity of one line.
+/// The keypad: takes a quantity to add to, or subtract from, the picked quantity of a line.
 class changeQuantityViewController : public ViewController, public TextFieldDelegate {
   Q_OBJECT
   QML_NAMED_ELEMENT(ChangeQuantityViewController)
@@ -36,7 +36,8 @@ class changeQuantityViewController : public ViewController, public TextFieldDele
 
   void viewDidLoad() override;
 
-  /// Fills the screen; all five texts are shown as they are.
+  /// Sets the texts of the screen, shown unchanged, and clears the typed quantity. The total starts
+  /// as `qty`.
   void setDisplayValues(const QString &itemCode, const QString &barcode, const QString &descr,
                         const QString &qty, const QString &orderqty);
   void setDelegate(WeakDelegate<ChangeQuantityDelegate> delegate) { m_delegate = delegate; }
@@ -53,10 +54,10 @@ class changeQuantityViewController : public ViewController, public TextFieldDele
 
   void textFieldDidChange();
   void textFieldDidBeginEditing(TextField & /*field*/) {}
-  /// The return key does nothing: a scanner that ends its code with one must not confirm.
+  /// Ignores the return key: the one that ends a scanned code must not confirm the quantity.
   bool textFieldShouldReturn(TextField & /*field*/) override { return true; }
-  /// Takes an edit that brings at least one digit and leaves at most four characters. Deleting is
-  /// refused: a wrong entry is typed over or cancelled.
+  /// Accepts an edit that inserts at least one digit and results in at most four characters. This
+  /// excludes deleting; the user replaces or cancels a wrong entry.
   bool shouldChangeCharactersInRange(const TextField &field, qsizetype location, qsizetype length,
                                      const QString &replacement) override;
 

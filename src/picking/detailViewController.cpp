@@ -17,8 +17,8 @@
 namespace {
 
 constexpr int kPickingCompletedTag = 199;
-/// The segment of the ask-for-quantity switch with which the quantity field goes along with the
-/// scan field.
+/// The segment of `segmAskForQty` with which the quantity field is enabled together with the scan
+/// field.
 constexpr int kAskForQty = 1;
 
 }  // namespace

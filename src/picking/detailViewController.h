@@ -25,7 +25,7 @@ class actionPickerViewController;
 class deliveryDetailsViewController;
 
 /// The right pane of the picking screen: takes scans for the open box, shows its lines, opens the
-/// keypad and hands on what is confirmed there.
+/// keypad and books the confirmed quantity.
 class detailViewController : public ViewController,
                              public ManagedObjectContextHolder,
                              public TextFieldDelegate,
@@ -50,7 +50,7 @@ class detailViewController : public ViewController,
   OUTLET(Label, lblSaved)
 
  public:
-  /// `session` outlives the pane.
+  /// `session` must outlive the pane.
   detailViewController(PickingSession &session, Environment &environment,
                        QObject *parent = nullptr);
   ~detailViewController() override;
@@ -61,7 +61,7 @@ class detailViewController : public ViewController,
   }
   void viewDidLoad() override;
 
-  // The picking, as the session has it.
+  // The session's data.
   [[nodiscard]] QString doc() const { return m_session.doc(); }
   [[nodiscard]] int curBoxIndex() const { return m_session.curBoxIndex(); }
   [[nodiscard]] const std::shared_ptr<PickList> &arrayPick() const { return m_session.arrayPick(); }
@@ -76,7 +76,7 @@ class detailViewController : public ViewController,
   bool textFieldShouldReturn(TextField &field) override;
   [[nodiscard]] TextField *scanField() const override;
   void noteRefusedScan(const QString &code) override { noteScan(code, ScanOutcome::Refused); }
-  /// Shows what became of the last scans.
+  /// Shows the scan trail.
   Q_INVOKABLE void scanStateTouched();
   [[nodiscard]] ScanTrail &scanTrail() { return m_scans; }
 
@@ -96,13 +96,13 @@ class detailViewController : public ViewController,
   }
 
   // The quantity.
-  /// Opens the keypad for `row` of the pick table. Where there is no such row, nothing opens and
-  /// the error tone sounds.
+  /// Opens the keypad for `row` of the pick table. If there is no such row, only plays the error
+  /// tone.
   void displayQuantityViewControllerForIndexPath(int row);
   void CloseViewControllerWithGetQtyAtRow(std::int32_t row, std::int32_t currentQty,
                                           std::int32_t addQty) override;
 
-  // What can be done with the picking.
+  // The actions.
   Q_INVOKABLE void btnOptionsTouched();
   void selectedAction(const QString &title) override;
   void clickedButtonAtIndex(const AlertView &alert, int buttonIndex) override;
@@ -114,7 +114,7 @@ class detailViewController : public ViewController,
     return m_deliveryDetailsVC;
   }
 
-  // For callers that expect the whole interface of the pane; the program calls none of these.
+  // The rest of the pane's interface. The program itself does not call these functions.
 
   [[nodiscard]] bool scanStarted() const { return false; }
   void stepperValueChanged() {}
@@ -131,7 +131,7 @@ class detailViewController : public ViewController,
   void showSaved(const BoxLine &line, const QString &box);
   void setScanningEnabled(bool isEnabled);
 
-  /// The line that `row` of the pick table shows, as a position in the open box's lines.
+  /// The position in the open box's lines of the line in `row` of the pick table.
   [[nodiscard]] std::size_t linePosition(int row) const;
   [[nodiscard]] bool isFiltered() const;
   void openKeypadForLoosePick(const LoosePick &loose);
@@ -139,19 +139,20 @@ class detailViewController : public ViewController,
   void refuseUnknownItem(const QString &code);
   void markRow(int row);
   void clearTotals();
-  /// What is picked of the open box, and the difference to what is ordered.
+  /// Shows the open box's picked quantity and its difference to the ordered quantity.
   void showPickedTotals();
-  /// Says which box is open and whether a scan will be taken.
+  /// Shows the open box and whether scans are accepted.
   void showOpenBox();
 
   PickingSession &m_session;
   ScanTrail m_scans;
-  /// The positions in the open box's lines of those that the filter shows; empty without a filter.
+  /// The positions in the open box's lines of the lines that the filter shows; empty without a
+  /// filter.
   std::vector<std::size_t> m_arrayDisplay;
   WeakDelegate<QuantityChangedOnDetailViewDelegate> m_delegate;
   actionPickerViewController *m_actionPicker = nullptr;
   ScanTrailViewController *m_scanTrail = nullptr;
-  /// Whether the keypad is open, or was closed without a quantity, for a line that a scan found.
+  /// True if the keypad was opened by a scan and no quantity has been confirmed since.
   bool m_isKeypadForScan = false;
   deliveryDetailsViewController *m_deliveryDetailsVC = nullptr;
   std::unique_ptr<PickingSender> m_sender;

@@ -100,7 +100,7 @@ void masterViewController::btnSearchOrderNoTouched() {
     return;
   }
   activityIndicator->startAnimating();
-  // Nothing can be touched meanwhile: the lists must not be replaced under a running picking.
+  // The overlay prevents starting a picking, whose lists the answer would replace.
   environment().busy.begin(QStringLiteral("Looking up the delivery …"));
   tblOrders->setEnabled(true);
   tblStores->setEnabled(true);
@@ -109,7 +109,7 @@ void masterViewController::btnSearchOrderNoTouched() {
       {.url = ServiceAddress(environment().serviceHost).getorderpercarton(number),
        .timeout = kLookupTimeout},
       this, this);
-  // A lookup that finds another one registered runs on, but its answer is not imported.
+  // While another lookup is registered, this one still runs, but its answer is not imported.
   if (!m_connectionDict.contains(kGetOrder)) {
     m_connectionDict.insert(kGetOrder, m_connection);
     m_webData = QByteArray();
@@ -143,8 +143,8 @@ void masterViewController::connectionDidFinishLoading(HttpConnection &connection
 void masterViewController::didFailWithError(HttpConnection & /*connection*/,
                                             const QString &description) {
   environment().busy.end();
-  // The entry "getorder" stays, on purpose: until this pane is loaded again, later lookups run
-  // unregistered.
+  // The entry "getorder" is kept intentionally: later lookups are not registered until this pane is
+  // loaded again.
   stopWithMessage(QStringLiteral("Could not get result"),
                   QStringLiteral("Loading failed. Please try again."));
   showMessage(QStringLiteral("error message"), description);
@@ -162,7 +162,7 @@ void masterViewController::showHeader(const Delivery &delivery) {
 
 void masterViewController::importDelivery(const Delivery &delivery) {
   if (!m_session.importDelivery(delivery)) {
-    // What was picked before is not in the lists: a picking of them would write over it.
+    // The lists lack the earlier picks; picking from them would overwrite those.
     btnPicking->setEnabled(false);
     return;
   }
@@ -266,7 +266,7 @@ int masterViewController::numberOfRowsInSection(const TableView &table, int sect
 
 QVariant masterViewController::cellForRowAtIndexPath(const TableView & /*table*/, int row) {
   const PickList &entries = m_session.pickList();
-  // An import reloads no table, so that this one may still have the rows of a longer list.
+  // An import does not reload the table, which may still have the rows of a longer list.
   const auto index = static_cast<std::size_t>(row);
   return QVariant::fromValue(index < entries.size() ? boxTableViewCell::ofEntry(entries[index], row)
                                                     : boxTableViewCell());

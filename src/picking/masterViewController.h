@@ -21,8 +21,8 @@
 
 struct Delivery;
 
-/// The left pane of the picking screen: finds a delivery, lists its boxes, starts and stops the
-/// picking, opens boxes.
+/// The left pane of the picking screen: looks up a delivery, lists and opens its boxes, starts and
+/// stops the picking, and reloads the catalogue.
 class masterViewController : public ViewController,
                              public ManagedObjectContextHolder,
                              public TextFieldDelegate,
@@ -58,7 +58,7 @@ class masterViewController : public ViewController,
   OUTLET(ActivityIndicator, activityIndicator)
 
  public:
-  /// `session` outlives the pane.
+  /// `session` must outlive the pane.
   masterViewController(PickingSession &session, Environment &environment,
                        QObject *parent = nullptr);
   ~masterViewController() override;
@@ -100,10 +100,10 @@ class masterViewController : public ViewController,
   void QuantityChangedOnDetailViewDelegateForPick(std::shared_ptr<PickList> list,
                                                   const QString &box) override;
 
-  // For callers that expect the whole interface of the pane; the program calls none of these.
+  // The rest of the pane's interface. The program itself does not call these functions.
 
-  /// Books `currentQty` plus `addQty` on the first loose pick with the barcode `code`; `box` is not
-  /// used.
+  /// Books `currentQty` plus `addQty` for the first loose pick with the barcode `code`; `box` is
+  /// ignored.
   void QtyChangedForBarcode(const QString &code, const QString &box, std::int32_t currentQty,
                             std::int32_t addQty);
   void updateItems() {}
@@ -116,11 +116,11 @@ class masterViewController : public ViewController,
   void btnTotalsTouched() {}
   [[nodiscard]] bool orderExists(const QString & /*order*/) const { return true; }
 
-  /// The running requests by name; an entry outlives a connection that failed.
+  /// The registered requests by name. The entry of a failed request is kept.
   [[nodiscard]] const QHash<QString, QPointer<HttpConnection>> &connectionDict() const {
     return m_connectionDict;
   }
-  /// The last parsed answer; nothing if the last answer could not be read.
+  /// The data of the service's last answer; std::nullopt if it could not be read.
   [[nodiscard]] const std::optional<JsonResult> &jsonResult() const {
     return m_session.jsonResult();
   }
