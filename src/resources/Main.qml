@@ -2,7 +2,7 @@ import QtQuick
 import CartonPick
 import CartonPick.View
 
-// The window: the root screen, and above all screens the alerts and the scrim of long work.
+// The application window: the root screen and, above it, the busy overlay and the alerts.
 Window {
     id: window
 
@@ -17,7 +17,7 @@ Window {
         width = Math.max(minimumWidth, Math.min(state.display.windowSize.width, Screen.width));
         height = Math.max(minimumHeight, Math.min(state.display.windowSize.height, Screen.height));
         if (state.fullScreen) {
-            // Where no window manager makes it as large as the screen.
+            // Needed without a window manager.
             width = Screen.width;
             height = Screen.height;
             showFullScreen();
@@ -32,7 +32,7 @@ Window {
     onVisibilityChanged: resizing.restart()
     onClosing: resizing.remember()
 
-    // A window that is being maximized has its new size before it is known to be maximized.
+    // A window being maximized reports its new size before its new visibility.
     Timer {
         id: resizing
 
@@ -61,8 +61,8 @@ Window {
         value: window.state.display.textScale
     }
 
-    // What went away with the keyboard leaves it to the screen, which remembers what had it before.
-    // While another program has the keyboard, all here keep their places.
+    // If the item with the keyboard focus disappears, the root screen gets the focus and passes it
+    // to its last focused item. While another program has the focus, nothing changes.
     onActiveFocusItemChanged: {
         if (active && (activeFocusItem === null || activeFocusItem === contentItem)) {
             root.forceActiveFocus();
@@ -82,7 +82,7 @@ Window {
 
         width: parent.width
         height: parent.height
-        // Out of the way of the keyboard, as far as the field that it serves needs.
+        // Moves up as far as needed to show the focused field above the on-screen keyboard.
         y: keyboard.item === null ? 0 : -keyboard.item.heightOver(window.activeFocusItem, root) // qmllint disable
         focus: true
         controller: window.state.rootViewController

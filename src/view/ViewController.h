@@ -58,8 +58,8 @@ class ViewController : public QObject {
   Q_INVOKABLE void performSegueWithIdentifier(const QString &identifier);
 
   /// Shows `controller` above this screen, which gets no input until `controller` is dismissed.
-  /// Takes ownership. If this screen already presents another one, `controller` is not shown, and is
-  /// deleted unless `keepAfterDismissal` was called.
+  /// Takes ownership. If this screen already presents another one, `controller` is not shown, and
+  /// is deleted unless `keepAfterDismissal` was called.
   ///
   /// @param popoverSource  the outlet that a popover is anchored to
   void presentViewController(ViewController *controller, PresentationStyle style,

@@ -1,8 +1,7 @@
 import QtQuick
 import CartonPick
 
-// What a row of the history shows, and the titles above the columns: one line, or two where that is
-// too tight.
+// The content of a row or of the header of the history: in one line, or in two if it is narrow.
 Item {
     id: content
 

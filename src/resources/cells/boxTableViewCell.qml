@@ -21,7 +21,7 @@ TableRow {
             height: parent.height
             color: Theme.ink[row.cell.backgroundColor]
         }
-        // Where there is no room, the row does without.
+        // Hidden in a narrow row.
         Icon {
             id: disclosure
 

@@ -3,9 +3,9 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import CartonPick
 
-// What a row of the pick table shows, and the titles above the columns. Where there is room,
-// everything stands in one line; in less the barcode stands below the item code; in little the
-// description does, too.
+// The content of a row or of the header of the pick table. With enough width, everything is in one
+// line; in a narrower table the barcode is below the item code; in the narrowest the description is
+// in the second line too.
 Item {
     id: content
 
@@ -18,7 +18,7 @@ Item {
     readonly property int gap: isStacked ? 6 : 12
     readonly property int margin: isStacked ? 8 : 16
     readonly property int half: isOneLine ? height : height / 2
-    // Narrower only where the item code needs the room.
+    // Gets narrower only if the item code needs the space.
     readonly property double numberWidth: Math.max(2.5 * Theme.body, Math.min(3.3 * Theme.body, (width - Theme.codeWidth - 2 * margin - 3 * gap) / 3))
     readonly property int size: isHeader ? Theme.small : Theme.body
 

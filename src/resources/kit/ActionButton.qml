@@ -2,8 +2,8 @@ import QtQuick
 import QtQuick.Controls.Basic
 import CartonPick
 
-// A button. Filled for what the screen is there for, plain for the rest. It is pressed by touch, by
-// Space or by a screen reader; Return, with which a scanner ends its codes, presses nothing.
+// A button: filled for the main actions of a screen, plain for the others. It can be pressed by
+// touch, Space or a screen reader, but not by Return, which ends a scanned code.
 Button {
     id: button
 

@@ -4,8 +4,8 @@ import QtQuick
 import QtQuick.Layouts
 import CartonPick
 
-// A message or question above everything. Answered by touching a button, by Space on it, or by
-// Escape for the cancel button; never by Return.
+// A modal message or question. The answer is a touch or Space on a button, or Escape for the cancel
+// button, but never Return.
 ModalPopup {
     id: dialog
 

@@ -4,7 +4,7 @@ import QtQuick
 import CartonPick
 import CartonPick.View
 
-// All alerts that wait for an answer, the latest on top.
+// All unanswered alerts, the newest on top.
 Item {
     id: alerts
 
@@ -13,7 +13,7 @@ Item {
     Repeater {
         model: alerts.stack
 
-        // A popup finds its window through the item that it stands in.
+        // A popup finds its window through its parent item.
         Item {
             id: place
 

@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import CartonPick
 import CartonPick.Picking
 
-// How many boxes there are, and how far they are.
+// The number of boxes, in total and in each state.
 GridLayout {
     id: counters
 

@@ -2,13 +2,14 @@ import QtQuick
 import CartonPick
 import CartonPick.View
 
-// Keeps fingers off while long work is under way, and says how far it is.
+// The overlay that blocks input during long work and shows the progress.
 ModalPopup {
     id: scrim
 
     required property BusyState busy
 
-    // Input is kept off at once, but what is over in a moment is not worth a flash.
+    // Input is blocked at once, but the overlay becomes visible only after a delay, so that short
+    // work does not flicker.
     property bool isWorthShowing: false
 
     width: Math.min(560 * Theme.textScale, parent.width - 48)

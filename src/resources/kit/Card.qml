@@ -1,7 +1,7 @@
 import QtQuick
 import CartonPick
 
-// A plain surface that groups what belongs together.
+// A plain surface that groups items.
 Rectangle {
     radius: Theme.radius
     color: Theme.surface

@@ -4,7 +4,7 @@ import QtQuick.Layouts
 import CartonPick
 import CartonPick.Picking
 
-// What the service says of the delivery, or, while it is asked, that it is asked.
+// The header data of the delivery, and a busy indicator during the lookup.
 GridLayout {
     id: header
 

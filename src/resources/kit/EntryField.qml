@@ -3,18 +3,17 @@ import QtQuick.Controls.Basic
 import CartonPick
 import CartonPick.View
 
-// The field of a text field outlet.
+// The input field for a text field outlet.
 TextField {
     id: field
 
     required property TextFieldOutlet outlet
     property string caption: ""
-    // Whether a touch brings up the keyboard on the screen, where there is one. A field that only
-    // stands ready for a scanner never does.
+    // If true, a touch shows the on-screen keyboard. Getting the focus in another way does not.
     property bool wantsScreenKeyboard: true
 
     objectName: outlet.objectName
-    // As wide as the caption, whatever is typed.
+    // The width of the caption, regardless of the text.
     implicitWidth: Math.ceil(metrics.advanceWidth) + leftPadding + rightPadding + 8
     implicitHeight: Theme.touch
     leftPadding: 12
@@ -76,7 +75,8 @@ TextField {
         function onKeyboardRequested() {
             field.forceActiveFocus();
         }
-        // The sheet that opens next takes the keyboard, and gives it back when it goes.
+        // The field keeps the focus: the sheet that opens next takes it and returns it when it
+        // closes.
         function onKeyboardResigned() {
             Qt.inputMethod.hide(); // qmllint disable
         }

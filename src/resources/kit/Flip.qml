@@ -1,8 +1,8 @@
 import QtQuick
 import CartonPick.View
 
-// Turns a view over, once for each call of `add`, one after the other: halfway, with the view on
-// edge, what it shows is swapped.
+// The flip animation: turns a view over and swaps its content halfway, when it is seen edge-on. The
+// calls of `add` are queued.
 SequentialAnimation {
     id: flip
 

@@ -1,7 +1,7 @@
 import QtQuick
 import CartonPick
 
-// Shows where the keyboard is.
+// Marks the item with the keyboard focus.
 Rectangle {
     anchors.fill: parent
     anchors.margins: -4

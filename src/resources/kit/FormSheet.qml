@@ -2,8 +2,8 @@ import QtQuick
 import CartonPick
 import CartonPick.View
 
-// A screen on a sheet in the middle; nothing else takes input. It grows with the text, and without a
-// size of its own stands upright on an upright tablet.
+// A modal sheet in the middle of the window that shows a screen. Its size is the controller's
+// preferred one or a default for the window's orientation, and grows with the text size.
 ModalPopup {
     id: sheet
 
@@ -20,7 +20,7 @@ ModalPopup {
 
     contentItem: Loader {
         focus: true
-        // By address: the host and its sheets show each other.
+        // By URL, because ViewHost and FormSheet refer to each other.
         Component.onCompleted: setSource("ViewHost.qml", {
             "controller": sheet.controller,
             "focus": true

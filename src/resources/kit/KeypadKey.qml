@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import CartonPick
 
-// A key of the keypad, big enough to be hit blind.
+// A key of the keypad, large enough to be hit without looking.
 OutletButton {
     id: key
 

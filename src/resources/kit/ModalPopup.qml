@@ -2,18 +2,19 @@ import QtQuick
 import QtQuick.Templates as T
 import CartonPick
 
-// A sheet in the middle of the window, over a scrim; nothing else takes input.
+// A modal sheet in the middle of the window, over a dimmed background.
 T.Popup {
     id: popup
 
-    // What is closed gives the keyboard to the sheet below.
+    // Closing returns the keyboard focus to the sheet below.
     Component.onDestruction: {
         close();
         Presses.close(popup);
     }
     onAboutToShow: Presses.open(popup)
     onClosed: Presses.close(popup)
-    // What the sheet holds has a name; a dialog without one around it would only be noise.
+    // The content has an accessible name. Without this, a screen reader would also announce the
+    // unnamed dialog around it.
     Component.onCompleted: contentItem.parent.Accessible.ignored = true
 
     parent: T.Overlay.overlay

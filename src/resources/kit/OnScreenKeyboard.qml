@@ -2,12 +2,12 @@ import QtQuick
 import QtQuick.VirtualKeyboard
 import CartonPick
 
-// A keyboard at the bottom of the window, for tablets without keys.
+// The on-screen keyboard at the bottom of the window, for tablets without keys.
 Item {
     id: keyboard
 
-    // How far the keyboard reaches over `item`, with some air, a part of `screen`, as long as
-    // `screen` is not moved.
+    // Returns by how many points the keyboard would cover `item`, a part of `screen`, and the gap
+    // below it if `screen` were not moved.
     function heightOver(item, screen) {
         if (item === null || !panel.active) {
             return 0;

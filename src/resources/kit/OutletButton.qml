@@ -2,7 +2,7 @@ import QtQuick
 import CartonPick
 import CartonPick.View
 
-// The button of a button outlet.
+// The button for a button outlet.
 ActionButton {
     required property ButtonOutlet outlet
 

@@ -2,8 +2,8 @@ import QtQuick
 import CartonPick
 import CartonPick.View
 
-// The text of a label outlet. With a caption, a screen reader hears the text as a value described by
-// the caption.
+// The text for a label outlet. With a caption, a screen reader reads the text as a value described
+// by the caption.
 PlainText {
     required property LabelOutlet outlet
     property string caption: ""

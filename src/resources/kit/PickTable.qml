@@ -4,14 +4,14 @@ import QtQuick
 import CartonPick
 import CartonPick.View
 
-// A table of item lines below its column titles.
+// A table of item lines with its column titles.
 Item {
     id: table
 
     required property TableViewOutlet outlet
-    // What stands where there are no rows.
+    // Shown if there are no rows.
     property string emptyText: ""
-    // The titles and three rows.
+    // The height of the titles and three rows.
     readonly property int minimumHeight: header.height + 3 * list.rowHeight
 
     Rectangle {

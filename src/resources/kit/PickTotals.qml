@@ -5,7 +5,7 @@ import QtQuick.Layouts
 import CartonPick
 import CartonPick.View
 
-// Picked, ordered and difference, after the open box if there can be one, readable at arm's length.
+// The open box (optional) and the totals picked, ordered and difference, readable at arm's length.
 GridLayout {
     id: totals
 

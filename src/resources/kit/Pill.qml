@@ -2,7 +2,7 @@ import QtQuick
 import CartonPick
 import CartonPick.View
 
-// Says whether a scan will be taken; a touch shows what became of the last ones.
+// Shows whether scans are accepted; a touch shows the last scans.
 ActionButton {
     id: pill
 

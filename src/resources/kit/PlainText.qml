@@ -1,7 +1,7 @@
 import QtQuick
 import CartonPick
 
-// Text as it is: names that come over the network are never read as markup.
+// Text that is never interpreted as markup, because it may come from the network.
 Text {
     color: Theme.text
     font.family: Theme.family

@@ -3,7 +3,8 @@ import QtQuick.Templates as T
 import CartonPick
 import CartonPick.View
 
-// A small screen that points at the item that opened it. A touch elsewhere closes it.
+// A small sheet that shows a screen and points at the item that opened it. A touch elsewhere or
+// Escape closes it.
 ModalPopup {
     id: popover
 
@@ -16,7 +17,7 @@ ModalPopup {
     readonly property real roomBelow: parent.height - below.y - distance - 8
     readonly property real roomAbove: below.y - anchorItem.height - distance - 8
     readonly property bool isBelow: roomBelow >= Math.min(wantedHeight, roomAbove)
-    // Larger text needs more of both.
+    // Grow with the text size.
     readonly property real wantedWidth: Math.max(300, controller.preferredContentSize.width) * Theme.textScale
     readonly property real wantedHeight: Math.max(3 * (Theme.touch + 6), controller.preferredContentSize.height * Theme.textScale) + 12
 
@@ -36,7 +37,7 @@ ModalPopup {
         color: "transparent"
     }
 
-    // It does not follow its anchor to where a tablet's turn puts that.
+    // Closes when the window is resized or rotated, which moves the anchor.
     readonly property Connections turn: Connections {
         target: popover.parent
 
@@ -78,7 +79,7 @@ ModalPopup {
 
     contentItem: Loader {
         focus: true
-        // By address: the host and its sheets show each other.
+        // By URL, because ViewHost and Popover refer to each other.
         Component.onCompleted: setSource("ViewHost.qml", {
             "controller": popover.controller,
             "focus": true

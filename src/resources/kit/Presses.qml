@@ -2,15 +2,15 @@ pragma Singleton
 
 import QtQuick
 
-// What a screen reader presses. That is no event of the window: left to itself it would reach what
-// lies under a sheet, and overtake keys that are on their way.
+// Presses by a screen reader. They are no events of the window, so without these checks they would
+// reach items below a modal sheet and overtake held key events.
 QtObject {
     id: presses
 
-    // The sheets that are open, the topmost last.
+    // The open sheets, the topmost last.
     property var sheets: []
 
-    // Something is about to be pressed.
+    // Emitted before a press.
     signal begun
 
     function open(sheet) {
@@ -21,7 +21,7 @@ QtObject {
         sheets = sheets.filter(other => other !== sheet);
     }
 
-    // Whether `item` may be pressed now.
+    // Announces a press of `item` and returns true if it is allowed now.
     function begin(item) {
         begun();
         return item.enabled && (sheets.length === 0 || isIn(item, sheets[sheets.length - 1]));

@@ -1,7 +1,7 @@
 import QtQuick
 import CartonPick
 
-// How far something is, from 0 to 1; a block that wanders while nobody knows.
+// A progress bar from 0 to 1; a moving block while the progress is negative (unknown).
 Rectangle {
     id: line
 

@@ -3,7 +3,7 @@ import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import CartonPick
 
-// A column that can be scrolled where it does not fit. What has the keyboard stays in sight.
+// A column that scrolls if it does not fit. The item with the keyboard focus stays visible.
 Flickable {
     id: pane
 
@@ -21,7 +21,7 @@ Flickable {
     ScrollBar.vertical: TableScrollBar {
         isNeeded: pane.isScrollable
     }
-    // The linter takes callLater for a value.
+    // The linter does not know that callLater is a function.
     // qmllint disable
     onKeyboardItemChanged: Qt.callLater(reveal)
     onContentHeightChanged: Qt.callLater(reveal)
@@ -29,12 +29,13 @@ Flickable {
     onImplicitHeightChanged: Qt.callLater(measure)
     // qmllint enable
 
-    // A binding would loop: the layout finds out what it needs while it is given its height.
+    // Not a binding: it would loop, because the layout computes its implicit height while its
+    // height is set.
     function measure() {
         contentHeight = Math.max(height, implicitHeight);
     }
 
-    // Scrolls what has the keyboard to the middle, if it cannot be seen.
+    // Scrolls the item with the keyboard focus to the middle if it is not fully visible.
     function reveal() {
         if (!isScrollable || !isPart(keyboardItem)) {
             return;

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import CartonPick
 
-// A segment of a segmented control; the selected one is filled and ticked.
+// A segment of a segmented control. The selected one is filled and has a tick.
 T.RadioButton {
     id: segment
 
@@ -15,7 +15,7 @@ T.RadioButton {
     implicitHeight: Theme.touch
     leftPadding: 10
     rightPadding: 10
-    // The focus ring lies over the neighbours.
+    // Draws the focus ring above the neighbouring segments.
     z: activeFocus ? 1 : 0
     focusPolicy: Qt.TabFocus
     font.family: Theme.family

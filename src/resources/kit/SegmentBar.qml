@@ -4,8 +4,7 @@ import QtQuick
 import CartonPick
 import CartonPick.View
 
-// The segments of a segmented control outlet, side by side, or in two columns where that is too
-// tight.
+// The segments for a segmented control outlet: in one row, or in two columns if they do not fit.
 Grid {
     id: bar
 
@@ -14,7 +13,7 @@ Grid {
 
     objectName: outlet.objectName
     columns: fits ? segments.count : 2
-    // Neighbours share a border.
+    // Neighbouring segments share a border.
     spacing: -2
     Accessible.role: Accessible.Grouping
     Accessible.name: "Filter"

@@ -1,7 +1,7 @@
 import QtQuick
 import CartonPick
 
-// A box state in three channels: colour, icon and word.
+// A box state as colour, icon and word.
 Row {
     id: chip
 

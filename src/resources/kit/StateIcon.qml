@@ -1,7 +1,7 @@
 import QtQuick
 import CartonPick
 
-// The icon of a box state: an empty ring, a half full one, a tick.
+// The icon of a box state: an empty ring, a half-filled ring or a tick.
 Icon {
     property string state: ""
 

@@ -3,13 +3,13 @@ import QtQuick.Controls.Basic
 import CartonPick
 import CartonPick.View
 
-// The rows of a table outlet. Only visible rows exist. The keyboard moves with the arrow keys and
-// touches with Space.
+// The rows of a table outlet. Items exist only for visible rows. The arrow keys move the current
+// row and Space touches it.
 ListView {
     id: list
 
     required property TableViewOutlet outlet
-    // How many lines of text a row has.
+    // The number of text lines in a row.
     property int lines: 1
     readonly property int rowHeight: Math.max(Theme.touch, outlet.rowHeight, Theme.heightOf(lines, Theme.body) + 14)
     readonly property bool isScrollable: contentHeight > height

@@ -3,7 +3,7 @@ import QtQuick.Controls.Basic
 import CartonPick
 import CartonPick.View
 
-// One row of a table: its ground, its selection and its touch; a cell fills it.
+// A row of a table: background, selection and touch. Its content item is a cell.
 ItemDelegate {
     id: row
 

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls.Basic
 import CartonPick
 
-// Shows, as long as there is more than fits, where one is.
+// A scroll bar that is always visible while the content does not fit.
 ScrollBar {
     property bool isNeeded: false
 

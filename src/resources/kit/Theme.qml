@@ -2,9 +2,9 @@ pragma Singleton
 
 import QtQuick
 
-// Every colour, size and type of the program. No other file names a colour by its value.
+// All colours, sizes and fonts of the program. No other file contains a colour value.
 QtObject {
-    // Set by the window, after the settings of this device.
+    // Set by the window from the display settings.
     property bool dark: false
     property double textScale: 1
 
@@ -26,7 +26,7 @@ QtObject {
     readonly property color focus: dark ? "#ffb454" : "#c96a00"
     readonly property color scrim: dark ? "#b3000000" : "#99101820"
 
-    // What the controllers' colour names look like as ink ...
+    // The controllers' colour names as text and icon colours.
     readonly property var ink: ({
             "clear": "transparent",
             "black": text,
@@ -39,7 +39,7 @@ QtObject {
             "lightGrey": line,
             "darkGrey": header
         })
-    // ... and as the ground of a row or a chip.
+    // The controllers' colour names as background colours.
     readonly property var ground: ({
             "clear": surface,
             "black": text,
@@ -53,7 +53,7 @@ QtObject {
             "darkGrey": header
         })
 
-    // Heights of what a gloved finger has to hit.
+    // Heights of touch targets, for use with gloves.
     readonly property int touch: Math.max(56, 2 * body)
     readonly property int key: 84
 
@@ -64,13 +64,13 @@ QtObject {
     readonly property int small: Math.round(18 * textScale)
     readonly property int body: Math.round(20 * textScale)
     readonly property int title: Math.round(24 * textScale)
-    // What is large already grows less.
+    // Large text grows less than textScale.
     readonly property int value: Math.round(34 * (1 + textScale) / 2)
     readonly property int heading: Math.round(44 * (3 + textScale) / 4)
     readonly property int headline: Math.round(52 * (3 + textScale) / 4)
     readonly property int total: 120
 
-    // Wide enough for an item code or a barcode of 14 characters.
+    // The width of an item code or a barcode of 14 characters.
     readonly property int codeWidth: 9 * body
 
     // The height of `lines` lines of text.

@@ -2,8 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import CartonPick
 
-// The dark band at the top of a screen: what leads back, and, where there is room, the screen's
-// name.
+// The bar at the top of a screen: its controls and, if it fits, the screen's name.
 Rectangle {
     id: bar
 

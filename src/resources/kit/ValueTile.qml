@@ -2,14 +2,14 @@ import QtQuick
 import CartonPick
 import CartonPick.View
 
-// A number that matters, above its caption, or at the end of a line that begins with it. Its
-// implicit size does not depend on its width: a layout would chase its own tail.
+// A number above its caption or, with `isLine`, to the right of it. The implicit size does not
+// depend on the width, which would be a binding loop in a layout.
 Item {
     id: tile
 
     required property LabelOutlet outlet
     required property string caption
-    // For a caption that is an outlet too.
+    // The objectName of the caption, if it is an outlet too.
     property string captionName: ""
     property alias valueSize: value.font.pixelSize
     property string state: ""

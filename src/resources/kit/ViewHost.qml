@@ -2,7 +2,7 @@ import QtQuick
 import CartonPick
 import CartonPick.View
 
-// Shows a controller: its screen, the view laid over it, and what it presents.
+// Shows a controller: its screen, its overlay and the controller that it presents.
 FocusScope {
     id: host
 
@@ -136,7 +136,7 @@ FocusScope {
         }
     }
 
-    // The item that shows `outlet`, somewhere in `item`.
+    // Returns `item` or its descendant that shows `outlet`; null if there is none.
     function itemOf(outlet, item) {
         if (item.outlet === outlet) {
             return item;

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import CartonPick
 
-// A row that turns into a column where it does not fit.
+// A row that becomes a column if it does not fit.
 GridLayout {
     id: row
 

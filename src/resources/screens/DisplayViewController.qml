@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import CartonPick
 import CartonPick.App
 
-// How the program looks on this device.
+// The display settings of this device.
 FocusScope {
     id: screen
 

@@ -5,7 +5,7 @@ import QtQuick.Layouts
 import CartonPick
 import CartonPick.History
 
-// Earlier pickings.
+// The list of earlier pickings.
 FocusScope {
     id: screen
 

@@ -4,7 +4,7 @@ import QtQuick
 import CartonPick
 import CartonPick.Picking
 
-// What became of the last scans.
+// The outcomes of the last scans.
 FocusScope {
     id: screen
 

@@ -4,7 +4,7 @@ import QtQuick
 import CartonPick
 import CartonPick.Picking
 
-// What can be done with the picking.
+// The list of actions on the picking.
 FocusScope {
     id: screen
 

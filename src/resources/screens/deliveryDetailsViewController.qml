@@ -20,7 +20,7 @@ FocusScope {
         border.width: screen.controller.frame.width > 0 ? 2 : 0
         border.color: Theme.header
 
-        // Nothing below takes a touch.
+        // Keeps touches from the screen below.
         MouseArea {
             anchors.fill: parent
         }

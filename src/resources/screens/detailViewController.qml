@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import CartonPick
 import CartonPick.Picking
 
-// Scanning, and the lines of the open box.
+// The detail pane: the scan field and the lines of the open box.
 FocusScope {
     id: screen
 
@@ -64,7 +64,7 @@ FocusScope {
             Accessible.role: Accessible.Notification
             onTextChanged: Qt.callLater(announce) // qmllint disable
 
-            // A screen reader says a notification when that comes into sight.
+            // A screen reader reads a notification when it becomes visible.
             function announce() {
                 isAnnounced = false;
                 isAnnounced = true;

@@ -5,7 +5,7 @@ import QtQuick.Layouts
 import CartonPick
 import CartonPick.Picking
 
-// The delivery, its counters and its boxes.
+// The master pane: the delivery, the box counters and the boxes.
 FocusScope {
     id: screen
 

@@ -2,13 +2,13 @@ import QtQuick
 import CartonPick
 import CartonPick.App
 
-// The two panes: side by side, or one above the other on an upright tablet.
+// The two panes: side by side, or stacked in portrait orientation.
 FocusScope {
     id: screen
 
     required property SplitViewController controller
     readonly property bool isUpright: height > width
-    // Large counters stand below each other, and leave their room to the lines.
+    // With large text the counters are stacked, so the master pane can be narrower.
     readonly property int narrowest: Theme.textScale > 1 ? 368 : 372
 
     Rectangle {

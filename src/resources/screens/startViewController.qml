@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import CartonPick
 import CartonPick.App
 
-// Where the program begins: to the picking, to the history.
+// The first screen, with the ways to the picking, the history, the demo and the display settings.
 FocusScope {
     id: screen
 
@@ -13,7 +13,7 @@ FocusScope {
         anchors.fill: parent
         color: Theme.window
     }
-    // Behind the heading; the card lies over its lower edge.
+    // The background of the heading; the card overlaps its lower edge.
     Rectangle {
         width: parent.width
         height: card.y + 48 - pane.contentY
