@@ -9,11 +9,11 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
-/// The C API of SQLite with nothing around it but the release of its handles: the floor that the
-/// program's store is measured against. What fails throws std::runtime_error.
+/// A minimal RAII wrapper of SQLite's C API: the lower bound that the program's store is compared
+/// with. Constructors, `step` and `run` throw std::runtime_error.
 class BareSqlite {
  public:
-  /// Opens the program's store at `path`, with the program's durability.
+  /// Opens the program's store at `path`, with the same durability as the program.
   explicit BareSqlite(const QString &path);
 
   class Statement {
@@ -22,7 +22,7 @@ class BareSqlite {
     /// `text` must outlive the next `step`.
     void bind(int place, std::string_view text);
     void bind(int place, std::int64_t number);
-    /// Whether there is a row.
+    /// Returns true if there is a row.
     bool step();
     void reset();
     [[nodiscard]] std::string_view text(int column) const;

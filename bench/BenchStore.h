@@ -7,7 +7,7 @@
 
 class ManagedObjectContext;
 
-/// A store of the program's own model in a temporary folder, as durable as the program's.
+/// A store with the program's model and durability, in a temporary folder.
 class BenchStore {
  public:
   BenchStore();

@@ -9,10 +9,10 @@
 #include <memory>
 #include <string>
 
-/// The plain ways to store a picked quantity of the delivery "4711": one statement on the program's
-/// table, durable when the call returns. What fails throws std::runtime_error.
+// The simplest ways to store a picked quantity of the delivery "4711": one statement on the
+// program's table, durable when the call returns. All throw std::runtime_error.
 
-/// With the C API of SQLite.
+/// Uses the C API of SQLite.
 class BareUpsert {
  public:
   BareUpsert();
@@ -24,7 +24,7 @@ class BareUpsert {
   BareSqlite::Statement m_upsert;
 };
 
-/// With Qt SQL. One at a time.
+/// Uses Qt SQL. Only one object may exist at a time.
 class QtUpsert {
  public:
   QtUpsert();

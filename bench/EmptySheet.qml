@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Templates as T
 
-// A sheet without anything on it.
+// A sheet without content.
 Popup {
     x: (parent.width - width) / 2
     y: (parent.height - height) / 2

@@ -3,12 +3,12 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import CartonPick
 
-// The texts of a table side by side, as plain as can be.
+// A table of plain texts, one column per part of a cell.
 ListView {
     id: list
 
     required property double rowHeight
-    // The parts of a cell that are shown.
+    // The names of the cell's parts to show.
     required property list<string> parts
 
     clip: true

@@ -23,7 +23,7 @@ double bytesOf(const std::string &key) {
 namespace process_memory {
 
 double now() {
-  // What is free already would hide what is taken next.
+  // Memory that malloc keeps free would hide the next allocations.
   ::malloc_trim(0);
   return bytesOf("VmRSS");
 }

@@ -1,11 +1,12 @@
 #pragma once
 
-/// The memory of this process, as Linux counts it (proc(5)).
+/// The resident memory of this process, as reported by Linux (proc(5)). All functions throw
+/// std::runtime_error.
 namespace process_memory {
 
-/// The bytes that are in memory now.
+/// The current resident size in bytes.
 double now();
-/// The most bytes that were in memory since the last `forgetMost`.
+/// The peak of the resident size in bytes since the last `forgetMost`.
 double most();
 void forgetMost();
 

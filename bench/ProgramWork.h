@@ -11,20 +11,20 @@
 class ManagedObjectContext;
 struct Items;
 
-/// The pieces of work of the program that are measured, each as the program does it.
+/// The measured operations, done in the same way as in the program.
 namespace program {
 
-/// Puts the catalogue in `body` into the store at `path`. Throws std::runtime_error.
+/// Replaces the catalogue in the store at `path` by the one in `body`. Throws std::runtime_error.
 void storeCatalogue(const QByteArray &body, const QString &path);
 
 struct Delivery {
   ItemLines items;
   PickList boxes;
 };
-/// Reads the delivery "4711", order "A1", with its earlier picks.
+/// Parses the delivery "4711", order "A1", and restores its earlier picks.
 Delivery importDelivery(const QByteArray &body, ManagedObjectContext &context);
 
-/// The article of `code`, which is none of `lines`; nothing otherwise.
+/// Returns the article of `code`; std::nullopt if `code` is in `lines` or not in the catalogue.
 std::optional<Items> scan(const CodePositions &lines, ManagedObjectContext &context,
                           const QString &code);
 

@@ -13,8 +13,9 @@ constexpr std::array kAdjectives{"WHITE", "VINTAGE ROSE", "BLUE STRIPE", "RUSTIC
 constexpr std::array kNouns{"HANGING HEART HOLDER", "STONEWARE BOWL 16CM", "TEA TOWEL",
                             "METAL LANTERN", "NESTING BOXES"};
 
-/// The standard's engine gives the same numbers everywhere; its distributions do not.
-class Dice {
+/// A random number generator. It uses the standard engine without distributions, so the numbers are
+/// the same on every platform.
+class Rng {
  public:
   std::size_t below(std::size_t end) { return m_engine() % end; }
 
@@ -22,21 +23,21 @@ class Dice {
   std::mt19937 m_engine{kSeed};
 };
 
-QByteArray description(Dice &dice) {
-  return QByteArray(kAdjectives.at(dice.below(kAdjectives.size()))) + ' ' +
-         kNouns.at(dice.below(kNouns.size()));
+QByteArray description(Rng &rng) {
+  return QByteArray(kAdjectives.at(rng.below(kAdjectives.size()))) + ' ' +
+         kNouns.at(rng.below(kNouns.size()));
 }
 
 QString box(std::size_t index) {
   return QStringLiteral("C%1").arg(index + 1, 6, 10, QLatin1Char('0'));
 }
 
-/// Which box the line `line` is in.
+/// Returns the index of the box that contains the line `line`.
 std::size_t boxOfLine(std::size_t line, const sample::DeliverySize &size) {
   return line * size.boxes / size.lines;
 }
 
-/// Every third line is of an article that another line has, too.
+/// Returns the article of the line `line`. Every third line repeats the article of another one.
 std::size_t articleOfLine(std::size_t line) {
   return line % 3 == 2 ? line / 2 : line;
 }
@@ -70,19 +71,19 @@ QString barcode(std::size_t index) {
 
 QByteArray catalogueJson(std::size_t articles) {
   constexpr qsizetype kBytesOfAnArticle = 110;
-  Dice dice;
+  Rng rng;
   QByteArray json("[");
   json.reserve(kBytesOfAnArticle * static_cast<qsizetype>(articles));
   for (std::size_t i = 0; i < articles; ++i) {
     json += i == 0 ? "{" : ",\n{";
     json += text("item", itemCode(i).toLatin1()) + text("barcode", barcode(i).toLatin1()) +
-            text("descr", description(dice)) + R"("brand":"HEARTHSIDE"})";
+            text("descr", description(rng)) + R"("brand":"HEARTHSIDE"})";
   }
   return json + ']';
 }
 
 QByteArray deliveryJson(const DeliverySize &size) {
-  Dice dice;
+  Rng rng;
   QByteArray json("[");
   for (std::size_t i = 0; i < size.lines; ++i) {
     const std::size_t article = articleOfLine(i);
@@ -90,9 +91,9 @@ QByteArray deliveryJson(const DeliverySize &size) {
     json += text("doc", "4711") + text("ordernum", "A1") + text("cusname", "Rosie's Kitchen") +
             text("brand", "HEARTHSIDE") + text("cdate", "03/02/2026") + text("date", "03/05/2026") +
             text("item", itemCode(article).toLatin1()) +
-            text("barcode", barcode(article).toLatin1()) + text("descr", description(dice)) +
+            text("barcode", barcode(article).toLatin1()) + text("descr", description(rng)) +
             text("carton", box(boxOfLine(i, size)).toLatin1()) +
-            "\"qty\":" + QByteArray::number(1 + static_cast<qulonglong>(dice.below(40))) + '}';
+            "\"qty\":" + QByteArray::number(1 + static_cast<qulonglong>(rng.below(40))) + '}';
   }
   return json + ']';
 }
@@ -115,13 +116,13 @@ void storePicks(ManagedObjectContext &context, const DeliverySize &size, std::si
 }
 
 void storeHistory(ManagedObjectContext &context, std::size_t picks, std::size_t deliveries) {
-  Dice dice;
+  Rng rng;
   for (std::size_t i = 0; i < picks; ++i) {
     const std::size_t delivery = i * deliveries / picks;
     context.insert(Picking{
         .barcode = barcode(i % 1000),
         .box = box(i % 20),
-        .datepicked = QDateTime::fromSecsSinceEpoch(1'700'000'000 + qint64(dice.below(70'000'000))),
+        .datepicked = QDateTime::fromSecsSinceEpoch(1'700'000'000 + qint64(rng.below(70'000'000))),
         .descr = QStringLiteral("A description"),
         .doc = QString::number(100'000 + delivery),
         .item = itemCode(i % 1000),

@@ -7,29 +7,27 @@
 
 class ManagedObjectContext;
 
-/// Made-up data, the same on every run. Codes and texts have the shapes that real ones have.
+/// Synthetic data, the same on every run, with realistic codes and texts.
 namespace sample {
 
-/// How large a delivery is.
 struct DeliverySize {
   std::size_t lines = 0;
   std::size_t boxes = 0;
 };
 
-/// The item code of article `index`; no two are the same.
+/// The unique item code of article `index`.
 QString itemCode(std::size_t index);
-/// The EAN-13 of article `index`; no two are the same.
+/// The unique EAN-13 of article `index`.
 QString barcode(std::size_t index);
 
-/// The answer to a catalogue download, of `articles` articles and some 100 bytes each.
+/// The answer to a catalogue download: `articles` articles of about 100 bytes each.
 QByteArray catalogueJson(std::size_t articles);
-/// The answer to the lookup of the delivery "4711", order "A1". The lines of a box follow each
-/// other.
+/// The answer to the lookup of the delivery "4711", order "A1". The lines of a box are adjacent.
 QByteArray deliveryJson(const DeliverySize &size);
 
-/// Stores picks of that delivery: one of each line until there are `picks`.
+/// Stores `picks` picks of that delivery, spread evenly over its lines.
 void storePicks(ManagedObjectContext &context, const DeliverySize &size, std::size_t picks);
-/// Stores `picks` picks of `deliveries` deliveries, every other one of them sent.
+/// Stores `picks` picks of `deliveries` deliveries, every other delivery as sent.
 void storeHistory(ManagedObjectContext &context, std::size_t picks, std::size_t deliveries);
 
 }  // namespace sample

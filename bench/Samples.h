@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-/// What was measured one by one, each under a name of the form "work/way/size".
+/// A collection of single measurements. A name has the form "work/way/size".
 class Samples {
  public:
   using Clock = std::chrono::steady_clock;
@@ -14,12 +14,11 @@ class Samples {
   void addTime(const QString &name, Clock::duration time) {
     add(name, std::chrono::duration<double, std::milli>(time).count(), QStringLiteral("ms"));
   }
-  /// `bytes` of memory.
   void addMemory(const QString &name, double bytes) {
     constexpr double kMebibyte = 1024 * 1024;
     add(name, bytes / kMebibyte, QStringLiteral("MiB"));
   }
-  /// Calls `work` and adds the time it takes.
+  /// Calls `work` and adds its duration.
   template <class Work>
   void time(const QString &name, const Work &work) {
     const auto begin = Clock::now();
@@ -27,7 +26,8 @@ class Samples {
     addTime(name, Clock::now() - begin);
   }
 
-  /// Writes all samples in the form of Google Benchmark. Returns whether that went well.
+  /// Writes all samples to the file `path`, in the JSON format of Google Benchmark. Returns false
+  /// if the file cannot be written.
   [[nodiscard]] bool write(const QString &path) const;
 
  private:

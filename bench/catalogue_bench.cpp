@@ -14,7 +14,7 @@
 #include <simdjson.h>
 #include <stdexcept>
 
-/// A catalogue download, from the body in memory to committed and indexed.
+// A catalogue download: from the body in memory to the committed and indexed table.
 namespace {
 
 constexpr auto kInsert = "INSERT INTO Items (item, barcode, descr) VALUES (?, ?, ?)";
@@ -78,7 +78,7 @@ void storeWithQt(const QByteArray &body, const QString &path) {
   QSqlDatabase::removeDatabase("bench");
 }
 
-/// SQLite's own JSON functions, on the text.
+/// Parses the body with SQLite's JSON functions.
 void storeWithJsonEach(const QByteArray &body, const QString &path) {
   const BareSqlite database(path);
   database.run("BEGIN IMMEDIATE; DELETE FROM Items");
@@ -91,7 +91,7 @@ void storeWithJsonEach(const QByteArray &body, const QString &path) {
   database.run("COMMIT");
 }
 
-/// What stands in the catalogue, as one number.
+/// Returns a hash of the stored catalogue.
 std::int64_t digest(const QString &path) {
   const BareSqlite database(path);
   BareSqlite::Statement query(database, "SELECT item, barcode, descr FROM Items ORDER BY rowid");

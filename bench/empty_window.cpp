@@ -2,7 +2,7 @@
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
 
-/// The least that a program with a window of Qt Quick Controls has to start.
+/// The smallest program with a Qt Quick Controls window, for comparison of the start.
 int main(int argc, char **argv) {
   const QGuiApplication application(argc, argv);
   QQuickStyle::setStyle(QStringLiteral("Basic"));

@@ -10,7 +10,9 @@
 #include <string>
 #include <valgrind/callgrind.h>
 
-/// Does one small piece of the program's work, and has callgrind count its instructions alone.
+// Runs one operation of the program, named by the argument, under callgrind, which counts only the
+// instructions of the operation itself.
+
 namespace {
 
 void counted(const std::function<void()> &work) {

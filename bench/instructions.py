@@ -1,10 +1,10 @@
-"""Counts the instructions of small pieces of the program's work, which, unlike seconds, are the same
-on a busy machine.
+"""Counts the instructions of single operations of the program. Unlike times, the counts do not
+depend on the load of the machine.
 
 Usage: python3 instructions.py --check|--record PROGRAM BASELINE.json
 
---record writes the counts to the baseline. --check fails if a piece of work takes more instructions
-than the baseline says, by more than the tolerance.
+--record writes the counts to the baseline. --check fails if a count exceeds that of the baseline by
+more than the tolerance.
 """
 
 import json
@@ -15,7 +15,7 @@ import sys
 import tempfile
 
 WORKS = ["catalogue", "confirm", "history", "import", "scan"]
-# What another build of a library, or another processor's choice among its functions, may add.
+# Allows for other builds of the libraries and for functions that they choose by processor.
 TOLERANCE = 0.05
 
 

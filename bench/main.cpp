@@ -3,7 +3,7 @@
 #include <benchmark/benchmark.h>
 
 int main(int argc, char **argv) {
-  // Qt SQL looks for its drivers where the application says.
+  // Qt SQL finds its drivers through the application object.
   const QCoreApplication application(argc, argv);
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) {

@@ -1,11 +1,10 @@
-"""Writes the results of a benchmark run as a page, and draws the times by size.
+"""Writes the results of a benchmark run as a page, with charts of the cost by size.
 
 Usage: python3 report.py PAGE PICTURES RESULTS.json...
 
-PAGE is the Markdown file and PICTURES the folder for the pictures. RESULTS.json is written by
-Google Benchmark, samples.py or Samples.cpp. Every figure is over the repetitions of one run, and
-every ratio is between figures of that run. The name of a benchmark is "work/way/size"; the way
-begins with "floor:" or "peer:", or is that of the program.
+PAGE is the Markdown file, PICTURES the folder for the charts. RESULTS.json is written by Google
+Benchmark, samples.py or Samples.cpp. All figures and ratios are from one run. The name of a
+benchmark is "work/way/size"; the way starts with "floor:" or "peer:", or is "CartonPick".
 """
 
 import collections
@@ -16,12 +15,12 @@ import subprocess
 import sys
 
 OURS = "CartonPick"
-# The units are milliseconds and MiB.
+# Times are converted to milliseconds, memory to MiB.
 FACTORS = {"ns": 1e-6, "us": 1e-3, "ms": 1.0, "s": 1e3, "MiB": 1.0}
 MEDIAN, SLOWEST = 0.5, 0.99
 
-# The target for a quantile: at most `limit` times the floor, at least `limit` times as fast as the
-# best peer, or at most `limit` milliseconds.
+# A target at a quantile, by the value of `of`. "floor": at most `limit` times the floor; "peer": at
+# least `limit` times as fast as the best peer; "time": at most `limit` milliseconds.
 Aim = collections.namedtuple("Aim", "of limit quantile", defaults=[MEDIAN])
 Work = collections.namedtuple("Work", "title text size aims unit", defaults=["ms"])
 WORKS = {
@@ -118,7 +117,8 @@ WORKS = {
 
 
 def read(paths):
-    """Returns the sorted values by work, way and size, and the machine."""
+    """Reads the files `paths`. Returns the sorted values by work, way and size, and Google
+    Benchmark's description of the machine."""
     values = collections.defaultdict(lambda: collections.defaultdict(lambda: collections.defaultdict(list)))
     machine = {}
     for path in paths:
@@ -139,7 +139,7 @@ def read(paths):
 
 
 def at(sample, quantile):
-    """Returns the quantile of a sorted sample, interpolated linearly."""
+    """Returns the given quantile (0 to 1) of a sorted sample, interpolated linearly."""
     place = quantile * (len(sample) - 1)
     low = sample[math.floor(place)]
     return low + (sample[math.ceil(place)] - low) * (place % 1)
@@ -155,7 +155,7 @@ def shown(value, unit):
 
 
 def verdict(work, ways, aim):
-    """Returns the target, the result, and whether the result reaches the target."""
+    """Returns the target in words, the figure in words, and True if the target is reached."""
     def least(kind):
         return min(at(sizes[work.size], aim.quantile) for way, sizes in ways.items()
                    if way.startswith(kind))
@@ -176,7 +176,7 @@ def verdicts(work, ways):
 
 
 def draw(name, work, ways, folder):
-    """Draws the medians by size, both logarithmic. Returns the file name."""
+    """Draws a chart of the medians by size, with logarithmic axes. Returns its file name."""
     picture = name.replace(" ", "-") + ".svg"
     plots, data = [], []
     for way, sizes in ways.items():

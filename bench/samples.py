@@ -1,16 +1,16 @@
-"""What was measured of whole processes, in the form of Google Benchmark."""
+"""Measurements of whole processes, in the JSON format of Google Benchmark."""
 
 import json
 
 
 class Samples:
-    """Single measurements, each of a work done in one way on data of one size."""
+    """A collection of single measurements, each for a work, a way to do it and a data size."""
 
     def __init__(self):
         self._runs = []
 
     def add(self, work, way, size, value, unit):
-        """`value` is in `unit`: "s", "ms", "us", "ns" or "MiB"."""
+        """Adds a measurement; `unit` is "s", "ms", "us", "ns" or "MiB"."""
         self._runs.append({"name": f"{work}/{way}/{size}", "run_type": "iteration",
                            "real_time": value, "time_unit": unit})
 

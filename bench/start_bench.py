@@ -1,5 +1,6 @@
-"""Measures the start of the program against that of an empty window: from the start of the process
-to its first frame, and the memory that it has then. Without a screen, in turns, warm and cold.
+"""Measures the start of the program, compared with an empty window: the time from the start of the
+process to its first frame, with warm and with cold file cache, and the memory used then. Runs
+without a display; the two programs take turns.
 
 Usage: python3 start_bench.py BIN RESULTS.json
 
@@ -19,7 +20,7 @@ OURS, FLOOR = "CartonPick", "floor: an empty window"
 
 
 class Start:
-    """A process that was started and has drawn its first frame."""
+    """Starts a process and waits for its first frame; `seconds` is the time this took."""
 
     def __init__(self, command, home):
         environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", QT_QUICK_BACKEND="software",
@@ -34,13 +35,13 @@ class Start:
         raise SystemExit(f"{command[0]} ended without a frame")
 
     def memory(self):
-        """MiB that would come free if the process ended."""
+        """Returns the private memory of the process in MiB."""
         with open(f"/proc/{self._process.pid}/smaps_rollup", encoding="ascii") as file:
             return sum(int(line.split()[1]) for line in file
                        if line.startswith(("Private_Clean:", "Private_Dirty:"))) / 1024
 
     def files(self):
-        """The files that are mapped."""
+        """Returns the paths of all mapped files."""
         with open(f"/proc/{self._process.pid}/maps", encoding="utf-8") as file:
             return {fields[5] for fields in map(str.split, file)
                     if len(fields) > 5 and fields[5].startswith("/")}
@@ -50,8 +51,8 @@ class Start:
         self._process.communicate()
 
 
-def leave_memory(files):
-    """Has the system forget what it read of `files`, as far as no process uses it."""
+def drop_from_cache(files):
+    """Removes `files` from the page cache, except pages that a process has mapped."""
     for name in files:
         if os.path.isfile(name):
             descriptor = os.open(name, os.O_RDONLY)
@@ -74,7 +75,7 @@ def main():
             work = "start warm" if run < WARM else "start cold"
             for way, command in ways.items():
                 if work == "start cold":
-                    leave_memory(files)
+                    drop_from_cache(files)
                 start = Start(command, home)
                 samples.add(work, way, 1, start.seconds, "s")
                 if work == "start warm":

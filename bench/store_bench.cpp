@@ -13,7 +13,7 @@
 
 namespace {
 
-// A scan that is no line of the open box, and is looked up in the catalogue.
+// A scanned code that is not in the open box and is looked up in the catalogue.
 
 constexpr std::size_t kLinesOfTheBox = 1'000;
 
@@ -47,7 +47,7 @@ std::vector<BoxLine> boxLines() {
   return lines;
 }
 
-/// Codes all over the catalogue, one after the other.
+/// Generates barcodes spread over the whole catalogue.
 class Codes {
  public:
   explicit Codes(std::size_t articles) : m_articles(articles) {}

@@ -19,7 +19,7 @@
 
 namespace {
 
-/// No two lines have the same item code.
+/// Returns the lines of a delivery, each with a different item code.
 QList<TestLine> deliveryOf(int lines, int linesOfABox) {
   QList<TestLine> delivery;
   delivery.reserve(lines);
@@ -33,7 +33,7 @@ QList<TestLine> deliveryOf(int lines, int linesOfABox) {
   return delivery;
 }
 
-/// Draws now what waits to be drawn, which otherwise waits for the screen.
+/// Draws a pending frame now instead of at the next screen refresh.
 void drawFrame(QQuickWindow &window) {
   QEvent update(QEvent::UpdateRequest);
   QCoreApplication::sendEvent(&window, &update);
@@ -61,7 +61,7 @@ void click(TestWindow &ui, const QString &name) {
   send(ui.window(), QEvent::MouseButtonRelease, place);
 }
 
-/// The QML file `name` of the benchmarks, compiled and ready to be made.
+/// A compiled QML component of the benchmarks.
 class Part {
  public:
   Part(const TestWindow &ui, const QString &name)
@@ -83,7 +83,7 @@ class Part {
   QQmlComponent m_component;
 };
 
-/// A process that serves a catalogue of some articles.
+/// A child process that serves a catalogue over HTTP.
 class CatalogueService {
  public:
   explicit CatalogueService(int articles) {
@@ -119,7 +119,7 @@ class CatalogueService {
   double m_bodyBytes = 0;
 };
 
-/// Has a window drawn all the time, as if something moved, and notes the longest time between two
+/// Redraws a window continuously, as during an animation, and records the longest time between two
 /// frames.
 class LongestGap {
  public:
@@ -139,7 +139,7 @@ class LongestGap {
   QObject m_receiver;
 };
 
-/// Touches the button and waits for the alert at the end.
+/// Clicks the button and waits for the final alert.
 void reloadItems(TestWindow &ui) {
   click(ui, QStringLiteral("btnReloadItems"));
   QVERIFY(QTest::qWaitFor([&] { return ui.alerts().size() == 1; }, 120'000));
@@ -151,7 +151,7 @@ QString nameOf(const char *work, const char *way, int size) {
 
 }  // namespace
 
-/// What a picker waits for, in the program's window without a screen.
+/// Measures the user-visible delays in the program's window, without a display.
 class WindowBench : public QObject {
   Q_OBJECT
 
@@ -191,7 +191,7 @@ class WindowBench : public QObject {
     QtUpsert qt;
     for (int i = 0; i < repetitions; ++i) {
       const std::string item = lines[i].item.toStdString();
-      // Each after the drawing of a frame, which leaves little in the processor's cache.
+      // Every measurement follows a drawn frame, so all start with a similar processor cache.
       boxes->touchRow(i);
       drawEverything(ui.window());
       m_samples.time(nameOf("confirm", "floor: one bare upsert", size), [&] { bare(item, 1); });
@@ -266,7 +266,7 @@ class WindowBench : public QObject {
   void cleanupTestCase() { QVERIFY(m_samples.write(qEnvironmentVariable("CARTONPICK_SAMPLES"))); }
 
  private:
-  /// From now on `m_textChanged` is when the text last changed that `item` or another shows.
+  /// Makes `m_textChanged` the time of the last text change of all watched items, `item` included.
   void watchText(QQuickItem *item) {
     const QMetaObject &type = *item->metaObject();
     const QMetaProperty text = type.property(type.indexOfProperty("text"));
@@ -284,7 +284,7 @@ class WindowBench : public QObject {
     }
   }
 
-  /// Moves `list` on by some three rows a frame.
+  /// Scrolls `list` by about three rows per frame.
   void scrollList(QQuickWindow &window, QQuickItem *list, const QString &name) {
     constexpr int kFrames = 1'000;
     constexpr double kPixelsAFrame = 160;
