@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-/// Takes the decisions of a fuzz target out of its input, from the front. An input that is used up
-/// decides 0, so that every run ends.
+/// Derives the decisions of a fuzz target from its input, front to back. After the end of the input
+/// every value is 0, so every run terminates.
 class FuzzInput {
  public:
   FuzzInput(const std::uint8_t *data, std::size_t size) : m_rest(data, size) {}
@@ -24,14 +24,14 @@ class FuzzInput {
     return first;
   }
 
-  /// One of the numbers from 0 up to, and without, `end`; `end` is at most 65,536.
+  /// Returns a number from 0 to `end` - 1; `end` is from 1 to 65,536.
   std::size_t below(std::size_t end) {
     constexpr std::size_t kByteRange = 256;
     const std::size_t high = end > kByteRange ? byte() * kByteRange : 0;
     return (high + byte()) % end;
   }
 
-  /// True once in `count` times.
+  /// Returns true with a probability of 1 in `count`.
   bool onceIn(std::size_t count) { return below(count) == count - 1; }
 
   std::uint64_t number() {
@@ -51,7 +51,7 @@ class FuzzInput {
 
   std::string rest() { return bytes(m_rest.size()); }
 
-  /// What stands before the next line feed, which is taken, too.
+  /// Takes the text up to the next line feed, and the line feed.
   std::string line() {
     const auto end = std::find(m_rest.begin(), m_rest.end(), std::uint8_t{'\n'});
     std::string text = bytes(static_cast<std::size_t>(end - m_rest.begin()));
@@ -59,7 +59,7 @@ class FuzzInput {
     return text;
   }
 
-  /// One of `choices`, of which there is at least one.
+  /// Returns an element of `choices`, which must not be empty.
   template <class Choices>
   decltype(auto) oneOf(const Choices &choices) {
     return choices[below(std::size(choices))];

@@ -13,7 +13,7 @@ constexpr std::array<Texts, 14> kKeys = {"doc",    "ordernum", "item",    "barco
                                          "carton", "qty",      "cusname", "brand",    "cdate",
                                          "date",   "x",        "",        kEscapedKey};
 
-/// Each has the same value for every reader, but for its last digits.
+/// Numbers that every parser reads with the same value, except for the last digits.
 constexpr std::array<Texts, 24> kNumbers = {"0",
                                             "-0",
                                             "7",
@@ -55,13 +55,13 @@ constexpr std::array<Texts, 8> kEscapes = {"\\\"", "\\\\", "\\/", "\\b",
 constexpr std::array<Texts, 7> kUnicodeEscapes = {
     "\\u0041", "\\u0000", "\\u00e9", "\\uFFFF", "\\ufeff", "\\ud83d\\ude00", "\\uDBFF\\uDFFF"};
 
-// What follows must not make something of them.
+// The character after each one must not complete a surrogate pair.
 constexpr std::array<Texts, 6> kLoneSurrogates = {
     "\\ud83d.", "\\ude00", "\\ud83dx", "\\ude00\\ud83d.", "\\ud83d\\ud83d.", "\\ud83d\\u0041"};
 
 constexpr std::array<Texts, 5> kUnknownEscapes = {"\\x", "\\'", "\\u12G4", "\\u12.", "\\U0041"};
 
-/// Control characters, which JSON takes as escapes only.
+/// Control characters, which JSON allows only as escapes.
 constexpr std::array<Texts, 4> kControls = {"\n", "\t", "\x01", "\x1f"};
 
 constexpr std::array<Texts, 8> kCharacters = {"a", "7", " ", "é", "ß", "漢", "😀", "\xEF\xBB\xBF"};
@@ -141,7 +141,7 @@ std::string JsonGenerator::value() {
 }
 
 std::string JsonGenerator::nested() {
-  // Both readers have a limit of their own, about 1,000.
+  // Both parsers limit the depth to about 1,000.
   constexpr std::size_t kDepths = 900;
   const std::size_t depth = 1 + (m_input.onceIn(kRarely) ? m_input.below(kDepths) : 0);
   std::string begin;
@@ -167,7 +167,7 @@ std::string JsonGenerator::number() {
   if (m_input.below(2) == 0) {
     return std::string(m_input.oneOf(kNumbers));
   }
-  // Any number that fits, with or without a fraction and an exponent.
+  // A random 64-bit integer, with or without fraction and exponent.
   constexpr std::size_t kMaxExponent = 200;
   const auto whole = static_cast<std::int64_t>(m_input.number() >> m_input.below(64));
   std::string text = std::to_string(whole);

@@ -4,20 +4,19 @@
 
 #include <string>
 
-/// Writes documents that are an answer of the service, or nearly: with every form of number, with
-/// escapes, surrogates, members that are named twice, nesting and white space, as its input
-/// decides.
+/// Generates valid and nearly valid answers of the service from a fuzz input: with all forms of
+/// numbers, escapes, surrogates, duplicate members, nesting and white space.
 class JsonGenerator {
  public:
   explicit JsonGenerator(FuzzInput &input) : m_input(input) {}
 
   std::string document();
 
-  /// Whether the document has something that our readers refuse on purpose, though a lenient reader
-  /// would take it.
+  /// Returns true if the document contains something that our parsers reject intentionally, but a
+  /// lenient parser may accept.
   [[nodiscard]] bool hasWhatWeRefuse() const { return m_hasWhatWeRefuse; }
-  /// Whether our readers may refuse the document as far as the generator knows: something in it may
-  /// be no JSON at all, or a member is named twice, of which ours look at both.
+  /// Returns true if our parsers may reject the document: it may contain invalid JSON or duplicate
+  /// members, of which our parsers check each one.
   [[nodiscard]] bool mayBeRefused() const { return m_mayBeRefused; }
 
  private:

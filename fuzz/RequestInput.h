@@ -5,11 +5,11 @@
 
 #include <string>
 
-/// The token that the service under test keeps its pages with.
+/// The access token of the service under test.
 inline const std::string kFuzzToken = "token-of-16-signs";
 
-/// A request: a line each of the method, the target, the content type and what shows the token,
-/// then the body.
+/// Builds a request from `input`: one line each for the method, the target, the content type and
+/// the kind of authorization, then the body.
 inline cartonpick::orders::Request requestOf(FuzzInput &input) {
   cartonpick::orders::Request request = {
       .method = input.line(), .target = input.line(), .contentType = input.line(), .body = {}};

@@ -24,7 +24,7 @@ void countLogLine(QtMsgType /*type*/, const QMessageLogContext & /*context*/,
   ++s_logLines;
 }
 
-/// A function that any connection has, and that nothing in a file may run.
+/// Set by the SQL function "run", which every connection has. No file may cause a call of it.
 bool s_hasRun = false;
 
 void run(sqlite3_context *context, int /*count*/, sqlite3_value ** /*values*/) {
@@ -37,25 +37,24 @@ int addFunction(sqlite3 *database, char ** /*error*/, const void * /*routines*/)
                                  run, nullptr, nullptr);
 }
 
-/// Hears the log and has every connection from now on know the function.
-void listen() {
-  static const bool isListening = [] {
+/// Counts log lines and adds the function "run" to every new connection.
+void installHooks() {
+  static const bool isInstalled = [] {
     qInstallMessageHandler(countLogLine);
-    // This is how SQLite wants it.
+    // SQLite's API requires this cast.
     return sqlite3_auto_extension(reinterpret_cast<void (*)()>(addFunction)) == SQLITE_OK;
   }();
-  require(isListening, "the log and the function are there");
+  require(isInstalled, "the hooks are installed");
   s_hasRun = false;
   s_logLines = 0;
 }
 
-/// The result of a fetch, which says so if there is none.
+/// Returns the result of a fetch, and requires a log line if it failed.
 template <class Fetch>
 auto answerOf(const Fetch &fetch) {
   const int before = s_logLines;
   auto answer = fetch();
-  require(answer.has_value() || s_logLines > before || before > 0,
-          "a fetch that answers nothing says so");
+  require(answer.has_value() || s_logLines > before || before > 0, "a failed fetch is logged");
   return answer;
 }
 
@@ -82,8 +81,8 @@ int changesOf(const PersistentStoreCoordinator &coordinator) {
   return sqlite3_total_changes(coordinator.database()->getHandle());
 }
 
-/// One change of the program's is one row. False where the program would end, as it does when a
-/// save fails.
+/// Inserts and updates a pick, and requires that each change affects one row. Returns false if a
+/// save fails, which would end the program.
 bool changePicks(ManagedObjectContext &context, const PersistentStoreCoordinator &coordinator) {
   constexpr std::int32_t kPicked = 3;
   const QString doc = QStringLiteral("a delivery of our own");
@@ -105,7 +104,7 @@ bool changePicks(ManagedObjectContext &context, const PersistentStoreCoordinator
   return true;
 }
 
-/// The picks as they stand in the table, whatever the indexes say; nothing if they can't be read.
+/// Returns a digest of the picks, read without indexes; an empty string if they cannot be read.
 std::string picksIn(const PersistentStoreCoordinator &coordinator) {
   try {
     return coordinator.database()
@@ -131,7 +130,7 @@ void replaceCatalogue(const PersistentStoreCoordinator &coordinator, const QStri
 void checkFolder(const QString &path) {
   const QFileInfo store(path);
   for (const QString &name : store.dir().entryList(QDir::Files)) {
-    require(name.startsWith(store.fileName()), "no file is made beside the store's");
+    require(name.startsWith(store.fileName()), "no other file is created beside the store");
   }
 }
 
@@ -140,12 +139,12 @@ void checkFolder(const QString &path) {
 void exerciseStore(const QString &path) {
   static const auto kModel =
       std::make_shared<const ManagedObjectModel>(ManagedObjectModel::bundledUrl());
-  listen();
+  installHooks();
   const auto coordinator = std::make_shared<PersistentStoreCoordinator>(kModel);
   const bool isOpen = coordinator->addPersistentStore(path, Migration::Refuse) ||
                       coordinator->addPersistentStore(path, Migration::Automatic);
-  require(isOpen == coordinator->hasStore(), "there is a store if it was opened");
-  require(isOpen || s_logLines > 0, "a file that is refused is named in the log");
+  require(isOpen == coordinator->hasStore(), "there is a store exactly if it was opened");
+  require(isOpen || s_logLines > 0, "a rejected file is logged");
   {
     ManagedObjectContext context(coordinator);
     const int before = isOpen ? changesOf(*coordinator) : 0;
@@ -156,6 +155,6 @@ void exerciseStore(const QString &path) {
       fetchEverything(context);
     }
   }
-  require(!s_hasRun, "nothing in a file runs");
+  require(!s_hasRun, "no function call of a file is executed");
   checkFolder(path);
 }

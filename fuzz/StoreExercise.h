@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// Opens the file at `path` as the program does, asks it everything that the program asks, and
-/// changes it as the program does. Whatever is in the file, nothing of it runs: it is refused with
-/// a line in the log, or its fetches answer nothing, or it is a store like any other.
+/// Opens the file at `path`, runs all fetches and changes the store, as the program does. Whatever
+/// the file contains, it must either be rejected with a log line, or behave like a store whose
+/// fetches may fail; no code in it may be executed.
 void exerciseStore(const QString &path);

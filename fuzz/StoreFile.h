@@ -5,7 +5,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-/// The store's file, in a folder of its own that is empty but for it.
+/// A store file in a temporary folder that contains nothing else.
 class StoreFile {
  public:
   [[nodiscard]] QString path() const {

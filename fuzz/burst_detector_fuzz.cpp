@@ -1,5 +1,5 @@
-// The detector of scanners, under keys at any time: the code that it hands out is what was typed
-// since the last key that it told to begin anew, every character once and in its order.
+// Feeds the burst detector with keys at any times. A returned code must contain exactly the
+// characters typed since the detector last reported a new sequence, in order.
 
 #include "FuzzInput.h"
 #include "Property.h"
@@ -11,7 +11,7 @@
 
 namespace {
 
-/// What was typed, kept as the detector says that it belongs together.
+/// The expected state of the detector: the current sequence of keys.
 struct Typed {
   QStringList texts = {};
   std::uint64_t lastTime = 0;
@@ -21,7 +21,7 @@ std::uint64_t laterThan(std::uint64_t time, FuzzInput &input) {
   constexpr std::array<std::uint64_t, 12> kGaps = {0,  1,   4,   20,  34,  35,
                                                    36, 249, 250, 251, 999, 1000};
   if (input.onceIn(32)) {
-    // Any time at all, before or after.
+    // Any time, earlier or later.
     return input.number();
   }
   return time + input.oneOf(kGaps);
@@ -37,9 +37,9 @@ QString keyOf(FuzzInput &input) {
 void checkState(const BurstDetector &detector, const Typed &typed) {
   const qsizetype length = typed.texts.join(QString()).size();
   require(detector.isPossible() == (length >= BurstDetector::kShortestCode),
-          "a beginning is as long as the shortest code");
+          "a possible code has at least the minimum length");
   require(detector.isCertain() == (length >= BurstDetector::kCertainLength),
-          "so many keys are a scanner's for certain");
+          "a certain code has at least the certain length");
 }
 
 void type(BurstDetector &detector, Typed &typed, const QString &key, std::uint64_t time) {
@@ -47,7 +47,7 @@ void type(BurstDetector &detector, Typed &typed, const QString &key, std::uint64
   const bool isInTime =
       !typed.texts.isEmpty() && time >= typed.lastTime && time - typed.lastTime <= longestGap;
   const bool goesOn = detector.type(key, time);
-  require(goesOn == isInTime, "a key goes on what was typed in time before it");
+  require(goesOn == isInTime, "a key in time continues the sequence");
   if (!goesOn) {
     typed.texts.clear();
   }
@@ -60,10 +60,10 @@ void pressReturn(BurstDetector &detector, Typed &typed, std::uint64_t time) {
   const bool isInTime = time >= typed.lastTime && time - typed.lastTime <= detector.longestGap();
   const auto burst = detector.pressReturn(time);
   require(burst.has_value() == (isInTime && code.size() >= BurstDetector::kShortestCode),
-          "a code that ends in time with Return is a scanner's");
-  require(!burst || burst->code == code, "a code is what was typed, each character once");
+          "a code that ends in time with Return comes from a scanner");
+  require(!burst || burst->code == code, "a code has the typed characters");
   typed.texts.clear();
-  require(!detector.pressReturn(time), "a code is handed out once");
+  require(!detector.pressReturn(time), "a code is returned once");
 }
 
 }  // namespace

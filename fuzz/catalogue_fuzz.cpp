@@ -1,6 +1,6 @@
-// The answer to the catalogue download: the articles that are counted are those that are handed
-// out, in their order, wherever the body is cut into pieces; and they read as the lines of a
-// delivery do.
+// Parses any answer to a catalogue download. The number of articles must be that of the visited
+// ones, the result must not depend on where the body is cut into pieces, and the texts must be
+// those that the parser for deliveries reads.
 
 #include "FuzzInput.h"
 #include "Property.h"
@@ -35,8 +35,8 @@ std::optional<Articles> articlesOf(const QByteArray &body) {
     articles.push_back(article);
     return true;
   });
-  require(isAll, "every article is handed out");
-  require(articles.size() == answer->articleCount(), "the articles are as many as were counted");
+  require(isAll, "every article is visited");
+  require(articles.size() == answer->articleCount(), "the number of articles is the counted one");
   return articles;
 }
 
@@ -44,28 +44,28 @@ void checkStopping(const QByteArray &body, std::size_t count) {
   const auto answer = CatalogueAnswer::read(body);
   std::size_t seen = 0;
   const bool isAll = answer->forEachArticle([&](const Article &) { return ++seen < count; });
-  require(!isAll && seen == count, "nothing is handed out after a refusal");
+  require(!isAll && seen == count, "no article is visited after the visitor has stopped");
 }
 
-/// The same texts, read by the other reader.
+/// Compares the articles with the result of the parser for deliveries.
 void checkAgainstDelivery(const QByteArray &body, const std::optional<Articles> &articles) {
   const auto delivery = parseDeliveryAnswer(body);
   if (!delivery) {
     return;
   }
   require(articles && articles->size() == delivery->lines.size(),
-          "what reads as a delivery reads as a catalogue");
+          "a valid delivery is a valid catalogue");
   for (std::size_t i = 0; i < articles->size(); ++i) {
     const Article &article = (*articles)[i];
     const OrderLine &line = delivery->lines[i];
     require(article.item == line.item.toStdString() &&
                 article.barcode == line.barcode.toStdString() &&
                 article.descr == line.descr.toStdString(),
-            "an article's texts read as a line's");
+            "an article has the texts of the line");
   }
 }
 
-/// White space so long that the body is cut at its first comma.
+/// Prepends white space, so that the body is cut at its first comma.
 QByteArray cutAtFirstComma(const QByteArray &body) {
   return QByteArray(static_cast<qsizetype>(JsonPieces::kPieceBytes), ' ') + body;
 }
@@ -78,12 +78,12 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
   const QByteArray body = QByteArray::fromStdString(input.rest());
   const auto articles = articlesOf(body);
   checkAgainstDelivery(body, articles);
-  // Every reading starts threads, which takes its time.
+  // Every call starts threads, which is slow.
   constexpr std::uint8_t kSometimes = 8;
   if (articles && !articles->empty() && choice % kSometimes == 1) {
     checkStopping(body, 1 + (choice / kSometimes) % articles->size());
   }
-  // Takes its time: the white space is read, too.
+  // Parsing the white space is slow.
   constexpr std::uint8_t kRarely = 0xFF;
   if (choice == kRarely && !body.startsWith("\xEF\xBB\xBF")) {
     require(areEqual(articlesOf(cutAtFirstComma(body)), articles),

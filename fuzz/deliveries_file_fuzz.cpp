@@ -1,5 +1,5 @@
-// The deliveries file, CSV and JSON: it is taken whole or refused with the place at fault, and what
-// is taken reads the same when it is written in either form.
+// Reads any deliveries file, CSV or JSON. It must be accepted as a whole or rejected with a reason,
+// and accepted data must be the same after it is written and read again in either format.
 
 #include "FuzzInput.h"
 #include "Property.h"
@@ -31,8 +31,8 @@ auto tried(const Read &read) -> std::optional<decltype(read())> {
     return read();
   } catch (const InputError &error) {
     const std::string_view reason = error.what();
-    require(!reason.empty() && simdjson::validate_utf8(reason), "a reason for a refusal is a text");
-    // Only its beginning: further on it may quote what stands in the file.
+    require(!reason.empty() && simdjson::validate_utf8(reason), "the reason is UTF-8 text");
+    // Checks only the beginning, because the rest may quote the file.
     require(!reason.starts_with("line 0"), "lines are counted from 1");
     return std::nullopt;
   }
@@ -41,9 +41,9 @@ auto tried(const Read &read) -> std::optional<decltype(read())> {
 Lines linesOf(const Deliveries &deliveries) {
   Lines lines;
   for (const auto &[delivery, its] : deliveries.all()) {
-    require(!its.empty(), "no delivery is without lines");
+    require(!its.empty(), "a delivery has lines");
     for (const OrderLine &line : its) {
-      require(line.delivery == delivery, "a delivery has its own lines");
+      require(line.delivery == delivery, "a delivery has only its lines");
       lines.push_back(line);
     }
   }
@@ -53,8 +53,8 @@ Lines linesOf(const Deliveries &deliveries) {
 void check(const Deliveries &deliveries) {
   const std::set<Article> articles(deliveries.catalogue().begin(), deliveries.catalogue().end());
   for (const OrderLine &line : linesOf(deliveries)) {
-    require(line.quantity >= 0, "nothing less than 0 is ordered");
-    require(isDate(line.orderDate) && isDate(line.shippingDate), "dates are of the calendar");
+    require(line.quantity >= 0, "an ordered quantity is not negative");
+    require(isDate(line.orderDate) && isDate(line.shippingDate), "dates are valid");
     require(articles.contains(line.article), "the catalogue has every article");
   }
 }
@@ -107,8 +107,8 @@ void checkWrittenAgain(const Deliveries &deliveries) {
   const Lines lines = linesOf(deliveries);
   const auto fromCsv = tried([&] { return linesOf(deliveriesFromCsv(csvOf(lines))); });
   const auto fromJson = tried([&] { return linesOf(deliveriesFromJson(jsonOf(lines))); });
-  require(fromCsv == lines, "what is taken reads the same from CSV");
-  require(fromJson == lines, "what is taken reads the same from JSON");
+  require(fromCsv == lines, "accepted lines are the same from CSV");
+  require(fromJson == lines, "accepted lines are the same from JSON");
 }
 
 void checkRecords(std::string_view text) {
@@ -119,19 +119,19 @@ void checkRecords(std::string_view text) {
   std::size_t line = 1;
   std::string again;
   for (const CsvRecord &record : *records) {
-    require(record.line >= line, "records are counted in their order");
+    require(record.line >= line, "line numbers do not decrease");
     line = record.line;
     require(!record.fields.empty(), "a record has a field");
     again += recordOf(record.fields);
   }
   const auto reread = tried([&] { return readCsvRecords(again); });
-  require(reread && reread->size() == records->size(), "as many records are read again");
+  require(reread && reread->size() == records->size(), "written records have the same number");
   for (std::size_t i = 0; i < records->size(); ++i) {
-    require((*reread)[i].fields == (*records)[i].fields, "fields are read as they were");
+    require((*reread)[i].fields == (*records)[i].fields, "written fields are the same");
   }
 }
 
-/// The same bytes, by way of the file system.
+/// Reads the same bytes from a file.
 void checkFile(bool isCsv, const std::string &text, bool isTaken) {
   static const auto kFolder =
       std::filesystem::temp_directory_path() / ("cartonpick-fuzz-" + std::to_string(::getpid()));
@@ -140,7 +140,7 @@ void checkFile(bool isCsv, const std::string &text, bool isTaken) {
   std::ofstream(file, std::ios::binary) << text;
   const auto deliveries = tried([&] { return readDeliveryFile(file); });
   std::filesystem::remove_all(kFolder);
-  require(deliveries.has_value() == isTaken, "a file is taken as its text is");
+  require(deliveries.has_value() == isTaken, "a file is accepted exactly if its text is");
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// The answer to a lookup, and what the import makes of it: no line is lost, doubled or moved, and
-// no piece is counted twice, whatever the service sends.
+// Imports any answer to a lookup. No line may be lost, duplicated or moved, and no quantity may be
+// counted twice.
 
 #include "Property.h"
 #include "base/Int32.h"
@@ -32,10 +32,10 @@ void checkTexts(const Delivery &answer) {
   for (const OrderLine &line : answer.lines) {
     for (const QString &text :
          {line.doc, line.ordernum, line.item, line.barcode, line.descr, line.carton}) {
-      require(!text.isNull(), "a text that is missing is empty");
+      require(!text.isNull(), "a missing text is empty");
     }
     require(Quantity::delivered(line.qty.text()).text() == line.qty.text(),
-            "a quantity keeps the form in which it was delivered");
+            "a quantity keeps its received text");
   }
 }
 
@@ -50,19 +50,19 @@ void checkBoxes(const Delivery &answer, const PickList &boxes) {
   require(names.size() == static_cast<qsizetype>(boxes.size()), "every carton is one box");
   for (std::size_t i = 0; i < boxes.size(); ++i) {
     require(boxOf(boxes[i]) == names[static_cast<qsizetype>(i)],
-            "boxes come in the order in which their cartons first occur");
+            "boxes are in the order of their first lines");
     positions.insert(boxOf(boxes[i]), i);
     require(
         boxorderqtyOf(boxes[i]) ==
             sumOf(boxitemsOf(boxes[i]), [](const BoxLine &line) { return line.orderqty.value(); }),
-        "a box is ordered as its lines are");
+        "the ordered quantity of a box is the sum over its lines");
   }
   std::vector<std::size_t> next(boxes.size(), 0);
   for (const OrderLine &line : answer.lines) {
     const std::size_t box = positions.value(line.carton);
     const std::vector<BoxLine> &lines = boxitemsOf(boxes[box]);
     require(next[box] < lines.size() && isSameLine(lines[next[box]], line),
-            "a box has its lines as they were delivered");
+            "a box has its lines in the received order");
     ++next[box];
   }
   for (std::size_t i = 0; i < boxes.size(); ++i) {
@@ -81,10 +81,10 @@ void checkItems(const Delivery &answer, const ItemLines &items) {
   }
   require(sumOf(items, [](const BoxLine &line) { return line.orderqty.value(); }) ==
               sumOf(answer.lines, [](const OrderLine &line) { return line.qty.value(); }),
-          "items are ordered as the lines are");
+          "the ordered quantity of all items is that of all lines");
 }
 
-/// A pick of every line, of as many pieces as its place says.
+/// Returns one pick for every line. Its quantity is the number of the line, starting at 1.
 std::vector<Picking> picksOf(const Delivery &answer) {
   std::vector<Picking> picks;
   for (const OrderLine &line : answer.lines) {
@@ -96,7 +96,7 @@ std::vector<Picking> picksOf(const Delivery &answer) {
   return picks;
 }
 
-/// Of the last of `picks` that `isMeant`; 0 if there is none.
+/// Returns the quantity of the last of `picks` for which `isMeant` is true; 0 if there is none.
 template <class IsMeant>
 std::int32_t lastQuantity(const std::vector<Picking> &picks, const IsMeant &isMeant) {
   const auto last = std::find_if(picks.rbegin(), picks.rend(), isMeant);
@@ -109,7 +109,7 @@ void checkRestoredBox(const std::vector<Picking> &picks, const PickEntry &entry)
   std::copy_if(picks.begin(), picks.end(), std::back_inserter(own),
                [&](const Picking &pick) { return pick.box == boxOf(entry); });
   require(boxpickqtyOf(entry) == sumOf(own, [](const Picking &pick) { return pick.pickqty; }),
-          "a box is picked as its picks are");
+          "the picked quantity of a box is the sum of its picks");
   QSet<QString> seen;
   std::size_t position = 0;
   for (const BoxLine &line : boxitemsOf(entry)) {
@@ -118,7 +118,7 @@ void checkRestoredBox(const std::vector<Picking> &picks, const PickEntry &entry)
     const std::int32_t last =
         lastQuantity(own, [&](const Picking &pick) { return pick.item == line.item; });
     require(line.pickqty.value() == (takesPicks ? last : 0),
-            "the first of a box's lines that matches takes the last pick");
+            "the first matching line of a box takes the last pick");
   }
 }
 
@@ -141,7 +141,8 @@ void checkDate(const QString &delivered) {
   const bool isTurned = delivered.size() == 10 && shown.size() == 10 &&
                         shown.left(2) == delivered.mid(3, 2) &&
                         shown.mid(3, 2) == delivered.left(2) && shown.mid(6) == delivered.mid(6);
-  require(shown == delivered || isTurned, "a date is shown turned, or as it was delivered");
+  require(shown == delivered || isTurned,
+          "a date is shown with day and month swapped or unchanged");
 }
 
 }  // namespace
@@ -151,7 +152,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
       QByteArray::fromRawData(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
   const auto answer = parseDeliveryAnswer(body);
   checkDate(QString::fromUtf8(body));
-  // What is checked takes the square of the lines.
+  // The time of the checks is quadratic in the number of lines.
   constexpr std::size_t kMaxLines = 500;
   if (!answer || answer->lines.size() > kMaxLines) {
     return 0;

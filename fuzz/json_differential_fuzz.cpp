@@ -1,11 +1,11 @@
-// Our readers of answers beside another reader of JSON, Qt's, on documents that are made of the
-// input: both take or refuse the same, and see the same values.
+// Compares our parsers of answers with Qt's JSON parser on generated documents. Both must accept or
+// reject the same documents and read the same values.
 //
-// Ours refuses, on purpose, what JSON does not allow but Qt lets pass: control characters and
-// unknown escapes in strings. It refuses what no text or number of ours can be: surrogates without
-// their other half, integers beyond 64 bits and numbers beyond a double; and a member that is named
-// twice if either is no text or number, where Qt knows only the last. What Qt refuses, ours refuses
-// as well.
+// Our parsers intentionally reject more than Qt's: control characters and unknown escapes in
+// strings, which JSON does not allow; lone surrogates, integers beyond 64 bits and numbers beyond
+// the range of a double, which have no value in the program; and duplicate members if one of them
+// is not a text or number, where Qt sees only the last one. Our parsers reject everything that Qt's
+// rejects.
 
 #include "JsonGenerator.h"
 #include "Property.h"
@@ -24,7 +24,7 @@
 
 namespace {
 
-/// The body as Qt reads it, if it is an array of objects.
+/// Parses `body` with Qt. Returns std::nullopt if it is not an array of objects.
 std::optional<QList<QJsonObject>> peerOf(const QByteArray &body) {
   QJsonParseError error;
   const QJsonDocument document = QJsonDocument::fromJson(body, &error);
@@ -48,19 +48,20 @@ bool hasOnlyValues(const QJsonObject &object, const Keys &keys) {
   });
 }
 
-/// Whether `text` is an integer that Qt, which knows none so large, reads as `value`.
+/// Returns true if `text` is an unsigned 64-bit integer whose nearest double is `value`. Qt reads
+/// integers beyond the signed range as doubles.
 bool isUnsigned(const QString &text, double value) {
   bool isInteger = false;
   const qulonglong number = text.toULongLong(&isInteger);
   return isInteger && static_cast<double>(number) == value;
 }
 
-/// Whether `text` is how we read `value`. Of a number Qt does not tell whether it was delivered
-/// with a fraction or an exponent, which decides how it is written.
+/// Returns true if `text` may be our parsers' text for `value`. A number has several texts: ours
+/// depends on a fraction or exponent in the JSON, which Qt does not report.
 bool isTextOf(const QString &text, const QJsonValue &value) {
   switch (value.type()) {
     case QJsonValue::String:
-      // Of some strings Qt loses a U+FEFF at the beginning.
+      // Qt drops a U+FEFF at the beginning of some strings.
       return text == value.toString() || text == QChar::ByteOrderMark + value.toString();
     case QJsonValue::Bool:
       return text == (value.toBool() ? u"1" : u"0");
@@ -95,14 +96,14 @@ void checkDelivery(const Delivery &answer, const QList<QJsonObject> &peer) {
     require(isTextOf(line.doc, object["doc"]) && isTextOf(line.ordernum, object["ordernum"]) &&
                 isTextOf(line.item, object["item"]) && isTextOf(line.barcode, object["barcode"]) &&
                 isTextOf(line.descr, object["descr"]) && isTextOf(line.carton, object["carton"]),
-            "both readers see the same texts of a line");
-    require(isQuantityOf(line.qty, object["qty"]), "both readers see the same quantity");
+            "both parsers read the same texts of a line");
+    require(isQuantityOf(line.qty, object["qty"]), "both parsers read the same quantity");
   }
   if (!peer.isEmpty()) {
     const QJsonObject &first = peer.first();
     require(isTextOf(answer.cusname, first["cusname"]) && isTextOf(answer.brand, first["brand"]) &&
                 isTextOf(answer.cdate, first["cdate"]) && isTextOf(answer.date, first["date"]),
-            "both readers see the same header");
+            "both parsers read the same header");
   }
 }
 
@@ -115,7 +116,7 @@ void checkCatalogue(const CatalogueAnswer &answer, const QList<QJsonObject> &pee
     };
     require(isText(article.barcode, "barcode") && isText(article.item, "item") &&
                 isText(article.descr, "descr"),
-            "both readers see the same texts of an article");
+            "both parsers read the same texts of an article");
     ++object;
     return true;
   });
@@ -130,7 +131,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
   static const std::array<QString, 4> kHeaderKeys = {"cusname", "brand", "cdate", "date"};
   static const std::array<QString, 3> kArticleKeys = {"barcode", "item", "descr"};
   FuzzInput input(data, size);
-  // A catalogue is read by several threads, whose beginning takes longer than all the rest.
+  // Reading a catalogue starts threads, which takes longer than everything else.
   constexpr std::size_t kSometimes = 8;
   const bool readsCatalogue = input.onceIn(kSometimes);
   JsonGenerator generator(input);
@@ -149,11 +150,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
         return hasOnlyValues(object, kArticleKeys);
       });
   if (generator.mayBeRefused()) {
-    require(peer || (!delivery && !catalogue), "what Qt refuses is refused");
+    require(peer || (!delivery && !catalogue), "our parsers reject what Qt rejects");
   } else {
-    require(delivery.has_value() == isDelivery, "both readers take the same deliveries");
+    require(delivery.has_value() == isDelivery, "both parsers accept the same deliveries");
     require(!readsCatalogue || catalogue.has_value() == isCatalogue,
-            "both readers take the same catalogues");
+            "both parsers accept the same catalogues");
   }
   if (delivery) {
     checkDelivery(*delivery, *peer);

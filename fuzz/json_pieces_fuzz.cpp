@@ -1,5 +1,5 @@
-// A JSON array that is read in pieces, however short, is taken or refused as it is when read whole,
-// and has the same elements.
+// Parses any text as a JSON array in pieces of any size. The result must be that of parsing the
+// whole text: rejected, or the same elements.
 
 #include "FuzzInput.h"
 #include "Property.h"
@@ -54,7 +54,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
   const std::size_t pieceBytes = input.byte();
   const std::string text = input.rest();
   const auto whole = wholeOf(text);
-  require(piecewise(text, pieceBytes) == whole, "an array in pieces reads as the whole array");
-  require(piecewise(text, text.size()) == whole, "an array in one piece reads as the whole array");
+  require(piecewise(text, pieceBytes) == whole, "pieces have the elements of the whole array");
+  require(piecewise(text, text.size()) == whole, "one piece has the elements of the whole array");
   return 0;
 }

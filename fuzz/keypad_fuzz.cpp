@@ -1,5 +1,5 @@
-// The keypad, under any sequence of touches, keys, pastes and selections: its text holds to the
-// rules, its total is always the sum that would be booked, and OK books just that.
+// Applies any sequence of touches, keys, pastes and selections to the keypad. Its text must follow
+// the rules, the total must be the sum, and OK must book exactly that sum.
 
 #include "FuzzInput.h"
 #include "Property.h"
@@ -25,7 +25,7 @@ struct Booking {
   std::int32_t addQty = 0;
 };
 
-class Book : public QObject, public ChangeQuantityDelegate {
+class BookingRecorder : public QObject, public ChangeQuantityDelegate {
  public:
   void CloseViewControllerWithGetQtyAtRow(std::int32_t row, std::int32_t currentQty,
                                           std::int32_t addQty) override {
@@ -58,7 +58,7 @@ bool hasDigit(const QString &text) {
   return std::any_of(text.begin(), text.end(), isDigit);
 }
 
-/// The number that a text begins with, read in another way than the program does.
+/// Returns the number at the beginning of a text, parsed in a different way than in the program.
 std::int32_t numberOf(const QString &text) {
   using Limits = std::numeric_limits<std::int32_t>;
   qsizetype begin = 0;
@@ -71,16 +71,16 @@ std::int32_t numberOf(const QString &text) {
 }
 
 void checkNumbers(const QString &text) {
-  require(intValue(text) == numberOf(text), "a text reads as the number that it begins with");
+  require(intValue(text) == numberOf(text), "a text has the value of the number at its beginning");
   const Quantity quantity = Quantity::delivered(text);
-  require(quantity.value() == intValue(text), "a quantity counts as its number");
+  require(quantity.value() == intValue(text), "a quantity has the value of its text");
   require(quantity.text() == text || (text.isNull() && quantity.text() == u"0"),
-          "a quantity keeps its form");
+          "a quantity keeps its text");
   require(intValue(QString::number(quantity.value())) == quantity.value(),
-          "a number reads as itself");
+          "a decimal number has its value");
 }
 
-/// What a hand does with the field: puts a text in place of the selection, which may be empty.
+/// Edits the field as a user does: replaces the selection, which may be empty, by a text.
 void edit(changeQuantityViewController &keypad, FuzzInput &input) {
   constexpr qsizetype kMaxLength = 4;
   TextField &field = *keypad.txtNewQty;
@@ -98,11 +98,11 @@ void edit(changeQuantityViewController &keypad, FuzzInput &input) {
   validator.setProperty("selectionEnd", static_cast<int>(end));
   int position = 0;
   if (validator.validate(after, position) != QValidator::Acceptable) {
-    require(!hasDigit(typed) || after.size() > kMaxLength, "an edit is refused for a reason");
+    require(!hasDigit(typed) || after.size() > kMaxLength, "only an invalid edit is rejected");
     return;
   }
   require(after == before || after.size() <= kMaxLength, "at most four characters can be typed");
-  require(after == before || hasDigit(typed), "an edit that is taken brings a digit");
+  require(after == before || hasDigit(typed), "an accepted edit inserts a digit");
   field.edit(after);
 }
 
@@ -118,21 +118,21 @@ void touchMinus(changeQuantityViewController &keypad) {
   const QString before = keypad.txtNewQty->text();
   keypad.btnNegativeTouched();
   require(keypad.txtNewQty->text() == (before.contains(u'-') ? before : u'-' + before),
-          "Minus stands first, and once");
+          "Minus adds one sign at the beginning");
 }
 
 std::int32_t totalOf(const changeQuantityViewController &keypad) {
   return wrappingAdd(numberOf(keypad.lblCurrentQty->text()), numberOf(keypad.txtNewQty->text()));
 }
 
-void touchOk(changeQuantityViewController &keypad, const Book &book) {
+void touchOk(changeQuantityViewController &keypad, const BookingRecorder &bookings) {
   const std::int32_t total = totalOf(keypad);
   keypad.btnOKTouched();
-  require(book.last.has_value() == (total >= 1), "OK books a total of at least 1, and no other");
-  if (book.last) {
-    require(book.last->row == keypad.row() &&
-                wrappingAdd(book.last->currentQty, book.last->addQty) == total,
-            "OK books what is shown, for its row");
+  require(bookings.last.has_value() == (total >= 1), "OK books only a total of at least 1");
+  if (bookings.last) {
+    require(bookings.last->row == keypad.row() &&
+                wrappingAdd(bookings.last->currentQty, bookings.last->addQty) == total,
+            "OK books the shown total for its row");
   }
 }
 
@@ -142,8 +142,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
   static Environment environment;
   FuzzInput input(data, size);
   changeQuantityViewController keypad(environment);
-  Book book;
-  keypad.setDelegate(&book);
+  BookingRecorder bookings;
+  keypad.setDelegate(&bookings);
   keypad.loadViewIfNeeded();
   keypad.setRow(static_cast<std::int32_t>(input.byte()));
   const QString current = textOf(input);
@@ -165,9 +165,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     require(keypad.lblTotalQty->text() == QString::number(totalOf(keypad)) ||
                 keypad.txtNewQty->text().isEmpty(),
             "the total is the sum");
-    require(!book.last, "nothing but OK books");
+    require(!bookings.last, "only OK books");
   }
   checkNumbers(keypad.txtNewQty->text());
-  touchOk(keypad, book);
+  touchOk(keypad, bookings);
   return 0;
 }

@@ -1,6 +1,7 @@
-"""Makes an SQLite file of every SQL file, and one that no SQL makes:
+"""Writes seeds for the store to FOLDER: an SQLite file for every SQL file, and one that SQL alone
+cannot create.
 
-    make_store_seeds.py FOLDER SQL-FILE...
+Usage: make_store_seeds.py FOLDER SQL-FILE...
 """
 
 import pathlib
@@ -21,7 +22,7 @@ TANGLE = """
 
 
 def connect(file: pathlib.Path) -> sqlite3.Connection:
-    """A new file, with what the seeds use."""
+    """Opens a new database file, with the settings and the function that the seeds use."""
     file.unlink(missing_ok=True)
     database = sqlite3.connect(file, isolation_level=None)
     database.create_function("run", -1, lambda *_: 1, deterministic=True)
@@ -31,7 +32,7 @@ def connect(file: pathlib.Path) -> sqlite3.Connection:
 
 
 def make(sql: pathlib.Path, file: pathlib.Path) -> None:
-    """Runs the statements one by one; those that fail are left out."""
+    """Runs the statements of `sql` one by one on a new database; ignores failures."""
     database = connect(file)
     for statement in sql.read_text(encoding="utf-8").split(";\n"):
         try:
@@ -42,7 +43,7 @@ def make(sql: pathlib.Path, file: pathlib.Path) -> None:
 
 
 def branch(child: int, children: int) -> bytes:
-    """A page of a table whose children are all the same page."""
+    """Returns an interior B-tree page with `children` pointers to the same page `child`."""
     page = bytearray(PAGE)
     struct.pack_into(">BHHHBI", page, 0, 5, 0, children, PAGE - 5 * children, 0, child)
     for i in range(children):
@@ -53,7 +54,8 @@ def branch(child: int, children: int) -> bytes:
 
 
 def make_tangle(file: pathlib.Path) -> None:
-    """A table of a few pages that takes hours to read: each branch leads to the next many times."""
+    """Writes a table of a few pages that takes hours to read: every interior page refers to the
+    page of the next level many times."""
     levels = 6
     database = connect(file)
     database.executescript(TANGLE)

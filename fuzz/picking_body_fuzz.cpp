@@ -1,5 +1,5 @@
-// The body of a report: it is taken only if every line is exactly as it must be, and refused with a
-// reason otherwise; what is taken survives being written and read again.
+// Reads any body of a report. It must be accepted only if every line is valid, and be rejected with
+// a reason otherwise. Accepted data must be the same after it is written and read again.
 
 #include "Property.h"
 #include "calendar.h"
@@ -23,7 +23,7 @@ std::optional<std::vector<PickedLine>> linesOf(std::string_view body) {
     return readPickingBody(body);
   } catch (const InputError &error) {
     const std::string_view reason = error.what();
-    require(!reason.empty() && simdjson::validate_utf8(reason), "a reason for a refusal is a text");
+    require(!reason.empty() && simdjson::validate_utf8(reason), "the reason is UTF-8 text");
     return std::nullopt;
   }
 }
@@ -32,10 +32,10 @@ void checkLine(const PickedLine &line, const PickedLine &first) {
   for (const std::string &text : {line.delivery, line.order, line.box, line.item, line.barcode}) {
     require(text.size() <= StrictObject::kMaxBytes && text.find('\0') == std::string::npos &&
                 simdjson::validate_utf8(text),
-            "a store can hold the texts of a line");
+            "the texts of a line can be stored");
   }
-  require(isDateTime(line.pickedAt), "a line was picked at a time of the calendar");
-  require(line.delivery == first.delivery, "a report is of one delivery");
+  require(isDateTime(line.pickedAt), "the pick time of a line is valid");
+  require(line.delivery == first.delivery, "a report has one delivery");
 }
 
 nlohmann::json toJson(const PickedLine &line) {
@@ -54,7 +54,8 @@ void checkWrittenAgain(const std::vector<PickedLine> &lines) {
   for (const PickedLine &line : lines) {
     array.push_back(toJson(line));
   }
-  require(linesOf(array.dump()) == lines, "what is taken reads the same when written again");
+  require(linesOf(array.dump()) == lines,
+          "accepted lines are the same when written and read again");
 }
 
 void checkAgainstPeer(std::string_view body, std::size_t lines) {
@@ -62,16 +63,16 @@ void checkAgainstPeer(std::string_view body, std::size_t lines) {
   simdjson::dom::array array;
   const std::string copy(body);
   const auto error = parser.parse(copy).get(array);
-  // The peer looks no deeper than 1,024 levels, and strict lines have no nested ones at all.
+  // simdjson limits the depth to 1,024 levels; valid lines have no nested values.
   require(error == simdjson::SUCCESS && array.size() == lines,
-          "what is taken is JSON for another reader, too");
+          "an accepted body is valid JSON for another parser");
 }
 
 void checkPercentDecoding(std::string_view text) {
   const auto decoded = percentDecoded(text);
-  require(percentDecoded(percentEncoded(text)) == text, "what is encoded decodes to itself");
-  require(!decoded || decoded->size() <= text.size(), "decoding makes nothing longer");
-  require(decoded || text.find('%') != std::string_view::npos, "only a % can be wrong");
+  require(percentDecoded(percentEncoded(text)) == text, "an encoded text decodes to itself");
+  require(!decoded || decoded->size() <= text.size(), "a decoded text is not longer");
+  require(decoded || text.find('%') != std::string_view::npos, "only a text with % can be invalid");
 }
 
 }  // namespace
@@ -80,12 +81,12 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
   const std::string_view body(reinterpret_cast<const char *>(data), size);
   checkPercentDecoding(body);
   if (const auto lines = linesOf(body)) {
-    require(!lines->empty(), "a report that is taken has a line");
+    require(!lines->empty(), "an accepted report has lines");
     for (const PickedLine &line : *lines) {
       checkLine(line, lines->front());
     }
     checkWrittenAgain(*lines);
-    // A mark before the text is taken by one and refused by the other.
+    // The two parsers treat a byte order mark differently.
     if (!body.starts_with("\xEF\xBB\xBF")) {
       checkAgainstPeer(body, lines->size());
     }

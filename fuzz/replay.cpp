@@ -1,5 +1,5 @@
-// The short form of a fuzz target, for any compiler: runs every file of the given folders, and as
-// many seeded mutations of them as it is told.
+// A replacement of libFuzzer's main() for any compiler: runs the fuzz target on every file of the
+// given folders and on a given number of reproducible mutations of them.
 
 #include "Property.h"
 
@@ -37,7 +37,7 @@ Bytes contentOf(const fs::path &file) {
   return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-/// In an order that does not depend on the file system.
+/// Returns `path` itself or the files below it, sorted; an empty list if it does not exist.
 std::vector<fs::path> filesIn(const fs::path &path) {
   if (!fs::is_directory(path)) {
     return fs::exists(path) ? std::vector{path} : std::vector<fs::path>();
@@ -52,8 +52,8 @@ std::vector<fs::path> filesIn(const fs::path &path) {
   return files;
 }
 
-/// Changes inputs in small ways. The numbers are the generator's own, which are the same
-/// everywhere.
+/// Makes small changes to inputs. It uses the random engine without distributions, so the changes
+/// are the same on every platform.
 class Mutator {
  public:
   Mutator(const std::vector<Bytes> &inputs, std::uint32_t seed)
@@ -106,7 +106,7 @@ class Mutator {
     }
   }
 
-  /// Often one that means something to a reader of text.
+  /// Returns a random byte, often one with a meaning in text formats.
   std::uint8_t anyByte() {
     constexpr std::string_view kSigns = "\"\\[]{},:;'-+.0123456789eEnt%&=?/ \r\n\t\xEF\xFF";
     return static_cast<std::uint8_t>(below(2) == 0 ? kSigns[below(kSigns.size())] : below(256));
@@ -116,7 +116,7 @@ class Mutator {
   std::mt19937 m_random;
 };
 
-/// Holds the input that is running: if it is a finding, it stays.
+/// The file with the current input. It is kept if the input crashes the process.
 class RunningInput {
  public:
   explicit RunningInput(fs::path file)
@@ -133,7 +133,7 @@ class RunningInput {
     const bool isKept = ::pwrite(m_descriptor, input.data(), input.size(), 0) ==
                             static_cast<ssize_t>(input.size()) &&
                         ::ftruncate(m_descriptor, static_cast<off_t>(input.size())) == 0;
-    require(isKept, "the running input can be kept");
+    require(isKept, "the current input can be written");
   }
 
  private:
@@ -143,7 +143,7 @@ class RunningInput {
 
 void run(const Bytes &input, const RunningInput &running) {
   running.set(input);
-  // A copy of its own, as long as the input, shows a sanitizer what is read beyond the end.
+  // With a copy of exactly this size a sanitizer detects reads beyond the end.
   const Bytes copy(input.begin(), input.end());
   LLVMFuzzerTestOneInput(copy.data(), copy.size());
 }

@@ -1,6 +1,6 @@
-// The guard of the keys, under keys at any time, touches, alerts and a keyboard that moves: every
-// character that is typed arrives once and in its order, be it at the item that has the keyboard,
-// in the field that takes scans, or in the trail of what was refused.
+// Sends keys at any times, touches, alerts and focus changes to the scan guard. Every typed
+// character must arrive once and in order: at the focused item, in the field that takes scans, or
+// in a refused scan.
 
 #include "FuzzInput.h"
 #include "Property.h"
@@ -22,21 +22,21 @@
 
 namespace {
 
-class Silence : public SoundPlayer {
+class SilentSoundPlayer : public SoundPlayer {
  public:
   void playSystemSound(int /*identifier*/) override {}
 };
 
-/// Where everything arrives, in the order in which it does.
+/// Records all characters in the order of their arrival.
 class Arrivals : public QObject, public TextFieldDelegate {
  public:
-  /// At an item, which may be the field.
+  /// Adds characters that arrived as keys at the focused item, which may be the field.
   void addTyped(const QString &text, bool isInField) {
     m_text += text;
     m_inField = isInField ? m_inField + text.size() : 0;
   }
-  /// A whole code. If the keyboard left the field while the code was on its way, its beginning has
-  /// arrived there; the code takes its place.
+  /// Adds a whole code. If the field lost the focus during the code, its beginning has already
+  /// arrived there and is not added again.
   void addCode(const QString &code) {
     qsizetype known = std::min(m_inField, code.size());
     while (known > 0 && !m_text.endsWith(code.first(known))) {
@@ -52,16 +52,16 @@ class Arrivals : public QObject, public TextFieldDelegate {
     return true;
   }
 
-  /// What a field that is returned holds.
+  /// Called with the text of a field when Return is pressed in it.
   std::function<void(const QString &)> onReturn;
 
  private:
   QString m_text;
-  /// How many of the last characters were typed into the field.
+  /// The number of characters at the end of `m_text` that were typed into the field.
   qsizetype m_inField = 0;
 };
 
-/// A screen of nothing but the field that takes scans.
+/// A screen that has only the field that takes scans.
 class FieldScreen : public ViewController {
  public:
   explicit FieldScreen(Environment &environment)
@@ -76,7 +76,7 @@ class FieldScreen : public ViewController {
   std::function<void(const QString &)> onRefusal;
 };
 
-/// A window whose keyboard is where it is told, and which types into the field as a screen would.
+/// A window with a settable focus, which forwards keys to the field as a screen does.
 class KeyWindow : public QWindow {
  public:
   explicit KeyWindow(Arrivals &arrivals) : m_arrivals(arrivals) {}
@@ -85,7 +85,7 @@ class KeyWindow : public QWindow {
     m_item.setProperty("outlet", QVariant::fromValue(field));
     m_field = field;
   }
-  /// Whether the key Return is under way to the field.
+  /// Returns true while the field handles the Return key.
   [[nodiscard]] bool isReturning() const { return m_isReturning; }
   [[nodiscard]] QObject *focusObject() const override { return const_cast<QObject *>(&m_item); }
 
@@ -114,15 +114,15 @@ class KeyWindow : public QWindow {
   bool m_isReturning = false;
 };
 
-/// One window with its guard, and a hand.
-class Desk {
+/// A window with its scan guard, and the actions of a user.
+class GuardedWindow {
  public:
-  Desk() {
+  GuardedWindow() {
     m_environment.clock = std::make_unique<SystemClock>();
-    m_environment.sounds = std::make_unique<Silence>();
+    m_environment.sounds = std::make_unique<SilentSoundPlayer>();
     m_screen.field->setDelegate(&m_arrivals);
     m_screen.onRefusal = [this](const QString &code) { m_arrivals.addCode(code); };
-    // What was typed into the field has arrived there already; what the guard puts there has not.
+    // Characters typed into the field are already recorded; a code set by the guard is not.
     m_arrivals.onReturn = [this](const QString &code) {
       if (!m_window.isReturning()) {
         m_arrivals.addCode(code);
@@ -131,7 +131,7 @@ class Desk {
   }
 
   void type(std::uint64_t time) {
-    // Each character is there once.
+    // Every character is different.
     constexpr char16_t kFirst = 0x4E00;
     const QString text(QChar(static_cast<char16_t>(kFirst + m_typed.size())));
     m_typed += text;
@@ -146,7 +146,7 @@ class Desk {
     QCoreApplication::sendEvent(&m_window, &press);
   }
   void pressByScreenReader() { m_state.press(); }
-  /// So long that the guard need not wait any more.
+  /// Lets the guard's timer expire until no keys are held.
   void wait() {
     while (m_guard.isHolding()) {
       QTimerEvent event(0);
@@ -158,9 +158,8 @@ class Desk {
 
   [[nodiscard]] qsizetype typed() const { return m_typed.size(); }
   void check() const {
-    require(m_typed.startsWith(m_arrivals.text()),
-            "characters arrive once, and in the order in which they were typed");
-    require(m_guard.isHolding() || m_arrivals.text() == m_typed, "what is not held has arrived");
+    require(m_typed.startsWith(m_arrivals.text()), "characters arrive once and in order");
+    require(m_guard.isHolding() || m_arrivals.text() == m_typed, "without held keys all arrived");
   }
 
  private:
@@ -186,7 +185,7 @@ void startApplication() {
   static std::array<char, 5> name = {"fuzz"};
   static std::array<char *, 2> arguments = {name.data(), nullptr};
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  // To the end of the process: it would not survive the end of what its platform keeps.
+  // Never deleted: it must not outlive the static objects of its platform plugin.
   [[maybe_unused]] static const auto &kApplication = *new QGuiApplication(count, arguments.data());
 }
 
@@ -198,39 +197,39 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
   constexpr std::array kOtherKeys = {Qt::Key_Shift, Qt::Key_Tab, Qt::Key_Escape, Qt::Key_F1};
   constexpr qsizetype kMaxTyped = 2000;
   FuzzInput input(data, size);
-  Desk desk;
+  GuardedWindow window;
   std::uint64_t time = 10'000;
-  while (!input.isEmpty() && desk.typed() < kMaxTyped) {
+  while (!input.isEmpty() && window.typed() < kMaxTyped) {
     time += input.oneOf(kGaps);
     switch (input.below(16)) {
       case 0:
-        desk.touch();
+        window.touch();
         break;
       case 1:
-        desk.pressByScreenReader();
+        window.pressByScreenReader();
         break;
       case 2:
-        desk.moveKeyboard(input.below(2) == 0);
+        window.moveKeyboard(input.below(2) == 0);
         break;
       case 3:
-        desk.cover(input.below(2) == 0);
+        window.cover(input.below(2) == 0);
         break;
       case 4:
-        desk.wait();
+        window.wait();
         break;
       case 5:
-        desk.pressOther(input.oneOf(kOtherKeys), time);
+        window.pressOther(input.oneOf(kOtherKeys), time);
         break;
       case 6:
       case 7:
-        desk.pressReturn(time);
+        window.pressReturn(time);
         break;
       default:
-        desk.type(time);
+        window.type(time);
     }
-    desk.check();
+    window.check();
   }
-  desk.wait();
-  desk.check();
+  window.wait();
+  window.check();
   return 0;
 }

@@ -1,4 +1,4 @@
-// The store's file, of any bytes.
+// Opens and uses any bytes as the store's file.
 
 #include "Property.h"
 #include "StoreExercise.h"

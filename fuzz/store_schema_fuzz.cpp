@@ -1,5 +1,5 @@
-// The store's file, made by any SQL: with tables, views, triggers and functions where the program
-// expects none, and with a schema that no SQL could make.
+// Opens and uses a store file created by any SQL: with unexpected tables, views, triggers and
+// functions, and with a schema changed through writable_schema.
 
 #include "Property.h"
 #include "StoreExercise.h"
@@ -14,7 +14,7 @@
 
 namespace {
 
-/// Whether a pragma shapes the file and reaches nothing outside it.
+/// Returns true if `pragma` affects only the contents of the file.
 bool isHarmless(std::string_view pragma) {
   constexpr std::array<std::string_view, 6> kPragmas = {
       "writable_schema", "encoding", "user_version", "page_size", "auto_vacuum", "table_info"};
@@ -23,7 +23,7 @@ bool isHarmless(std::string_view pragma) {
   });
 }
 
-/// Keeps what makes the file, which is no part of the program, inside the file.
+/// Denies statements of the generated SQL that reach outside the file.
 int authorize(void * /*unused*/, int action, const char *first, const char * /*second*/,
               const char * /*database*/, const char * /*trigger*/) {
   if (action == SQLITE_ATTACH || action == SQLITE_DETACH ||
@@ -37,7 +37,7 @@ int giveUp(void * /*unused*/) {
   return 1;
 }
 
-/// Runs `sql` as far as it goes, on a new file.
+/// Creates a file with the statements of `sql`, within limits of time and size.
 void makeFile(const QString &path, const std::string &sql) {
   constexpr int kMaxSteps = 20'000;
   constexpr int kMaxBytes = 100'000;
@@ -51,7 +51,7 @@ void makeFile(const QString &path, const std::string &sql) {
   sqlite3_progress_handler(database, kMaxSteps, giveUp, nullptr);
   sqlite3_exec(database, "PRAGMA page_size = 512; PRAGMA writable_schema = ON", nullptr, nullptr,
                nullptr);
-  // Each statement for itself: one that fails does not keep the next from running.
+  // Runs each statement separately; failures are ignored.
   const char *rest = sql.c_str();
   while (*rest != '\0') {
     sqlite3_stmt *statement = nullptr;
