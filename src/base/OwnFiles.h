@@ -3,10 +3,10 @@
 #include <QByteArray>
 #include <QString>
 
-/// The program uses only files and folders that belong to its user and that no other user can read.
-/// A file must be a regular file without a second hard link; symbolic links are rejected. Each
-/// function below returns the reason why it rejects `path`, as a clause such as "it belongs to
-/// another user"; an empty string on success.
+// The program uses only files and folders that belong to its user and that no other user can read.
+// A file must be a regular file without a second hard link; symbolic links are rejected. Each
+// function below returns an empty string on success; otherwise it returns the reason why it rejects
+// `path`, as a clause such as "it belongs to another user".
 
 /// Checks the file at `path` and sets its mode to 0600. Succeeds if there is no file, and does not
 /// create one.

@@ -19,7 +19,7 @@ struct Folders;
 class DisplaySettings : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("There is one, the window's")
+  QML_UNCREATABLE("Provided by the window")
   Q_PROPERTY(bool dark READ isDark NOTIFY changed)
   Q_PROPERTY(double textScale READ textScale NOTIFY changed)
   Q_PROPERTY(QSize windowSize READ windowSize WRITE setWindowSize NOTIFY changed)

@@ -6,8 +6,8 @@
 
 #include <optional>
 
-/// Tells whether the system prefers dark windows, from the desktop's settings portal or, if that
-/// has no preference, from the platform's palette.
+/// The system's colour scheme, dark or light: the preference in the desktop's settings portal or,
+/// if there is none, that of the platform's palette.
 class SystemColourScheme : public QObject {
   Q_OBJECT
 

@@ -31,7 +31,7 @@ void bringLogToDisk(SQLite::Database &database) {
     return;
   }
   sqlite3_int64 size = 0;
-  require(log->pMethods->xFileSize(log, &size), "The log has no size");
+  require(log->pMethods->xFileSize(log, &size), "The size of the log cannot be read");
   std::array<char, kPieceBytes> piece{};
   for (sqlite3_int64 offset = 0; offset < size; offset += kPieceBytes) {
     const int bytes = static_cast<int>(std::min<sqlite3_int64>(kPieceBytes, size - offset));
@@ -39,6 +39,6 @@ void bringLogToDisk(SQLite::Database &database) {
     require(log->pMethods->xWrite(log, piece.data(), bytes, offset), "The log cannot be written");
   }
   if (size > 0) {
-    require(log->pMethods->xSync(log, SQLITE_SYNC_NORMAL), "The log does not reach the disk");
+    require(log->pMethods->xSync(log, SQLITE_SYNC_NORMAL), "The log cannot be synced to disk");
   }
 }

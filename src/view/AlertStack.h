@@ -36,7 +36,7 @@ class AlertViewDelegate {
 class AlertStack : public QAbstractListModel {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("There is one, the window's")
+  QML_UNCREATABLE("Provided by the window")
   Q_PROPERTY(int count READ count NOTIFY countChanged)
 
  public:

@@ -9,7 +9,7 @@
 class BusyState : public QObject {
   Q_OBJECT
   QML_ELEMENT
-  QML_UNCREATABLE("There is one, the window's")
+  QML_UNCREATABLE("Provided by the window")
   Q_PROPERTY(bool active READ isActive NOTIFY changed)
   Q_PROPERTY(QString title READ title NOTIFY changed)
   Q_PROPERTY(QString progressText READ progressText NOTIFY changed)

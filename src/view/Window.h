@@ -15,7 +15,7 @@ struct Environment;
 class Window : public QObject {
   Q_OBJECT
   QML_NAMED_ELEMENT(ApplicationWindowState)
-  QML_UNCREATABLE("There is one")
+  QML_UNCREATABLE("Created by the application delegate")
   Q_PROPERTY(ViewController *rootViewController READ rootViewController CONSTANT)
   Q_PROPERTY(AlertStack *alerts READ alerts CONSTANT)
   Q_PROPERTY(BusyState *busy READ busy CONSTANT)
