@@ -185,7 +185,7 @@ void startApplication() {
   static std::array<char, 5> name = {"fuzz"};
   static std::array<char *, 2> arguments = {name.data(), nullptr};
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  // Never deleted: it must not outlive the static objects of its platform plugin.
+  // Never deleted: at exit its destructor would run after those of static objects that it uses.
   [[maybe_unused]] static const auto &kApplication = *new QGuiApplication(count, arguments.data());
 }
 

@@ -26,7 +26,7 @@ bool isCharacter(const QKeyEvent &key) {
          key.text().front().isPrint();
 }
 
-/// Scanners send modifier keys between the characters of a code.
+/// Returns true for modifier keys, which scanners send between the characters of a code.
 bool isModifier(const QKeyEvent &key) {
   return key.key() == Qt::Key_Shift || key.key() == Qt::Key_CapsLock || key.key() == Qt::Key_AltGr;
 }
