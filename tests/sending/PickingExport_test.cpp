@@ -292,7 +292,7 @@ class PickingExportTest : public QObject {
 
   void aMailThatIsNotTakenKeepsTheFileAndSaysSoInTheLog() {
     ExportProgram program({pickOf("A")});
-    program.mail->setTakesMail(false);
+    program.mail->setAcceptsMail(false);
     QTest::ignoreMessage(QtWarningMsg, kCannotSend);
     program.sendEmail();
     QCOMPARE(program.mail->drafts().size(), 1U);

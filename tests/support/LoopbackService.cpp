@@ -7,7 +7,7 @@
 
 namespace {
 
-/// The request that `bytes` hold, once they hold all of it.
+/// Returns the request in `bytes`, or std::nullopt while it is incomplete.
 std::optional<LoopbackService::Request> parseRequest(const QByteArray &bytes) {
   const qsizetype headEnd = bytes.indexOf("\r\n\r\n");
   if (headEnd < 0) {
@@ -61,9 +61,9 @@ QString LoopbackService::host() const {
 }
 
 QString LoopbackService::unreachableHost() {
-  QTcpServer briefly;
-  briefly.listen(QHostAddress::LocalHost);
-  return QStringLiteral("127.0.0.1:%1").arg(briefly.serverPort());
+  QTcpServer server;
+  server.listen(QHostAddress::LocalHost);
+  return QStringLiteral("127.0.0.1:%1").arg(server.serverPort());
 }
 
 void LoopbackService::answerWith(const QByteArray &body, int status) {

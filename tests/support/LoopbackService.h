@@ -10,36 +10,36 @@
 
 class QTcpSocket;
 
-/// A real HTTP service on a free loopback port whose answers a test decides.
+/// An HTTP service on a free loopback port. Tests set its answers.
 class LoopbackService : public QObject {
   Q_OBJECT
 
  public:
   struct Request {
     QByteArray method;
-    /// Path and query, as they came.
+    /// Path and query, as received.
     QByteArray target;
     /// Names in lower case.
     QHash<QByteArray, QByteArray> headers;
     QByteArray body;
   };
 
-  /// What goes back over the wire for one request.
+  /// The answer to one request, as bytes.
   struct Answer {
     QByteArray bytes;
-    /// Whether the service closes the connection after the bytes.
+    /// True if the service closes the connection after the bytes.
     bool closes = true;
-    /// Sends more after the bytes, in its own time, and closes the connection itself.
+    /// Sends more data after the bytes, possibly later, and closes the connection itself.
     std::function<void(QTcpSocket &socket)> stream = {};
 
-    /// A whole HTTP answer.
+    /// A complete HTTP answer.
     static Answer http(const QByteArray &body, int status = 200,
                        const QByteArray &contentType = "application/json");
-    /// An answer that announces `announced` bytes and sends `body`.
+    /// An answer with the content length `announced` that ends after `body`.
     static Answer cutShort(const QByteArray &body, qsizetype announced);
-    /// The connection is closed without a byte.
+    /// Closes the connection without sending anything.
     static Answer none() { return {}; }
-    /// The service says nothing and keeps the connection open.
+    /// Sends nothing and keeps the connection open.
     static Answer silence() { return {{}, false}; }
   };
 
@@ -47,23 +47,23 @@ class LoopbackService : public QObject {
 
   /// HOST:PORT.
   [[nodiscard]] QString host() const;
-  /// A HOST:PORT at which nothing listens.
+  /// Returns a HOST:PORT on which no service listens.
   [[nodiscard]] static QString unreachableHost();
 
-  /// Answers every request with what `answer` makes of it.
+  /// Answers every request with the result of `answer`.
   void answerWith(std::function<Answer(const Request &)> answer) { m_answer = std::move(answer); }
-  /// Answers every request with an HTTP answer of `body`.
+  /// Answers every request with an HTTP answer that has the body `body`.
   void answerWith(const QByteArray &body, int status = 200);
 
-  /// Every request so far.
+  /// All requests received so far.
   [[nodiscard]] const QList<Request> &requests() const { return m_requests; }
 
   /// The number of connections that wait for an answer.
   [[nodiscard]] qsizetype silentConnections() const { return m_silent.size(); }
-  /// Ends every connection without an answer.
+  /// Aborts all connections that wait for an answer.
   void dropConnections();
-  /// Sends `answer` to the oldest of the connections that were left in silence. That one goes on
-  /// waiting if the answer does not close it.
+  /// Sends `answer` to the oldest connection that waits for one. The connection keeps waiting if
+  /// the answer does not close it.
   void answerSilentConnection(const Answer &answer);
 
  private:
@@ -74,6 +74,6 @@ class LoopbackService : public QObject {
   QList<QTcpSocket *> m_silent;
   QList<Request> m_requests;
   std::function<Answer(const Request &)> m_answer;
-  /// The last member: its sockets, which go with it, use the others until then.
+  /// Declared last and so destroyed first: its sockets use the other members.
   QTcpServer m_server;
 };

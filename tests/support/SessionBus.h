@@ -3,7 +3,7 @@
 #include <QDBusConnection>
 #include <QProcess>
 
-/// A D-Bus session of a test's own: a real bus, which nobody else is on.
+/// A private D-Bus session bus for a test, run by a real dbus-daemon.
 class SessionBus {
  public:
   SessionBus();
@@ -11,7 +11,7 @@ class SessionBus {
   SessionBus(const SessionBus &) = delete;
   SessionBus &operator=(const SessionBus &) = delete;
 
-  /// A new connection to the bus, as of a process of its own.
+  /// Opens a new connection to the bus, as another process would.
   QDBusConnection connect();
 
  private:

@@ -7,29 +7,29 @@
 #include <memory>
 #include <string_view>
 
-/// A test program has the test classes of one folder. It is called with the name of a class, and
-/// then with what Qt Test takes: the functions to run, or its options. ctest runs each class in a
+/// A test program contains the test classes of one folder. Its first argument is the name of a
+/// class; Qt Test reads the other ones: test functions and options. ctest runs each class in a
 /// separate process.
 
-/// A class whose slots are test functions, and what its process needs.
+/// A class whose slots are test functions.
 struct TestClass {
   std::string_view name;
-  /// Whether there are windows, for which it needs a QGuiApplication.
+  /// True if the tests open windows and therefore need a QGuiApplication.
   bool hasWindows = false;
-  /// Runs before the application is made.
+  /// Runs before the application object is created.
   std::function<void()> prepare = {};
   std::function<std::unique_ptr<QObject>()> make = {};
 };
 
-/// What a test program does when it is called, with `option` and `arguments`, by one of its tests,
-/// which needs another process.
+/// A function of the test program that runs in a second process, which a test starts with `option`
+/// and `arguments`.
 struct TestChild {
   std::string_view option;
   /// Returns the exit code.
   std::function<int(const QStringList &arguments)> run;
 };
 
-/// Registers its argument as a part of the program; for static objects alone.
+/// Registers its argument with the test program; only for static objects.
 struct TestRegistration {
   explicit TestRegistration(const TestClass &test);
   explicit TestRegistration(const TestChild &child);
@@ -45,19 +45,19 @@ TestClass testClass(std::string_view name, bool hasWindows) {
   return test;
 }
 
-// NOLINTBEGIN(cppcoreguidelines-macro-usage): a macro alone knows the name of a class.
+// NOLINTBEGIN(cppcoreguidelines-macro-usage): only a macro can turn a class into its name.
 
-/// The class `Class` of this file is a test. Its static function `beforeApplication`, if it has
-/// one, runs before the application is made.
+/// Registers `Class` as a test. Its static function `beforeApplication`, if it has one, runs before
+/// the application object is created.
 #define CARTONPICK_TEST(Class) \
   static const TestRegistration kRegistered##Class(testClass<Class>(#Class, false))
 
-/// The same for a test with windows.
+/// Registers `Class` as a test that opens windows.
 #define CARTONPICK_WINDOW_TEST(Class) \
   static const TestRegistration kRegistered##Class(testClass<Class>(#Class, true))
 
-/// `function`, an int(const QStringList &), runs in place of a test if the program is called with
-/// `option`. It is given the arguments that follow and returns the exit code.
+/// Runs `function`, an int(const QStringList &), instead of a test if the program is started with
+/// `option`. The function receives the arguments after `option` and returns the exit code.
 #define CARTONPICK_TEST_CHILD(option, function) \
   static const TestRegistration kRegistered##function(TestChild{option, function})
 

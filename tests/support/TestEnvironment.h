@@ -6,7 +6,7 @@
 
 #include <vector>
 
-/// A clock that stands until it is set.
+/// A clock whose time changes only by `set()`.
 class TestClock : public Clock {
  public:
   [[nodiscard]] QDateTime now() const override { return m_now; }
@@ -19,7 +19,7 @@ class TestClock : public Clock {
   QTimeZone m_zone{"Europe/Athens"};
 };
 
-/// Remembers what was played.
+/// Records the sounds that are played.
 class TestSoundPlayer : public SoundPlayer {
  public:
   void playSystemSound(int identifier) override { m_played.push_back(identifier); }
@@ -29,25 +29,25 @@ class TestSoundPlayer : public SoundPlayer {
   std::vector<int> m_played;
 };
 
-/// Takes, or refuses, mails and keeps them.
+/// Records mails, and accepts or rejects all of them.
 class TestMailComposer : public MailComposer {
  public:
   [[nodiscard]] bool canSendMail() const override { return m_canSendMail; }
   bool compose(const MailDraft &draft) override {
     m_drafts.push_back(draft);
-    return m_takesMail;
+    return m_acceptsMail;
   }
   void setCanSendMail(bool can) { m_canSendMail = can; }
-  void setTakesMail(bool takes) { m_takesMail = takes; }
+  void setAcceptsMail(bool accepts) { m_acceptsMail = accepts; }
   [[nodiscard]] const std::vector<MailDraft> &drafts() const { return m_drafts; }
 
  private:
   bool m_canSendMail = true;
-  bool m_takesMail = true;
+  bool m_acceptsMail = true;
   std::vector<MailDraft> m_drafts;
 };
 
-/// Remembers whether the screen is to stay on.
+/// Records whether the lock is held.
 class TestWakeLock : public WakeLock {
  public:
   void acquire() override { m_isHeld = true; }
@@ -58,8 +58,8 @@ class TestWakeLock : public WakeLock {
   bool m_isHeld = false;
 };
 
-/// An environment on a temporary folder whose clock, sounds and mails a test controls; its network
-/// is the real one.
+/// An environment in a temporary folder. Tests control its clock, sounds, mail and wake lock; its
+/// HTTP client is the real one.
 class TestEnvironment {
  public:
   TestEnvironment();
@@ -74,9 +74,9 @@ class TestEnvironment {
   [[nodiscard]] QString storePath() const {
     return environment.folders.documents() + QStringLiteral("/QIR_Pick.sqlite");
   }
-  /// The alert on top; one without a title if there is none.
+  /// Returns the alert on top, or an alert without a title if there is none.
   [[nodiscard]] AlertView topAlert() const;
-  /// The titles of all alerts, the first shown first.
+  /// The titles of all alerts, oldest first.
   [[nodiscard]] QStringList alertTitles() const;
   /// Touches button `index` of the alert on top.
   void answerTopAlert(int index);

@@ -25,7 +25,7 @@ int runClass(const TestClass &test, std::vector<char *> arguments) {
   if (test.prepare) {
     test.prepare();
   }
-  // Without the name of the class.
+  // Qt Test does not expect the name of the class.
   arguments.erase(arguments.begin() + 1);
   int count = static_cast<int>(arguments.size());
   const std::unique_ptr<QCoreApplication> application =
@@ -52,14 +52,14 @@ TestRegistration::TestRegistration(const TestChild &child) {
 
 int main(int argc, char *argv[]) {
   const std::span arguments(argv, static_cast<std::size_t>(argc));
-  const std::string_view wanted = argc > 1 ? arguments[1] : "";
+  const std::string_view argument = argc > 1 ? arguments[1] : "";
   const auto child = std::find_if(children().begin(), children().end(),
-                                  [&](const TestChild &c) { return c.option == wanted; });
+                                  [&](const TestChild &c) { return c.option == argument; });
   if (child != children().end()) {
     return runChild(*child, arguments);
   }
   const auto test = std::find_if(classes().begin(), classes().end(),
-                                 [&](const TestClass &c) { return c.name == wanted; });
+                                 [&](const TestClass &c) { return c.name == argument; });
   if (test != classes().end()) {
     return runClass(*test, {arguments.begin(), arguments.end()});
   }

@@ -14,7 +14,7 @@
 #include <QList>
 #include <QString>
 
-/// One order line of a made-up delivery.
+/// An order line of a test delivery.
 struct TestLine {
   QString carton;
   QString item;
@@ -24,8 +24,8 @@ struct TestLine {
   QString ordernum = QStringLiteral("A1");
 };
 
-/// The answer of the service that delivers `lines`. A line without a barcode has the item code with
-/// a "b" before it.
+/// Returns the service's answer for a delivery of `lines`. A line without a barcode gets one: "b"
+/// and the item code.
 QByteArray deliveryJson(const QList<TestLine> &lines);
 
 /// The whole program without its window: real controllers, a real store in a temporary folder, a
@@ -38,25 +38,25 @@ class TestProgram : public TestEnvironment {
   vekAppDelegate delegate;
 
   [[nodiscard]] startViewController &start() const;
-  /// Goes from the start screen to the picking screen.
+  /// Opens the picking from the start screen.
   void enterPicking();
   [[nodiscard]] splitViewController &split() const;
   [[nodiscard]] masterViewController &master() const;
   [[nodiscard]] detailViewController &detail() const;
-  /// What both panes observe.
+  /// The session that both panes observe.
   [[nodiscard]] PickingSession &session() const;
   /// Starts the picking again, with the delivery number `doc`, and opens its first box.
   void restartPickingAs(const QString &doc) const;
-  /// The keypad, or nothing while it is not open.
+  /// Returns the keypad, or nullptr while it is closed.
   [[nodiscard]] changeQuantityViewController *keypad() const;
   [[nodiscard]] ManagedObjectContext &context() { return *delegate.managedObjectContext(); }
 
   /// Looks up `number` and waits for the end of the lookup: the import, or an alert.
   void lookUp(const QString &number);
-  /// Looks up a delivery of `lines`, whose number is that of the first, and starts its picking.
+  /// Looks up a delivery of `lines`, with the number of the first line, and starts its picking.
   void startPicking(const QList<TestLine> &lines);
   /// Opens the keypad on `row`, enters `quantity` and touches OK.
   void enterQuantity(int row, const QString &quantity);
-  /// Scans `code`: types it into the scan field and presses return.
+  /// Scans `code`: types it into the scan field and presses Return.
   void scan(const QString &code);
 };

@@ -22,7 +22,7 @@ namespace {
 
 QtMessageHandler previousHandler = nullptr;
 
-/// Whether a message is about the screen that the tests do without.
+/// Returns true if a message is about the platform plugin, which has no screen in tests.
 bool isAboutThePlatform(const QMessageLogContext &context, const QString &message) {
   return QByteArray(context.category).startsWith("qt.qpa") ||
          message.contains(QStringLiteral("propagateSizeHints"));
@@ -55,7 +55,7 @@ void collect(QQuickItem *item, QList<QQuickItem *> &items) {
   }
 }
 
-/// Where a still item stands; nothing while a flip turns it.
+/// Returns the visible area of `item`, or an empty one while a flip rotates it.
 QRectF placeOf(QQuickItem *item) {
   if (item == nullptr || item->itemTransform(nullptr, nullptr).type() > QTransform::TxTranslate) {
     return {};
@@ -63,8 +63,8 @@ QRectF placeOf(QQuickItem *item) {
   return TestWindow::visiblePart(item);
 }
 
-/// The times of a person's keys, in milliseconds; far from those of any other.
-quint64 nextTimeOfAPerson() {
+/// Returns the timestamp of the next typed key in milliseconds, far from those of other events.
+quint64 nextTypingTime() {
   static quint64 time = 1'000'000'000;
   return time += 120;
 }
@@ -93,7 +93,7 @@ TestWindow::~TestWindow() {
     window().grabWindow().save(file);
     qInfo("The window at the end: %s", qUtf8Printable(file));
   }
-  shut();
+  close();
   qInstallMessageHandler(previousHandler);
 }
 
@@ -112,13 +112,13 @@ void TestWindow::launch() {
   }
 }
 
-void TestWindow::shut() {
+void TestWindow::close() {
   m_screens.reset();
   m_delegate.reset();
 }
 
 void TestWindow::restart() {
-  shut();
+  close();
   launch();
 }
 
@@ -139,7 +139,7 @@ void TestWindow::type(const QString &text) {
   for (const QChar c : text) {
     for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
       const std::unique_ptr<QKeyEvent> event(keyEvent(type, c));
-      event->setTimestamp(nextTimeOfAPerson());
+      event->setTimestamp(nextTypingTime());
       QCoreApplication::sendEvent(&window(), event.get());
     }
   }
@@ -153,16 +153,16 @@ void TestWindow::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
 }
 
 void TestWindow::tabTo(const QString &name, Qt::Key tab) {
-  constexpr int kEverything = 40;
-  // Lists know their rows when a frame is drawn.
+  constexpr int kMaxStops = 40;
+  // Lists create their rows when a frame is drawn.
   settle();
-  for (int i = 0; i < kEverything && stop() != name; ++i) {
+  for (int i = 0; i < kMaxStops && focusStop() != name; ++i) {
     press(tab);
   }
-  QCOMPARE(stop(), name);
+  QCOMPARE(focusStop(), name);
 }
 
-void TestWindow::use(const QString &name, Qt::Key tab) {
+void TestWindow::pressByKeys(const QString &name, Qt::Key tab) {
   tabTo(name, tab);
   press(Qt::Key_Space);
 }
@@ -185,7 +185,7 @@ void TestWindow::commitByInputMethod(const QString &text) {
   QCoreApplication::sendEvent(window().activeFocusItem(), &event);
 }
 
-void TestWindow::lendTheKeyboard() {
+void TestWindow::switchToAnotherWindowAndBack() {
   {
     QWindow other;
     other.show();
@@ -245,7 +245,7 @@ QPoint TestWindow::reach(const QString &name) {
 void TestWindow::settle() const {
   QList<QRectF> before;
   const bool isStill = QTest::qWaitFor([&] {
-    // Layouts are done when a frame is drawn.
+    // Layouts are updated when a frame is drawn.
     window().grabWindow();
     QList<QRectF> now;
     for (QQuickItem *item : visibleItems()) {
@@ -254,7 +254,7 @@ void TestWindow::settle() const {
     return now == std::exchange(before, now);
   });
   if (!isStill) {
-    QTest::qFail("The window does not come to rest.", __FILE__, __LINE__);
+    QTest::qFail("The items in the window keep moving.", __FILE__, __LINE__);
   }
 }
 
@@ -341,7 +341,7 @@ QString TestWindow::keyboard() const {
   return item == nullptr ? QString() : item->objectName();
 }
 
-QString TestWindow::stop() const {
+QString TestWindow::focusStop() const {
   static const QRegularExpression row(QStringLiteral("Row\\d+$"));
   return keyboard().remove(row);
 }

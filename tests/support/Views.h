@@ -14,7 +14,7 @@ Cell cellAt(const TableView &table, int row) {
   return table.data(table.index(row), TableView::CellRole).value<Cell>();
 }
 
-/// The cell above the rows of `table`.
+/// The header cell of `table`.
 template <class Cell>
 Cell headerOf(const TableView &table) {
   return table.header().value<Cell>();
@@ -28,7 +28,7 @@ inline QStringList textsOf(std::initializer_list<const Label *> labels) {
   return texts;
 }
 
-/// Every alert as "title|message|button|…", the first shown first.
+/// Every alert as "title|message|button|…", oldest first.
 inline QStringList textsOf(const AlertStack &alerts) {
   QStringList texts;
   for (const AlertView &alert : alerts.alerts()) {

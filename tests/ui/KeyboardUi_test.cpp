@@ -62,7 +62,7 @@ QStringList wayRound(TestWindow &ui, Qt::Key key) {
   QStringList names;
   do {
     ui.press(key);
-    names.append(ui.stop());
+    names.append(ui.focusStop());
   } while (ui.window().activeFocusItem() != start && names.size() < kTooMany);
   return names;
 }
@@ -102,7 +102,7 @@ void everyFocusIsSeen(TestWindow &ui, qsizetype stops, Qt::Key key = Qt::Key_Tab
   for (qsizetype i = 0; i < stops; ++i) {
     const QRect place =
         TestWindow::visiblePart(focused(ui)).toAlignedRect().adjusted(-kRing, -kRing, kRing, kRing);
-    const QString name = ui.stop();
+    const QString name = ui.focusStop();
     const QImage with = ui.window().grabWindow();
     ui.press(key);
     const QImage without = ui.window().grabWindow();
@@ -157,7 +157,7 @@ class KeyboardUiTest : public QObject {
 
   void tabStaysOnTheDisplaySheet() {
     TestWindow ui;
-    ui.use("btnDisplay");
+    ui.pressByKeys("btnDisplay");
     QTRY_COMPARE(ui.keyboard(), "btnDone");
     tabVisits(ui,
               {"segmTheme0", "segmTheme1", "segmTheme2", "segmTextSize0", "segmTextSize1",
@@ -210,7 +210,7 @@ class KeyboardUiTest : public QObject {
   void tabStaysInTheOptions() {
     TestWindow ui;
     ui.openBox(kLines);
-    ui.use("btnOptions");
+    ui.pressByKeys("btnOptions");
     QTRY_VERIFY(ui.shows("tableViewRow2"));
     tabVisits(ui, {"tableView"}, "actionPickerViewController");
   }
@@ -222,9 +222,9 @@ class KeyboardUiTest : public QObject {
       ui.scan(code);
       QTRY_VERIFY(ui.shows("txtNewQty"));
       ui.press(Qt::Key_Escape);
-      QTRY_COMPARE(ui.stop(), "txtBarcode");
+      QTRY_COMPARE(ui.focusStop(), "txtBarcode");
     }
-    ui.use("pill");
+    ui.pressByKeys("pill");
     QTRY_VERIFY(ui.shows("tblScansRow0"));
     tabVisits(ui, {"tblScans"}, "ScanTrailViewController");
     ui.press(Qt::Key_Escape);
@@ -235,8 +235,8 @@ class KeyboardUiTest : public QObject {
   void tabVisitsTheSummaryOverThePickingScreen() {
     TestWindow ui;
     ui.openBox(kLines);
-    ui.use("btnOptions");
-    QTRY_COMPARE(ui.stop(), "tableView");
+    ui.pressByKeys("btnOptions");
+    QTRY_COMPARE(ui.focusStop(), "tableView");
     ui.press(Qt::Key_Space);
     QTRY_COMPARE(ui.keyboard(), "btnClose");
     tabVisits(ui, QStringList{"btnPicking", "btnReloadItems", "txtBox", "tblBoxes"} + kSummary);
@@ -247,7 +247,7 @@ class KeyboardUiTest : public QObject {
   void tabStaysInAnAlert() {
     TestWindow ui;
     ui.enterPicking();
-    ui.use("btnClose");
+    ui.pressByKeys("btnClose");
     QTRY_COMPARE(ui.keyboard(), "alertButton1");
     tabVisits(ui, {"alertButton0", "alertButton1"}, "alert");
   }
@@ -255,16 +255,16 @@ class KeyboardUiTest : public QObject {
   void tabVisitsTheHistoryAndItsSummary() {
     TestWindow ui;
     storePicking(ui);
-    ui.use("btnSegueHistory");
+    ui.pressByKeys("btnSegueHistory");
     QTRY_COMPARE(ui.keyboard(), "btnBack");
     tabVisits(ui, {"btnBack", "tblHistoryOverview"});
-    ui.use("tblHistoryOverview");
+    ui.pressByKeys("tblHistoryOverview");
     QTRY_COMPARE(ui.keyboard(), "btnClose");
     tabVisits(ui, QStringList{"btnBack", "tblHistoryOverview"} + kSummary);
     ui.tabTo("tblPicking");
     ui.press(Qt::Key_Escape);
     QTRY_VERIFY(!ui.shows("deliveryDetailsViewController"));
-    QTRY_COMPARE(ui.stop(), "tblHistoryOverview");
+    QTRY_COMPARE(ui.focusStop(), "tblHistoryOverview");
   }
 
   void theFirstFocusOfAScreenIsSeen() {
@@ -287,7 +287,7 @@ class KeyboardUiTest : public QObject {
     QTRY_COMPARE(ui.text("lblItemCode"), "B");
     ui.press(Qt::Key_Escape);
     QTRY_VERIFY(!ui.shows("txtNewQty"));
-    QTRY_COMPARE(ui.stop(), "tblItems");
+    QTRY_COMPARE(ui.focusStop(), "tblItems");
     ui.press(Qt::Key_Space);
     QTRY_COMPARE(ui.text("lblItemCode"), "B");
     ui.press(Qt::Key_Escape);
@@ -326,7 +326,7 @@ class KeyboardUiTest : public QObject {
       ui.tabTo(name);
       ui.press(Qt::Key_Return);
       ui.press(Qt::Key_Enter);
-      QCOMPARE(ui.stop(), name);
+      QCOMPARE(ui.focusStop(), name);
     }
     QCOMPARE(ui.text("btnPicking"), "Stop Picking");
     QVERIFY(!ui.shows("txtNewQty"));
@@ -337,7 +337,7 @@ class KeyboardUiTest : public QObject {
     ui.startPicking(kLines);
     ui.type("C2");
     ui.press(Qt::Key_Return);
-    QTRY_COMPARE(ui.stop(), "txtBarcode");
+    QTRY_COMPARE(ui.focusStop(), "txtBarcode");
     ui.type("C");
     ui.press(Qt::Key_Return);
     QTRY_COMPARE(ui.text("lblItemCode"), "C");
@@ -347,9 +347,9 @@ class KeyboardUiTest : public QObject {
     TestWindow ui;
     ui.openBox(kLines);
     ui.touch("btnOptions");
-    QTRY_COMPARE(ui.stop(), "tableView");
+    QTRY_COMPARE(ui.focusStop(), "tableView");
     ui.press(Qt::Key_Escape);
-    QTRY_COMPARE(ui.stop(), "txtBarcode");
+    QTRY_COMPARE(ui.focusStop(), "txtBarcode");
   }
 
   void theKeyboardComesBackFromAllThatFollowsTheOptions() {
@@ -365,7 +365,7 @@ class KeyboardUiTest : public QObject {
     QTRY_COMPARE(ui.keyboard(), "alertButton0");
     ui.press(Qt::Key_Space);
     QTRY_COMPARE(ui.alerts(), QStringList());
-    QTRY_COMPARE(ui.stop(), "txtBarcode");
+    QTRY_COMPARE(ui.focusStop(), "txtBarcode");
   }
 
   void theKeyboardComesBackFromTheSummary() {
@@ -375,7 +375,7 @@ class KeyboardUiTest : public QObject {
     ui.touch("tableViewRow0");
     QTRY_COMPARE(ui.keyboard(), "btnClose");
     ui.press(Qt::Key_Escape);
-    QTRY_COMPARE(ui.stop(), "txtBarcode");
+    QTRY_COMPARE(ui.focusStop(), "txtBarcode");
   }
 
   void theKeyboardComesBackFromAFailedLookup_data() {
@@ -390,7 +390,7 @@ class KeyboardUiTest : public QObject {
     ui.enterPicking();
     ui.type("4711");
     if (holder == "btnSearch") {
-      ui.use(holder);
+      ui.pressByKeys(holder);
     } else {
       ui.touch("btnSearch");
     }
@@ -405,7 +405,7 @@ class KeyboardUiTest : public QObject {
     ui.enterPicking();
     ui.service.answerWith(deliveryJson(kLines));
     ui.type("4711");
-    ui.use("btnSearch");
+    ui.pressByKeys("btnSearch");
     QTRY_VERIFY(ui.isEnabled("btnPicking") && !ui.shows("busy"));
     ui.press(Qt::Key_Tab);
     QCOMPARE(ui.keyboard(), "btnPicking");
@@ -422,7 +422,7 @@ class KeyboardUiTest : public QObject {
     QTRY_COMPARE(ui.alerts().size(), 1);
     QTRY_COMPARE(ui.keyboard(), "alertButton0");
     ui.press(Qt::Key_Space);
-    QTRY_COMPARE(ui.stop(), "txtDeliveryNo");
+    QTRY_COMPARE(ui.focusStop(), "txtDeliveryNo");
   }
 
   void theKeyboardComesBackFromAnotherProgram_data() {
@@ -442,14 +442,14 @@ class KeyboardUiTest : public QObject {
     for (const QString &way : ways) {
       ui.touch(way);
     }
-    QTRY_COMPARE(ui.stop(), holder);
-    ui.lendTheKeyboard();
-    QTRY_COMPARE(ui.stop(), holder);
+    QTRY_COMPARE(ui.focusStop(), holder);
+    ui.switchToAnotherWindowAndBack();
+    QTRY_COMPARE(ui.focusStop(), holder);
   }
 
   void theKeyboardComesBackFromTheHistory() {
     TestWindow ui;
-    ui.use("btnSegueHistory");
+    ui.pressByKeys("btnSegueHistory");
     QTRY_COMPARE(ui.keyboard(), "btnBack");
     ui.press(Qt::Key_Space);
     QTRY_COMPARE(ui.keyboard(), "btnSegueHistory");

@@ -205,7 +205,7 @@ class ScannerPlaceUiTest : public QObject {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.openKeypad(0);
-    ui.lendTheKeyboard();
+    ui.switchToAnotherWindowAndBack();
     ui.scan("71053");
     QTRY_COMPARE(ui.sounds->played(), kErrorTone);
     QCOMPARE(ui.text("lblItemCode"), "85123A");

@@ -105,14 +105,14 @@ void allBoxesAreComplete(const TestWindow &ui) {
 void answerByKeys(TestWindow &ui, const QString &title, int button) {
   QTRY_COMPARE(ui.text("alertTitle"), title);
   QTRY_VERIFY(ui.keyboard().startsWith("alertButton"));
-  ui.use(QStringLiteral("alertButton%1").arg(button));
+  ui.pressByKeys(QStringLiteral("alertButton%1").arg(button));
 }
 
 void confirmByKeys(TestWindow &ui, const TestLine &line) {
   QTRY_COMPARE(ui.keyboard(), "txtNewQty");
   QCOMPARE(ui.text("lblItemCode"), line.item);
   ui.type(QString::number(line.qty));
-  ui.use("btnOK", Qt::Key_Backtab);
+  ui.pressByKeys("btnOK", Qt::Key_Backtab);
   isSaved(ui, line);
 }
 
@@ -203,9 +203,9 @@ class WholeDeliveryUiTest : public QObject {
     ui.press(Qt::Key_Space);
     QTRY_COMPARE(ui.keyboard(), "txtDeliveryNo");
     ui.type("4711");
-    ui.use("btnSearch");
+    ui.pressByKeys("btnSearch");
     QTRY_VERIFY(ui.isEnabled("btnPicking") && !ui.shows("busy"));
-    ui.use("btnPicking");
+    ui.pressByKeys("btnPicking");
     QTRY_COMPARE(ui.keyboard(), "txtBox");
 
     pickByCodes(ui, "C1");
@@ -213,8 +213,8 @@ class WholeDeliveryUiTest : public QObject {
     pickByCodes(ui, "C3");
     allBoxesAreComplete(ui);
 
-    ui.use("btnOptions");
-    QTRY_COMPARE(ui.stop(), "tableView");
+    ui.pressByKeys("btnOptions");
+    QTRY_COMPARE(ui.focusStop(), "tableView");
     ui.press(Qt::Key_Down);
     ui.press(Qt::Key_Down);
     ui.press(Qt::Key_Space);
@@ -224,18 +224,18 @@ class WholeDeliveryUiTest : public QObject {
     everyLineIsStored(ui);
     everyLineIsSent(ui.service);
 
-    ui.use("btnPicking");
-    ui.use("btnClose", Qt::Key_Backtab);
+    ui.pressByKeys("btnPicking");
+    ui.pressByKeys("btnClose", Qt::Key_Backtab);
     answerByKeys(ui, "Close Picking", 0);
     QTRY_COMPARE(ui.keyboard(), "btnSegueToSplitView");
-    ui.use("btnSegueHistory");
+    ui.pressByKeys("btnSegueHistory");
     theHistoryListsIt(ui);
-    ui.use("tblHistoryOverview");
+    ui.pressByKeys("tblHistoryOverview");
     theSummaryShowsIt(ui);
     QTRY_COMPARE(ui.keyboard(), "btnClose");
     ui.press(Qt::Key_Escape);
-    QTRY_COMPARE(ui.stop(), "tblHistoryOverview");
-    ui.use("btnBack");
+    QTRY_COMPARE(ui.focusStop(), "tblHistoryOverview");
+    ui.pressByKeys("btnBack");
     QTRY_COMPARE(ui.keyboard(), "btnSegueHistory");
   }
 
