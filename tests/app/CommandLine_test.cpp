@@ -13,14 +13,14 @@ class CommandLineTest : public QObject {
     qunsetenv("CARTONPICK_HOME");
   }
 
-  void withoutOptionsThereIsNoHostAndTheHomeIsThisUsersOwn() {
+  void withoutOptionsThereIsNoHostAndTheHomeIsTheDefault() {
     const CommandLine options = CommandLine::parse({"cartonpick"});
     QCOMPARE(options.serviceHost, QString());
     QVERIFY(!options.demo);
     QCOMPARE(options.folders().home, Folders::ofThisUser().home);
   }
 
-  void theEnvironmentStandsForTheOptions() {
+  void environmentVariablesSetTheOptions() {
     qputenv("CARTONPICK_SERVICE_HOST", "picking.example:8080");
     qputenv("CARTONPICK_HOME", "/srv/picking");
     const CommandLine options = CommandLine::parse({"cartonpick"});
@@ -28,7 +28,7 @@ class CommandLineTest : public QObject {
     QCOMPARE(options.folders().home, "/srv/picking");
   }
 
-  void anOptionWinsOverTheEnvironment() {
+  void anOptionOverridesTheEnvironment() {
     qputenv("CARTONPICK_SERVICE_HOST", "picking.example:8080");
     qputenv("CARTONPICK_HOME", "/srv/picking");
     const CommandLine options =
@@ -37,25 +37,25 @@ class CommandLineTest : public QObject {
     QCOMPARE(options.folders().documents(), "/srv/other/Documents");
   }
 
-  void theDemoHasAHomeOfItsOwn() {
+  void theDemoUsesASeparateHome() {
     const CommandLine options = CommandLine::parse({"cartonpick", "--demo"});
     QVERIFY(options.demo);
     QCOMPARE(options.folders().home, Folders::ofThisUser().home + "/demo");
   }
 
-  void theDemoThatIsStartedLaterDoesNotUseTheHomeThatWasGiven() {
+  void aDemoStartedLaterUsesASubfolderOfTheGivenHome() {
     const CommandLine options = CommandLine::parse({"cartonpick", "--home", "/srv/picking"});
     QVERIFY(options.withDemo().demo);
     QCOMPARE(options.withDemo().folders().home, "/srv/picking/demo");
   }
 
-  void theWindowIsFramedAndHasNoKeyboardUnlessTold() {
+  void byDefaultTheWindowHasAFrameAndNoKeyboard() {
     const CommandLine options = CommandLine::parse({"cartonpick"});
     QVERIFY(!options.fullScreen);
     QVERIFY(!options.onScreenKeyboard);
   }
 
-  void aTabletForPickingAloneStaysOneInTheDemo() {
+  void theDemoKeepsFullScreenAndTheOnScreenKeyboard() {
     const CommandLine options =
         CommandLine::parse({"cartonpick", "--fullscreen", "--on-screen-keyboard"}).withDemo();
     QVERIFY(options.fullScreen);

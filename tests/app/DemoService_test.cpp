@@ -19,14 +19,14 @@ class DemoServiceTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void listensOnLoopbackOnceItHasStarted() {
+  void listensOnLoopbackAfterStart() {
     DemoService service(CARTONPICK_ORDERS);
     const QString host = service.start();
     QVERIFY(host.startsWith("127.0.0.1:"));
     QVERIFY(answers(host));
   }
 
-  void endsWithItsObject() {
+  void stopsWhenItsObjectIsDestroyed() {
     QString host;
     {
       DemoService service(CARTONPICK_ORDERS);
@@ -35,7 +35,7 @@ class DemoServiceTest : public QObject {
     QVERIFY(!answers(host));
   }
 
-  void aServiceThatCannotBeStartedHasNoHost() {
+  void aServiceThatCannotStartHasNoHost() {
     DemoService service("/no/such/program");
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression("did not start"));
     QCOMPARE(service.start(), QString());

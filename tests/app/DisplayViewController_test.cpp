@@ -9,7 +9,7 @@ class DisplayViewControllerTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void itShowsWhatIsChosen() {
+  void showsTheCurrentSettings() {
     TestEnvironment test;
     test.environment.display->setTheme(DisplaySettings::Theme::Dark);
     test.environment.display->setTextSize(150);
@@ -21,7 +21,7 @@ class DisplayViewControllerTest : public QObject {
     QCOMPARE(display.segmTextSize->selectedSegmentIndex(), 2);
   }
 
-  void aTouchChangesIt() {
+  void touchingASegmentChangesTheSetting() {
     TestEnvironment test;
     DisplayViewController display(test.environment);
     display.loadViewIfNeeded();

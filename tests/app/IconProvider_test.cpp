@@ -8,14 +8,14 @@ class IconProviderTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void anIconIsDrawnInTheColourAskedFor_data() {
+  void anIconIsDrawnInTheRequestedColour_data() {
     QTest::addColumn<QString>("colour");
     QTest::addColumn<QColor>("drawn");
     QTest::newRow("green") << "00ff00" << QColor(0, 255, 0);
     QTest::newRow("blue") << "0000ff" << QColor(0, 0, 255);
   }
 
-  void anIconIsDrawnInTheColourAskedFor() {
+  void anIconIsDrawnInTheRequestedColour() {
     QFETCH(const QString, colour);
     QFETCH(const QColor, drawn);
     QSize size;
@@ -26,13 +26,13 @@ class IconProviderTest : public QObject {
     QCOMPARE(icon.pixelColor(0, 0).alpha(), 0);
   }
 
-  void anIconHasASizeOfItsOwn() {
+  void withoutARequestedSizeAnIconHasItsDefaultSize() {
     QSize size;
     QVERIFY(!m_icons.requestImage("refused/000000", &size, {}).isNull());
     QCOMPARE(size, QSize(24, 24));
   }
 
-  void anUnknownIconIsNone() {
+  void anUnknownIconIsANullImage() {
     QSize size;
     QVERIFY(m_icons.requestImage("nothing/000000", &size, {48, 48}).isNull());
   }

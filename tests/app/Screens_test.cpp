@@ -13,7 +13,7 @@
 
 namespace {
 
-/// A window with a screen that needs no store.
+/// A window with the start screen, which needs no store.
 class TestScreens : public TestEnvironment {
  public:
   QQuickWindow &open() {
@@ -37,21 +37,21 @@ class ScreensTest : public QObject {
  private slots:
   void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral("qrc:"))); }
 
-  void theFirstWindowHasTheSizeOfASmallTabletAsFarAsTheScreenHas() {
+  void theWindowIsInitially1280By800OrAsLargeAsTheScreenAllows() {
     TestScreens test;
     const QQuickWindow &window = test.open();
     QCOMPARE(window.size(), QSize(1280, 800).boundedTo(window.screen()->size()));
     QCOMPARE(window.visibility(), QWindow::Windowed);
   }
 
-  void theSizeOfTheWindowIsRemembered() {
+  void theWindowSizeIsRemembered() {
     TestScreens test;
     test.open().resize(800, 650);
     QTRY_COMPARE(test.environment.display->windowSize(), QSize(800, 650));
     QCOMPARE(test.open().size(), QSize(800, 650));
   }
 
-  void aMaximizedWindowIsMaximizedAgainAndKeepsTheSizeItHadBefore() {
+  void aMaximizedWindowIsRestoredMaximizedAndKeepsItsNormalSize() {
     TestScreens test;
     test.open().resize(800, 650);
     QTRY_COMPARE(test.environment.display->windowSize(), QSize(800, 650));
@@ -61,7 +61,7 @@ class ScreensTest : public QObject {
     QCOMPARE(test.open().visibility(), QWindow::Maximized);
   }
 
-  void aWindowForPickingAloneFillsTheScreenAndIsNotRemembered() {
+  void aFullScreenWindowFillsTheScreenAndIsNotRemembered() {
     TestScreens test;
     test.window.fullScreen = true;
     const QQuickWindow &window = test.open();

@@ -9,7 +9,7 @@ class splitViewControllerTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void itsFirstChildIsANavigationContainerWithTheMasterPaneOnTop() {
+  void theFirstChildIsANavigationContainerWithTheMasterPaneOnTop() {
     TestProgram program;
     program.enterPicking();
     const auto *navigation =
@@ -19,7 +19,7 @@ class splitViewControllerTest : public QObject {
     QCOMPARE(program.split().master(), navigation->topViewController());
   }
 
-  void itsSecondChildIsTheDetailPaneItself() {
+  void theSecondChildIsTheDetailPane() {
     TestProgram program;
     program.enterPicking();
     QCOMPARE(program.split().childViewControllers().size(), 2);
@@ -27,7 +27,7 @@ class splitViewControllerTest : public QObject {
     QCOMPARE(program.split().detail(), program.split().childViewControllers().at(1));
   }
 
-  void aScanGoesToTheFieldThatIsNext() {
+  void aScanGoesToTheNextFieldToFill() {
     TestProgram program;
     QCOMPARE(program.delegate.window()->scanField(), nullptr);
     program.enterPicking();
@@ -38,7 +38,7 @@ class splitViewControllerTest : public QObject {
     QCOMPARE(program.delegate.window()->scanField(), program.detail().txtBarcode);
   }
 
-  void aScanGoesNowhereWhileSomethingLiesOverAPane() {
+  void noFieldTakesAScanWhileAPaneIsCovered() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}});
@@ -57,7 +57,7 @@ class splitViewControllerTest : public QObject {
     QCOMPARE(program.delegate.window()->scanField(), nullptr);
   }
 
-  void bothPanesStartEmptyAfterEveryReturn() {
+  void bothPanesAreEmptyWhenThePickingIsReopened() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}, {"C2", "B", 2}});

@@ -10,22 +10,22 @@ class startViewControllerTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void itIsTheFirstScreenAndHasTheContextOfTheLaunch() {
+  void isTheFirstScreenAndHasTheLaunchContext() {
     TestProgram program;
     QCOMPARE(program.start().identifier(), "startViewController");
     QCOMPARE(program.start().presentedViewController(), nullptr);
     QCOMPARE(program.start().managedObjectContext(), &program.context());
   }
 
-  void itSaysWhichOrderServiceIsUsed() {
+  void showsWhichOrderServiceIsUsed() {
     TestProgram program;
     QCOMPARE(program.start().lblServiceHost->text(), "Order service: " + program.service.host());
     QVERIFY(!program.start().btnDemo->isEnabled());
   }
 
   void withoutAnOrderServiceItOffersTheDemo() {
-    TestEnvironment surroundings;
-    startViewController start(surroundings.environment);
+    TestEnvironment test;
+    startViewController start(test.environment);
     start.loadViewIfNeeded();
     QVERIFY(start.lblServiceHost->text().contains("--service-host"));
     QVERIFY(start.btnDemo->isEnabled());
@@ -34,7 +34,7 @@ class startViewControllerTest : public QObject {
     QCOMPARE(requests.count(), 1);
   }
 
-  void theWayToThePickingHandsTheContextToBothPanes() {
+  void openingThePickingPassesTheContextToBothPanes() {
     TestProgram program;
     program.start().performSegueWithIdentifier(QStringLiteral("segueToSplitView"));
     QCOMPARE(program.start().presentedViewController()->identifier(), "splitViewController");
@@ -42,19 +42,19 @@ class startViewControllerTest : public QObject {
     QCOMPARE(program.detail().managedObjectContext(), &program.context());
   }
 
-  void theWayToTheHistoryHandsTheContextOn() {
+  void openingTheHistoryPassesTheContext() {
     TestProgram program;
     program.start().performSegueWithIdentifier(QStringLiteral("segueHistory"));
     QCOMPARE(history(program)->managedObjectContext(), &program.context());
   }
 
-  void anUnknownWayLeadsNowhere() {
+  void anUnknownSegueOpensNothing() {
     TestProgram program;
     program.start().performSegueWithIdentifier(QStringLiteral("segueElsewhere"));
     QCOMPARE(program.start().presentedViewController(), nullptr);
   }
 
-  void anUnknownWayHandsNothingOver() {
+  void anUnknownSeguePassesNoContext() {
     TestProgram program;
     HistoryViewController elsewhere(program.environment);
     Segue segue{QStringLiteral("segueElsewhere"), &program.start(), &elsewhere};
@@ -63,7 +63,7 @@ class startViewControllerTest : public QObject {
     QVERIFY(!segue.isHeldBack);
   }
 
-  void theWayBackFromTheHistoryHandsTheContextBack() {
+  void returningFromTheHistoryPassesTheContextBack() {
     TestProgram program;
     program.start().performSegueWithIdentifier(QStringLiteral("segueHistory"));
     const QPointer<HistoryViewController> screen = history(program);
@@ -74,7 +74,7 @@ class startViewControllerTest : public QObject {
     QTRY_VERIFY(screen.isNull());
   }
 
-  void theWayBackFromThePickingHandsTheContextBack() {
+  void returningFromThePickingPassesTheContextBack() {
     TestProgram program;
     program.enterPicking();
     const QPointer<ViewController> screen = &program.split();

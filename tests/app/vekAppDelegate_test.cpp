@@ -14,11 +14,11 @@
 
 namespace {
 
-/// A program that was not launched yet.
+/// An app delegate before its launch.
 struct TestDelegate : TestEnvironment {
   vekAppDelegate delegate{environment};
 
-  /// Another connection to the store file, which is made if there is none.
+  /// A second connection to the store file; creates the file if it is missing.
   [[nodiscard]] SQLite::Database connect() const {
     return {storePath().toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE};
   }
@@ -30,7 +30,7 @@ class vekAppDelegateTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void nothingIsBuiltBeforeItIsAskedFor() {
+  void nothingIsCreatedBeforeItIsNeeded() {
     TestDelegate test;
     QVERIFY(!QFile::exists(test.storePath()));
     QCOMPARE(test.delegate.window(), nullptr);
@@ -38,7 +38,7 @@ class vekAppDelegateTest : public QObject {
     QVERIFY(!QFile::exists(test.storePath()));
   }
 
-  void theFirstReadOfTheContextMakesTheStore() {
+  void readingTheContextCreatesTheStore() {
     TestDelegate test;
     QVERIFY(test.delegate.managedObjectContext() != nullptr);
     QVERIFY(QFile::exists(test.storePath()));
@@ -46,7 +46,7 @@ class vekAppDelegateTest : public QObject {
     QCOMPARE(test.delegate.managedObjectContext()->storePath(), test.storePath());
   }
 
-  void everyReadGivesTheSameObject() {
+  void everyReadReturnsTheSameObject() {
     TestDelegate test;
     QCOMPARE(test.delegate.managedObjectModel(), test.delegate.managedObjectModel());
     QCOMPARE(test.delegate.persistentStoreCoordinator(),
@@ -54,12 +54,12 @@ class vekAppDelegateTest : public QObject {
     QCOMPARE(test.delegate.managedObjectContext(), test.delegate.managedObjectContext());
   }
 
-  void theModelIsTheBundledOne() {
+  void theModelIsTheBundledModel() {
     TestDelegate test;
     QCOMPARE(test.delegate.managedObjectModel()->entities().size(), 3U);
   }
 
-  void theDocumentsAreBelowTheHome() {
+  void theDocumentsFolderIsInTheHome() {
     TestDelegate test;
     QCOMPARE(test.delegate.applicationDocumentsDirectory(),
              QUrl::fromLocalFile(test.environment.folders.documents()));
@@ -83,7 +83,7 @@ class vekAppDelegateTest : public QObject {
     QVERIFY(!test.delegate.managedObjectContext()->pickings(QStringLiteral("4711")));
   }
 
-  void aStoreThatCouldNotBeOpenedIsNotTriedAgain() {
+  void openingAStoreIsNotRetriedAfterAFailure() {
     TestDelegate test;
     test.connect().exec("PRAGMA user_version = 1000");
     QVERIFY(!test.delegate.persistentStoreCoordinator()->hasStore());
@@ -91,7 +91,7 @@ class vekAppDelegateTest : public QObject {
     QVERIFY(!test.delegate.persistentStoreCoordinator()->hasStore());
   }
 
-  void savingWithoutAContextBuildsNothing() {
+  void savingWithoutAContextCreatesNothing() {
     TestDelegate test;
     test.delegate.saveContext();
     QVERIFY(!QFile::exists(test.storePath()));
@@ -105,7 +105,7 @@ class vekAppDelegateTest : public QObject {
     QCOMPARE(test.connect().execAndGet("SELECT doc FROM Picking").getString(), "4711");
   }
 
-  void theLaunchShowsTheStartScreenWithTheContext() {
+  void theLaunchShowsTheStartScreenAndGivesItTheContext() {
     TestDelegate test;
     QVERIFY(test.delegate.didFinishLaunchingWithOptions());
     auto *start = qobject_cast<startViewController *>(test.delegate.window()->rootViewController());
@@ -117,14 +117,14 @@ class vekAppDelegateTest : public QObject {
     QCOMPARE(test.delegate.window()->busy(), &test.environment.busy);
   }
 
-  void theLaunchWithoutAStoreSaysNothing() {
+  void launchingWithoutAStoreShowsNoAlert() {
     TestDelegate test;
     test.connect().exec("PRAGMA user_version = 1000");
     QVERIFY(test.delegate.didFinishLaunchingWithOptions());
     QCOMPARE(test.environment.alerts.count(), 0);
   }
 
-  void anyAddressIsAcceptedAndNothingIsDoneWithIt() {
+  void anyUrlIsAcceptedAndIgnored() {
     TestDelegate test;
     for (const char *address : {"cartonpick://delivery/4711", "file:///etc/hosts", ""}) {
       QVERIFY(test.delegate.openURL(QUrl(QString::fromLatin1(address))));
@@ -133,7 +133,7 @@ class vekAppDelegateTest : public QObject {
     QVERIFY(!QFile::exists(test.storePath()));
   }
 
-  void nothingIsSavedAtTheEnd() {
+  void lifecycleEventsSaveNothing() {
     TestDelegate test;
     ManagedObjectContext &context = *test.delegate.managedObjectContext();
     context.insert(Picking{.doc = QStringLiteral("4711")});
