@@ -8,7 +8,7 @@ class ClockTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void theTimeIsTheSystemsInUtc() {
+  void theTimeIsTheSystemTimeInUtc() {
     const QDateTime before = QDateTime::currentDateTimeUtc();
     const QDateTime now = SystemClock().now();
     const QDateTime after = QDateTime::currentDateTimeUtc();
@@ -17,7 +17,7 @@ class ClockTest : public QObject {
     QVERIFY(now <= after);
   }
 
-  void theZoneIsTheOneThatIsSetNow() {
+  void theTimeZoneIsReadAtEveryCall() {
     const QByteArray zone = qgetenv("TZ");
     const SystemClock clock;
     qputenv("TZ", "Asia/Tokyo");

@@ -14,7 +14,7 @@ constexpr QFile::Permissions kOwner = QFile::ReadOwner | QFile::WriteOwner | QFi
 constexpr QFile::Permissions kOthers = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
                                        QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
 
-bool isOwnersAlone(const QString &path) {
+bool isPrivate(const QString &path) {
   const QFile::Permissions permissions = QFile::permissions(path);
   return (permissions & kOwner) == kOwner && !(permissions & kOthers);
 }
@@ -25,16 +25,16 @@ class FoldersTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void foldersAreMadeForTheirOwnerAlone() {
+  void foldersAreCreatedForTheirOwnerOnly() {
     const QTemporaryDir root;
     const Folders folders{root.filePath(QStringLiteral("a/home"))};
     QVERIFY(folders.create());
     QCOMPARE(folders.documents(), folders.home + QStringLiteral("/Documents"));
-    QVERIFY(isOwnersAlone(folders.home));
-    QVERIFY(isOwnersAlone(folders.documents()));
+    QVERIFY(isPrivate(folders.home));
+    QVERIFY(isPrivate(folders.documents()));
   }
 
-  void documentsThatExistKeepWhatIsInThemAndBecomeTheirOwnersAlone() {
+  void anExistingDocumentsFolderKeepsItsFilesAndBecomesPrivate() {
     const QTemporaryDir root;
     const Folders folders{root.filePath(QStringLiteral("home"))};
     QVERIFY(QDir().mkpath(folders.documents()));
@@ -44,19 +44,19 @@ class FoldersTest : public QObject {
     QVERIFY(file.open(QIODevice::WriteOnly));
     QVERIFY(folders.create());
     QVERIFY(file.exists());
-    QVERIFY(isOwnersAlone(folders.documents()));
+    QVERIFY(isPrivate(folders.documents()));
   }
 
-  void aHomeThatExistsKeepsItsPermissions() {
+  void anExistingHomeKeepsItsPermissions() {
     const QTemporaryDir root;
     const Folders folders{root.path()};
     QVERIFY(QFile::setPermissions(root.path(), kOwner | kOthers));
     QVERIFY(folders.create());
     QVERIFY(QFile::permissions(root.path()) & QFile::ReadOther);
-    QVERIFY(isOwnersAlone(folders.documents()));
+    QVERIFY(isPrivate(folders.documents()));
   }
 
-  void aFileInTheWayIsAFailure() {
+  void aFileWhereAFolderShouldBeIsAFailure() {
     const QTemporaryDir root;
     const Folders folders{root.path()};
     QFile file(folders.documents());
@@ -65,7 +65,7 @@ class FoldersTest : public QObject {
     QVERIFY(QFileInfo(folders.documents()).isFile());
   }
 
-  void everyUserHasAHome() { QVERIFY(QDir::isAbsolutePath(Folders::ofThisUser().home)); }
+  void theUsersHomeIsAnAbsolutePath() { QVERIFY(QDir::isAbsolutePath(Folders::ofThisUser().home)); }
 };
 
 CARTONPICK_TEST(FoldersTest);

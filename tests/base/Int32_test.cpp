@@ -16,46 +16,46 @@ class Int32Test : public QObject {
   Q_OBJECT
 
  private slots:
-  void aTextReadsAsTheNumberThatItBeginsWith_data() {
+  void aTextReadsAsItsLeadingNumber_data() {
     QTest::addColumn<QString>("text");
     QTest::addColumn<std::int32_t>("number");
     QTest::newRow("digits") << "42" << 42;
     QTest::newRow("minus") << "-42" << -42;
     QTest::newRow("plus") << "+42" << 42;
     QTest::newRow("leading zeros") << "00042" << 42;
-    QTest::newRow("leading blanks") << "  42" << 42;
+    QTest::newRow("leading spaces") << "  42" << 42;
     QTest::newRow("leading tab and line end") << "\t\r\n42" << 42;
-    QTest::newRow("blank and sign") << " -42" << -42;
+    QTest::newRow("space and sign") << " -42" << -42;
     QTest::newRow("trailing letters") << "42abc" << 42;
-    QTest::newRow("trailing blank") << "42 " << 42;
+    QTest::newRow("trailing space") << "42 " << 42;
     QTest::newRow("decimal point") << "2.9" << 2;
     QTest::newRow("exponent") << "1e5" << 1;
     QTest::newRow("hexadecimal") << "0x10" << 0;
-    QTest::newRow("grouped") << "1,234" << 1;
+    QTest::newRow("thousands separator") << "1,234" << 1;
     QTest::newRow("two numbers") << "1 2" << 1;
     QTest::newRow("zero with a sign") << "-0" << 0;
-    QTest::newRow("nothing") << "" << 0;
+    QTest::newRow("empty") << "" << 0;
     QTest::newRow("null") << QString() << 0;
-    QTest::newRow("blanks") << "   " << 0;
+    QTest::newRow("only spaces") << "   " << 0;
     QTest::newRow("sign alone") << "-" << 0;
     QTest::newRow("two signs") << "--5" << 0;
     QTest::newRow("plus and minus") << "+-5" << 0;
-    QTest::newRow("sign and blank") << "- 5" << 0;
+    QTest::newRow("sign and space") << "- 5" << 0;
     QTest::newRow("letters first") << "abc42" << 0;
-    QTest::newRow("point first") << ".5" << 0;
+    QTest::newRow("decimal point first") << ".5" << 0;
     QTest::newRow("digits of another script") << QStringLiteral("٤٢") << 0;
-    QTest::newRow("digit of another script behind") << QStringLiteral("4٢") << 4;
-    QTest::newRow("no digit: slash") << "/1" << 0;
-    QTest::newRow("no digit: colon") << ":1" << 0;
-    QTest::newRow("greatest") << "2147483647" << kMax;
-    QTest::newRow("beyond the greatest") << "2147483648" << kMax;
-    QTest::newRow("least") << "-2147483648" << kMin;
-    QTest::newRow("beyond the least") << "-2147483649" << kMin;
-    QTest::newRow("far beyond") << QString(10'000, u'9') << kMax;
-    QTest::newRow("far below") << u'-' + QString(10'000, u'9') << kMin;
-    QTest::newRow("many zeros") << QString(10'000, u'0') + u'7' << 7;
+    QTest::newRow("trailing digit of another script") << QStringLiteral("4٢") << 4;
+    QTest::newRow("slash, just below the digits") << "/1" << 0;
+    QTest::newRow("colon, just above the digits") << ":1" << 0;
+    QTest::newRow("maximum") << "2147483647" << kMax;
+    QTest::newRow("above the maximum") << "2147483648" << kMax;
+    QTest::newRow("minimum") << "-2147483648" << kMin;
+    QTest::newRow("below the minimum") << "-2147483649" << kMin;
+    QTest::newRow("far above the maximum") << QString(10'000, u'9') << kMax;
+    QTest::newRow("far below the minimum") << u'-' + QString(10'000, u'9') << kMin;
+    QTest::newRow("many leading zeros") << QString(10'000, u'0') + u'7' << 7;
   }
-  void aTextReadsAsTheNumberThatItBeginsWith() {
+  void aTextReadsAsItsLeadingNumber() {
     QFETCH(const QString, text);
     QFETCH(const std::int32_t, number);
     QCOMPARE(intValue(text), number);
@@ -77,7 +77,7 @@ class Int32Test : public QObject {
     QCOMPARE(wrappingSubtract(0, kMin), kMin);
   }
 
-  void aNumberIsCutToTheRange() {
+  void aNumberIsClampedToTheRange() {
     QCOMPARE(clampToInt32(2.9), 2);
     QCOMPARE(clampToInt32(-2.9), -2);
     QCOMPARE(clampToInt32(2147483647.0), kMax);

@@ -25,7 +25,7 @@ class WeakDelegateTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void aNewDelegateIsNothing() {
+  void aNewDelegateIsNull() {
     const WeakDelegate<Protocol> delegate;
     QVERIFY(!delegate);
     QCOMPARE(delegate.get(), nullptr);
@@ -39,7 +39,7 @@ class WeakDelegateTest : public QObject {
     QCOMPARE(delegate.get(), &adopter);
   }
 
-  void aDelegateIsNothingOnceItsAdopterIsGone() {
+  void aDelegateIsNullAfterItsAdopterIsDestroyed() {
     auto adopter = std::make_unique<Adopter>();
     const WeakDelegate<Protocol> delegate(adopter.get());
     WeakDelegate<Protocol> copy;
