@@ -8,7 +8,7 @@ class BoxStateTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void aBoxIsClassedByWhatWasPickedAndOrdered_data() {
+  void aBoxIsClassifiedByItsPickedAndOrderedQuantities_data() {
     QTest::addColumn<int>("pickqty");
     QTest::addColumn<int>("orderqty");
     QTest::addColumn<QString>("word");
@@ -16,21 +16,21 @@ class BoxStateTest : public QObject {
     const QString completed = QStringLiteral("completed");
     const QString incomplete = QStringLiteral("incomplete");
     QTest::newRow("not picked") << 0 << 5 << unopened;
-    QTest::newRow("picked in part") << 2 << 5 << incomplete;
+    QTest::newRow("partly picked") << 2 << 5 << incomplete;
     QTest::newRow("picked exactly") << 5 << 5 << completed;
-    QTest::newRow("picked beyond its order") << 7 << 5 << incomplete;
+    QTest::newRow("more picked than ordered") << 7 << 5 << incomplete;
     QTest::newRow("nothing ordered, nothing picked") << 0 << 0 << completed;
     QTest::newRow("nothing ordered, but picked") << 3 << 0 << incomplete;
-    QTest::newRow("less than nothing picked") << -1 << 5 << incomplete;
-    QTest::newRow("less than nothing ordered") << 0 << -2 << unopened;
+    QTest::newRow("negative quantity picked") << -1 << 5 << incomplete;
+    QTest::newRow("negative quantity ordered") << 0 << -2 << unopened;
   }
-  void aBoxIsClassedByWhatWasPickedAndOrdered() {
+  void aBoxIsClassifiedByItsPickedAndOrderedQuantities() {
     QFETCH(int, pickqty);
     QFETCH(int, orderqty);
     QTEST(wordFor(boxStateOf(pickqty, orderqty)), "word");
   }
 
-  void theCountersCountEachStateAndALoosePickAsCompleted() {
+  void theCountersCountEachStateAndTreatALoosePickAsCompleted() {
     const PickList list{BoxRecord{.boxorderqty = 5},
                         BoxRecord{.boxorderqty = 5},
                         BoxRecord{.boxorderqty = 5},

@@ -26,12 +26,12 @@ class CodePositionsTest : public QObject {
     QCOMPARE(positions.find(QStringLiteral("777")), std::nullopt);
   }
 
-  void lowerCaseIsAnotherCode() {
+  void codesAreCaseSensitive() {
     const CodePositions positions({{.barcode = kCode, .item = QStringLiteral("A")}});
     QCOMPARE(positions.find(QStringLiteral("a")), std::nullopt);
   }
 
-  void noCodeIsTheCodeOfALineWithout() {
+  void anEmptyCodeMatchesALineWithAnEmptyCode() {
     const CodePositions positions(
         {{.barcode = kCode, .item = kCode}, {.barcode = QStringLiteral(""), .item = kCode}});
     QCOMPARE(positions.find(QString()), std::optional<std::size_t>(1));

@@ -14,16 +14,16 @@ class PickFilterTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void aSegmentShowsTheLinesThatPassItsTest_data() {
+  void aSegmentShowsTheMatchingLines_data() {
     QTest::addColumn<int>("segment");
     QTest::addColumn<Positions>("positions");
     QTest::newRow("all") << 0 << Positions{0, 1, 2, 3, 4};
     QTest::newRow("not picked") << 1 << Positions{0, 2};
     QTest::newRow("different") << 2 << Positions{0, 3, 4};
     QTest::newRow("matching") << 3 << Positions{1, 2};
-    QTest::newRow("any higher one") << 9 << Positions{1, 2};
+    QTest::newRow("any higher index") << 9 << Positions{1, 2};
   }
-  void aSegmentShowsTheLinesThatPassItsTest() {
+  void aSegmentShowsTheMatchingLines() {
     QFETCH(int, segment);
     std::vector<BoxLine> lines;
     for (const auto &[pickqty, orderqty] :
@@ -39,7 +39,7 @@ class PickFilterTest : public QObject {
     QCOMPARE(linesShownBy(DifferentLines, {line}), Positions{});
   }
 
-  void noLinesAreShownAsNone() {
+  void anEmptyListShowsNoLines() {
     for (int segment = 0; segment < 4; ++segment) {
       QCOMPARE(linesShownBy(segment, {}), Positions{});
     }

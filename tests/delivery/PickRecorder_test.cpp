@@ -61,7 +61,7 @@ class PickRecorderTest : public QObject {
     QVERIFY(!program.context().hasChanges());
   }
 
-  void aKnownLineChangesItsQuantityAlone() {
+  void onlyTheQuantityOfAKnownLineChanges() {
     TestProgram program;
     QVERIFY(record(program, QStringLiteral("C1"), lineOf(QStringLiteral("A"), 3)));
     program.context().setSent(program.context().pickings(kDoc)->front(), 1);
@@ -78,7 +78,7 @@ class PickRecorderTest : public QObject {
     QVERIFY(!program.context().hasChanges());
   }
 
-  void deliveryBoxAndItemTellLinesApart() {
+  void deliveryBoxAndItemIdentifyALine() {
     TestProgram program;
     BoxLine otherDelivery = lineOf(QStringLiteral("A"), 4);
     otherDelivery.doc = QStringLiteral("4712");
@@ -90,7 +90,7 @@ class PickRecorderTest : public QObject {
     QCOMPARE(program.context().pickings(QStringLiteral("4712"))->size(), 1U);
   }
 
-  void emptyTextsTellLinesApartToo() {
+  void emptyTextsIdentifyALineToo() {
     TestProgram program;
     BoxLine line = lineOf(QStringLiteral(""), 1);
     line.doc = QStringLiteral("");
@@ -102,7 +102,7 @@ class PickRecorderTest : public QObject {
     QCOMPARE(rows->front().pickqty, 2);
   }
 
-  void ofSeveralRowsOfALineTheFirstChanges() {
+  void theFirstOfSeveralRowsOfALineChanges() {
     TestProgram program;
     for (const int pickqty : {1, 2}) {
       program.context().insert(Picking{.box = QStringLiteral("C1"),
@@ -114,7 +114,7 @@ class PickRecorderTest : public QObject {
     QCOMPARE(picksOf(program), QList<int>({7, 2}));
   }
 
-  void whereTheStoreCannotBeReadNothingIsWritten() {
+  void nothingIsWrittenIfTheStoreCannotBeRead() {
     TestProgram program;
     SQLite::Database store(program.storePath().toStdString(), SQLite::OPEN_READWRITE);
     store.exec("ALTER TABLE Picking RENAME TO Lost");
@@ -125,7 +125,7 @@ class PickRecorderTest : public QObject {
     QVERIFY(program.context().pickings(kDoc)->empty());
   }
 
-  void aListChangesTheRowsOfItsLoosePicks() {
+  void recordingAListUpdatesTheRowsOfItsLoosePicks() {
     TestProgram program;
     program.context().insert(Picking{.doc = kDoc, .item = QStringLiteral("A"), .pickqty = 1});
     program.context().insert(Picking{.doc = kDoc, .item = QStringLiteral("B"), .pickqty = 2});
@@ -134,7 +134,7 @@ class PickRecorderTest : public QObject {
     QVERIFY(!program.context().hasChanges());
   }
 
-  void aListsBoxesChangeNoRow() {
+  void boxesInAListChangeNoRow() {
     TestProgram program;
     program.context().insert(Picking{.doc = kDoc, .item = QStringLiteral("A"), .pickqty = 1});
     recordPickList(program.context(), kDoc,
@@ -142,7 +142,7 @@ class PickRecorderTest : public QObject {
     QCOMPARE(picksOf(program), QList<int>({1}));
   }
 
-  void theEntriesBeyondTheRowsAreInserted() {
+  void entriesBeyondTheStoredRowsAreInserted() {
     TestProgram program;
     program.context().insert(Picking{.doc = kDoc, .item = QStringLiteral("Z"), .pickqty = 1});
     recordPickList(program.context(), kDoc,
@@ -153,7 +153,7 @@ class PickRecorderTest : public QObject {
                                       "B", "A1", "0", "6", "0"}));
   }
 
-  void anUnreadableStoreTakesNoList() {
+  void noListIsRecordedIfTheStoreCannotBeRead() {
     TestProgram program;
     SQLite::Database store(program.storePath().toStdString(), SQLite::OPEN_READWRITE);
     store.exec("ALTER TABLE Picking RENAME TO Lost");

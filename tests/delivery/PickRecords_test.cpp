@@ -21,39 +21,39 @@ class PickRecordsTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void aBoxAnswersForItsKeys() {
+  void aBoxReturnsTheValuesOfItsKeys() {
     QCOMPARE(boxOf(kBox), "C1");
     QCOMPARE(boxorderqtyOf(kBox), 7);
     QCOMPARE(boxpickqtyOf(kBox), 3);
     QCOMPARE(boxitemsOf(kBox).size(), 1U);
   }
 
-  void aLoosePickAnswersForItsKeys() {
+  void aLoosePickReturnsTheValuesOfItsKeys() {
     QCOMPARE(boxOf(kLoose), "C2");
     QCOMPARE(ordernumOf(kLoose), "A1");
   }
 
-  void aKeyThatIsLackingReadsAsNothing() {
+  void aMissingKeyReadsAsZeroOrEmpty() {
     QVERIFY(ordernumOf(kBox).isNull());
     QCOMPARE(boxorderqtyOf(kLoose), 0);
     QCOMPARE(boxpickqtyOf(kLoose), 0);
     QVERIFY(boxitemsOf(kLoose).empty());
   }
 
-  void aNewLineWasNotPickedYet() {
+  void aNewLineIsNotPicked() {
     const BoxLine line;
     QCOMPARE(line.datepicked, "01/01/2001");
     QCOMPARE(line.pickqty.value(), 0);
     QCOMPARE(line.orderqty.value(), 0);
   }
 
-  void theDeliveryNumberIsThatOfTheFirstLineOfTheFirstBox() {
+  void theDeliveryNumberComesFromTheFirstLineOfTheFirstBox() {
     const PickEntry other = BoxRecord{.boxitems = {BoxLine{.doc = QStringLiteral("9999")}}};
     QCOMPARE(deliveryNumberOf({kBox, other, kLoose}), "4711");
     QCOMPARE(deliveryNumberOf({other, kBox}), "9999");
   }
 
-  void withoutThatLineThereIsNoDeliveryNumber() {
+  void withoutAFirstLineThereIsNoDeliveryNumber() {
     QVERIFY(deliveryNumberOf({}).isNull());
     QVERIFY(deliveryNumberOf({kLoose, kBox}).isNull());
     QVERIFY(deliveryNumberOf({BoxRecord{}, kBox}).isNull());

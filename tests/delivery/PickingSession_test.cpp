@@ -15,7 +15,7 @@ OrderLine lineOf(const QString &carton, const QString &item, int qty) {
   return {QStringLiteral("4711"), QStringLiteral("A1"), item, u'b' + item, {}, carton, qty};
 }
 
-/// A session on a store of its folder, with a delivery of two boxes.
+/// A session on a temporary store, with a delivery of two boxes.
 struct TestSession {
   TestSession() {
     session.setManagedObjectContext(&context);
@@ -71,7 +71,7 @@ class PickingSessionTest : public QObject {
     QCOMPARE(session.boxCounters().total, 0U);
   }
 
-  void anImportBuildsBothListsAndRestoresWhatWasPicked() {
+  void anImportBuildsBothListsAndRestoresPickedQuantities() {
     TestSession test;
     QVERIFY(test.isImported);
     QCOMPARE(test.session.arrayItems()->size(), 2U);
@@ -84,7 +84,7 @@ class PickingSessionTest : public QObject {
     QCOMPARE(test.session.arrayItems()->at(1).pickqty.value(), 2);
   }
 
-  void anImportThatCannotReadTheStoreSaysSoAndReplacesTheLists() {
+  void anImportThatCannotReadTheStoreReturnsFalseAndReplacesTheLists() {
     TestSession test;
     test.openFirstBox();
     test.session.bookQuantity(0, false, 0, 5);
@@ -94,7 +94,7 @@ class PickingSessionTest : public QObject {
     QCOMPARE(test.box(0).boxpickqty, 0);
   }
 
-  void aPickingStartsWithTheNumberOfTheLastAnswerAndNoOpenBox() {
+  void aPickingStartsWithTheLastDeliveryNumberAndNoOpenBox() {
     TestSession test;
     const QSignalSpy started(&test.session, &PickingSession::started);
     test.session.openBox(1);
@@ -122,7 +122,7 @@ class PickingSessionTest : public QObject {
     QCOMPARE(test.session.pickList().size(), 2U);
   }
 
-  void aBoxIsFoundByItsNameToTheLetter() {
+  void aBoxIsFoundByItsExactName() {
     TestSession test;
     test.session.addLoosePick({.box = QStringLiteral("1")});
     QCOMPARE(test.session.boxNamed(QStringLiteral("C2")), std::optional(1));
@@ -131,7 +131,7 @@ class PickingSessionTest : public QObject {
     QVERIFY(!test.session.boxNamed(QStringLiteral(" C2")));
   }
 
-  void aCodeIsLookedForInTheBoxThenAmongLoosePicksThenInTheCatalogue() {
+  void aCodeIsLookedUpInTheBoxThenTheLoosePicksThenTheCatalogue() {
     TestSession test;
     test.openFirstBox();
     const QString foreign = QStringLiteral("X");
@@ -145,7 +145,7 @@ class PickingSessionTest : public QObject {
     QCOMPARE(std::get<std::size_t>(*test.session.find(QStringLiteral("bB"))), 1U);
   }
 
-  void anotherOpenBoxHasOtherCodes() {
+  void openingAnotherBoxChangesTheCodes() {
     TestSession test;
     test.openFirstBox();
     QVERIFY(test.session.find(QStringLiteral("B")));
@@ -166,7 +166,7 @@ class PickingSessionTest : public QObject {
     QCOMPARE(saved.count(), 1);
   }
 
-  void underAFilterTheFirstLineOfTheItemTakesTheQuantityAsWell() {
+  void underAFilterTheFirstLineOfTheItemIsBookedAsWell() {
     TestSession test;
     test.openFirstBox();
     test.session.bookQuantity(2, true, 0, 3);
@@ -176,7 +176,7 @@ class PickingSessionTest : public QObject {
     QCOMPARE(test.stored(), QStringList("C1 A 3"));
   }
 
-  void aLineThatTheStoreDoesNotTakeIsNotSaidToBeSaved() {
+  void aLineThatTheStoreRejectsIsNotReportedAsSaved() {
     TestSession test;
     test.openFirstBox();
     const QSignalSpy saved(&test.session, &PickingSession::lineSaved);
@@ -187,7 +187,7 @@ class PickingSessionTest : public QObject {
     QCOMPARE(saved.count(), 0);
   }
 
-  void aQuantityIsBookedOnTheFirstLoosePickOfABarcode() {
+  void aQuantityIsBookedOnTheFirstLoosePickWithTheBarcode() {
     TestSession test;
     test.session.addLoosePick({.barcode = QStringLiteral("77")});
     test.session.addLoosePick({.barcode = QStringLiteral("77")});

@@ -8,7 +8,7 @@ class QuantityTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void nothingIsZero() {
+  void aDefaultQuantityIsZero() {
     QCOMPARE(Quantity().value(), 0);
     QCOMPARE(Quantity().text(), "0");
     QCOMPARE(Quantity(), Quantity(0));
@@ -20,7 +20,7 @@ class QuantityTest : public QObject {
     QCOMPARE(Quantity(-7).text(), "-7");
   }
 
-  void whatWasDeliveredIsShownAsItWas() {
+  void aDeliveredTextIsShownUnchanged() {
     const Quantity quantity = Quantity::delivered(QStringLiteral(" 007 pieces"));
     QCOMPARE(quantity.value(), 7);
     QCOMPARE(quantity.text(), " 007 pieces");

@@ -33,7 +33,7 @@ class ScanMatchTest : public QObject {
     QCOMPARE(loosePickWithCode(list, kCode), nullptr);
   }
 
-  void aLoosePickAgainIsOfNowAndOfNothing() {
+  void aRepeatedLoosePickHasTheCurrentTimeAndNoQuantity() {
     const QDateTime now(QDate(2026, 3, 2), QTime(8, 12, 5), QTimeZone::utc());
     const LoosePick again = loosePickAgain(loosePick(kCode, QStringLiteral("2")), now);
     QCOMPARE(again.barcode, kCode);
@@ -43,7 +43,7 @@ class ScanMatchTest : public QObject {
     QCOMPARE(again.sent, 0);
   }
 
-  void withoutAListALoosePickHasNoOrderNumber() {
+  void withAnEmptyListALoosePickHasNoOrderNumber() {
     const Items article{QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("MUG")};
     const LoosePick loose = loosePickOf(article, QStringLiteral("4711"), {}, {});
     QVERIFY(loose.ordernum.isNull());
