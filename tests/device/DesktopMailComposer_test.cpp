@@ -20,8 +20,8 @@ QByteArray contentOf(const QString &path) {
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// A desktop of its own, on which nothing is registered but what a test registers. Stands before
-/// anything asks for the desktop's folders.
+/// A desktop whose only registered programs are those that a test installs. Create it before Qt
+/// reads the desktop's folders.
 class Desktop {
  public:
   Desktop() {
@@ -33,12 +33,12 @@ class Desktop {
     qputenv("XDG_DATA_HOME", path("data").toUtf8());
     qputenv("XDG_DATA_DIRS", path("share").toUtf8());
     qunsetenv("DBUS_SESSION_BUS_ADDRESS");
-    // As everywhere: what opens any text opens a mail file too.
+    // As on any desktop, a program for plain text opens mail files too.
     writeFile(path("share/mime/subclasses"), "message/rfc822 text/plain\n");
   }
 
-  /// Registers the program `name` for files of `type`. It keeps the file that it is given and the
-  /// name of that file, and ends.
+  /// Registers the program `name` for files of `type`. The program copies the file that it is
+  /// given, records its argument and ends.
   void install(const QString &name, const QByteArray &type, const QByteArray &moreEntries = {}) {
     const QByteArray script = path(name + ".sh").toUtf8();
     const QByteArray out = path(name).toUtf8();
@@ -52,8 +52,8 @@ class Desktop {
     writeRegister();
   }
 
-  /// Makes `name` the user's choice for mail files. It stands beside the register of programs, so
-  /// that who notices the one has noticed the other.
+  /// Makes `name` the user's default for mail files. The file is in the same folder as the register
+  /// of programs, so a reader that has noticed the register has noticed it too.
   void choose(const QString &name) {
     writeFile(path("data/applications/mimeapps.list"),
               "[Default Applications]\nmessage/rfc822=" + name.toUtf8() + ".desktop\n");
@@ -118,7 +118,7 @@ class DesktopMailComposerTest : public QObject {
   Q_OBJECT
 
  private slots:
-  // Programs come and go while the composer lives; the desktop tells it some time later.
+  // Programs are installed and removed while the composer exists; it notices with a delay.
   void init() {
     m_desktop.uninstallAll();
     m_home = std::make_unique<QTemporaryDir>();
@@ -132,7 +132,7 @@ class DesktopMailComposerTest : public QObject {
     QCOMPARE(drafts(), QStringList());
   }
 
-  void theMailProgramIsGivenTheDraft() {
+  void theMailProgramReceivesTheDraft() {
     m_desktop.install("mailer", kMail);
     QTRY_VERIFY(m_composer->canSendMail());
     QVERIFY(m_composer->compose(draft()));
@@ -144,7 +144,7 @@ class DesktopMailComposerTest : public QObject {
     QVERIFY(m_desktop.fileOf("mailer").contains("\r\nSubject: Vardex File 4711\r\n"));
   }
 
-  void theDraftIsItsOwnersAlone() {
+  void theDraftIsAccessibleToItsOwnerOnly() {
     m_desktop.install("mailer", kMail);
     QTRY_VERIFY(m_composer->canSendMail());
     QVERIFY(m_composer->compose(draft()));
@@ -155,7 +155,7 @@ class DesktopMailComposerTest : public QObject {
     QTRY_VERIFY(m_desktop.wasStarted("mailer"));
   }
 
-  void theNextDraftReplacesTheOneBefore() {
+  void aNewDraftReplacesThePreviousOne() {
     m_desktop.install("mailer", kMail);
     QTRY_VERIFY(m_composer->canSendMail());
     QVERIFY(m_composer->compose(draft("First")));
@@ -166,7 +166,7 @@ class DesktopMailComposerTest : public QObject {
     QVERIFY(contentOf(draftPath()).contains("\r\nSubject: Second\r\n"));
   }
 
-  void noShellReadsThePathOfTheDraft() {
+  void noShellInterpretsThePathOfTheDraft() {
     const QTemporaryDir folder;
     const QString home = folder.filePath("a '\"$(touch pwned); %f é");
     QVERIFY(QDir().mkpath(home));
@@ -179,7 +179,7 @@ class DesktopMailComposerTest : public QObject {
     QVERIFY(!QFile::exists("pwned"));
   }
 
-  void theUsersChoiceIsTheOneThatOpens() {
+  void theUsersDefaultMailProgramIsUsed() {
     m_desktop.choose("chosen");
     m_desktop.install("first", kMail);
     m_desktop.install("chosen", kMail);
@@ -191,7 +191,7 @@ class DesktopMailComposerTest : public QObject {
     QVERIFY(!m_desktop.wasStarted("last"));
   }
 
-  void aTextEditorIsNoMailProgram() {
+  void aTextEditorIsNotAMailProgram() {
     m_desktop.choose("editor");
     m_desktop.install("editor", kText);
     m_desktop.install("mailer", kMail);
@@ -204,7 +204,7 @@ class DesktopMailComposerTest : public QObject {
     QVERIFY(!m_desktop.wasStarted("editor"));
   }
 
-  void aProgramThatCannotBeStartedTakesNoMail() {
+  void aProgramThatCannotStartLeavesNoDraft() {
     m_desktop.install("mailer", kMail, "Path=/nonexistent\n");
     QTRY_VERIFY(m_composer->canSendMail());
     QTest::ignoreMessage(QtWarningMsg,
@@ -213,7 +213,7 @@ class DesktopMailComposerTest : public QObject {
     QCOMPARE(drafts(), QStringList());
   }
 
-  void aDraftThatCannotBeWrittenIsNotHandedOver() {
+  void noProgramIsStartedIfTheDraftCannotBeWritten() {
     m_desktop.install("mailer", kMail);
     writeFile(m_home->filePath("Drafts"), "in the way");
     QTRY_VERIFY(m_composer->canSendMail());

@@ -6,7 +6,7 @@
 #include <QSet>
 #include <QTest>
 
-/// The part of a desktop that keeps the screen on.
+/// The D-Bus service of a desktop that keeps the screen on.
 class ScreenSaver : public QObject {
   Q_OBJECT
   Q_CLASSINFO("D-Bus Interface", "org.freedesktop.ScreenSaver")
@@ -21,16 +21,16 @@ class ScreenSaver : public QObject {
   }
 
   QSet<uint> inhibitions;
-  uint asked = 0;
+  uint requestCount = 0;
   QString reason;
 
  public slots:
   uint Inhibit(const QString &application, const QString &why) {
-    // What one desktop granted means nothing to the next: a release on its way to the one that is
-    // gone may still reach the other.
+    // Cookies are unique across desktops: a release sent to a desktop that has exited may still
+    // reach the next one.
     static uint s_cookie = 0;
     reason = application + QStringLiteral(": ") + why;
-    ++asked;
+    ++requestCount;
     inhibitions.insert(++s_cookie);
     return s_cookie;
   }
@@ -52,7 +52,7 @@ class DesktopWakeLockTest : public QObject {
     QTRY_VERIFY(desktop.inhibitions.isEmpty());
   }
 
-  void aDesktopThatStartsAnewIsAskedAgain() {
+  void aRestartedDesktopIsAskedAgain() {
     SessionBus bus;
     DesktopWakeLock lock(bus.connect());
     lock.acquire();
@@ -66,14 +66,14 @@ class DesktopWakeLockTest : public QObject {
     lock.release();
     QDBusConnection connection = bus.connect();
     const ScreenSaver desktop(connection);
-    // What is asked later is answered later.
+    // Requests are answered in order.
     DesktopWakeLock other(bus.connect());
     other.acquire();
     QTRY_COMPARE(desktop.inhibitions.size(), 1);
-    QCOMPARE(desktop.asked, 1U);
+    QCOMPARE(desktop.requestCount, 1U);
   }
 
-  void aLockHeldAlreadyIsNotAskedForAgain() {
+  void aHeldLockIsNotRequestedAgain() {
     SessionBus bus;
     const ScreenSaver desktop(bus.connect());
     DesktopWakeLock lock(bus.connect());
@@ -83,20 +83,20 @@ class DesktopWakeLockTest : public QObject {
     lock.acquire();
     lock.release();
     QTRY_VERIFY(desktop.inhibitions.isEmpty());
-    QCOMPARE(desktop.asked, 1U);
+    QCOMPARE(desktop.requestCount, 1U);
   }
 
-  void aLockReleasedBeforeTheDesktopAnswersDoesNotStay() {
+  void aLockReleasedBeforeTheDesktopAnswersIsNotHeld() {
     SessionBus bus;
     const ScreenSaver desktop(bus.connect());
     DesktopWakeLock lock(bus.connect());
     lock.acquire();
     lock.release();
-    QTRY_COMPARE(desktop.asked, 1U);
+    QTRY_COMPARE(desktop.requestCount, 1U);
     QTRY_VERIFY(desktop.inhibitions.isEmpty());
   }
 
-  void itCanBeHeldAgain() {
+  void aReleasedLockCanBeAcquiredAgain() {
     SessionBus bus;
     const ScreenSaver desktop(bus.connect());
     DesktopWakeLock lock(bus.connect());
@@ -106,10 +106,10 @@ class DesktopWakeLockTest : public QObject {
     QTRY_VERIFY(desktop.inhibitions.isEmpty());
     lock.acquire();
     QTRY_COMPARE(desktop.inhibitions.size(), 1);
-    QCOMPARE(desktop.asked, 2U);
+    QCOMPARE(desktop.requestCount, 2U);
   }
 
-  void withoutADesktopThatKnowsHowNothingHappens() {
+  void withoutAScreenSaverServiceNothingHappens() {
     SessionBus bus;
     DesktopWakeLock lock(bus.connect());
     lock.acquire();

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Settings in a folder, on a system that says nothing of colours.
+/// Settings in a temporary folder, on a system without a colour preference.
 class Device {
  public:
   Device() { restart(); }
@@ -43,7 +43,7 @@ class DisplaySettingsTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void aNewDeviceFollowsTheSystemWithTextOfNormalSize() {
+  void aNewDeviceFollowsTheSystemThemeWithNormalTextSize() {
     const Device device;
     QCOMPARE(device.settings->theme(), DisplaySettings::Theme::System);
     QVERIFY(!device.settings->isDark());
@@ -53,7 +53,7 @@ class DisplaySettingsTest : public QObject {
     QVERIFY(!device.settings->isMaximized());
   }
 
-  void onlyItsOwnerMayReadWhatIsRemembered() {
+  void settingsAreReadableByTheirOwnerOnly() {
     Device device;
     device.settings->setTextSize(150);
     device.settings->setTextSize(200);
@@ -63,7 +63,7 @@ class DisplaySettingsTest : public QObject {
     QVERIFY(QFile::exists(device.file()));
   }
 
-  void whatWasChosenIsRemembered() {
+  void settingsSurviveARestart() {
     Device device;
     device.settings->setTheme(DisplaySettings::Theme::Dark);
     device.settings->setTextSize(150);
@@ -77,7 +77,7 @@ class DisplaySettingsTest : public QObject {
     QVERIFY(device.settings->isMaximized());
   }
 
-  void onlyAChangeIsTold() {
+  void onlyChangesAreSignalled() {
     const Device device;
     const QSignalSpy changed(device.settings.get(), &DisplaySettings::changed);
     device.settings->setTheme(DisplaySettings::Theme::Light);
@@ -85,7 +85,7 @@ class DisplaySettingsTest : public QObject {
     QCOMPARE(changed.size(), 1);
   }
 
-  void aFileThatMakesNoSenseReadsAsNothingChosen() {
+  void invalidSettingsReadAsDefaults() {
     Device device;
     device.write("[General]\ntheme=pink\ntextSize=99999\nwindowSize=wide\n");
     QCOMPARE(device.settings->theme(), DisplaySettings::Theme::System);

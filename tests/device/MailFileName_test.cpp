@@ -8,26 +8,26 @@ class MailFileNameTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void anOrdinaryNameStaysAsItIs() {
+  void anOrdinaryNameIsUnchanged() {
     QCOMPARE(attachmentFileName("Vardex_4711 \"é\": 50% <b>.csv"),
              "Vardex_4711 \"é\": 50% <b>.csv");
   }
 
-  void separatorsOfPathsAreReplaced() {
+  void pathSeparatorsAreReplaced() {
     QCOMPARE(attachmentFileName("Vardex_../..\\4711.csv"), "Vardex_.._.._4711.csv");
   }
 
-  void charactersThatBreakALineAreReplaced() {
+  void lineBreaksAndControlCharactersAreReplaced() {
     QCOMPARE(attachmentFileName(QStringLiteral("a\r\n\t\0\x7F\u0085\u2028\u2029.csv")),
              "a________.csv");
   }
 
-  void separatorsAreReplacedBesideBrokenText() {
+  void separatorsAreReplacedNextToUnpairedSurrogates() {
     QCOMPARE(attachmentFileName(QChar(0xD83D) + QString("/.csv")),
              QChar(0xD83D) + QString("_.csv"));
   }
 
-  void aNameOf255BytesIsWhole() {
+  void aNameOf255BytesIsUnchanged() {
     const QString name = QStringLiteral("x").repeated(251) + ".csv";
     QCOMPARE(attachmentFileName(name), name);
   }
@@ -38,7 +38,7 @@ class MailFileNameTest : public QObject {
              QStringLiteral("x").repeated(42) + u'…' + QStringLiteral("x").repeated(38) + ".csv");
   }
 
-  void noCharacterIsCutInHalf_data() {
+  void surrogatePairsAreNotSplit_data() {
     QTest::addColumn<QString>("name");
     for (const char *start : {"", "x"}) {
       for (const char *end : {"", "x"}) {
@@ -46,7 +46,7 @@ class MailFileNameTest : public QObject {
       }
     }
   }
-  void noCharacterIsCutInHalf() {
+  void surrogatePairsAreNotSplit() {
     QFETCH(QString, name);
     const QString safe = attachmentFileName(name);
     QVERIFY(safe.isValidUtf16());

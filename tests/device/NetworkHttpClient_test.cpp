@@ -18,7 +18,7 @@ using namespace std::chrono_literals;
 using Answer = LoopbackService::Answer;
 using Request = LoopbackService::Request;
 
-/// Remembers what happened to a connection.
+/// Records the callbacks of a connection.
 class Listener : public QObject, public HttpConnectionDelegate {
  public:
   void didReceiveResponse(HttpConnection &connection) override {
@@ -48,7 +48,7 @@ class Listener : public QObject, public HttpConnectionDelegate {
   void whenEnded(const std::function<void()> &action) { m_whenEnded = action; }
   void dropData() { m_keepsData = false; }
 
-  /// What was called, in order; data that arrived in several pieces counts once.
+  /// The callbacks in order; consecutive pieces of data count once.
   [[nodiscard]] QString calls() const { return m_calls.join(u' '); }
   [[nodiscard]] bool hasEnded() const { return m_hasEnded; }
   [[nodiscard]] const QByteArray &data() const { return m_data; }
@@ -74,7 +74,7 @@ class Listener : public QObject, public HttpConnectionDelegate {
   bool m_hasEnded = false;
 };
 
-/// One client and one service that it talks to.
+/// A client and the service that it connects to.
 struct TestConnection {
   [[nodiscard]] QUrl url(const QByteArray &target = "/x") const {
     return QUrl::fromEncoded("http://" + service.host().toLatin1() + target, QUrl::StrictMode);
@@ -87,18 +87,18 @@ struct TestConnection {
     start(request);
     waitForEnd();
   }
-  /// The same without a pause between any two events, as `run` has them.
+  /// Like `run`, but processes events without pauses between them.
   void runAtOnce(const HttpRequest &request) {
-    QEventLoop untilTheEnd;
-    listener.whenEnded([&] { untilTheEnd.quit(); });
+    QEventLoop loop;
+    listener.whenEnded([&] { loop.quit(); });
     start(request);
-    untilTheEnd.exec();
+    loop.exec();
   }
   void get() { run({.url = url()}); }
   void waitForEnd() {
-    constexpr auto kAtMost = 60s;
+    constexpr auto kTimeout = 60s;
     QVERIFY(QTest::qWaitFor([this] { return listener.hasEnded(); },
-                            std::chrono::milliseconds(kAtMost).count()));
+                            std::chrono::milliseconds(kTimeout).count()));
   }
 
   void answerWith(const QByteArray &bytes) {
@@ -118,8 +118,8 @@ HttpRequest post(const QUrl &url, const QByteArray &body) {
           .body = body};
 }
 
-/// Where Qt reports one thing or another, as it happens.
-constexpr int kRaces = 30;
+/// Repetitions of a test in which the order of Qt's events varies.
+constexpr int kRepetitions = 30;
 
 }  // namespace
 
@@ -127,7 +127,7 @@ class NetworkHttpClientTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void anAnswerArrivesWhole() {
+  void anAnswerIsReceivedCompletely() {
     TestConnection connection;
     connection.service.answerWith("[1,2,3]");
     connection.get();
@@ -138,7 +138,7 @@ class NetworkHttpClientTest : public QObject {
     QCOMPARE(connection.service.requests().front().method, "GET");
   }
 
-  void anEmptyAnswerIsWhole() {
+  void anEmptyAnswerIsComplete() {
     TestConnection connection;
     connection.service.answerWith(QByteArray());
     connection.get();
@@ -146,14 +146,14 @@ class NetworkHttpClientTest : public QObject {
     QCOMPARE(connection.listener.announced(), 0);
   }
 
-  void anAnswerOfAnyStatusIsAnAnswer_data() {
+  void answersOfAnyStatusAreReceived_data() {
     QTest::addColumn<int>("status");
     for (const int status : {200, 201, 400, 401, 403, 404, 405, 409, 410, 413, 418, 422, 429, 499,
                              500, 501, 502, 503, 599}) {
       QTest::addRow("%d", status) << status;
     }
   }
-  void anAnswerOfAnyStatusIsAnAnswer() {
+  void answersOfAnyStatusAreReceived() {
     QFETCH(const int, status);
     TestConnection connection;
     connection.service.answerWith("what went wrong", status);
@@ -162,7 +162,7 @@ class NetworkHttpClientTest : public QObject {
     QCOMPARE(connection.listener.data(), "what went wrong");
   }
 
-  void anAnswerThatIsCutShortIsDamaged() {
+  void aTruncatedAnswerIsReportedAsDamaged() {
     TestConnection connection;
     connection.service.answerWith(
         [](const Request &) { return Answer::cutShort("[1,2,3]", 1000); });
@@ -172,21 +172,21 @@ class NetworkHttpClientTest : public QObject {
     QCOMPARE(connection.listener.announced(), 1000);
   }
 
-  void anAnswerThatBreaksOffBeforeItsFirstByteIsDamaged() {
+  void anAnswerTruncatedBeforeItsBodyIsReportedAsDamaged() {
     TestConnection connection;
     connection.service.answerWith([](const Request &) { return Answer::cutShort({}, 1000); });
     connection.get();
     QCOMPARE(connection.listener.calls(), "response damaged");
   }
 
-  void anErrorThatIsCutShortIsDamaged() {
+  void aTruncatedErrorAnswerIsReportedAsDamaged() {
     TestConnection connection;
     connection.answerWith("HTTP/1.1 422 Status\r\nContent-Length: 1000\r\n\r\nwhat");
     connection.get();
     QCOMPARE(connection.listener.calls(), "response data damaged");
   }
 
-  void bytesBeyondTheAnnouncedOnesAreNoPartOfTheAnswer() {
+  void bytesBeyondTheContentLengthAreIgnored() {
     TestConnection connection;
     connection.answerWith("HTTP/1.1 200 OK\r\nContent-Length: 7\r\n\r\n[1,2,3]garbage");
     connection.get();
@@ -203,7 +203,7 @@ class NetworkHttpClientTest : public QObject {
     QCOMPARE(connection.listener.announced(), -1);
   }
 
-  void anAnswerInChunksArrivesWhole() {
+  void aChunkedAnswerIsReceivedCompletely() {
     TestConnection connection;
     connection.answerWith(
         "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\nConnection: close\r\n\r\n"
@@ -214,14 +214,14 @@ class NetworkHttpClientTest : public QObject {
     QCOMPARE(connection.listener.announced(), -1);
   }
 
-  void chunksThatBreakOffAreDamaged_data() {
+  void truncatedChunksAreReportedAsDamaged_data() {
     QTest::addColumn<QByteArray>("chunks");
     QTest::newRow("within a chunk") << QByteArray("3\r\n[1,\r\n100\r\n2,3]");
     QTest::newRow("between chunks") << QByteArray("3\r\n[1,\r\n4\r\n2,3]\r\n");
     QTest::newRow("within a length") << QByteArray("3\r\n[1,\r\n4");
     QTest::newRow("before the first") << QByteArray();
   }
-  void chunksThatBreakOffAreDamaged() {
+  void truncatedChunksAreReportedAsDamaged() {
     QFETCH(const QByteArray, chunks);
     TestConnection connection;
     connection.answerWith("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n" + chunks);
@@ -230,7 +230,7 @@ class NetworkHttpClientTest : public QObject {
              qPrintable(connection.listener.calls()));
   }
 
-  void anAnswerBeyondTheLimitIsCutOff() {
+  void anAnswerBeyondTheSizeLimitIsCutOff() {
     constexpr qint64 kBlock = 1024 * 1024;
     TestConnection connection;
     connection.listener.dropData();
@@ -252,7 +252,7 @@ class NetworkHttpClientTest : public QObject {
     QVERIFY(connection.listener.received() > HttpConnection::kMaxAnswerBytes / 2);
   }
 
-  void aPackedAnswerIsUnpacked() {
+  void aGzippedAnswerIsDecompressed() {
     TestConnection connection;
     const QByteArray packed =
         QByteArray::fromBase64("H4sIAAAAAAACA4uuVkrJT1ayUjIxNzRUqo0FAHMnwrkQAAAA");
@@ -268,7 +268,7 @@ class NetworkHttpClientTest : public QObject {
     QCOMPARE(connection.listener.data(), "[{\"doc\":\"4711\"}]");
   }
 
-  void aPackedAnswerThatCannotBeUnpackedIsDamaged() {
+  void aGzippedAnswerThatCannotBeDecompressedIsReportedAsDamaged() {
     TestConnection connection;
     connection.answerWith(
         "HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\nContent-Length: 11\r\n"
@@ -294,14 +294,14 @@ class NetworkHttpClientTest : public QObject {
     QVERIFY(!connection.listener.error().isEmpty());
   }
 
-  void anAnswerThatIsNoHttpFails() {
+  void anAnswerThatIsNotHttpFails() {
     TestConnection connection;
     connection.answerWith("220 mail.example.com ready\r\n");
     connection.get();
     QCOMPARE(connection.listener.calls(), "failed");
   }
 
-  void silenceTimesOut() {
+  void aServiceThatDoesNotAnswerTimesOut() {
     TestConnection connection;
     connection.service.answerWith([](const Request &) { return Answer::silence(); });
     connection.run({.url = connection.url(), .timeout = 200ms});
@@ -309,7 +309,7 @@ class NetworkHttpClientTest : public QObject {
     QCOMPARE(connection.listener.error(), "The request timed out.");
   }
 
-  void silenceInTheMiddleOfAnAnswerTimesOut() {
+  void anAnswerThatStallsTimesOut() {
     TestConnection connection;
     connection.service.answerWith([](const Request &) {
       return Answer{"HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n[1,", false};
@@ -348,7 +348,7 @@ class NetworkHttpClientTest : public QObject {
     QCOMPARE(connection.service.requests().size(), 1);
   }
 
-  void everyRequestReachesTheService() {
+  void answersAreNotCached() {
     TestConnection connection;
     connection.answerWith(
         "HTTP/1.1 200 OK\r\nCache-Control: public, max-age=3600\r\nContent-Length: 2\r\n"
@@ -360,7 +360,7 @@ class NetworkHttpClientTest : public QObject {
     QCOMPARE(connection.service.requests().size(), 2);
   }
 
-  void noCookieIsSentBack() {
+  void cookiesAreNotSentBack() {
     TestConnection connection;
     connection.answerWith(
         "HTTP/1.1 200 OK\r\nSet-Cookie: session=1\r\nContent-Length: 2\r\n"
@@ -372,14 +372,14 @@ class NetworkHttpClientTest : public QObject {
     QVERIFY(!connection.service.requests().last().headers.contains("cookie"));
   }
 
-  void anAddressThatCannotBeFormedFails_data() {
+  void anInvalidUrlFails_data() {
     QTest::addColumn<QUrl>("url");
     QTest::newRow("empty") << QUrl();
-    QTest::newRow("damaged") << QUrl::fromEncoded("http://a b/", QUrl::StrictMode);
+    QTest::newRow("malformed") << QUrl::fromEncoded("http://a b/", QUrl::StrictMode);
     QTest::newRow("no host") << QUrl(QStringLiteral("http:///x"));
     QTest::newRow("unknown scheme") << QUrl(QStringLiteral("gopher://localhost/"));
   }
-  void anAddressThatCannotBeFormedFails() {
+  void anInvalidUrlFails() {
     QFETCH(const QUrl, url);
     TestConnection connection;
     connection.start({.url = url});
@@ -389,7 +389,7 @@ class NetworkHttpClientTest : public QObject {
     QVERIFY(!connection.listener.error().isEmpty());
   }
 
-  void nothingIsCalledBeforeTheStartHasReturned() {
+  void noCallbackRunsBeforeStartReturns() {
     TestConnection connection;
     connection.start({.url = connection.url()});
     QCOMPARE(connection.listener.calls(), "");
@@ -397,14 +397,14 @@ class NetworkHttpClientTest : public QObject {
     QCOMPARE(connection.listener.calls(), "response data whole");
   }
 
-  void aPostIsSentAsGiven_data() {
+  void aPostBodyIsSentUnchanged_data() {
     QTest::addColumn<QByteArray>("body");
     QTest::newRow("small") << QByteArray("[{\"doc\":\"4711\"}]");
     QTest::newRow("empty") << QByteArray();
-    QTest::newRow("with zeros") << QByteArray("a\0b", 3);
+    QTest::newRow("with a null byte") << QByteArray("a\0b", 3);
     QTest::newRow("large") << QByteArray(1'000'000, 'x');
   }
-  void aPostIsSentAsGiven() {
+  void aPostBodyIsSentUnchanged() {
     QFETCH(const QByteArray, body);
     TestConnection connection;
     connection.run(post(connection.url(), body));
@@ -417,7 +417,7 @@ class NetworkHttpClientTest : public QObject {
     QVERIFY(!request.headers.contains("transfer-encoding"));
   }
 
-  void aPostIsNotRepeatedWhenTheServiceClosesWithoutAnAnswer() {
+  void aPostIsNotRetriedWhenTheServiceClosesWithoutAnAnswer() {
     TestConnection connection;
     connection.service.answerWith([](const Request &) { return Answer::none(); });
     connection.run(post(connection.url(), "[]"));
@@ -425,7 +425,7 @@ class NetworkHttpClientTest : public QObject {
     QCOMPARE(connection.service.requests().size(), 1);
   }
 
-  void aPostOnAUsedConnectionIsNotRepeatedEither() {
+  void aPostOnAReusedConnectionIsNotRetriedEither() {
     TestConnection connection;
     connection.service.answerWith([](const Request &request) {
       return request.method == "POST"
@@ -440,8 +440,8 @@ class NetworkHttpClientTest : public QObject {
     QCOMPARE(connection.service.requests().size(), 2);
   }
 
-  void theAnswerToAPostMayEndWithItsConnection() {
-    for (int i = 0; i < kRaces; ++i) {
+  void theAnswerToAPostMayEndWithTheConnection() {
+    for (int i = 0; i < kRepetitions; ++i) {
       TestConnection connection;
       connection.answerWith("HTTP/1.1 200 OK\r\n\r\n\"0\"");
       connection.runAtOnce(post(connection.url(), "[]"));
@@ -450,8 +450,8 @@ class NetworkHttpClientTest : public QObject {
     }
   }
 
-  void chunksThatBreakOffAreNoAnswerToAPost() {
-    for (int i = 0; i < kRaces; ++i) {
+  void truncatedChunksAreNotAnAnswerToAPost() {
+    for (int i = 0; i < kRepetitions; ++i) {
       TestConnection connection;
       connection.answerWith("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n3\r\n\"0\"\r\n");
       connection.runAtOnce(post(connection.url(), "[]"));
@@ -460,7 +460,7 @@ class NetworkHttpClientTest : public QObject {
     }
   }
 
-  void aSecondAnswerIsNotThatToTheNextRequest() {
+  void anExtraAnswerIsNotUsedForTheNextRequest() {
     TestConnection connection;
     QPointer<QTcpSocket> first;
     connection.service.answerWith([&](const Request &request) {
@@ -482,7 +482,7 @@ class NetworkHttpClientTest : public QObject {
     QCOMPARE(posted.data(), "refused");
   }
 
-  void anAnswerOfWhichOnlyTheBeginningIsHandedOnIsDamaged() {
+  void anAnswerThatIsOnlyPartlyPassedOnIsReportedAsDamaged() {
     constexpr qsizetype kMoreThanIsBuffered = 4'000'000;
     TestConnection connection;
     connection.service.answerWith(
@@ -493,7 +493,7 @@ class NetworkHttpClientTest : public QObject {
                                               : "response data damaged");
   }
 
-  void theTargetArrivesAsItIsWritten_data() {
+  void theRequestTargetIsSentUnchanged_data() {
     QTest::addColumn<QByteArray>("target");
     for (const char *target :
          {"/", "/a/b", "/a//b", "/a/", "/a%20b", "/a%25b", "/a%252Fb", "/a%2Fb", "/a?b=c", "/a?",
@@ -502,7 +502,7 @@ class NetworkHttpClientTest : public QObject {
       QTest::newRow(target) << QByteArray(target);
     }
   }
-  void theTargetArrivesAsItIsWritten() {
+  void theRequestTargetIsSentUnchanged() {
     QFETCH(const QByteArray, target);
     TestConnection connection;
     connection.run({.url = connection.url(target)});
@@ -510,7 +510,7 @@ class NetworkHttpClientTest : public QObject {
     QCOMPARE(connection.service.requests().front().target, target);
   }
 
-  void aConnectionEndsWithItsOwner() {
+  void aConnectionEndsWhenItsOwnerIsDestroyed() {
     TestConnection connection;
     connection.service.answerWith([](const Request &) { return Answer::silence(); });
     auto owner = std::make_unique<QObject>();
@@ -521,7 +521,7 @@ class NetworkHttpClientTest : public QObject {
     QCOMPARE(connection.listener.calls(), "");
   }
 
-  void anUploadEndsWithItsOwner() {
+  void anUploadEndsWhenItsOwnerIsDestroyed() {
     TestConnection connection;
     auto owner = std::make_unique<QObject>();
     connection.client.start(post(connection.url(), QByteArray(20'000'000, 'x')),
@@ -535,7 +535,7 @@ class NetworkHttpClientTest : public QObject {
     QCOMPARE(connection.service.requests().size(), 1);
   }
 
-  void anOwnerMayGoWhenItsConnectionEnds() {
+  void theOwnerMayBeDestroyedWhenItsConnectionEnds() {
     TestConnection connection;
     auto owner = std::make_unique<QObject>();
     connection.listener.whenEnded([&] { owner.reset(); });
@@ -566,7 +566,7 @@ class NetworkHttpClientTest : public QObject {
     QVERIFY(connection.listener.hasEnded());
   }
 
-  void twoConnectionsRunSideBySide() {
+  void twoConnectionsRunConcurrently() {
     TestConnection connection;
     connection.service.answerWith(
         [](const Request &request) { return Answer::http(request.target); });

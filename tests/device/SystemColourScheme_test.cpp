@@ -17,7 +17,7 @@ const QString kKey = QStringLiteral("color-scheme");
 
 }  // namespace
 
-/// The part of a desktop that tells programs of its settings.
+/// The D-Bus service that tells programs the desktop's settings.
 class SettingsPortal : public QObject, protected QDBusContext {
   Q_OBJECT
   Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
@@ -45,7 +45,7 @@ class SettingsPortal : public QObject, protected QDBusContext {
       sendErrorReply(QStringLiteral("org.freedesktop.portal.Error.NotFound"));
       return {};
     }
-    // The portal wraps the value once more than one would think.
+    // The portal wraps the value in two variants.
     return QDBusVariant(QVariant::fromValue(QDBusVariant(m_scheme)));
   }
 
@@ -58,14 +58,14 @@ class SystemColourSchemeTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void aSystemThatPrefersDarkIsFollowed() {
+  void theSystemsDarkPreferenceIsFollowed() {
     SessionBus bus;
     const SettingsPortal portal(bus.connect(), 1);
     const SystemColourScheme scheme(bus.connect());
     QTRY_VERIFY(scheme.isDark());
   }
 
-  void aChangeIsFollowedAtOnce() {
+  void changesOfThePreferenceAreFollowed() {
     SessionBus bus;
     SettingsPortal portal(bus.connect(), 1);
     const SystemColourScheme scheme(bus.connect());
@@ -78,21 +78,21 @@ class SystemColourSchemeTest : public QObject {
     QCOMPARE(changed.size(), 3);
   }
 
-  void otherSettingsAreNotMistakenForIt() {
+  void otherSettingsAreIgnored() {
     SessionBus bus;
     SettingsPortal portal(bus.connect(), 1);
     const SystemColourScheme scheme(bus.connect());
     QTRY_VERIFY(scheme.isDark());
     portal.set(kGroup, QStringLiteral("contrast"), 0);
     portal.set(QStringLiteral("org.gnome.desktop.interface"), kKey, 0);
-    // What comes after them has arrived, so they have.
+    // Signals arrive in order: this one arrives after the two above.
     portal.set(kGroup, kKey, 2);
     const QSignalSpy changed(&scheme, &SystemColourScheme::changed);
     QTRY_VERIFY(!scheme.isDark());
     QCOMPARE(changed.size(), 1);
   }
 
-  void aSystemWithoutAPreferenceLooksLikeItsPalette() {
+  void withoutAPreferenceThePaletteDecides() {
     SessionBus bus;
     SettingsPortal portal(bus.connect(), 1);
     const SystemColourScheme scheme(bus.connect());
@@ -107,7 +107,7 @@ class SystemColourSchemeTest : public QObject {
     QTRY_VERIFY(!scheme.isDark());
   }
 
-  void aSystemThatSaysNothingIsLight() {
+  void withoutAPortalTheSchemeIsLight() {
     SessionBus bus;
     const SystemColourScheme scheme(bus.connect());
     QVERIFY(!scheme.isDark());
