@@ -5,7 +5,7 @@
 
 #include <QDir>
 
-// The registrations of static libraries are linked in only if something asks for them.
+// The linker keeps the registrations of a static library only if something refers to them.
 void qml_register_types_CartonPick_Gallery();  // NOLINT(readability-identifier-naming)
 
 void prepareGallery(Environment &environment) {

@@ -1,7 +1,7 @@
 import QtQuick
 import CartonPick
 
-// A titled card of the gallery; what is in it flows.
+// A titled card of the gallery; its children are in a flow layout.
 Card {
     id: section
 

@@ -10,8 +10,8 @@
 
 #include <QTimer>
 
-/// All parts that screens are made of, in all their states, on one page: for those who design them,
-/// and to see at a glance what a change of the theme does.
+/// Shows all components of the screens, in all their states, on one page. Helps to design them and
+/// to check a change of the theme.
 class GalleryViewController : public ViewController, public TableViewDataSource {
   Q_OBJECT
   QML_NAMED_ELEMENT(GalleryViewController)
@@ -44,7 +44,7 @@ class GalleryViewController : public ViewController, public TableViewDataSource 
   Q_INVOKABLE void showQuestion();
   Q_INVOKABLE void showSheet();
   Q_INVOKABLE void showPopover();
-  /// Work that is over after some seconds.
+  /// Shows a progress that ends after about three seconds.
   Q_INVOKABLE void showProgress();
 
   int numberOfRowsInSection(const TableView &table, int section) override;

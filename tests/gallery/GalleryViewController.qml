@@ -5,7 +5,7 @@ import QtQuick.Controls.Basic
 import CartonPick
 import CartonPick.Gallery
 
-// Everything that screens are made of, on one page.
+// All components of the screens, on one page.
 FocusScope {
     id: screen
 

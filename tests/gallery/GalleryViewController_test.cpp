@@ -14,7 +14,7 @@
 
 namespace {
 
-/// Whether `item` is, or has in it, an item of that name.
+/// Returns true if `item` or one of its descendants is named `name`.
 bool contains(const QQuickItem *item, const QString &name) {
   const QList<QQuickItem *> children = item->childItems();
   return item->objectName() == name ||
@@ -48,7 +48,7 @@ class GalleryViewControllerTest : public QObject {
  private slots:
   void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral("qrc:"))); }
 
-  void theGalleryShowsEverythingThatScreensAreMadeOf() {
+  void theGalleryShowsEveryComponent() {
     OpenGallery test;
     QQuickWindow &window = test.quickWindow();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
@@ -59,7 +59,7 @@ class GalleryViewControllerTest : public QObject {
     QVERIFY(!window.grabWindow().isNull());
   }
 
-  void theGalleryShowsWhatLiesAboveAScreen() {
+  void theGalleryShowsEveryOverlay() {
     OpenGallery test;
     QQuickWindow &window = test.quickWindow();
     QVERIFY(QTest::qWaitForWindowExposed(&window));

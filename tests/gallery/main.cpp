@@ -7,8 +7,8 @@
 #include <QGuiApplication>
 #include <QQuickWindow>
 
-/// Shows the gallery until its window is closed. The argument, if there is one, is the home folder
-/// whose display settings are used.
+/// Shows the gallery until its window is closed. The optional argument is the home folder whose
+/// display settings are used.
 int main(int argc, char *argv[]) {
   const QGuiApplication application(argc, argv);
   TestEnvironment test;
