@@ -37,23 +37,23 @@ class HistoryLinesTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void noRowsAreNoLines() { QVERIFY(historyLines({}).empty()); }
+  void withoutRowsThereAreNoLines() { QVERIFY(historyLines({}).empty()); }
 
-  void everyItemIsALineInTheOrderOfItsFirstRow() {
+  void itemsAreInTheOrderOfTheirFirstRows() {
     const QString b = QStringLiteral("B");
     QCOMPARE(textsOf(historyLines({rowOf(b, 1, 2), rowOf(QStringLiteral("A"), 3, 4),
                                    rowOf(QStringLiteral("b"), 5, 6)})),
              QStringList({"B 1/2", "A 3/4", "b 5/6"}));
   }
 
-  void laterRowsAddWhatWasPickedToWhatWasOrdered() {
+  void laterRowsAddTheirPickedQuantityToTheOrderedQuantity() {
     const QString a = QStringLiteral("A");
     QCOMPARE(textsOf(historyLines({rowOf(a, 3, 10), rowOf(a, 4, 100, QStringLiteral("C2")),
                                    rowOf(a, 5, 1000, QStringLiteral("C3"))})),
              QStringList("A 3/19"));
   }
 
-  void aLineKeepsWhatItsFirstRowSays() {
+  void aLineKeepsTheDetailsOfItsFirstRow() {
     const QString a = QStringLiteral("A");
     const BoxLine line =
         historyLines({rowOf(a, 3, 10), rowOf(a, 4, 9, QStringLiteral("C2"))}).at(0);

@@ -20,7 +20,7 @@ QDateTime utc(int month, int day, int hour, int minute = 0, int second = 0) {
 }
 
 /// A program with stored picks.
-class Picked : public TestProgram {
+class PickedProgram : public TestProgram {
  public:
   void add(const QString &doc, const QDateTime &datepicked, int sent = 0,
            const QString &item = QStringLiteral("A"), int pickqty = 3) {
@@ -84,8 +84,8 @@ class HistoryViewControllerTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void anEmptyStoreHasOnlyTheHeader() {
-    Picked program;
+  void anEmptyStoreShowsOnlyTheHeader() {
+    PickedProgram program;
     const HistoryViewController &history = program.open();
     QCOMPARE(history.tblHistoryOverview->rowCount(), 0);
     QVERIFY(history.arrayDeliveries().empty());
@@ -93,8 +93,8 @@ class HistoryViewControllerTest : public QObject {
              "Delivery Number");
   }
 
-  void anUnreadableStoreHasOnlyTheHeaderToo() {
-    Picked program;
+  void anUnreadableStoreShowsOnlyTheHeader() {
+    PickedProgram program;
     program.add(k4711, utc(3, 2, 8));
     program.changeStore("ALTER TABLE Picking RENAME TO Lost");
     QTest::ignoreMessage(QtWarningMsg, "Fetch failed: no such table: Picking");
@@ -104,7 +104,7 @@ class HistoryViewControllerTest : public QObject {
   }
 
   void theHeaderNamesTheColumns() {
-    Picked program;
+    PickedProgram program;
     const auto header = headerOf<PickHistoryCell>(*program.open().tblHistoryOverview);
     QCOMPARE(QStringList({header.deliveryNo.text, header.sent.text, header.dateCreated.text,
                           header.dateClosed.text}),
@@ -113,14 +113,14 @@ class HistoryViewControllerTest : public QObject {
   }
 
   void rowsAndHeaderAreFiftyFivePointsHigh() {
-    Picked program;
+    PickedProgram program;
     const HistoryViewController &history = program.open();
     QCOMPARE(history.tblHistoryOverview->rowHeight(), 55.0);
     QCOMPARE(history.tblHistoryOverview->headerHeight(), 55.0);
   }
 
-  void itHasOneSectionWithoutEditing() {
-    Picked program;
+  void hasOneSectionThatCannotBeEdited() {
+    PickedProgram program;
     program.add(k4711, utc(3, 2, 8));
     HistoryViewController &history = program.open();
     const TableView &table = *history.tblHistoryOverview;
@@ -130,8 +130,8 @@ class HistoryViewControllerTest : public QObject {
     QVERIFY(!history.canEditRowAtIndexPath(table, 0));
   }
 
-  void aRowShowsFirstAndLastPickTime() {
-    Picked program;
+  void aRowShowsTheFirstAndTheLastPickTime() {
+    PickedProgram program;
     program.add(k4711, utc(3, 2, 8, 30));
     program.add(k4711, utc(3, 1, 9, 5));
     program.add(k4711, utc(3, 1, 12, 0));
@@ -139,32 +139,32 @@ class HistoryViewControllerTest : public QObject {
     QCOMPARE(program.rows(), QStringList("4711 No 01/03/2026 11:05 02/03/2026 10:30"));
   }
 
-  void picksOfOneTimeShareStartAndEnd() {
-    Picked program;
+  void picksAtTheSameTimeHaveEqualStartAndEnd() {
+    PickedProgram program;
     program.add(k4711, utc(3, 2, 8));
     program.add(k4711, utc(3, 2, 8));
     program.open();
     QCOMPARE(program.rows(), QStringList("4711 No 02/03/2026 10:00 02/03/2026 10:00"));
   }
 
-  void aDeliveryIsSynchronizedWhenAllOfItWasSent_data() {
+  void aDeliveryIsSynchronizedIfAllItsPicksAreSent_data() {
     QTest::addColumn<int>("sent");
     QTest::addColumn<QString>("row");
     QTest::newRow("unsent") << 0 << "4711 No 02/03/2026 10:00 02/03/2026 10:00";
     QTest::newRow("sent") << 1 << "4711 Yes 02/03/2026 10:00 02/03/2026 10:00";
     QTest::newRow("any other value") << -3 << "4711 Yes 02/03/2026 10:00 02/03/2026 10:00";
   }
-  void aDeliveryIsSynchronizedWhenAllOfItWasSent() {
+  void aDeliveryIsSynchronizedIfAllItsPicksAreSent() {
     QFETCH(int, sent);
-    Picked program;
+    PickedProgram program;
     program.add(k4711, utc(3, 2, 8), sent);
     program.add(k4711, utc(3, 2, 8), sent, QStringLiteral("B"));
     program.open();
     QTEST(program.rows().join(u'\n'), "row");
   }
 
-  void aDeliverySentInPartIsListedTwiceWithTheSameTimes() {
-    Picked program;
+  void aPartlySentDeliveryIsListedTwiceWithTheSameTimes() {
+    PickedProgram program;
     program.add(k4711, utc(3, 1, 8), 1);
     program.add(k4711, utc(3, 2, 8), 1);
     program.add(k4711, utc(3, 5, 8), 0);
@@ -175,8 +175,8 @@ class HistoryViewControllerTest : public QObject {
                                 "4711 Yes 01/03/2026 10:00 05/03/2026 10:00"}));
   }
 
-  void theDeliveryPickedLastStandsLast() {
-    Picked program;
+  void theDeliveryPickedLastIsListedLast() {
+    PickedProgram program;
     program.add(QStringLiteral("A"), utc(3, 5, 8));
     program.add(QStringLiteral("B"), utc(3, 1, 8));
     program.add(QStringLiteral("B"), utc(3, 9, 8));
@@ -187,8 +187,8 @@ class HistoryViewControllerTest : public QObject {
                                           "B No 01/03/2026 10:00 09/03/2026 10:00"}));
   }
 
-  void secondsCountForTheOrderThoughTheyAreNotShown() {
-    Picked program;
+  void theOrderDependsOnSecondsThatAreNotShown() {
+    PickedProgram program;
     program.add(QStringLiteral("A"), utc(3, 2, 8, 0, 59));
     program.add(QStringLiteral("B"), utc(3, 2, 8, 0, 1));
     program.add(QStringLiteral("C"), utc(3, 2, 8, 0, 30).addMSecs(1));
@@ -201,24 +201,24 @@ class HistoryViewControllerTest : public QObject {
     QCOMPARE(docs, QStringList({"B", "D", "C", "A"}));
   }
 
-  void timesAreLocalOnBothSidesOfAChange() {
-    Picked program;
+  void timesAreLocalBeforeAndAfterAClockChange() {
+    PickedProgram program;
     program.add(k4711, utc(3, 29, 0, 30));
     program.add(k4711, utc(3, 29, 1, 30));
     program.open();
     QCOMPARE(program.rows(), QStringList("4711 No 29/03/2026 02:30 29/03/2026 04:30"));
   }
 
-  void timesAreOfTheZoneThatTheDeviceStandsInNow() {
-    Picked program;
+  void timesUseTheCurrentTimeZone() {
+    PickedProgram program;
     program.add(k4711, utc(3, 2, 2));
     program.open();
     program.clock->setZone(QTimeZone("America/New_York"));
     QCOMPARE(program.rows(), QStringList("4711 No 01/03/2026 21:00 01/03/2026 21:00"));
   }
 
-  void rowsAlternateInShade() {
-    Picked program;
+  void rowsAlternateInColour() {
+    PickedProgram program;
     program.add(QStringLiteral("A"), utc(3, 1, 8));
     program.add(QStringLiteral("B"), utc(3, 2, 8));
     program.add(QStringLiteral("C"), utc(3, 3, 8));
@@ -228,8 +228,8 @@ class HistoryViewControllerTest : public QObject {
     QCOMPARE(cellAt<PickHistoryCell>(table, 2).backgroundColor, Colour::lightGrey);
   }
 
-  void theListIsBuiltOnceAVisit() {
-    Picked program;
+  void theListIsBuiltOncePerVisit() {
+    PickedProgram program;
     program.open();
     program.add(k4711, utc(3, 2, 8));
     program.history().tblHistoryOverview->reloadData();
@@ -239,8 +239,8 @@ class HistoryViewControllerTest : public QObject {
     QCOMPARE(program.rows().size(), 1);
   }
 
-  void aTouchShowsTheDeliveryInItsFrame() {
-    Picked program;
+  void touchingARowShowsTheSummaryOfItsDelivery() {
+    PickedProgram program;
     program.add(k4711, utc(3, 1, 8), 1, QStringLiteral("A"), 3);
     program.add(k4711, utc(3, 1, 8), 0, QStringLiteral("B"), 10);
     program.add(k0815, utc(3, 5, 8), 0, QStringLiteral("C"), 1);
@@ -257,16 +257,16 @@ class HistoryViewControllerTest : public QObject {
     QCOMPARE(flips.at(0).at(2).toBool(), true);
   }
 
-  void rowsOfOneItemAreMerged() {
-    Picked program;
+  void rowsOfTheSameItemAreMerged() {
+    PickedProgram program;
     program.add(k4711, utc(3, 1, 8), 1, QStringLiteral("A"), 3);
     program.add(k4711, utc(3, 2, 8), 1, QStringLiteral("A"), 4);
     program.open().tblHistoryOverview->touchRow(0);
     QCOMPARE(program.summary(), QStringList("A 3/14"));
   }
 
-  void eitherRowOfADeliverySentInPartShowsAllOfIt() {
-    Picked program;
+  void bothRowsOfAPartlySentDeliveryShowAllOfIt() {
+    PickedProgram program;
     program.add(k4711, utc(3, 1, 8), 1, QStringLiteral("A"));
     program.add(k4711, utc(3, 2, 8), 0, QStringLiteral("B"));
     const HistoryViewController &history = program.open();
@@ -276,8 +276,8 @@ class HistoryViewControllerTest : public QObject {
     }
   }
 
-  void anotherTouchFlipsTheSummaryOutAndIn() {
-    Picked program;
+  void touchingAnotherRowFlipsTheSummaryOutAndIn() {
+    PickedProgram program;
     program.add(k4711, utc(3, 1, 8));
     program.add(k0815, utc(3, 2, 8));
     HistoryViewController &history = program.open();
@@ -296,7 +296,7 @@ class HistoryViewControllerTest : public QObject {
   }
 
   void aClosedSummaryIsReplacedByANewOne() {
-    Picked program;
+    PickedProgram program;
     program.add(k4711, utc(3, 1, 8));
     HistoryViewController &history = program.open();
     history.tblHistoryOverview->touchRow(0);
@@ -309,8 +309,8 @@ class HistoryViewControllerTest : public QObject {
     QTRY_VERIFY(first.isNull());
   }
 
-  void aDeliveryThatIsGoneHasAnEmptySummary() {
-    Picked program;
+  void aDeletedDeliveryHasAnEmptySummary() {
+    PickedProgram program;
     program.add(k4711, utc(3, 1, 8));
     const HistoryViewController &history = program.open();
     program.changeStore("DELETE FROM Picking");
@@ -319,8 +319,8 @@ class HistoryViewControllerTest : public QObject {
     QCOMPARE(program.summary(), QStringList());
   }
 
-  void aDeliveryThatCannotBeReadShowsNothing() {
-    Picked program;
+  void anUnreadableDeliveryShowsNothing() {
+    PickedProgram program;
     program.add(k4711, utc(3, 1, 8));
     const HistoryViewController &history = program.open();
     program.changeStore("ALTER TABLE Picking RENAME TO Lost");
@@ -330,8 +330,8 @@ class HistoryViewControllerTest : public QObject {
     QCOMPARE(program.environment.alerts.count(), 0);
   }
 
-  void aTouchOnATableWithAnotherTagShowsNothing() {
-    Picked program;
+  void touchingATableWithAnotherTagShowsNothing() {
+    PickedProgram program;
     program.add(k4711, utc(3, 1, 8));
     const HistoryViewController &history = program.open();
     QCOMPARE(history.tblHistoryOverview->tag(), 0);
@@ -341,8 +341,8 @@ class HistoryViewControllerTest : public QObject {
     QCOMPARE(history.tblHistoryOverview->selectedRow(), 0);
   }
 
-  void anyOtherSegueHandsNothingOver() {
-    Picked program;
+  void anUnknownSeguePassesNoContext() {
+    PickedProgram program;
     HistoryViewController &history = program.open();
     program.start().setManagedObjectContext(nullptr);
     Segue segue{QStringLiteral("segueElsewhere"), &history, &program.start()};
