@@ -34,7 +34,7 @@ QByteArray contentOf(const QString &path) {
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// Delivery 4711 looked up, and what was picked of it in the store.
+/// A program in the picking of delivery 4711, with `picks` in its store.
 class ExportProgram : public TestProgram {
  public:
   explicit ExportProgram(const std::vector<Picking> &picks = {}) {
@@ -62,13 +62,13 @@ class PickingExportTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void onePickIsOneLineThatEndsInACarriageReturn() {
+  void aPickIsALineThatEndsInACarriageReturn() {
     ExportProgram program({pickOf("A")});
     program.sendEmail();
     QCOMPARE(program.file(), "bA;C1;2026-03-02 10:12:05;Lamp;4711;A;A1;6;4;0\r");
   }
 
-  void thePicksComeInTheOrderOfTheStore() {
+  void picksAreInTheOrderOfTheStore() {
     ExportProgram program({pickOf("B"), pickOf("A")});
     program.sendEmail();
     QCOMPARE(program.file(),
@@ -76,7 +76,7 @@ class PickingExportTest : public QObject {
              "bA;C1;2026-03-02 10:12:05;Lamp;4711;A;A1;6;4;0\r");
   }
 
-  void whatTheUserPickedIsExported() {
+  void picksMadeByTheUserAreExported() {
     ExportProgram program;
     program.clock->set(kPicked);
     program.master().tblBoxes->touchRow(0);
@@ -95,8 +95,8 @@ class PickingExportTest : public QObject {
     QCOMPARE(program.file(), "bC;C1;2026-03-02 10:12:05;Lamp;4711;C;A1;6;4;0\r");
   }
 
-  void everyLineHasTheOffsetOfTheMomentOfTheExport() {
-    // Athens puts its clocks forward on March 29th and back on October 25th.
+  void everyLineUsesTheUtcOffsetAtTheTimeOfTheExport() {
+    // In Athens the clocks go forward on March 29th.
     const QDateTime winterEvening({2026, 3, 28}, {21, 30}, QTimeZone::utc());
     const QDateTime summerEvening({2026, 3, 29}, {20, 30}, QTimeZone::utc());
     const std::vector<Picking> picks{pickOf("A", winterEvening), pickOf("B", summerEvening)};
@@ -113,7 +113,7 @@ class PickingExportTest : public QObject {
              "bB;C1;2026-03-29 23:30:00;Lamp;4711;B;A1;6;4;0\r");
   }
 
-  void theDeviceMayStandInAnotherZone() {
+  void theDeviceMayBeInAnotherTimeZone() {
     ExportProgram program({pickOf("A")});
     program.clock->setZone(QTimeZone("Asia/Kathmandu"));
     program.sendEmail();
@@ -139,7 +139,7 @@ class PickingExportTest : public QObject {
     QCOMPARE(program.file(), ";;2026-03-02 10:12:05;;4711;A;;6;4;0\r");
   }
 
-  void separatorsWithinATextPassAsTheyAre() {
+  void separatorsInATextAreNotEscaped() {
     Picking pick = pickOf("A");
     pick.descr = "Lamp; \"red\"\r\n%1 %@";
     ExportProgram program({pick});
@@ -147,7 +147,7 @@ class PickingExportTest : public QObject {
     QCOMPARE(program.file(), "bA;C1;2026-03-02 10:12:05;Lamp; \"red\"\r\n%1 %@;4711;A;A1;6;4;0\r");
   }
 
-  void theTextIsUtf8WithoutAByteOrderMark() {
+  void theFileIsUtf8WithoutAByteOrderMark() {
     Picking pick = pickOf("A");
     pick.descr = "Λάμπα 📦";
     ExportProgram program({pick});
@@ -155,7 +155,7 @@ class PickingExportTest : public QObject {
     QCOMPARE(program.file(), "bA;C1;2026-03-02 10:12:05;Λάμπα 📦;4711;A;A1;6;4;0\r");
   }
 
-  void quantitiesAreWhole32BitNumbers() {
+  void quantitiesAre32BitIntegers() {
     Picking pick = pickOf("A");
     pick.orderqty = std::numeric_limits<std::int32_t>::max();
     pick.pickqty = std::numeric_limits<std::int32_t>::min();
@@ -172,7 +172,7 @@ class PickingExportTest : public QObject {
     QCOMPARE(program.file(), "bA;C1;2026-03-02 10:12:05;Lamp;4711;A;A1;6;-2;0\r");
   }
 
-  void theMailCarriesTheText() {
+  void theMailHasTheFileAsItsAttachment() {
     ExportProgram program({pickOf("A"), pickOf("B")});
     program.sendEmail();
     QCOMPARE(program.mail->drafts().size(), 1U);
@@ -185,21 +185,21 @@ class PickingExportTest : public QObject {
     QVERIFY(program.alertTitles().isEmpty());
   }
 
-  void theNumberIsShownAsItIsEverywhere() {
+  void specialCharactersOfTheNumberAreShownInTheMail() {
     const MailDraft draft = exportMail("<b>47&11</b> %1 \"é\"", "", QDateTime());
     QCOMPARE(draft.subject, "Vardex File <b>47&11</b> %1 \"é\"");
     QCOMPARE(draft.htmlBody, "Delivery Number = &lt;b&gt;47&amp;11&lt;/b&gt; %1 &quot;é&quot;");
     QCOMPARE(draft.attachmentFileName, "Vardex_<b>47&11</b> %1 \"é\".csv");
   }
 
-  void theTextIsLogged() {
+  void theExportIsLogged() {
     ExportProgram program({pickOf("A")});
     QTest::ignoreMessage(QtInfoMsg,
                          "string to write:bA;C1;2026-03-02 10:12:05;Lamp;4711;A;A1;6;4;0\r");
     program.sendEmail();
   }
 
-  void withNothingToExportAnAlertSaysSo() {
+  void anAlertReportsThatThereIsNothingToExport() {
     ExportProgram program;
     program.sendEmail();
     const AlertView alert = program.topAlert();
@@ -226,7 +226,7 @@ class PickingExportTest : public QObject {
     QCOMPARE(program.mail->drafts().size(), 1U);
   }
 
-  void theStoreStaysAsItIs() {
+  void theExportDoesNotChangeTheStore() {
     ExportProgram program({pickOf("A")});
     program.sendEmail();
     QVERIFY(!program.context().hasChanges());
@@ -245,7 +245,7 @@ class PickingExportTest : public QObject {
     QCOMPARE(program.mail->drafts().size(), 2U);
   }
 
-  void anOlderFileIsReplacedAsAWhole() {
+  void anExistingFileIsReplacedAtomically() {
     ExportProgram program({pickOf("A")});
     QFile older(program.path());
     QVERIFY(older.open(QIODevice::ReadWrite));
@@ -256,21 +256,21 @@ class PickingExportTest : public QObject {
     QVERIFY(older.open(QIODevice::ReadOnly));
     program.sendEmail();
     QCOMPARE(program.file(), "bA;C1;2026-03-02 10:12:05;Lamp;4711;A;A1;6;4;0\r");
-    // Who reads the older file meanwhile reads all of it.
+    // A reader that has opened the old file still reads all of it.
     QCOMPARE(older.readAll(), QByteArray(10'000, 'x'));
     QVERIFY(!(QFile::permissions(program.path()) & (QFile::ReadGroup | QFile::ReadOther)));
     const QDir documents(program.environment.folders.documents());
     QCOMPARE(documents.entryList({"VardexExport*"}, QDir::Files).size(), 1);
   }
 
-  void theFileIsItsOwnersAlone() {
+  void theFileIsAccessibleToItsOwnerOnly() {
     ExportProgram program({pickOf("A")});
     program.sendEmail();
     constexpr auto kUser = QFile::ReadUser | QFile::WriteUser;
     QCOMPARE(QFile::permissions(program.path()) & ~kUser, QFile::ReadOwner | QFile::WriteOwner);
   }
 
-  void aFileThatCannotBeWrittenDoesNotKeepTheMailBack() {
+  void theMailIsComposedEvenIfTheFileCannotBeWritten() {
     ExportProgram program({pickOf("A")});
     QVERIFY(QDir().mkpath(program.path() + "/in the way"));
     program.sendEmail();
@@ -280,7 +280,7 @@ class PickingExportTest : public QObject {
     QVERIFY(program.alertTitles().isEmpty());
   }
 
-  void aDeviceWithoutMailKeepsTheFileAndSaysSoInTheLog() {
+  void withoutAMailProgramTheFileIsKeptAndAWarningIsLogged() {
     ExportProgram program({pickOf("A")});
     program.mail->setCanSendMail(false);
     QTest::ignoreMessage(QtWarningMsg, kCannotSend);
@@ -290,7 +290,7 @@ class PickingExportTest : public QObject {
     QVERIFY(program.alertTitles().isEmpty());
   }
 
-  void aMailThatIsNotTakenKeepsTheFileAndSaysSoInTheLog() {
+  void ifTheMailIsRejectedTheFileIsKeptAndAWarningIsLogged() {
     ExportProgram program({pickOf("A")});
     program.mail->setAcceptsMail(false);
     QTest::ignoreMessage(QtWarningMsg, kCannotSend);

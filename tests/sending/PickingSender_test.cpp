@@ -23,13 +23,13 @@ const QString kNothing = QStringLiteral("No picking to send||OK");
 const QString kUnreachable =
     QStringLiteral("Could not contact server|No connection could be opened to server|OK");
 
-/// Is told about the answers to the sender's messages.
-class Listener : public QObject, public AlertViewDelegate {};
+/// The delegate of the sender's alerts.
+class AlertDelegate : public QObject, public AlertViewDelegate {};
 
 /// A program with picks to send.
-class Picked : public TestProgram {
+class PickedProgram : public TestProgram {
  public:
-  Picked() {
+  PickedProgram() {
     add(QStringLiteral("C1"), QStringLiteral("A"), 3);
     add(QStringLiteral("C2"), QStringLiteral("A"), 0);
     add(QStringLiteral("C2"), QStringLiteral("B"), 7);
@@ -52,11 +52,11 @@ class Picked : public TestProgram {
   }
 
   void send(const QString &doc = kDoc) {
-    sender = std::make_unique<PickingSender>(environment, context(), &listener);
+    sender = std::make_unique<PickingSender>(environment, context(), &alertDelegate);
     sender->send(doc);
   }
 
-  /// Sends and waits for the message.
+  /// Sends and waits for the alert.
   void sendAll() {
     const int before = environment.alerts.count();
     send();
@@ -77,7 +77,7 @@ class Picked : public TestProgram {
     return QJsonDocument::fromJson(service.requests().last().body).array();
   }
 
-  Listener listener;
+  AlertDelegate alertDelegate;
   std::unique_ptr<PickingSender> sender;
 };
 
@@ -94,15 +94,15 @@ class PickingSenderTest : public QObject {
   }
   void aDeliveryWithoutPicksHasNothingToSend() {
     QFETCH(QString, doc);
-    Picked program;
+    PickedProgram program;
     program.send(doc);
     QCOMPARE(textsOf(program.environment.alerts), QStringList(kNothing));
     QVERIFY(!program.environment.busy.isActive());
     QVERIFY(program.service.requests().isEmpty());
   }
 
-  void aDeliveryThatWasSentHasNothingToSend() {
-    Picked program;
+  void aSentDeliveryHasNothingToSend() {
+    PickedProgram program;
     program.sendAll();
     program.answerTopAlert(0);
     program.sendAll();
@@ -111,7 +111,7 @@ class PickingSenderTest : public QObject {
   }
 
   void anUnreadableStoreHasNothingToSend() {
-    Picked program;
+    PickedProgram program;
     SQLite::Database(program.storePath().toStdString(), SQLite::OPEN_READWRITE)
         .exec("ALTER TABLE Picking RENAME TO Lost");
     QTest::ignoreMessage(QtWarningMsg, "Fetch failed: no such table: Picking");
@@ -119,8 +119,8 @@ class PickingSenderTest : public QObject {
     QCOMPARE(textsOf(program.environment.alerts), QStringList(kNothing));
   }
 
-  void theRequestIsAPostOfJson() {
-    Picked program;
+  void theRequestPostsJson() {
+    PickedProgram program;
     program.sendAll();
     const LoopbackService::Request &request = program.service.requests().at(0);
     QCOMPARE(request.method, "POST");
@@ -131,8 +131,8 @@ class PickingSenderTest : public QObject {
     QCOMPARE(request.headers.value("content-length"), QByteArray::number(request.body.size()));
   }
 
-  void allBoxesGoInOneRequest() {
-    Picked program;
+  void allBoxesAreSentInOneRequest() {
+    PickedProgram program;
     const auto rows = program.context().unsentPickings(kDoc);
     program.sendAll();
     QCOMPARE(program.service.requests().size(), 1);
@@ -147,8 +147,8 @@ class PickingSenderTest : public QObject {
     QCOMPARE(lines, QStringList({"C1 A 3", "C2 A 0", "C2 B 7"}));
   }
 
-  void pickTimesAreOfTheZoneThatTheDeviceStandsInNow() {
-    Picked program;
+  void pickTimesUseTheCurrentTimeZone() {
+    PickedProgram program;
     program.clock->set(QDateTime(QDate(2026, 3, 29), QTime(1, 30), QTimeZone::utc()));
     program.add(QStringLiteral("C3"), QStringLiteral("C"), 1);
     program.clock->setZone(QTimeZone("America/New_York"));
@@ -157,12 +157,13 @@ class PickingSenderTest : public QObject {
     QCOMPARE(program.sentElements().last()[u"datepicked"].toString(), "2026-03-28 21:30:00");
   }
 
-  void textThatIsNotAsciiArrivesCutShort() {
-    Picked program;
+  void aBodyWithNonAsciiTextIsTruncated() {
+    PickedProgram program;
     program.add(QStringLiteral("C3"), QStringLiteral("ΑΒΓ"), 1);
     program.sendAll();
     const LoopbackService::Request &request = program.service.requests().at(0);
-    // Three letters in the item code and three in the barcode, one byte each too many.
+    // The body loses a byte for each of the two-byte letters: three in the item code, three in the
+    // barcode.
     QVERIFY(request.body.endsWith("\"sent\": 0\n  "));
     QCOMPARE(request.headers.value("content-length"), QByteArray::number(request.body.size()));
     QCOMPARE(textsOf(program.environment.alerts), QStringList(kSent));
@@ -179,7 +180,7 @@ class PickingSenderTest : public QObject {
   }
   void anAcceptedPickingIsMarkedAsSent() {
     QFETCH(int, status);
-    Picked program;
+    PickedProgram program;
     program.service.answerWith(kAccepted, status);
     program.sendAll();
     QCOMPARE(textsOf(program.environment.alerts), QStringList(kSent));
@@ -187,31 +188,31 @@ class PickingSenderTest : public QObject {
     QVERIFY(!program.context().hasChanges());
   }
 
-  void anyOtherReplyIsShownAsItStands_data() {
+  void anyOtherReplyIsShownUnchanged_data() {
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<QString>("message");
     const auto row = [](const char *name, const QByteArray &reply) {
       QTest::newRow(name) << reply << QString::fromUtf8(reply);
     };
     row("without quotes", "0");
-    row("a line break after it", "\"0\"\n");
-    row("a blank before it", " \"0\"");
-    row("a blank after it", "\"0\" ");
+    row("a trailing line break", "\"0\"\n");
+    row("a leading space", " \"0\"");
+    row("a trailing space", "\"0\" ");
     row("another digit", "\"1\"");
     row("two digits", "\"00\"");
-    row("nothing in the quotes", "\"\"");
-    row("nothing", "");
-    row("a zero byte after it", QByteArray("\"0\"\0", 4));
+    row("empty quotes", "\"\"");
+    row("empty", "");
+    row("a trailing null byte", QByteArray("\"0\"\0", 4));
     row("an array", "[\"0\"]");
-    row("a page", "<html>Κλειστό</html>");
+    row("an HTML page", "<html>Κλειστό</html>");
     row("10,000 bytes", QByteArray(10'000, 'x'));
     QTest::newRow("not UTF-8") << QByteArray("\xFF\"0\"") << QString();
   }
-  void anyOtherReplyIsShownAsItStands() {
+  void anyOtherReplyIsShownUnchanged() {
     QFETCH(QByteArray, reply);
     QFETCH(QString, message);
     for (const int status : {200, 500}) {
-      Picked program;
+      PickedProgram program;
       program.service.answerWith(reply, status);
       program.sendAll();
       QCOMPARE(program.topAlert().title, "Could not contact server");
@@ -221,7 +222,7 @@ class PickingSenderTest : public QObject {
     }
   }
 
-  void ofALongReplyTheBeginningIsShown_data() {
+  void onlyTheBeginningOfALongReplyIsShown_data() {
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<QString>("message");
     QTest::newRow("one byte too long")
@@ -230,14 +231,14 @@ class PickingSenderTest : public QObject {
                                 << QString(10'000, u'x') + QStringLiteral(" …");
     QTest::newRow("cut within a character")
         << "x" + QByteArray("Κ").repeated(6'000) << u'x' + QString(4'999, u'Κ') + " …";
-    QTest::newRow("accepted, and more")
+    QTest::newRow("accepted, followed by spaces")
         << "\"0\"" + QByteArray(10'000, ' ') << "\"0\"" + QString(9'997, u' ') + " …";
     QTest::newRow("not UTF-8") << QByteArray(20'000, '\x80') << QString();
   }
-  void ofALongReplyTheBeginningIsShown() {
+  void onlyTheBeginningOfALongReplyIsShown() {
     QFETCH(QByteArray, reply);
     QFETCH(QString, message);
-    Picked program;
+    PickedProgram program;
     program.service.answerWith(reply);
     program.sendAll();
     QCOMPARE(program.topAlert().title, "Could not contact server");
@@ -245,16 +246,16 @@ class PickingSenderTest : public QObject {
     QCOMPARE(program.sentFlags(), QList<int>({0, 0, 0}));
   }
 
-  void aByteOrderMarkIsNotAccepted() {
-    Picked program;
+  void aReplyWithAByteOrderMarkIsNotAccepted() {
+    PickedProgram program;
     program.service.answerWith("\xEF\xBB\xBF" + kAccepted);
     program.sendAll();
     QCOMPARE(program.topAlert().title, "Could not contact server");
     QCOMPARE(program.sentFlags(), QList<int>({0, 0, 0}));
   }
 
-  void aReplyThatIsCutShortIsNotAccepted() {
-    Picked program;
+  void aTruncatedReplyIsNotAccepted() {
+    PickedProgram program;
     program.service.answerWith(
         [](const auto & /*request*/) { return Answer::cutShort(kAccepted, 10); });
     program.sendAll();
@@ -262,14 +263,14 @@ class PickingSenderTest : public QObject {
     QCOMPARE(program.sentFlags(), QList<int>({0, 0, 0}));
   }
 
-  void withoutAnyReplyNothingIsMarked_data() {
+  void withoutAReplyNothingIsMarkedAsSent_data() {
     QTest::addColumn<bool>("isReachable");
-    QTest::newRow("nothing listens") << false;
+    QTest::newRow("the service is unreachable") << false;
     QTest::newRow("the connection is dropped") << true;
   }
-  void withoutAnyReplyNothingIsMarked() {
+  void withoutAReplyNothingIsMarkedAsSent() {
     QFETCH(bool, isReachable);
-    Picked program;
+    PickedProgram program;
     program.service.answerWith([](const auto & /*request*/) { return Answer::none(); });
     if (!isReachable) {
       program.environment.serviceHost = LoopbackService::unreachableHost();
@@ -280,15 +281,15 @@ class PickingSenderTest : public QObject {
     QVERIFY(!program.context().hasChanges());
   }
 
-  void aDroppedPickingIsNotSentTwice() {
-    Picked program;
+  void aDroppedRequestIsNotRetried() {
+    PickedProgram program;
     program.service.answerWith([](const auto & /*request*/) { return Answer::none(); });
     program.sendAll();
     QCOMPARE(program.service.requests().size(), 1);
   }
 
   void afterAFailureThePickingCanBeSentAgain() {
-    Picked program;
+    PickedProgram program;
     program.service.answerWith("busy");
     program.sendAll();
     program.answerTopAlert(0);
@@ -300,7 +301,7 @@ class PickingSenderTest : public QObject {
   }
 
   void onlyUnsentRowsOfTheDeliveryAreSentAndMarked() {
-    Picked program;
+    PickedProgram program;
     program.add(QStringLiteral("C1"), QStringLiteral("S"), 1, 1);
     program.add(QStringLiteral("C1"), QStringLiteral("O"), 1, 0, QStringLiteral("0815"));
     program.sendAll();
@@ -309,8 +310,8 @@ class PickingSenderTest : public QObject {
     QCOMPARE(program.sentFlags(QStringLiteral("0815")), QList<int>({0}));
   }
 
-  void whatIsPickedAfterASendGoesWithTheNext() {
-    Picked program;
+  void picksAfterASendAreSentByTheNextOne() {
+    PickedProgram program;
     program.sendAll();
     program.add(QStringLiteral("C9"), QStringLiteral("Z"), 1);
     program.sendAll();
@@ -318,8 +319,8 @@ class PickingSenderTest : public QObject {
     QCOMPARE(program.sentElements().at(0)[u"item"].toString(), "Z");
   }
 
-  void aRowThatWasNotInTheRequestIsNotMarked() {
-    Picked program;
+  void aRowAddedAfterTheRequestIsNotMarkedAsSent() {
+    PickedProgram program;
     program.service.answerWith([](const auto & /*request*/) { return Answer::silence(); });
     program.send();
     QTRY_COMPARE(program.service.requests().size(), 1);
@@ -329,8 +330,8 @@ class PickingSenderTest : public QObject {
     QCOMPARE(program.sentFlags(), QList<int>({1, 1, 1, 0}));
   }
 
-  void nothingCanBeTouchedUntilTheReply() {
-    Picked program;
+  void theProgramIsBusyUntilTheReply() {
+    PickedProgram program;
     program.service.answerWith([](const auto & /*request*/) { return Answer::silence(); });
     program.send();
     QVERIFY(program.environment.busy.isActive());
@@ -342,14 +343,14 @@ class PickingSenderTest : public QObject {
     QTRY_VERIFY(!program.environment.busy.isActive());
   }
 
-  void theMessageComesAfterTheEventThatEndedTheSend_data() {
+  void theAlertIsShownAfterTheBusyStateHasEnded_data() {
     QTest::addColumn<QByteArray>("reply");
     QTest::newRow("accepted") << kAccepted;
     QTest::newRow("refused") << QByteArray("no");
   }
-  void theMessageComesAfterTheEventThatEndedTheSend() {
+  void theAlertIsShownAfterTheBusyStateHasEnded() {
     QFETCH(QByteArray, reply);
-    Picked program;
+    PickedProgram program;
     program.service.answerWith(reply);
     QStringList seen;
     QList<int> flags;
@@ -365,19 +366,19 @@ class PickingSenderTest : public QObject {
     disconnect(&program.environment.busy, nullptr, this, nullptr);
   }
 
-  void everyMessageHasNoTagAndTheDelegateGiven() {
-    Picked program;
+  void alertsHaveNoTagAndTheGivenDelegate() {
+    PickedProgram program;
     program.send(QStringLiteral("0815"));
     program.sendAll();
     for (const AlertView &alert : program.environment.alerts.alerts()) {
       QCOMPARE(alert.tag, 0);
-      QCOMPARE(alert.delegate.get(), static_cast<AlertViewDelegate *>(&program.listener));
+      QCOMPARE(alert.delegate.get(), static_cast<AlertViewDelegate *>(&program.alertDelegate));
     }
     QCOMPARE(program.environment.alerts.count(), 2);
   }
 
-  void aSenderThatIsDestroyedEndsItsSend() {
-    Picked program;
+  void destroyingTheSenderAbortsTheSend() {
+    PickedProgram program;
     program.service.answerWith([](const auto & /*request*/) { return Answer::silence(); });
     program.send();
     program.sender.reset();

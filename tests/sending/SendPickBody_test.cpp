@@ -52,10 +52,10 @@ class SendPickBodyTest : public QObject {
 
   void quantitiesAreNumbers_data() {
     QTest::addColumn<int>("pickqty");
-    QTest::newRow("nothing") << 0;
-    QTest::newRow("less than nothing") << -2;
-    QTest::newRow("the most") << std::numeric_limits<int>::max();
-    QTest::newRow("the least") << std::numeric_limits<int>::min();
+    QTest::newRow("zero") << 0;
+    QTest::newRow("negative") << -2;
+    QTest::newRow("maximum") << std::numeric_limits<int>::max();
+    QTest::newRow("minimum") << std::numeric_limits<int>::min();
   }
   void quantitiesAreNumbers() {
     QFETCH(int, pickqty);
@@ -66,7 +66,7 @@ class SendPickBodyTest : public QObject {
     QVERIFY(bodyOf({row}).contains("\"qty\": " + QByteArray::number(pickqty) + ','));
   }
 
-  void elementsStandInTheOrderOfTheRows() {
+  void elementsAreInTheOrderOfTheRows() {
     const QJsonArray elements =
         QJsonDocument::fromJson(bodyOf({pickOf(QStringLiteral("B")), pickOf(QStringLiteral("A")),
                                         pickOf(QStringLiteral("C"))}))
@@ -84,7 +84,7 @@ class SendPickBodyTest : public QObject {
     QVERIFY(body.endsWith("    }\n]\n"));
   }
 
-  void pickTimesAreLocalOnBothSidesOfAChange_data() {
+  void pickTimesAreLocalBeforeAndAfterAClockChange_data() {
     QTest::addColumn<QDateTime>("utc");
     QTest::addColumn<QByteArray>("zone");
     QTest::addColumn<QString>("local");
@@ -92,14 +92,18 @@ class SendPickBodyTest : public QObject {
     const auto utc = [](int month, int day, int hour) {
       return QDateTime(QDate(2026, month, day), QTime(hour, 30), QTimeZone::utc());
     };
-    QTest::newRow("before summer") << utc(3, 29, 0) << athens << "2026-03-29 02:30:00";
-    QTest::newRow("after summer began") << utc(3, 29, 1) << athens << "2026-03-29 04:30:00";
-    QTest::newRow("before summer ends") << utc(10, 25, 0) << athens << "2026-10-25 03:30:00";
-    QTest::newRow("after summer ended") << utc(10, 25, 1) << athens << "2026-10-25 03:30:00";
+    QTest::newRow("before the start of summer time")
+        << utc(3, 29, 0) << athens << "2026-03-29 02:30:00";
+    QTest::newRow("after the start of summer time")
+        << utc(3, 29, 1) << athens << "2026-03-29 04:30:00";
+    QTest::newRow("before the end of summer time")
+        << utc(10, 25, 0) << athens << "2026-10-25 03:30:00";
+    QTest::newRow("after the end of summer time")
+        << utc(10, 25, 1) << athens << "2026-10-25 03:30:00";
     QTest::newRow("west of Greenwich")
         << utc(1, 1, 0) << QByteArray("America/New_York") << "2025-12-31 19:30:00";
   }
-  void pickTimesAreLocalOnBothSidesOfAChange() {
+  void pickTimesAreLocalBeforeAndAfterAClockChange() {
     QFETCH(QDateTime, utc);
     QFETCH(QByteArray, zone);
     Picking row = pickOf(QStringLiteral("A"));
@@ -114,20 +118,20 @@ class SendPickBodyTest : public QObject {
     QCOMPARE(elementOf(row).value(u"item").toString(), row.item);
   }
 
-  void theBodyLosesAByteForEachThatItsTextHasTooMany_data() {
+  void theBodyIsTruncatedToItsLengthInUtf16Units_data() {
     QTest::addColumn<QString>("item");
     QTest::addColumn<int>("lost");
     QTest::newRow("ASCII") << QStringLiteral("A") << 0;
-    QTest::newRow("two bytes a letter") << QStringLiteral("ΑΒΓ") << 3;
-    QTest::newRow("three bytes a sign") << QStringLiteral("€") << 2;
-    QTest::newRow("four bytes for two units") << QStringLiteral("\U0001F4E6") << 2;
+    QTest::newRow("two-byte letters") << QStringLiteral("ΑΒΓ") << 3;
+    QTest::newRow("a three-byte sign") << QStringLiteral("€") << 2;
+    QTest::newRow("four bytes, two UTF-16 units") << QStringLiteral("\U0001F4E6") << 2;
   }
-  void theBodyLosesAByteForEachThatItsTextHasTooMany() {
+  void theBodyIsTruncatedToItsLengthInUtf16Units() {
     QFETCH(QString, item);
     QFETCH(int, lost);
     const QByteArray plain = bodyOf({pickOf(QStringLiteral("A"))});
     const QByteArray body = bodyOf({pickOf(item)});
-    // Code and barcode both have the text.
+    // The item code and the barcode both contain `item`.
     const qsizetype whole = plain.size() + 2 * (item.toUtf8().size() - 1);
     QCOMPARE(body.size(), whole - 2 * lost);
     QVERIFY(plain.endsWith("\n    }\n]\n"));
