@@ -22,7 +22,7 @@ BoxLine lineOf(const QString &item, int pickqty, int orderqty,
           .pickqty = pickqty};
 }
 
-/// A summary, and the screen that it is laid over.
+/// A summary and the screen that it covers.
 class Summary : public TestEnvironment {
  public:
   Summary() : opener({}, environment), screen(environment) {}
@@ -58,34 +58,34 @@ class deliveryDetailsViewControllerTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void itIsTitledWithTheDeliveryInRed() {
+  void theTitleIsTheDeliveryNumberInRed() {
     Summary summary;
     summary.show(kLines);
     QCOMPARE(summary.screen.lblDelivery->text(), "Summary for Delivery: 4711");
     QCOMPARE(summary.screen.lblDelivery->textColor(), Colour::red);
   }
 
-  void itAddsUpTheDelivery() {
+  void showsTheTotalsOfTheDelivery() {
     Summary summary;
     summary.show(kLines);
     QCOMPARE(summary.totals(), QStringList({"15", "20", "-5"}));
   }
 
-  void itsTotalsWrapAround() {
+  void totalsWrapAround() {
     Summary summary;
-    const int most = std::numeric_limits<int>::max();
-    summary.show({lineOf(QStringLiteral("A"), most, 0), lineOf(QStringLiteral("B"), 1, 0)});
+    const int maximum = std::numeric_limits<int>::max();
+    summary.show({lineOf(QStringLiteral("A"), maximum, 0), lineOf(QStringLiteral("B"), 1, 0)});
     QCOMPARE(summary.totals(), QStringList({"-2147483648", "0", "-2147483648"}));
   }
 
-  void itShowsEveryLineAtFirst() {
+  void showsEveryLineAtFirst() {
     Summary summary;
     summary.show(kLines);
     QCOMPARE(summary.screen.segmentedControlStatus->selectedSegmentIndex(), 0);
     QCOMPARE(summary.items(), QStringList({"A", "B", "C", "D"}));
   }
 
-  void itStartsAtTheTop() {
+  void startsAtTheTop() {
     Summary summary;
     QSignalSpy scrolled(summary.screen.tblPicking, &TableView::scrolledToTop);
     summary.show(kLines);
@@ -99,7 +99,7 @@ class deliveryDetailsViewControllerTest : public QObject {
     QTest::newRow("not picked") << 1 << QStringList{"A", "E"};
     QTest::newRow("different") << 2 << QStringList{"B", "D"};
     QTest::newRow("matching") << 3 << QStringList{"C", "E"};
-    QTest::newRow("any higher one") << 4 << QStringList{"C", "E"};
+    QTest::newRow("any higher index") << 4 << QStringList{"C", "E"};
   }
   void aSegmentFiltersTheLines() {
     QFETCH(int, segment);
@@ -108,14 +108,14 @@ class deliveryDetailsViewControllerTest : public QObject {
     lines.push_back(lineOf(QStringLiteral("E"), 0, 0));
     summary.show(lines);
     const QStringList totals = summary.totals();
-    // The first segment is touched on the way back from another.
+    // Segment 0 is selected at first, so touch another segment before it.
     summary.screen.segmentedControlStatus->touchSegment(2);
     summary.screen.segmentedControlStatus->touchSegment(segment);
     QTEST(summary.items(), "items");
     QCOMPARE(summary.totals(), totals);
   }
 
-  void theFilterHasATitleForEachSegment() {
+  void everyFilterSegmentHasATitle() {
     const Summary summary;
     QCOMPARE(summary.screen.segmentedControlStatus->titles(),
              QStringList({"All", "Not picked", "Different", "Matching"}));
@@ -133,7 +133,7 @@ class deliveryDetailsViewControllerTest : public QObject {
     QTest::newRow("not picked") << 0 << QStringList{"0", "5", "-5"} << red << grey;
     QTest::newRow("short") << 1 << QStringList{"3", "5", "-2"} << red << clear;
     QTest::newRow("matching") << 2 << QStringList{"5", "5", "0"} << green << grey;
-    QTest::newRow("beyond its order") << 3 << QStringList{"7", "5", "2"} << red << clear;
+    QTest::newRow("more than ordered") << 3 << QStringList{"7", "5", "2"} << red << clear;
   }
   void aRowShowsALine() {
     QFETCH(int, row);
@@ -148,7 +148,7 @@ class deliveryDetailsViewControllerTest : public QObject {
     QCOMPARE(cell.descr.text, "Description of " + item);
   }
 
-  void rowsOfAFilteredListAlternateByTheirOwnNumber() {
+  void rowsOfAFilteredListAlternateByTheirVisibleIndex() {
     Summary summary;
     summary.show(kLines);
     summary.screen.segmentedControlStatus->touchSegment(2);
@@ -157,7 +157,7 @@ class deliveryDetailsViewControllerTest : public QObject {
     QCOMPARE(cellAt<pickTableCell>(table, 1).backgroundColor, Colour::clear);
   }
 
-  void aLineOfNothingHasAGreenZero() {
+  void aLineWithoutQuantitiesHasAGreenZero() {
     Summary summary;
     summary.show({lineOf(QStringLiteral("A"), 0, 0)});
     const auto cell = cellAt<pickTableCell>(*summary.screen.tblPicking, 0);
@@ -182,7 +182,7 @@ class deliveryDetailsViewControllerTest : public QObject {
     QCOMPARE(summary.screen.tblPicking->headerHeight(), 54.0);
   }
 
-  void itHasOneSection() {
+  void hasOneSection() {
     Summary summary;
     summary.show(kLines);
     const TableView &table = *summary.screen.tblPicking;
@@ -191,7 +191,7 @@ class deliveryDetailsViewControllerTest : public QObject {
     QCOMPARE(summary.screen.numberOfRowsInSection(table, 1), 0);
   }
 
-  void aTouchOnARowDoesNothing() {
+  void touchingARowDoesNothing() {
     Summary summary;
     summary.show(kLines);
     QVERIFY(summary.screen.tblPicking->isEnabled());
@@ -204,7 +204,7 @@ class deliveryDetailsViewControllerTest : public QObject {
     QCOMPARE(summary.totals(), QStringList({"15", "20", "-5"}));
   }
 
-  void closingFlipsItAway() {
+  void closingFlipsTheSummaryAway() {
     Summary summary;
     summary.show(kLines);
     QSignalSpy flips(&summary.opener, &ViewController::flipped);
@@ -216,7 +216,7 @@ class deliveryDetailsViewControllerTest : public QObject {
     QCOMPARE(summary.opener.flipMilliseconds(), 800);
   }
 
-  void reopenedItShowsTheNewLinesUnfiltered() {
+  void aReopenedSummaryShowsTheNewLinesUnfiltered() {
     Summary summary;
     summary.show(kLines);
     summary.screen.segmentedControlStatus->touchSegment(3);
@@ -228,7 +228,7 @@ class deliveryDetailsViewControllerTest : public QObject {
     QCOMPARE(summary.totals(), QStringList({"1", "4", "-3"}));
   }
 
-  void withoutLinesItHasAnEmptyTitle() {
+  void withoutLinesTheTitleHasNoDeliveryNumber() {
     Summary summary;
     summary.show({});
     QCOMPARE(summary.screen.lblDelivery->text(), "Summary for Delivery: ");
