@@ -20,7 +20,7 @@ class ScanTrailTest : public QObject {
     QCOMPARE(changed.size(), 2);
   }
 
-  void theLatestFoundIsBookedWhateverCameSince() {
+  void theLatestFoundScanIsBookedDespiteLaterScans() {
     ScanTrail trail;
     trail.add({.code = QStringLiteral("A"), .outcome = ScanOutcome::Found, .line = 1});
     trail.add({.code = QStringLiteral("B"), .outcome = ScanOutcome::Found, .line = 2});
@@ -31,14 +31,14 @@ class ScanTrailTest : public QObject {
     QCOMPARE(trail.scans().at(2).outcome, ScanOutcome::Found);
   }
 
-  void withoutAFoundOneNothingIsBooked() {
+  void withoutAFoundScanNothingIsBooked() {
     ScanTrail trail;
     trail.add({.code = QStringLiteral("A"), .outcome = ScanOutcome::Unknown});
     trail.bookLatestFound();
     QCOMPARE(trail.scans().at(0).outcome, ScanOutcome::Unknown);
   }
 
-  void theOldestScansAreForgotten() {
+  void theOldestScansAreDropped() {
     ScanTrail trail;
     for (std::size_t i = 0; i <= ScanTrail::kCapacity; ++i) {
       trail.add({.code = QString::number(i)});
@@ -47,7 +47,7 @@ class ScanTrailTest : public QObject {
     QCOMPARE(trail.scans().back().code, QStringLiteral("1"));
   }
 
-  void aNewPickingBeginsWithoutScans() {
+  void clearingRemovesAllScans() {
     ScanTrail trail;
     trail.add({.code = QStringLiteral("A")});
     trail.clear();

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Presents the list and remembers what was chosen.
+/// Presents the list and records the chosen actions.
 class Opener : public ViewController, public ActionPickerDelegate {
  public:
   explicit Opener(Environment &environment) : ViewController({}, environment) {}
@@ -31,7 +31,7 @@ class OpenList : public TestEnvironment {
     opener.presentViewController(&list, ViewController::PresentationStyle::Popover);
   }
 
-  /// The titles as the table shows them.
+  /// The titles in the table.
   [[nodiscard]] QStringList rows() const {
     QStringList rows;
     for (int row = 0; row < list.tableView->rowCount(); ++row) {
@@ -50,32 +50,32 @@ class actionPickerViewControllerTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void itListsTheThreeActions() {
+  void listsTheThreeActions() {
     const OpenList open;
     const QStringList titles{"View Summary", "Send Email", "Complete and Send"};
     QCOMPARE(open.list.actionNames(), titles);
     QCOMPARE(open.rows(), titles);
   }
 
-  void itHasOneSection() {
+  void hasOneSection() {
     OpenList open;
     QCOMPARE(open.list.numberOfSectionsInTableView(*open.list.tableView), 1);
     QCOMPARE(open.list.numberOfRowsInSection(*open.list.tableView, 0), 3);
   }
 
-  void itSaysHowLargeItWantsToBe() {
+  void hasAPreferredSize() {
     const OpenList open;
     QCOMPARE(open.list.preferredContentSize(), QSizeF(200, 135));
   }
 
-  void aTouchTellsTheDelegateAndThenCloses_data() {
+  void aTouchNotifiesTheDelegateAndThenClosesTheList_data() {
     QTest::addColumn<int>("row");
     QTest::addColumn<QString>("title");
     QTest::newRow("first") << 0 << QStringLiteral("View Summary");
     QTest::newRow("second") << 1 << QStringLiteral("Send Email");
     QTest::newRow("third") << 2 << QStringLiteral("Complete and Send");
   }
-  void aTouchTellsTheDelegateAndThenCloses() {
+  void aTouchNotifiesTheDelegateAndThenClosesTheList() {
     QFETCH(int, row);
     const OpenList open;
     open.list.tableView->touchRow(row);
@@ -84,7 +84,7 @@ class actionPickerViewControllerTest : public QObject {
     QCOMPARE(open.opener.presentedViewController(), nullptr);
   }
 
-  void withTheDelegateGoneATouchOnlyCloses() {
+  void withoutADelegateATouchOnlyClosesTheList() {
     OpenList open;
     auto delegate = std::make_unique<Opener>(open.environment);
     open.list.setDelegate(delegate.get());

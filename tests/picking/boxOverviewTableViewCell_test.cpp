@@ -9,14 +9,14 @@ class boxOverviewTableViewCellTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void itHasTheLabelsOfThePickTable() {
+  void hasTheLabelsOfThePickTable() {
     const QMetaObject &meta = boxOverviewTableViewCell::staticMetaObject;
     for (const char *label : {"item", "barcode", "descr", "orderqty", "pickqty", "diffqty"}) {
       QVERIFY2(meta.indexOfProperty(label) >= 0, label);
     }
   }
 
-  void itsLabelsAreEmptyAtFirst() {
+  void labelsAreEmptyAtFirst() {
     const boxOverviewTableViewCell cell;
     for (const CellLabel *label :
          {&cell.item, &cell.barcode, &cell.descr, &cell.orderqty, &cell.pickqty, &cell.diffqty}) {

@@ -8,15 +8,15 @@ class boxTableViewCellTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void theBackgroundIsTheColourOfTheState_data() {
+  void theBackgroundHasTheColourOfTheState_data() {
     QTest::addColumn<int>("pickqty");
     QTest::addColumn<QString>("state");
     QTest::addColumn<Colour>("colour");
     QTest::newRow("not picked") << 0 << QStringLiteral("unopened") << Colour::yellow;
-    QTest::newRow("picked in part") << 2 << QStringLiteral("incomplete") << Colour::red;
+    QTest::newRow("partly picked") << 2 << QStringLiteral("incomplete") << Colour::red;
     QTest::newRow("picked exactly") << 5 << QStringLiteral("completed") << Colour::green;
   }
-  void theBackgroundIsTheColourOfTheState() {
+  void theBackgroundHasTheColourOfTheState() {
     QFETCH(int, pickqty);
     const BoxRecord box{.box = QStringLiteral("C1"), .boxorderqty = 5, .boxpickqty = pickqty};
     for (const int row : {0, 1}) {

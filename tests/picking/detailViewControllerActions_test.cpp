@@ -38,7 +38,7 @@ class PickedBox : public TestProgram {
   }
 };
 
-/// "from→to left" for each flip.
+/// "<screen> to <screen> from left" for each flip; "own" is the pane itself.
 QStringList flipsOf(const QSignalSpy &flips) {
   const auto nameOf = [](const QVariant &controller) {
     const auto *view = controller.value<ViewController *>();
@@ -58,7 +58,7 @@ const QString kOut = QStringLiteral("deliveryDetailsViewController to own from r
 
 }  // namespace
 
-/// The action list and what its actions do.
+/// The action list and its actions.
 class detailViewControllerActionsTest : public QObject {
   Q_OBJECT
 
@@ -71,7 +71,7 @@ class detailViewControllerActionsTest : public QObject {
     QCOMPARE(program.detail().popoverSource(), program.detail().btnOptions);
   }
 
-  void theOptionsTakeTheKeyboardFromTheScanField() {
+  void choosingAnOptionTakesTheFocusFromTheScanField() {
     const PickedBox program;
     QVERIFY(program.detail().txtBarcode->isFirstResponder());
     program.chooseAction(2);
@@ -79,7 +79,7 @@ class detailViewControllerActionsTest : public QObject {
     QVERIFY(!program.detail().txtBarcode->isFirstResponder());
   }
 
-  void theActionListIsAlwaysTheSame() {
+  void theActionListIsReused() {
     const PickedBox program;
     const QPointer<actionPickerViewController> list = program.detail().actionPicker();
     program.chooseAction(2);
@@ -90,7 +90,7 @@ class detailViewControllerActionsTest : public QObject {
     QVERIFY(!list.isNull());
   }
 
-  void completingAsksFirst() {
+  void completingAsksForConfirmation() {
     PickedBox program;
     program.chooseAction(2);
     QCOMPARE(textsOf(program.environment.alerts), QStringList(kQuestion));
@@ -99,7 +99,7 @@ class detailViewControllerActionsTest : public QObject {
     QVERIFY(!program.environment.busy.isActive());
   }
 
-  void noSendsNothing() {
+  void answeringNoSendsNothing() {
     PickedBox program;
     program.chooseAction(2);
     program.answerTopAlert(0);
@@ -109,7 +109,7 @@ class detailViewControllerActionsTest : public QObject {
     QCOMPARE(program.context().unsentPickings(QStringLiteral("4711"))->size(), 1U);
   }
 
-  void yesSendsThePicking() {
+  void answeringYesSendsThePicking() {
     PickedBox program;
     program.chooseAction(2);
     program.answerTopAlert(1);
@@ -118,7 +118,7 @@ class detailViewControllerActionsTest : public QObject {
     QVERIFY(program.context().unsentPickings(QStringLiteral("4711"))->empty());
   }
 
-  void theAnswerToAnyOtherAlertDoesNothing() {
+  void onlyTheYesButtonOfTheConfirmationSends() {
     const PickedBox program;
     program.detail().clickedButtonAtIndex({.buttons = {"NO", "YES"}, .tag = 0}, 1);
     program.detail().clickedButtonAtIndex(
@@ -129,7 +129,7 @@ class detailViewControllerActionsTest : public QObject {
     QVERIFY(program.environment.busy.isActive());
   }
 
-  void theMessageAfterASendIsDoneWithItsAnswer() {
+  void answeringTheAlertAfterASendDoesNothing() {
     PickedBox program;
     program.detail().sendPickingToServer();
     QTRY_COMPARE(program.environment.alerts.count(), 1);
@@ -148,21 +148,21 @@ class detailViewControllerActionsTest : public QObject {
     QCOMPARE(textsOf(program.environment.alerts), QStringList("No picking to send||OK"));
   }
 
-  void theDeliverySentIsThatOfTheFirstLine() {
+  void theSentDeliveryIsThatOfTheFirstLine() {
     PickedBox program;
     program.restartPickingAs(QStringLiteral("the pane's"));
     program.detail().sendPickingToServer();
     QVERIFY(program.environment.busy.isActive());
   }
 
-  void onlyTheThreeTitlesDoAnything_data() {
+  void unknownTitlesDoNothing_data() {
     QTest::addColumn<QString>("title");
     QTest::newRow("other case") << QStringLiteral("complete and send");
-    QTest::newRow("blank after") << QStringLiteral("View Summary ");
-    QTest::newRow("blank before") << QStringLiteral(" Send Email");
-    QTest::newRow("nothing") << QString();
+    QTest::newRow("trailing space") << QStringLiteral("View Summary ");
+    QTest::newRow("leading space") << QStringLiteral(" Send Email");
+    QTest::newRow("empty") << QString();
   }
-  void onlyTheThreeTitlesDoAnything() {
+  void unknownTitlesDoNothing() {
     QFETCH(QString, title);
     const PickedBox program;
     program.detail().selectedAction(title);
@@ -172,7 +172,7 @@ class detailViewControllerActionsTest : public QObject {
     QVERIFY(!program.environment.busy.isActive());
   }
 
-  void sendEmailOpensAMail() {
+  void sendEmailComposesAMail() {
     const PickedBox program;
     program.chooseAction(1);
     QCOMPARE(program.mail->drafts().size(), 1U);
@@ -180,7 +180,7 @@ class detailViewControllerActionsTest : public QObject {
     QCOMPARE(program.detail().overlay(), nullptr);
   }
 
-  void viewSummaryLaysTheSummaryOverThePane() {
+  void viewSummaryShowsTheSummaryOverThePane() {
     const PickedBox program;
     QSignalSpy flips(&program.detail(), &ViewController::flipped);
     program.chooseAction(0);
@@ -196,7 +196,7 @@ class detailViewControllerActionsTest : public QObject {
     QCOMPARE(flipsOf(flips), QStringList(kIn));
   }
 
-  void viewedAgainTheSummaryFlipsOutAndInWithTheCurrentLines() {
+  void viewingTheSummaryAgainFlipsItOutAndInWithTheCurrentLines() {
     const PickedBox program;
     program.detail().selectedAction(kViewSummary);
     const deliveryDetailsViewController *summary = program.detail().deliveryDetailsVC();

@@ -65,17 +65,17 @@ class OpenBox : public TestProgram {
   }
 };
 
-/// Stands in the master pane's place and looks around when it is told.
-class Witness : public QObject, public QuantityChangedOnDetailViewDelegate {
+/// Replaces the master pane as the delegate, and records the state at every call.
+class RecordingDelegate : public QObject, public QuantityChangedOnDetailViewDelegate {
  public:
-  explicit Witness(TestProgram &program) : m_program(program) {}
+  explicit RecordingDelegate(TestProgram &program) : m_program(program) {}
 
   void QuantityChangedOnDetailView() override {
     ++calls;
     stored = storedIn(m_program);
     isSaved = !m_program.context().hasChanges();
     totals = totalsOf(m_program);
-    hasScanFieldKeyboard = m_program.detail().txtBarcode->isFirstResponder();
+    isScanFieldFocused = m_program.detail().txtBarcode->isFirstResponder();
   }
   void QuantityChangedOnDetailViewDelegateForPick(std::shared_ptr<PickList> /*list*/,
                                                   const QString & /*box*/) override {
@@ -87,7 +87,7 @@ class Witness : public QObject, public QuantityChangedOnDetailViewDelegate {
   QStringList stored;
   bool isSaved = false;
   QStringList totals;
-  bool hasScanFieldKeyboard = false;
+  bool isScanFieldFocused = false;
 
  private:
   TestProgram &m_program;
@@ -95,12 +95,12 @@ class Witness : public QObject, public QuantityChangedOnDetailViewDelegate {
 
 }  // namespace
 
-/// The keypad as the pane opens it, and what a confirmed quantity changes.
+/// The keypad that the pane opens, and what a confirmed quantity changes.
 class detailViewControllerCorrectionTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void theKeypadOpensAsAFormSheetOnTheLine() {
+  void theKeypadOpensAsAFormSheetForTheLine() {
     OpenBox program;
     program.box().boxitems.at(1).pickqty = 1;
     program.detail().displayQuantityViewControllerForIndexPath(1);
@@ -134,12 +134,12 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(table.paintedColour(), Colour::blue);
   }
 
-  void whereThereIsNoRowNothingOpensAndTheErrorToneSounds_data() {
+  void aMissingRowOpensNothingAndPlaysTheErrorTone_data() {
     QTest::addColumn<int>("row");
     QTest::newRow("before the first") << -1;
     QTest::newRow("after the last") << 3;
   }
-  void whereThereIsNoRowNothingOpensAndTheErrorToneSounds() {
+  void aMissingRowOpensNothingAndPlaysTheErrorTone() {
     QFETCH(int, row);
     const OpenBox program;
     program.detail().displayQuantityViewControllerForIndexPath(row);
@@ -159,7 +159,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(program.keypad(), nullptr);
   }
 
-  void aNegativeQuantityIsTakenAway() {
+  void aNegativeQuantityIsSubtracted() {
     OpenBox program;
     program.enterQuantity(0, QStringLiteral("5"));
     program.enterQuantity(0, QStringLiteral("-2"));
@@ -168,7 +168,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(storedIn(program), QStringList("C1 A 3"));
   }
 
-  void nothingBringsALineBackToZero() {
+  void aLineCannotBeCorrectedBackToZero() {
     OpenBox program;
     program.enterQuantity(0, QStringLiteral("5"));
     const QString saved = program.detail().lblSaved->text();
@@ -181,7 +181,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(program.keypad(), nullptr);
   }
 
-  void cancelChangesNothingAndLeavesTheMark() {
+  void cancelChangesNothingAndKeepsTheRowMarked() {
     OpenBox program;
     program.detail().tblItems->touchRow(1);
     program.keypad()->txtNewQty->edit(QStringLiteral("2"));
@@ -195,7 +195,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(program.detail().tblItems->paintedRow(), -1);
   }
 
-  void theLineBecomesTheSumWhileTheBoxMovesByWhatWasAdded() {
+  void theLineBecomesTheSumAndTheBoxGrowsByTheAddedQuantity() {
     OpenBox program;
     program.enterQuantity(0, QStringLiteral("2"));
     program.detail().CloseViewControllerWithGetQtyAtRow(0, 10, 1);
@@ -204,21 +204,21 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(storedIn(program), QStringList("C1 A 11"));
   }
 
-  void theOrderedTotalIsNotTouched() {
+  void theOrderedTotalIsNotUpdated() {
     OpenBox program;
-    program.detail().lblTotalOrder->setText(QStringLiteral("as it was"));
+    program.detail().lblTotalOrder->setText(QStringLiteral("unchanged"));
     program.enterQuantity(0, QStringLiteral("2"));
-    QCOMPARE(totalsOf(program), QStringList({"2", "as it was", "-6"}));
+    QCOMPARE(totalsOf(program), QStringList({"2", "unchanged", "-6"}));
   }
 
   void sumsWrapAround() {
     OpenBox program;
-    const std::int32_t most = std::numeric_limits<std::int32_t>::max();
-    const std::int32_t least = std::numeric_limits<std::int32_t>::min();
-    program.box().boxpickqty = most;
-    program.detail().CloseViewControllerWithGetQtyAtRow(0, most, 1);
-    QCOMPARE(picksOf(program, 0), QList<int>({least, 0, 0}));
-    QCOMPARE(program.box().boxpickqty, least);
+    const std::int32_t maximum = std::numeric_limits<std::int32_t>::max();
+    const std::int32_t minimum = std::numeric_limits<std::int32_t>::min();
+    program.box().boxpickqty = maximum;
+    program.detail().CloseViewControllerWithGetQtyAtRow(0, maximum, 1);
+    QCOMPARE(picksOf(program, 0), QList<int>({minimum, 0, 0}));
+    QCOMPARE(program.box().boxpickqty, minimum);
   }
 
   void withoutAFilterNoRowIsMarkedAfterwards() {
@@ -228,7 +228,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(program.detail().tblItems->paintedRow(), -1);
   }
 
-  void underAFilterTheRowIsMarkedWhateverStandsThere() {
+  void underAFilterTheRowStaysMarkedWhateverLineItShows() {
     OpenBox program;
     program.detail().segmentedControl->touchSegment(1);
     program.enterQuantity(0, QStringLiteral("2"));
@@ -241,7 +241,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(cellAt<pickTableCell>(table, 0).item.text, "B");
   }
 
-  void underAFilterARowThatIsGoneIsNotMarked() {
+  void underAFilterARowThatDisappearsIsNotMarked() {
     OpenBox program;
     program.detail().segmentedControl->touchSegment(1);
     program.enterQuantity(2, QStringLiteral("1"));
@@ -259,7 +259,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(storedIn(program), QStringList("C1 A 1"));
   }
 
-  void everyFilterCorrectsTheLineThatItShows_data() {
+  void everyFilterCorrectsTheShownLine_data() {
     QTest::addColumn<int>("segment");
     QTest::addColumn<int>("row");
     QTest::addColumn<QList<int>>("picks");
@@ -268,7 +268,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QTest::newRow("different") << 2 << 0 << QList<int>{2, 2, 1};
     QTest::newRow("matching") << 3 << 1 << QList<int>{0, 2, 3};
   }
-  void everyFilterCorrectsTheLineThatItShows() {
+  void everyFilterCorrectsTheShownLine() {
     QFETCH(int, segment);
     QFETCH(int, row);
     const OpenBox program;
@@ -281,7 +281,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QTEST(picksOf(program, 0), "picks");
   }
 
-  void withoutAFilterOnlyTheTouchedOfTwoEqualLinesChanges() {
+  void withoutAFilterOnlyTheTouchedOneOfTwoEqualLinesChanges() {
     OpenBox program({{"C1", "A", 5, "first"}, {"C1", "A", 3, "second"}});
     program.enterQuantity(1, QStringLiteral("2"));
     QCOMPARE(picksOf(program, 0), QList<int>({0, 2}));
@@ -300,7 +300,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(program.context().pickings(QStringLiteral("4711"))->front().orderqty, 5);
   }
 
-  void theItemLineTakesTheQuantityOfTheLineAlone() {
+  void theItemLineTakesTheQuantityOfTheCorrectedLineOnly() {
     OpenBox program;
     program.enterQuantity(0, QStringLiteral("5"));
     QCOMPARE(itemLinesOf(program), QStringList({"A 5", "B 0", "C 0"}));
@@ -312,7 +312,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(storedIn(program), QStringList({"C1 A 5", "C2 A 1"}));
   }
 
-  void everyItemLineOfTheItemIsSet() {
+  void allItemLinesOfTheItemAreSet() {
     OpenBox program;
     auto lines = std::make_shared<ItemLines>(*program.detail().arrayItems());
     lines->push_back({.item = QStringLiteral("A")});
@@ -322,39 +322,39 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(itemLinesOf(program), QStringList({"A 5", "B 0", "C 0", "A 5", "a 0"}));
   }
 
-  void withoutItemLinesTheBoxIsCorrectedAllTheSame() {
+  void withoutItemLinesTheBoxIsStillCorrected() {
     OpenBox program;
     program.session().setArrayItems(nullptr);
     program.enterQuantity(0, QStringLiteral("5"));
     QCOMPARE(picksOf(program, 0), QList<int>({5, 0, 0}));
   }
 
-  void theMasterPaneIsToldOnceEverythingIsOnDisk() {
+  void theMasterPaneIsNotifiedAfterTheQuantityIsOnDisk() {
     OpenBox program;
-    Witness witness(program);
-    program.detail().setDelegate(&witness);
+    RecordingDelegate delegate(program);
+    program.detail().setDelegate(&delegate);
     program.detail().txtBarcode->resignFirstResponder();
     program.enterQuantity(0, QStringLiteral("5"));
-    QCOMPARE(witness.calls, 1);
-    QCOMPARE(witness.replacements, 0);
-    QCOMPARE(witness.stored, QStringList("C1 A 5"));
-    QVERIFY(witness.isSaved);
-    QCOMPARE(witness.totals, QStringList({"5", "8", "-3"}));
-    QVERIFY(!witness.hasScanFieldKeyboard);
+    QCOMPARE(delegate.calls, 1);
+    QCOMPARE(delegate.replacements, 0);
+    QCOMPARE(delegate.stored, QStringList("C1 A 5"));
+    QVERIFY(delegate.isSaved);
+    QCOMPARE(delegate.totals, QStringList({"5", "8", "-3"}));
+    QVERIFY(!delegate.isScanFieldFocused);
     QVERIFY(program.detail().txtBarcode->isFirstResponder());
   }
 
-  void withTheMasterPaneGoneTheQuantityIsStoredAllTheSame() {
+  void withoutAMasterPaneTheQuantityIsStillStored() {
     OpenBox program;
-    auto witness = std::make_unique<Witness>(program);
-    program.detail().setDelegate(witness.get());
-    witness.reset();
+    auto delegate = std::make_unique<RecordingDelegate>(program);
+    program.detail().setDelegate(delegate.get());
+    delegate.reset();
     program.enterQuantity(0, QStringLiteral("5"));
     QCOMPARE(storedIn(program), QStringList("C1 A 5"));
     QVERIFY(program.detail().txtBarcode->isFirstResponder());
   }
 
-  void theNextScanCanFollowAtOnce() {
+  void theNextScanCanFollowImmediately() {
     OpenBox program;
     program.scan(QStringLiteral("bA"));
     program.keypad()->txtNewQty->edit(QStringLiteral("5"));
@@ -365,7 +365,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(program.keypad()->lblItemCode->text(), "B");
   }
 
-  void theDeliveryNumberStoredIsThatOfTheLine() {
+  void theStoredDeliveryNumberComesFromTheLine() {
     OpenBox program;
     program.restartPickingAs(QStringLiteral("the pane's"));
     program.enterQuantity(0, QStringLiteral("5"));
@@ -387,7 +387,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(storedIn(program), QStringList());
   }
 
-  void itSaysWhatWasSavedWhereAndWhen() {
+  void showsWhatWasSavedWhereAndWhen() {
     OpenBox program;
     program.enterQuantity(1, QStringLiteral("6"));
     QCOMPARE(program.detail().lblSaved->text(), "Saved 6 × B in box C1, 10:12:05");
@@ -396,13 +396,13 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(program.detail().lblSaved->text(), "Saved 7 × B in box C1, 04:00:00");
   }
 
-  void whatWasSavedIsNamedToTheLetter() {
+  void theSavedMessageKeepsSpecialCharacters() {
     OpenBox program({{"%2", "%1 <b>", 5}});
     program.enterQuantity(0, QStringLiteral("6"));
     QCOMPARE(program.detail().lblSaved->text(), "Saved 6 × %1 <b> in box %2, 10:12:05");
   }
 
-  void theNextPickingForgetsWhatWasSaved() {
+  void theNextPickingClearsTheSavedMessage() {
     OpenBox program;
     program.enterQuantity(0, QStringLiteral("6"));
     program.master().btnPickingTouched();
@@ -410,7 +410,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(program.detail().lblSaved->text(), QString());
   }
 
-  void theWholeListIsWrittenOnlyForADelivery() {
+  void thePickListIsWrittenOnlyWithADeliveryNumber() {
     OpenBox program;
     program.restartPickingAs(QString());
     program.detail().ChangePickingRowInManagedContext();

@@ -31,7 +31,7 @@ LoosePick loosePick() {
           .sent = 1};
 }
 
-/// "key: value" for the nine keys of the loose pick at `index`.
+/// The values of the nine keys of the loose pick at `index`.
 QStringList loosePickAt(const TestProgram &program, std::size_t index) {
   const auto &pick = std::get<LoosePick>(program.detail().arrayPick()->at(index));
   return {pick.barcode,
@@ -54,7 +54,7 @@ class OpenBox : public TestProgram {
     master().tblBoxes->touchRow(box);
   }
 
-  /// Puts an article into the catalogue.
+  /// Adds an article to the catalogue.
   void addArticle(const QString &barcode, const QString &item, const QString &descr) {
     context().insert(Items{barcode, item, descr});
     QVERIFY(!context().save());
@@ -69,7 +69,7 @@ class OpenBox : public TestProgram {
 
 }  // namespace
 
-/// What becomes of a scanned code.
+/// The handling of scanned codes.
 class detailViewControllerScanningTest : public QObject {
   Q_OBJECT
 
@@ -96,7 +96,7 @@ class detailViewControllerScanningTest : public QObject {
     QCOMPARE(program.detail().segmentedControl->selectedSegmentIndex(), 0);
   }
 
-  void theReturnKeyOfAnotherFieldScansNothing() {
+  void returnInAnotherFieldScansNothing() {
     OpenBox program;
     program.detail().txtBarcode->edit(QStringLiteral("29001"));
     QVERIFY(program.detail().textFieldShouldReturn(*program.detail().txtQuantity));
@@ -106,7 +106,7 @@ class detailViewControllerScanningTest : public QObject {
     QVERIFY(!program.detail().textFieldShouldReturn(*program.detail().txtQuantity));
   }
 
-  void aCodeOfALineOpensTheKeypadOnIt_data() {
+  void theCodeOfALineOpensTheKeypadForTheLine_data() {
     QTest::addColumn<QString>("code");
     QTest::addColumn<int>("row");
     QTest::newRow("a barcode") << QStringLiteral("29002") << 1;
@@ -114,7 +114,7 @@ class detailViewControllerScanningTest : public QObject {
     QTest::newRow("the first line") << QStringLiteral("A") << 0;
     QTest::newRow("the last line") << QStringLiteral("29003") << 2;
   }
-  void aCodeOfALineOpensTheKeypadOnIt() {
+  void theCodeOfALineOpensTheKeypadForTheLine() {
     QFETCH(QString, code);
     QFETCH(int, row);
     OpenBox program;
@@ -128,13 +128,13 @@ class detailViewControllerScanningTest : public QObject {
     QCOMPARE(program.entries(), 2U);
   }
 
-  void theFirstLineThatHasTheCodeWinsWhicheverWay_data() {
+  void theFirstLineWithTheBarcodeOrItemCodeWins_data() {
     QTest::addColumn<QList<TestLine>>("lines");
     QTest::newRow("as an item code") << QList<TestLine>{{"C1", "77", 1, "1"}, {"C1", "2", 1, "77"}};
     QTest::newRow("as a barcode") << QList<TestLine>{{"C1", "2", 1, "77"}, {"C1", "77", 1, "1"}};
-    QTest::newRow("twice the same") << QList<TestLine>{{"C1", "77", 1, "1"}, {"C1", "77", 1, "1"}};
+    QTest::newRow("two equal lines") << QList<TestLine>{{"C1", "77", 1, "1"}, {"C1", "77", 1, "1"}};
   }
-  void theFirstLineThatHasTheCodeWinsWhicheverWay() {
+  void theFirstLineWithTheBarcodeOrItemCodeWins() {
     QFETCH(QList<TestLine>, lines);
     TestProgram program;
     program.enterPicking();
@@ -144,18 +144,18 @@ class detailViewControllerScanningTest : public QObject {
     QCOMPARE(program.keypad()->row(), 0);
   }
 
-  void aCodeIsComparedToTheLetter_data() {
+  void codesAreComparedExactly_data() {
     QTest::addColumn<QString>("code");
-    QTest::newRow("blank before") << QStringLiteral(" 29001");
-    QTest::newRow("blank after") << QStringLiteral("29001 ");
+    QTest::newRow("leading space") << QStringLiteral(" 29001");
+    QTest::newRow("trailing space") << QStringLiteral("29001 ");
     QTest::newRow("other case") << QStringLiteral("a");
-    QTest::newRow("only its beginning") << QStringLiteral("2900");
+    QTest::newRow("prefix") << QStringLiteral("2900");
     QTest::newRow("a line of another box") << QStringLiteral("29004");
     QTest::newRow("quotes and percent signs") << QStringLiteral("'; DROP TABLE Items; -- %1 %2");
-    QTest::newRow("beyond the plane") << QStringLiteral("\U0001F4E6");
-    QTest::newRow("nothing") << QString();
+    QTest::newRow("beyond the Basic Multilingual Plane") << QStringLiteral("\U0001F4E6");
+    QTest::newRow("empty") << QString();
   }
-  void aCodeIsComparedToTheLetter() {
+  void codesAreComparedExactly() {
     QFETCH(QString, code);
     OpenBox program;
     program.detail().txtBarcode->edit(code);
@@ -164,7 +164,7 @@ class detailViewControllerScanningTest : public QObject {
     QCOMPARE(program.keypad(), nullptr);
   }
 
-  void anUnknownCodeSoundsTheErrorToneAndChangesNothing() {
+  void anUnknownCodePlaysTheErrorToneAndChangesNothing() {
     OpenBox program;
     program.scan(QStringLiteral("00000"));
     QCOMPARE(program.sounds->played(), std::vector<int>{1005});
@@ -177,7 +177,7 @@ class detailViewControllerScanningTest : public QObject {
     QCOMPARE(program.environment.alerts.count(), 0);
   }
 
-  void aScanWorksOnTheRowsOfTheWholeList() {
+  void aScanUsesTheRowsOfTheUnfilteredList() {
     OpenBox program;
     program.enterQuantity(0, QStringLiteral("5"));
     program.detail().segmentedControl->touchSegment(1);
@@ -189,12 +189,12 @@ class detailViewControllerScanningTest : public QObject {
     QCOMPARE(program.keypad()->lblItemCode->text(), "C");
   }
 
-  void aCodeOfAnEarlierLoosePickIsAppendedAgain_data() {
+  void scanningALoosePickAgainAppendsACopy_data() {
     QTest::addColumn<QString>("code");
     QTest::newRow("its barcode") << QStringLiteral("29007");
     QTest::newRow("its item code") << QStringLiteral("X");
   }
-  void aCodeOfAnEarlierLoosePickIsAppendedAgain() {
+  void scanningALoosePickAgainAppendsACopy() {
     QFETCH(QString, code);
     OpenBox program;
     program.detail().arrayPick()->emplace_back(loosePick());
@@ -218,7 +218,7 @@ class detailViewControllerScanningTest : public QObject {
     QCOMPARE(loosePickAt(program, 4).at(1), "first");
   }
 
-  void aLineOfTheOpenBoxComesBeforeALoosePick() {
+  void aLineOfTheOpenBoxTakesPrecedenceOverALoosePick() {
     OpenBox program;
     LoosePick loose = loosePick();
     loose.item = QStringLiteral("B");
@@ -228,12 +228,12 @@ class detailViewControllerScanningTest : public QObject {
     QCOMPARE(program.entries(), 3U);
   }
 
-  void aCodeOfTheCatalogueBecomesALoosePick_data() {
+  void aCatalogueCodeBecomesALoosePick_data() {
     QTest::addColumn<QString>("code");
     QTest::newRow("its barcode") << QStringLiteral("29009");
     QTest::newRow("its item code") << QStringLiteral("Y");
   }
-  void aCodeOfTheCatalogueBecomesALoosePick() {
+  void aCatalogueCodeBecomesALoosePick() {
     QFETCH(QString, code);
     OpenBox program;
     program.addArticle(QStringLiteral("29009"), QStringLiteral("Y"), QStringLiteral("CREAM MUG"));
@@ -248,7 +248,7 @@ class detailViewControllerScanningTest : public QObject {
     QVERIFY(!program.context().hasChanges());
   }
 
-  void aCatalogueCodeHasTheOrderNumberOfTheFirstEntry() {
+  void aCatalogueCodeGetsTheOrderNumberOfTheFirstEntry() {
     OpenBox program;
     program.addArticle(QStringLiteral("29009"), QStringLiteral("Y"), QStringLiteral("CREAM MUG"));
     program.detail().arrayPick()->insert(program.detail().arrayPick()->begin(), loosePick());
@@ -257,7 +257,7 @@ class detailViewControllerScanningTest : public QObject {
     QCOMPARE(loosePickAt(program, 3).at(6), "A9");
   }
 
-  void ofTwoArticlesWithOneCodeTheFirstStoredIsTaken() {
+  void theFirstStoredOfTwoArticlesWithTheSameCodeIsUsed() {
     OpenBox program;
     program.addArticle(QStringLiteral("29009"), QStringLiteral("Y"), QStringLiteral("FIRST"));
     program.addArticle(QStringLiteral("29009"), QStringLiteral("Y"), QStringLiteral("SECOND"));
@@ -265,7 +265,7 @@ class detailViewControllerScanningTest : public QObject {
     QCOMPARE(loosePickAt(program, 2).at(3), "FIRST");
   }
 
-  void aCodeScannedTwiceComesFromTheCatalogueOnce() {
+  void aCodeScannedTwiceIsReadFromTheCatalogueOnce() {
     OpenBox program;
     program.addArticle(QStringLiteral("29009"), QStringLiteral("Y"), QStringLiteral("CREAM MUG"));
     program.scan(QStringLiteral("29009"));
@@ -293,14 +293,14 @@ class detailViewControllerScanningTest : public QObject {
     QCOMPARE(rows->front().pickqty, 6);
   }
 
-  void loosePicksNeverHaveARow() {
+  void aScannedLoosePickHasNoRow() {
     OpenBox program;
     program.detail().arrayPick()->emplace_back(loosePick());
     program.scan(QStringLiteral("X"));
     QCOMPARE(program.detail().tblItems->rowCount(), 3);
   }
 
-  void anUnreadableCatalogueKnowsNothing() {
+  void withAnUnreadableCatalogueACodeIsUnknown() {
     OpenBox program;
     program.changeStore("ALTER TABLE Items RENAME TO Lost");
     QTest::ignoreMessage(QtWarningMsg, "Fetch failed: no such table: Items");
@@ -309,7 +309,7 @@ class detailViewControllerScanningTest : public QObject {
     QCOMPARE(program.sounds->played(), std::vector<int>{1005});
   }
 
-  void anEmptyFieldIsTheCodeOfAnArticleWithoutBarcode() {
+  void anEmptyFieldFindsAnArticleWithoutABarcode() {
     OpenBox program;
     program.addArticle(QStringLiteral(""), QStringLiteral("Y"), QStringLiteral("CREAM MUG"));
     program.detail().txtBarcode->pressReturn();
@@ -317,7 +317,7 @@ class detailViewControllerScanningTest : public QObject {
     QCOMPARE(loosePickAt(program, 2).at(5), "Y");
   }
 
-  void aBoxOpenedFromALoosePickOpensNoKeypad() {
+  void aScanOpensNoKeypadInALoosePickOpenedAsABox() {
     OpenBox program;
     program.detail().arrayPick()->emplace_back(loosePick());
     program.master().txtBox->edit(QStringLiteral("7"));
@@ -330,7 +330,7 @@ class detailViewControllerScanningTest : public QObject {
     QCOMPARE(program.detail().txtBarcode->text(), QString());
   }
 
-  void aBoxWithoutLinesOpensNoKeypad() {
+  void aScanOpensNoKeypadInABoxWithoutLines() {
     OpenBox program;
     program.detail().arrayPick()->emplace_back(BoxRecord{QStringLiteral("C3"), 0, 0, {}});
     program.addArticle(QStringLiteral("29009"), QStringLiteral("Y"), QStringLiteral("CREAM MUG"));
@@ -341,7 +341,7 @@ class detailViewControllerScanningTest : public QObject {
     QCOMPARE(program.sounds->played(), std::vector<int>{1005});
   }
 
-  void theNextImportForgetsTheLoosePicks() {
+  void theNextImportRemovesTheLoosePicks() {
     OpenBox program;
     program.detail().arrayPick()->emplace_back(loosePick());
     program.master().btnPickingTouched();

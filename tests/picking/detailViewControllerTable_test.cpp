@@ -17,8 +17,8 @@ QStringList itemsOf(const TestProgram &program) {
   return items;
 }
 
-/// A program with an open box of one line for each pair of picked and ordered quantity; the lines
-/// are called A, B, C and so on.
+/// A program whose open box has a line for each pair of picked and ordered quantity. The items are
+/// A, B, C and so on.
 class OpenBox : public TestProgram {
  public:
   explicit OpenBox(const QList<std::pair<int, int>> &quantities) {
@@ -76,12 +76,12 @@ class detailViewControllerTableTest : public QObject {
     QTest::newRow("not picked") << 1 << QStringList{"A", "C"};
     QTest::newRow("different") << 2 << QStringList{"A", "D", "E"};
     QTest::newRow("matching") << 3 << QStringList{"B", "C"};
-    QTest::newRow("any higher one") << 4 << QStringList{"B", "C"};
+    QTest::newRow("any higher index") << 4 << QStringList{"B", "C"};
   }
   void aSegmentFiltersTheLines() {
     QFETCH(int, segment);
     OpenBox program({{0, 5}, {5, 5}, {0, 0}, {3, 2}, {1, 2}});
-    // The first segment is touched on the way back from another.
+    // Segment 0 is selected at first, so touch another segment before it.
     program.detail().segmentedControl->touchSegment(2);
     program.detail().segmentedControl->touchSegment(segment);
     QTEST(itemsOf(program), "items");
@@ -95,7 +95,7 @@ class detailViewControllerTableTest : public QObject {
     QCOMPARE(program.detail().tblItems->rowCount(), 1);
   }
 
-  void theRowsAreCountedAfreshEveryTime() {
+  void theRowsAreCountedAtEveryCall() {
     OpenBox program({{0, 5}, {0, 5}});
     program.detail().segmentedControl->touchSegment(1);
     QCOMPARE(program.detail().tblItems->numberOfRows(), 2);
@@ -104,7 +104,7 @@ class detailViewControllerTableTest : public QObject {
     QCOMPARE(cellAt<pickTableCell>(*program.detail().tblItems, 0).item.text, "B");
   }
 
-  void theSectionDoesNotMatter() {
+  void theSectionIsIgnored() {
     OpenBox program({{0, 5}, {0, 5}});
     detailViewController &detail = program.detail();
     QCOMPARE(detail.numberOfSectionsInTableView(*detail.tblItems), 1);
@@ -121,8 +121,8 @@ class detailViewControllerTableTest : public QObject {
     const QString green = QStringLiteral("green");
     QTest::newRow("matching") << 5 << 5 << QStringLiteral("0") << green;
     QTest::newRow("not picked") << 0 << 5 << QStringLiteral("-5") << red;
-    QTest::newRow("beyond its order") << 3 << 2 << QStringLiteral("1") << red;
-    QTest::newRow("nothing") << 0 << 0 << QStringLiteral("0") << green;
+    QTest::newRow("more than ordered") << 3 << 2 << QStringLiteral("1") << red;
+    QTest::newRow("no quantities") << 0 << 0 << QStringLiteral("0") << green;
   }
   void aRowShowsALine() {
     QFETCH(int, pickqty);
@@ -143,7 +143,7 @@ class detailViewControllerTableTest : public QObject {
     QCOMPARE(cellAt<pickTableCell>(*program.detail().tblItems, 0).orderqty.text, "7");
   }
 
-  void rowsAlternateByTheirNumberInTheShownList() {
+  void rowsAlternateByTheirVisibleIndex() {
     OpenBox program({{5, 5}, {0, 5}, {0, 5}});
     const TableView &table = *program.detail().tblItems;
     QCOMPARE(cellAt<pickTableCell>(table, 0).backgroundColor, Colour::lightGrey);
@@ -177,7 +177,7 @@ class detailViewControllerTableTest : public QObject {
     QVERIFY(detail.tblItems->isEnabled());
   }
 
-  void loosePicksAreNoRows() {
+  void loosePicksHaveNoRows() {
     OpenBox program({{0, 5}});
     program.detail().arrayPick()->emplace_back(LoosePick{.item = QStringLiteral("X")});
     program.detail().tblItems->reloadData();
@@ -187,7 +187,7 @@ class detailViewControllerTableTest : public QObject {
     QCOMPARE(itemsOf(program), QStringList());
   }
 
-  void aTouchedRowOpensTheKeypadOnItsLine() {
+  void touchingARowOpensTheKeypadForItsLine() {
     OpenBox program({{5, 5}, {0, 5}, {0, 5}});
     program.detail().segmentedControl->touchSegment(1);
     program.detail().tblItems->touchRow(1);

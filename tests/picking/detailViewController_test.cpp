@@ -5,7 +5,7 @@
 
 #include <QTest>
 
-/// The pane as it is loaded, and what it says about scanning.
+/// The pane after loading, and the scan state that it shows.
 class detailViewControllerTest : public QObject {
   Q_OBJECT
 
@@ -21,13 +21,13 @@ class detailViewControllerTest : public QObject {
     QCOMPARE(detail.curBoxIndex(), -1);
   }
 
-  void theAskForQuantitySwitchShowsItsSecondSegment() {
+  void theSecondSegmentOfAskForQuantityIsSelectedAtFirst() {
     TestProgram program;
     program.enterPicking();
     QCOMPARE(program.detail().segmAskForQty->selectedSegmentIndex(), 1);
   }
 
-  void theFilterShowsAllLines() {
+  void theFilterShowsAllLinesAtFirst() {
     TestProgram program;
     program.enterPicking();
     QCOMPARE(program.detail().segmentedControl->selectedSegmentIndex(), 0);
@@ -35,14 +35,14 @@ class detailViewControllerTest : public QObject {
              QStringList({"All", "Not picked", "Different", "Matching"}));
   }
 
-  void theActionListIsThere() {
+  void theActionListExistsButNoSummary() {
     TestProgram program;
     program.enterPicking();
     QVERIFY(program.detail().actionPicker() != nullptr);
     QCOMPARE(program.detail().deliveryDetailsVC(), nullptr);
   }
 
-  void noBoxHasTotals() {
+  void withoutAnOpenBoxTheTotalsAreDashes() {
     TestProgram program;
     program.enterPicking();
     const detailViewController &detail = program.detail();
@@ -50,7 +50,7 @@ class detailViewControllerTest : public QObject {
              QStringList({"-", "-", "-"}));
   }
 
-  void itSaysWhetherAScanWillBeTaken() {
+  void showsWhetherAScanIsAccepted() {
     TestProgram program;
     program.enterPicking();
     const Label &state = *program.detail().lblScanState;
@@ -65,7 +65,7 @@ class detailViewControllerTest : public QObject {
     QCOMPARE(state.text(), "Open a box first");
   }
 
-  void someOperationsAreWithoutEffect() {
+  void someOperationsHaveNoEffect() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}});

@@ -45,7 +45,7 @@ class masterViewControllerBoxesTest : public QObject {
     QCOMPARE(countersOf(program), QStringList({"0", "0", "0", "0"}));
   }
 
-  void anEmptyListHasNoBoxesEither() {
+  void anEmptyListHasNoBoxes() {
     TestProgram program;
     program.enterPicking();
     show(program, {});
@@ -96,9 +96,9 @@ class masterViewControllerBoxesTest : public QObject {
     QTest::addColumn<int>("order");
     QTest::addColumn<QString>("row");
     QTest::newRow("unopened") << 0 << 5 << QStringLiteral("C1 0/5 yellow unopened");
-    QTest::newRow("picked in part") << 2 << 5 << QStringLiteral("C1 2/5 red incomplete");
+    QTest::newRow("partly picked") << 2 << 5 << QStringLiteral("C1 2/5 red incomplete");
     QTest::newRow("completed") << 5 << 5 << QStringLiteral("C1 5/5 green completed");
-    QTest::newRow("beyond its order") << 7 << 5 << QStringLiteral("C1 7/5 red incomplete");
+    QTest::newRow("more than ordered") << 7 << 5 << QStringLiteral("C1 7/5 red incomplete");
     QTest::newRow("nothing ordered") << 0 << 0 << QStringLiteral("C1 0/0 green completed");
     QTest::newRow("picked without an order") << 3 << 0 << QStringLiteral("C1 3/0 red incomplete");
   }
@@ -113,7 +113,7 @@ class masterViewControllerBoxesTest : public QObject {
     QTEST(rowOf(program, 1), "row");
   }
 
-  void theCountersClassEveryBox() {
+  void theCountersClassifyEveryBox() {
     TestProgram program;
     program.enterPicking();
     show(program,
@@ -133,7 +133,7 @@ class masterViewControllerBoxesTest : public QObject {
     QCOMPARE(countersOf(program), QStringList({"2", "1", "1", "0"}));
   }
 
-  void aLoosePickIsACompletedBoxOfNothing() {
+  void aLoosePickIsACompletedBoxWithoutQuantities() {
     TestProgram program;
     program.enterPicking();
     show(program, {BoxRecord{QStringLiteral("C1"), 5, 0, {}}, loosePick()});
@@ -141,7 +141,7 @@ class masterViewControllerBoxesTest : public QObject {
     QCOMPARE(countersOf(program), QStringList({"2", "1", "1", "0"}));
   }
 
-  void aConfirmedQuantityRefreshesListAndCounters() {
+  void aConfirmedQuantityRefreshesTheListAndTheCounters() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}, {"C2", "B", 2}});
@@ -157,7 +157,7 @@ class masterViewControllerBoxesTest : public QObject {
     QCOMPARE(countersOf(program), QStringList({"2", "1", "1", "0"}));
   }
 
-  void anImportRefreshesNeitherListNorCounters() {
+  void anImportRefreshesNeitherTheListNorTheCounters() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}, {"C2", "B", 2}});
@@ -168,7 +168,7 @@ class masterViewControllerBoxesTest : public QObject {
     QCOMPARE(countersOf(program), QStringList({"2", "2", "0", "0"}));
   }
 
-  void aRowThatAShorterListNoLongerHasIsEmpty() {
+  void aRowBeyondTheEndOfAShorterListIsEmpty() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}, {"C2", "B", 2}});
@@ -179,7 +179,7 @@ class masterViewControllerBoxesTest : public QObject {
     QCOMPARE(rowOf(program, 1), " / clear ");
   }
 
-  void theEndOfAPickingRefreshesNeitherListNorCounters() {
+  void stoppingAPickingRefreshesNeitherTheListNorTheCounters() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}});
@@ -189,7 +189,7 @@ class masterViewControllerBoxesTest : public QObject {
     QCOMPARE(countersOf(program), QStringList({"1", "1", "0", "0"}));
   }
 
-  void aScanOfALoosePickRefreshesNeitherListNorCounters() {
+  void scanningALoosePickRefreshesNeitherTheListNorTheCounters() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}});
@@ -201,7 +201,7 @@ class masterViewControllerBoxesTest : public QObject {
     QCOMPARE(countersOf(program), QStringList({"1", "1", "0", "0"}));
   }
 
-  void theListIsNeverACopy() {
+  void theTableShowsTheWorkingListItself() {
     TestProgram program;
     program.enterPicking();
     show(program, {BoxRecord{QStringLiteral("C1"), 5, 0, {}}});

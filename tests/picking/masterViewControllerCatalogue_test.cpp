@@ -14,7 +14,7 @@ class PickingProgram : public TestProgram {
  public:
   PickingProgram() { enterPicking(); }
 
-  /// Touches "Reload Items" and waits until fingers are let on again.
+  /// Touches "Reload Items" and waits until the program is no longer busy.
   void reloadItems() {
     master().btnReloadItemsTouched();
     QVERIFY(QTest::qWaitFor([this] { return !environment.busy.isActive(); }));
@@ -31,7 +31,7 @@ class masterViewControllerCatalogueTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void aReloadSaysThatItemsHaveBeenLoaded() {
+  void aReloadReportsThatItemsHaveBeenLoaded() {
     PickingProgram program;
     program.reloadItems(kThreeArticles);
     QCOMPARE(program.environment.alerts.count(), 1);
@@ -42,7 +42,7 @@ class masterViewControllerCatalogueTest : public QObject {
     QCOMPARE(program.context().countItems(), 3);
   }
 
-  void anEmptyCatalogueSaysTheSame() {
+  void anEmptyCatalogueIsReportedTheSameWay() {
     PickingProgram program;
     program.reloadItems(kThreeArticles);
     program.reloadItems("[]");
@@ -52,7 +52,7 @@ class masterViewControllerCatalogueTest : public QObject {
     QVERIFY(program.master().jsonResult()->doc.isNull());
   }
 
-  void aServiceThatCannotBeReachedLeavesTheCatalogue() {
+  void anUnreachableServiceKeepsTheCatalogue() {
     PickingProgram program;
     program.reloadItems(kThreeArticles);
     program.environment.serviceHost = LoopbackService::unreachableHost();
@@ -65,13 +65,13 @@ class masterViewControllerCatalogueTest : public QObject {
     QCOMPARE(program.context().countItems(), 3);
   }
 
-  void anAnswerThatIsNoCatalogueLeavesTheCatalogue_data() {
+  void anInvalidAnswerKeepsTheCatalogue_data() {
     QTest::addColumn<QByteArray>("body");
-    QTest::newRow("page") << QByteArray("<html>Service unavailable</html>");
+    QTest::newRow("HTML page") << QByteArray("<html>Service unavailable</html>");
     QTest::newRow("object") << QByteArray("{}");
-    QTest::newRow("no object in the array") << QByteArray(R"([{"item":"A"},"B"])");
+    QTest::newRow("text in the array") << QByteArray(R"([{"item":"A"},"B"])");
   }
-  void anAnswerThatIsNoCatalogueLeavesTheCatalogue() {
+  void anInvalidAnswerKeepsTheCatalogue() {
     QFETCH(const QByteArray, body);
     PickingProgram program;
     program.reloadItems(kThreeArticles);
@@ -81,7 +81,7 @@ class masterViewControllerCatalogueTest : public QObject {
     QVERIFY(!program.master().jsonResult());
   }
 
-  void anErrorStatusWithACatalogueIsASuccess() {
+  void aCatalogueWithAnErrorStatusIsLoaded() {
     PickingProgram program;
     program.service.answerWith(kThreeArticles, 500);
     program.reloadItems();
@@ -107,14 +107,14 @@ class masterViewControllerCatalogueTest : public QObject {
     QCOMPARE(program.session().pickList().size(), 1U);
   }
 
-  void aSearchAfterTheReloadRestoresTheDeliveryNumber() {
+  void aLookupAfterAReloadRestoresTheDeliveryNumber() {
     PickingProgram program;
     program.reloadItems(kThreeArticles);
     program.startPicking({{"C1", "A", 5}});
     QCOMPARE(program.detail().doc(), "4711");
   }
 
-  void theDeliveryOnScreenIsNotTouched() {
+  void aReloadDoesNotChangeTheShownDelivery() {
     PickingProgram program;
     program.service.answerWith(deliveryJson({{"C1", "A", 5}}));
     program.lookUp("4711");
@@ -138,7 +138,7 @@ class masterViewControllerCatalogueTest : public QObject {
     QCOMPARE(loose->descr, "first");
   }
 
-  void thePaneMayGoWhileItsReloadWaits() {
+  void thePaneMayBeDestroyedDuringAReload() {
     PickingProgram program;
     program.service.answerWith(
         [](const LoopbackService::Request &) { return LoopbackService::Answer::silence(); });

@@ -18,8 +18,8 @@ const QString kUnknown =
     QStringLiteral("No order found|Please try again using different search criteria.|OK");
 const QString kFailed = QStringLiteral("Could not get result|Loading failed. Please try again.|OK");
 
-/// Everything of the picking screen that a lookup may change.
-QStringList everythingOf(const TestProgram &program) {
+/// The texts and states of the picking screen that a lookup can change.
+QStringList stateOf(const TestProgram &program) {
   const masterViewController &master = program.master();
   QStringList all = textsOf(
       {master.lblCustomerName, master.lblBrand, master.lblCreationDate, master.lblShipmentDate});
@@ -40,27 +40,27 @@ void search(const TestProgram &program, const QString &number) {
 
 }  // namespace
 
-/// The search for a delivery, up to its answer.
+/// The lookup of a delivery, up to its answer.
 class masterViewControllerLookupTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void anEntryThatIsTooShortIsRefused_data() {
+  void aTooShortEntryIsRefused_data() {
     const QString missing =
         QStringLiteral("Please fill in data first|Delivery number is missing.|OK");
     const QString tooShort = QStringLiteral(
         "Please fill in additional data|Delivery number should be at least 2 characters.|OK");
     QTest::addColumn<QString>("entry");
     QTest::addColumn<QString>("alert");
-    QTest::newRow("nothing") << QString() << missing;
-    QTest::newRow("blanks") << QStringLiteral("   ") << missing;
-    QTest::newRow("blanks and tabs") << QStringLiteral(" \t ") << missing;
-    QTest::newRow("no-break blanks") << QStringLiteral("\u00A0\u00A0") << missing;
+    QTest::newRow("empty") << QString() << missing;
+    QTest::newRow("spaces") << QStringLiteral("   ") << missing;
+    QTest::newRow("spaces and tabs") << QStringLiteral(" \t ") << missing;
+    QTest::newRow("no-break spaces") << QStringLiteral("\u00A0\u00A0") << missing;
     QTest::newRow("one character") << QStringLiteral("1") << tooShort;
-    QTest::newRow("one character between blanks") << QStringLiteral(" 1\t") << tooShort;
-    QTest::newRow("a line break is no blank") << QStringLiteral(" \n ") << tooShort;
+    QTest::newRow("one character between spaces") << QStringLiteral(" 1\t") << tooShort;
+    QTest::newRow("a line break is not a space") << QStringLiteral(" \n ") << tooShort;
   }
-  void anEntryThatIsTooShortIsRefused() {
+  void aTooShortEntryIsRefused() {
     QFETCH(QString, entry);
     QFETCH(QString, alert);
     TestProgram program;
@@ -77,8 +77,8 @@ class masterViewControllerLookupTest : public QObject {
     QTest::addColumn<QByteArray>("target");
     QTest::newRow("digits") << QStringLiteral("4711") << QByteArray("4711");
     QTest::newRow("two characters") << QStringLiteral("12") << QByteArray("12");
-    QTest::newRow("blanks around it") << QStringLiteral(" 12 ") << QByteArray("%2012%20");
-    QTest::newRow("a blank in it") << QStringLiteral("4 7") << QByteArray("4%207");
+    QTest::newRow("surrounding spaces") << QStringLiteral(" 12 ") << QByteArray("%2012%20");
+    QTest::newRow("a space in the middle") << QStringLiteral("4 7") << QByteArray("4%207");
     QTest::newRow("a percent sign") << QStringLiteral("5%41") << QByteArray("5%2541");
     QTest::newRow("a hash") << QStringLiteral("A#1") << QByteArray("A%231");
   }
@@ -94,7 +94,7 @@ class masterViewControllerLookupTest : public QObject {
              "/qir_pick/servicepick.svc/json/getorderpercarton/" + target);
   }
 
-  void theAnswerMustNotComeFromACache() {
+  void theRequestForbidsCachedAnswers() {
     TestProgram program;
     program.enterPicking();
     program.lookUp(QStringLiteral("4711"));
@@ -125,7 +125,7 @@ class masterViewControllerLookupTest : public QObject {
     QVERIFY(program.master().tblStores->isEnabled());
   }
 
-  void nothingCanBeTouchedWhileALookupRuns() {
+  void theProgramIsBusyDuringALookup() {
     TestProgram program;
     program.service.answerWith([](const auto & /*request*/) { return Answer::silence(); });
     program.enterPicking();
@@ -136,31 +136,30 @@ class masterViewControllerLookupTest : public QObject {
     QTRY_VERIFY(!program.environment.busy.isActive());
   }
 
-  void everyBadAnswerHasItsMessage_data() {
+  void everyInvalidAnswerShowsItsAlert_data() {
     QTest::addColumn<QByteArray>("body");
     QTest::addColumn<int>("status");
     QTest::addColumn<QString>("alert");
     const QByteArray sent = "This picking has already been sent to the server";
     QTest::newRow("already sent, plain") << sent << 200 << kAlreadySent;
-    QTest::newRow("already sent, a JSON text") << '"' + sent + '"' << 200 << kAlreadySent;
-    QTest::newRow("already sent, within more text")
+    QTest::newRow("already sent, as a JSON string") << '"' + sent + '"' << 200 << kAlreadySent;
+    QTest::newRow("already sent, inside a longer text")
         << "Error: " + sent + "." << 500 << kAlreadySent;
     QTest::newRow("already sent, in an array") << "[\"" + sent + "\"]" << 200 << kAlreadySent;
     QTest::newRow("already sent, but not UTF-8") << "\xFF" + sent << 200 << kUnreadable;
-    QTest::newRow("already sent, in other letters") << sent.toLower() << 200 << kUnreadable;
+    QTest::newRow("already sent, in lower case") << sent.toLower() << 200 << kUnreadable;
     QTest::newRow("no body") << QByteArray() << 200 << kUnreadable;
-    QTest::newRow("a page of the server")
-        << QByteArray("<html>Not found</html>") << 404 << kUnreadable;
+    QTest::newRow("an HTML page") << QByteArray("<html>Not found</html>") << 404 << kUnreadable;
     QTest::newRow("an object") << QByteArray("{}") << 200 << kUnreadable;
     QTest::newRow("a number") << QByteArray("0") << 200 << kUnreadable;
     QTest::newRow("null") << QByteArray("null") << 200 << kUnreadable;
-    QTest::newRow("an element that is no object") << QByteArray("[1]") << 200 << kUnreadable;
+    QTest::newRow("an element that is not an object") << QByteArray("[1]") << 200 << kUnreadable;
     QTest::newRow("a text that is an array") << QByteArray(R"([{"doc":[]}])") << 200 << kUnreadable;
-    QTest::newRow("half an array") << QByteArray(R"([{"doc":"4711")") << 200 << kUnreadable;
+    QTest::newRow("a truncated array") << QByteArray(R"([{"doc":"4711")") << 200 << kUnreadable;
     QTest::newRow("an empty array") << QByteArray("[]") << 200 << kUnknown;
     QTest::newRow("an empty array with an error status") << QByteArray(" [ ] ") << 500 << kUnknown;
   }
-  void everyBadAnswerHasItsMessage() {
+  void everyInvalidAnswerShowsItsAlert() {
     QFETCH(QByteArray, body);
     QFETCH(int, status);
     QFETCH(QString, alert);
@@ -174,8 +173,8 @@ class masterViewControllerLookupTest : public QObject {
     QVERIFY(!program.master().btnPicking->isEnabled());
   }
 
-  void afterABadAnswerThePreviousDeliveryStays_data() { everyBadAnswerHasItsMessage_data(); }
-  void afterABadAnswerThePreviousDeliveryStays() {
+  void anInvalidAnswerKeepsThePreviousDelivery_data() { everyInvalidAnswerShowsItsAlert_data(); }
+  void anInvalidAnswerKeepsThePreviousDelivery() {
     QFETCH(QByteArray, body);
     QFETCH(int, status);
     TestProgram program;
@@ -184,16 +183,16 @@ class masterViewControllerLookupTest : public QObject {
     program.lookUp(QStringLiteral("4711"));
     const auto boxes = program.detail().arrayPick();
     const auto items = program.detail().arrayItems();
-    const QStringList before = everythingOf(program);
+    const QStringList before = stateOf(program);
     program.service.answerWith(body, status);
     program.lookUp(QStringLiteral("4711"));
     QCOMPARE(program.environment.alerts.count(), 1);
     QCOMPARE(program.detail().arrayPick(), boxes);
     QCOMPARE(program.detail().arrayItems(), items);
-    QCOMPARE(everythingOf(program), before);
+    QCOMPARE(stateOf(program), before);
   }
 
-  void anAnswerThatIsCutShortIsLikeOneThatIsNotJson() {
+  void aTruncatedAnswerIsHandledLikeInvalidJson() {
     TestProgram program;
     program.enterPicking();
     program.service.answerWith(
@@ -202,7 +201,7 @@ class masterViewControllerLookupTest : public QObject {
     QCOMPARE(textsOf(program.environment.alerts), QStringList(kUnreadable));
   }
 
-  void aGoodAnswerIsImportedWhateverItsStatus() {
+  void aValidAnswerIsImportedWithAnyStatus() {
     TestProgram program;
     program.enterPicking();
     program.service.answerWith(deliveryJson({{"C1", "A", 5}}), 500);
@@ -211,26 +210,26 @@ class masterViewControllerLookupTest : public QObject {
     QCOMPARE(program.detail().arrayPick()->size(), 1U);
   }
 
-  void anAlertOfTheLookupIsDoneWithItsAnswer() {
+  void answeringALookupAlertChangesNothing() {
     TestProgram program;
     program.enterPicking();
     program.lookUp(QStringLiteral("4711"));
     QVERIFY(program.topAlert().delegate);
-    const QStringList before = everythingOf(program);
+    const QStringList before = stateOf(program);
     program.answerTopAlert(0);
     QCOMPARE(program.environment.alerts.count(), 0);
-    QCOMPARE(everythingOf(program), before);
+    QCOMPARE(stateOf(program), before);
   }
 
-  void aFailedConnectionHasTwoMessages_data() {
+  void aFailedConnectionShowsTwoAlerts_data() {
     QTest::addColumn<QString>("number");
     QTest::addColumn<bool>("isReachable");
-    QTest::newRow("nothing listens") << QStringLiteral("4711") << false;
+    QTest::newRow("the service is unreachable") << QStringLiteral("4711") << false;
     QTest::newRow("the connection is dropped") << QStringLiteral("4711") << true;
-    QTest::newRow("the number cannot stand in an address") << QStringLiteral("Δ4711") << true;
+    QTest::newRow("the number cannot be part of a URL") << QStringLiteral("Δ4711") << true;
     QTest::newRow("the number would lead to another path") << QStringLiteral("../..") << true;
   }
-  void aFailedConnectionHasTwoMessages() {
+  void aFailedConnectionShowsTwoAlerts() {
     QFETCH(QString, number);
     QFETCH(bool, isReachable);
     TestProgram program;
@@ -249,18 +248,18 @@ class masterViewControllerLookupTest : public QObject {
     QVERIFY(!program.environment.busy.isActive());
   }
 
-  void aFailedConnectionKeepsItsEntryAndThePreviousDelivery() {
+  void aFailedConnectionStaysRegisteredAndKeepsThePreviousDelivery() {
     TestProgram program;
     program.enterPicking();
     program.service.answerWith(deliveryJson({{"C1", "A", 5}}));
     program.lookUp(QStringLiteral("4711"));
     const auto boxes = program.detail().arrayPick();
-    const QStringList before = everythingOf(program);
+    const QStringList before = stateOf(program);
     program.environment.serviceHost = LoopbackService::unreachableHost();
     program.lookUp(QStringLiteral("4711"));
     QVERIFY(program.master().connectionDict().contains(QStringLiteral("getorder")));
     QCOMPARE(program.detail().arrayPick(), boxes);
-    QCOMPARE(everythingOf(program), before);
+    QCOMPARE(stateOf(program), before);
     QCOMPARE(program.master().jsonResult()->doc, "4711");
   }
 
@@ -279,7 +278,7 @@ class masterViewControllerLookupTest : public QObject {
     QVERIFY(!program.environment.busy.isActive());
   }
 
-  void anIgnoredLookupSaysNothingOfABadAnswerEither() {
+  void anIgnoredLookupShowsNoAlertForAnInvalidAnswer() {
     TestProgram program;
     program.enterPicking();
     program.service.answerWith(deliveryJson({{"C1", "A", 5}}));
@@ -292,7 +291,7 @@ class masterViewControllerLookupTest : public QObject {
     QVERIFY(program.master().activityIndicator->isAnimating());
   }
 
-  void theNextPickingScreenLooksUpAgain() {
+  void aNewPickingScreenCanLookUpAgain() {
     TestProgram program;
     program.enterPicking();
     failOnce(program);
@@ -304,7 +303,7 @@ class masterViewControllerLookupTest : public QObject {
     QCOMPARE(program.detail().arrayPick()->size(), 1U);
   }
 
-  void aLookupThatFindsAnotherRegisteredIsNotImported() {
+  void aLookupIsNotImportedWhileAnotherIsRegistered() {
     TestProgram program;
     program.service.answerWith([](const auto & /*request*/) { return Answer::silence(); });
     program.enterPicking();
@@ -327,7 +326,7 @@ class masterViewControllerLookupTest : public QObject {
     QVERIFY(program.master().connectionDict().isEmpty());
   }
 
-  void twoLookupsAtOnceShareTheReceivedData() {
+  void concurrentLookupsShareTheReceivedData() {
     TestProgram program;
     program.service.answerWith([](const auto & /*request*/) { return Answer::silence(); });
     program.enterPicking();
@@ -345,7 +344,7 @@ class masterViewControllerLookupTest : public QObject {
     QVERIFY(!program.detail().arrayPick());
   }
 
-  void aNewRegisteredLookupStartsWithoutTheDataOfTheLast() {
+  void aNewRegisteredLookupStartsWithoutEarlierData() {
     TestProgram program;
     program.enterPicking();
     program.service.answerWith(deliveryJson({{"C1", "A", 5}}));
@@ -357,7 +356,7 @@ class masterViewControllerLookupTest : public QObject {
     QCOMPARE(boxOf(program.detail().arrayPick()->at(0)), "C2");
   }
 
-  void leavingEndsARunningLookup() {
+  void leavingThePickingAbortsARunningLookup() {
     TestProgram program;
     program.service.answerWith([](const auto & /*request*/) { return Answer::silence(); });
     program.enterPicking();
@@ -376,7 +375,7 @@ class masterViewControllerLookupTest : public QObject {
     return program.master().connectionDict().value(QStringLiteral("getorder"));
   }
 
-  /// Lets one lookup fail and answers its messages.
+  /// Makes one lookup fail and answers its alerts.
   static void failOnce(TestProgram &program) {
     program.environment.serviceHost = LoopbackService::unreachableHost();
     program.lookUp(QStringLiteral("4711"));

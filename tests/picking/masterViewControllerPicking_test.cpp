@@ -12,7 +12,7 @@ namespace {
 
 const QString kNoBoxFound = QStringLiteral("No Box Found||OK");
 
-/// The names of everything on both panes that can be touched.
+/// The names of the enabled items on both panes.
 QStringList enabledOf(const TestProgram &program) {
   const masterViewController &master = program.master();
   const detailViewController &detail = program.detail();
@@ -60,7 +60,7 @@ const LoosePick &loosePickAt(const TestProgram &program, std::size_t index) {
   return std::get<LoosePick>(program.detail().arrayPick()->at(index));
 }
 
-/// Types `box` into the box field and presses return.
+/// Types `box` into the box field and presses Return.
 void enterBox(const TestProgram &program, const QString &box) {
   program.master().txtBox->edit(box);
   program.master().txtBox->pressReturn();
@@ -74,7 +74,7 @@ const QStringList kPicking{"tblBoxes",    "txtBox",     "txtBarcode",
 
 }  // namespace
 
-/// Starting and stopping a picking, opening boxes.
+/// Starting and stopping a picking, and opening its boxes.
 class masterViewControllerPickingTest : public QObject {
   Q_OBJECT
 
@@ -88,7 +88,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(program.detail().btnOptions->titleColor(), Colour::grey);
   }
 
-  void anImportOffersThePicking() {
+  void anImportEnablesThePicking() {
     TestProgram program;
     program.enterPicking();
     program.service.answerWith(deliveryJson({{"C1", "A", 5}}));
@@ -108,7 +108,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(program.detail().btnOptions->titleColor(), Colour::blue);
   }
 
-  void stoppingDoesTheReverse() {
+  void stoppingLocksTheScanAndUnlocksTheSearch() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}});
@@ -120,7 +120,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(program.detail().btnOptions->titleColor(), Colour::grey);
   }
 
-  void theFlagChangesBeforeTheWorkIsDone() {
+  void scanStartedChangesBeforeTheTables() {
     TestProgram program;
     program.enterPicking();
     masterViewController &master = program.master();
@@ -132,7 +132,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(flags, QList<bool>({true, false}));
   }
 
-  void theQuantityFieldGoesAlongOnlyWithTheSecondSegment() {
+  void theQuantityFieldIsSwitchedOnlyWithTheSecondSegment() {
     TestProgram program;
     program.enterPicking();
     program.detail().segmAskForQty->setSelectedSegmentIndex(0);
@@ -184,12 +184,12 @@ class masterViewControllerPickingTest : public QObject {
     QVERIFY(program.master().txtBox->isFirstResponder());
   }
 
-  void theDeliveryNumberIsThatOfTheLastAnswer_data() {
+  void theDeliveryNumberComesFromTheLastAnswer_data() {
     QTest::addColumn<QByteArray>("body");
     QTest::newRow("unreadable") << QByteArray("<html>");
     QTest::newRow("empty") << QByteArray("[]");
   }
-  void theDeliveryNumberIsThatOfTheLastAnswer() {
+  void theDeliveryNumberComesFromTheLastAnswer() {
     QFETCH(QByteArray, body);
     TestProgram program;
     program.enterPicking();
@@ -225,7 +225,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(program.master().tblBoxes->rowCount(), 2);
   }
 
-  void everyStartCountsTheBoxesAnew() {
+  void everyStartRecountsTheBoxes() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}});
@@ -238,7 +238,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(totalsOf(program), QStringList({"-", "-", "-"}));
   }
 
-  void aTouchOpensABox() {
+  void touchingARowOpensItsBox() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}, {"C2", "B", 2}, {"C2", "C", 1}});
@@ -250,7 +250,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(program.master().tblBoxes->selectedRow(), 1);
   }
 
-  void anotherTouchReplacesTheOpenBox() {
+  void touchingAnotherRowReplacesTheOpenBox() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}, {"C2", "B", 2}});
@@ -261,7 +261,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(totalsOf(program), QStringList({"0", "5", "-5"}));
   }
 
-  void theDifferenceOfABoxPickedBeyondItsOrderIsPositive() {
+  void theDifferenceIsPositiveIfMoreIsPickedThanOrdered() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}});
@@ -270,7 +270,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(totalsOf(program), QStringList({"7", "5", "2"}));
   }
 
-  void outsideAPickingATouchOpensNothing() {
+  void withoutARunningPickingATouchOpensNoBox() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}});
@@ -280,7 +280,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(totalsOf(program), QStringList({"-", "-", "-"}));
   }
 
-  void aTouchOnAnotherTableOpensNothing() {
+  void touchingAnotherTableOpensNoBox() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}, {"C2", "B", 2}});
@@ -293,7 +293,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(itemsOf(program), QStringList("B"));
   }
 
-  void anIdentifierOpensItsBox() {
+  void aBoxIdentifierOpensItsBox() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}, {"C2", "B", 2}, {"C3", "C", 1}});
@@ -314,16 +314,16 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(program.environment.alerts.count(), 0);
   }
 
-  void anIdentifierIsComparedToTheLetter_data() {
+  void boxIdentifiersAreComparedExactly_data() {
     QTest::addColumn<QString>("identifier");
     QTest::newRow("unknown") << QStringLiteral("C9");
     QTest::newRow("other case") << QStringLiteral("c2");
-    QTest::newRow("blank before") << QStringLiteral(" C2");
-    QTest::newRow("blank after") << QStringLiteral("C2 ");
-    QTest::newRow("only its beginning") << QStringLiteral("C");
-    QTest::newRow("nothing") << QString();
+    QTest::newRow("leading space") << QStringLiteral(" C2");
+    QTest::newRow("trailing space") << QStringLiteral("C2 ");
+    QTest::newRow("prefix") << QStringLiteral("C");
+    QTest::newRow("empty") << QString();
   }
-  void anIdentifierIsComparedToTheLetter() {
+  void boxIdentifiersAreComparedExactly() {
     QFETCH(QString, identifier);
     TestProgram program;
     program.enterPicking();
@@ -340,7 +340,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(program.detail().curBoxIndex(), 0);
   }
 
-  void anEmptyListHasNoBoxToFind() {
+  void noBoxIsFoundInAnEmptyList() {
     TestProgram program;
     program.enterPicking();
     program.master().btnPickingTouched();
@@ -349,7 +349,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(program.detail().curBoxIndex(), -1);
   }
 
-  void ofTwoEntriesWithOneIdentifierTheFirstOpens() {
+  void theFirstOfTwoEntriesWithTheSameIdentifierOpens() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}, {"C2", "B", 2}});
@@ -360,7 +360,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(itemsOf(program), QStringList("B"));
   }
 
-  void aBoxStandsBeforeALoosePickWithItsIdentifier() {
+  void aBoxTakesPrecedenceOverALoosePickWithItsIdentifier() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"1", "A", 5}});
@@ -369,7 +369,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(program.detail().curBoxIndex(), 0);
   }
 
-  void aLoosePickOpensAsABoxOfNothing() {
+  void aLoosePickOpensAsAnEmptyBox() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}});
@@ -382,7 +382,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(program.master().tblBoxes->selectedRow(), 1);
   }
 
-  void returnInTheDeliveryNumberOpensNothing() {
+  void returnInTheDeliveryNumberOpensNoBox() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}});
@@ -392,7 +392,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(program.environment.alerts.count(), 0);
   }
 
-  void returnInTheBoxFieldMayAlwaysReturn() {
+  void returnInTheBoxFieldIsAlwaysAccepted() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}});
@@ -402,7 +402,7 @@ class masterViewControllerPickingTest : public QObject {
     }
   }
 
-  void aQuantityIsBookedOnTheFirstLoosePickOfTheBarcode() {
+  void aQuantityIsBookedOnTheFirstLoosePickWithTheBarcode() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}, {"C1", "B", 2}, {"C1", "C", 1}});
@@ -449,14 +449,14 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(loosePickAt(program, 1).qty, std::numeric_limits<std::int32_t>::min());
   }
 
-  void aQuantityWithoutAnyListBooksNothing() {
+  void withoutAListNoQuantityIsBooked() {
     TestProgram program;
     program.enterPicking();
     program.master().QtyChangedForBarcode(QStringLiteral("29001"), {}, 1, 1);
     QVERIFY(!program.detail().arrayPick());
   }
 
-  void theWorkingListCanBeReplacedByTheVeryObject() {
+  void theWorkingListIsReplacedWithoutACopy() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}});
@@ -469,7 +469,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(countersOf(program), QStringList({"1", "1", "0", "0"}));
   }
 
-  void someOperationsAreWithoutEffect() {
+  void someOperationsHaveNoEffect() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}});
@@ -492,7 +492,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(program.service.requests().size(), 1);
   }
 
-  void everyOrderExists() {
+  void orderExistsIsAlwaysTrue() {
     TestProgram program;
     program.enterPicking();
     QVERIFY(program.master().orderExists(QStringLiteral("4711")));

@@ -13,12 +13,12 @@ const QString kQuestion =
 
 }  // namespace
 
-/// The pane as it is loaded, and the way out of it.
+/// The pane after loading, and how it is left.
 class masterViewControllerTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void theDeliveryNumberHasTheKeyboardAtFirst() {
+  void theDeliveryNumberHasTheFocusAtFirst() {
     TestProgram program;
     program.enterPicking();
     QVERIFY(program.master().txtDeliveryNo->isFirstResponder());
@@ -57,14 +57,14 @@ class masterViewControllerTest : public QObject {
              QStringList({"0", "0", "0", "0"}));
   }
 
-  void theKeyboardCanBeTakenFromTheDeliveryNumber() {
+  void dismissKeyboardTakesTheFocusFromTheDeliveryNumber() {
     TestProgram program;
     program.enterPicking();
     program.master().dismissKeyboard();
     QVERIFY(!program.master().txtDeliveryNo->isFirstResponder());
   }
 
-  void leavingIsHeldBackBehindAQuestion() {
+  void leavingAsksForConfirmation() {
     TestProgram program;
     program.enterPicking();
     const ViewController *split = &program.split();
@@ -74,7 +74,7 @@ class masterViewControllerTest : public QObject {
     QCOMPARE(program.start().presentedViewController(), split);
   }
 
-  void okLeavesAndHandsTheContextBack() {
+  void okLeavesAndPassesTheContextBack() {
     TestProgram program;
     program.enterPicking();
     const QPointer<masterViewController> master = &program.master();
@@ -87,21 +87,21 @@ class masterViewControllerTest : public QObject {
     QTRY_VERIFY(master.isNull());
   }
 
-  void cancelLeavesThePickingAsItWas() {
+  void cancelChangesNothing() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}, {"C2", "B", 2}});
     program.master().tblBoxes->touchRow(1);
-    const QStringList before = everythingOf(program);
+    const QStringList before = stateOf(program);
     program.master().performSegueWithIdentifier(kReturn);
     program.answerTopAlert(1);
     QCOMPARE(program.environment.alerts.count(), 0);
     QVERIFY(program.start().presentedViewController() != nullptr);
-    QCOMPARE(everythingOf(program), before);
+    QCOMPARE(stateOf(program), before);
     QVERIFY(program.master().scanStarted());
   }
 
-  void anyOtherSegueAsksButGoesNowhere() {
+  void preparingAnotherSegueAsksButDoesNotLeave() {
     TestProgram program;
     program.enterPicking();
     program.start().setManagedObjectContext(nullptr);
@@ -136,8 +136,8 @@ class masterViewControllerTest : public QObject {
   }
 
  private:
-  /// What the picking screen shows and knows.
-  static QStringList everythingOf(const TestProgram &program) {
+  /// The state of the picking screen.
+  static QStringList stateOf(const TestProgram &program) {
     const masterViewController &master = program.master();
     const detailViewController &detail = program.detail();
     QStringList all = textsOf({master.lblCustomerName, master.lblBrand, master.lblCreationDate,
