@@ -8,7 +8,7 @@
 
 namespace {
 
-/// The articles of `body`, each as "barcode/item/descr"; nothing if it cannot be read.
+/// The articles of `body`, each as "barcode/item/descr"; std::nullopt if it cannot be read.
 std::optional<QStringList> articlesOf(const QByteArray &body) {
   auto answer = CatalogueAnswer::read(body);
   if (!answer) {
@@ -38,7 +38,7 @@ class CatalogueAnswerTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void articlesAreReadInTheirOrder() {
+  void articlesAreReadInOrder() {
     const auto articles = articlesOf(R"( [ {"barcode":"b1","item":"A","descr":"One"},
                                            {"descr":"Two","item":"B","barcode":"b2"} ] )");
     QCOMPARE(articles, QStringList({"b1/A/One", "b2/B/Two"}));
@@ -57,14 +57,14 @@ class CatalogueAnswerTest : public QObject {
     QVERIFY(answer->jsonResult().doc.isNull());
   }
 
-  void theSameArticleTwiceIsReadTwice() {
+  void aRepeatedArticleIsReadTwice() {
     QCOMPARE(articlesOf(R"([{"item":"A"},{"item":"A"}])"), QStringList({"/A/", "/A/"}));
   }
 
-  void aValueIsReadAsAText_data() {
+  void aValueIsReadAsText_data() {
     QTest::addColumn<QByteArray>("element");
     QTest::addColumn<QString>("article");
-    QTest::newRow("nothing") << QByteArray("{}") << "//";
+    QTest::newRow("empty object") << QByteArray("{}") << "//";
     QTest::newRow("no item") << QByteArray(R"({"barcode":"b","descr":"d"})") << "b//d";
     QTest::newRow("null") << QByteArray(R"({"item":null,"descr":"d"})") << "//d";
     QTest::newRow("integer") << QByteArray(R"({"item":12,"barcode":-3})") << "-3/12/";
@@ -72,7 +72,7 @@ class CatalogueAnswerTest : public QObject {
         << QByteArray(R"({"item":18446744073709551615})") << "/18446744073709551615/";
     QTest::newRow("fraction") << QByteArray(R"({"item":1.5})") << "/1.5/";
     QTest::newRow("boolean") << QByteArray(R"({"item":true,"descr":false})") << "/1/0";
-    QTest::newRow("twice the same key") << QByteArray(R"({"item":"A","item":"B"})") << "/B/";
+    QTest::newRow("repeated key") << QByteArray(R"({"item":"A","item":"B"})") << "/B/";
     QTest::newRow("other keys") << QByteArray(
                                        R"({"ITEM":"x","price":{"EUR":[1,2.5e3,null]},"item":"A"})")
                                 << "/A/";
@@ -80,23 +80,23 @@ class CatalogueAnswerTest : public QObject {
                              << QStringLiteral("/\"\"\\/é😀\n/");
     QTest::newRow("plain UTF-8") << QByteArray("{\"item\":\"Ωμέγα 😀; DROP TABLE 100%'\"}")
                                  << QStringLiteral("/Ωμέγα 😀; DROP TABLE 100%'/");
-    QTest::newRow("zero character")
+    QTest::newRow("null character")
         << QByteArray(R"({"item":"a\u0000b"})") << u'/' + QString::fromUtf16(u"a\0b", 3) + u'/';
     QTest::newRow("10,000 characters")
         << elementOf(QByteArray(10000, 'q')) << u'/' + QString(10000, u'q') + u'/';
   }
-  void aValueIsReadAsAText() {
+  void aValueIsReadAsText() {
     QFETCH(const QByteArray, element);
     QFETCH(const QString, article);
     QCOMPARE(articlesOf('[' + element + ']'), QStringList(article));
   }
 
-  void aBodyThatIsNoArrayOfObjectsIsRefused_data() {
+  void aBodyThatIsNotAnArrayOfObjectsIsRejected_data() {
     QTest::addColumn<QByteArray>("body");
     const QByteArray element = longElement();
-    QTest::newRow("nothing") << QByteArray();
-    QTest::newRow("blanks") << QByteArray("  \n");
-    QTest::newRow("page") << QByteArray("<html><body>Bad gateway</body></html>");
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("only white space") << QByteArray("  \n");
+    QTest::newRow("HTML page") << QByteArray("<html><body>Bad gateway</body></html>");
     QTest::newRow("object") << QByteArray(R"({"item":"A"})");
     QTest::newRow("number") << QByteArray("12");
     QTest::newRow("text") << QByteArray("\"[]\"");
@@ -108,12 +108,12 @@ class CatalogueAnswerTest : public QObject {
     QTest::newRow("nested item") << QByteArray(R"([{"item":{"code":"A"}}])");
     QTest::newRow("nested barcode") << QByteArray(R"([{"barcode":["1"]}])");
     QTest::newRow("nested description") << QByteArray(R"([{"item":"A"},{"descr":[]}])");
-    QTest::newRow("comma at the end") << QByteArray(R"([{"item":"A"},])");
-    QTest::newRow("comma at the beginning") << QByteArray(R"([,{"item":"A"}])");
-    QTest::newRow("no comma") << QByteArray(R"([{"item":"A"}{"item":"B"}])");
-    QTest::newRow("more after the end") << QByteArray(R"([{"item":"A"}]x)");
+    QTest::newRow("trailing comma") << QByteArray(R"([{"item":"A"},])");
+    QTest::newRow("leading comma") << QByteArray(R"([,{"item":"A"}])");
+    QTest::newRow("missing comma") << QByteArray(R"([{"item":"A"}{"item":"B"}])");
+    QTest::newRow("trailing garbage") << QByteArray(R"([{"item":"A"}]x)");
     QTest::newRow("two arrays") << QByteArray("[][]");
-    QTest::newRow("wrong brackets") << QByteArray(R"([{"item":"A"]})");
+    QTest::newRow("mismatched brackets") << QByteArray(R"([{"item":"A"]})");
     QTest::newRow("bad value of another key") << QByteArray(R"([{"item":"A","x":tru}])");
     QTest::newRow("bad number of another key") << QByteArray(R"([{"item":"A","x":[01]}])");
     QTest::newRow("bad escape of another key") << QByteArray(R"([{"item":"A","x":"\q"}])");
@@ -121,26 +121,25 @@ class CatalogueAnswerTest : public QObject {
     QTest::newRow("half a surrogate pair") << QByteArray(R"([{"item":"\ud83d"}])");
     QTest::newRow("not UTF-8") << QByteArray("[{\"item\":\"\xE9t\xE9\"}]");
     QTest::newRow("not UTF-8 in another key") << QByteArray("[{\"item\":\"A\",\"\xFF\":1}]");
-    QTest::newRow("UTF-8 cut short") << QByteArray("[{\"item\":\"\xC3\"}]");
-    QTest::newRow("long, comma at the end") << '[' + element + ",]";
+    QTest::newRow("truncated UTF-8") << QByteArray("[{\"item\":\"\xC3\"}]");
+    QTest::newRow("long, trailing comma") << '[' + element + ",]";
     QTest::newRow("long, two commas") << '[' + element + ",," + element + ']';
-    QTest::newRow("long, comma at the beginning")
-        << '[' + QByteArray(300000, ' ') + ',' + element + ']';
+    QTest::newRow("long, leading comma") << '[' + QByteArray(300000, ' ') + ',' + element + ']';
     QTest::newRow("long, unfinished") << '[' + element + ',' + element;
-    QTest::newRow("long, finished too early") << '[' + element + "]," + element + ']';
-    QTest::newRow("long, more after the end") << '[' + element + ',' + element + "],{}";
+    QTest::newRow("long, closed too early") << '[' + element + "]," + element + ']';
+    QTest::newRow("long, trailing garbage") << '[' + element + ',' + element + "],{}";
     QTest::newRow("long, object") << R"({"a":)" + element + R"(,"b":)" + element + '}';
     QTest::newRow("long, without brackets") << element + ',' + element;
-    QTest::newRow("long, wrong brackets") << '[' + element + ',' + element + '}';
-    QTest::newRow("long, last one no object") << '[' + element + ',' + element + ",1]";
-    QTest::newRow("long, unfinished text") << '[' + element + R"(,{"item":"A\"},{}])";
+    QTest::newRow("long, mismatched brackets") << '[' + element + ',' + element + '}';
+    QTest::newRow("long, last element not an object") << '[' + element + ',' + element + ",1]";
+    QTest::newRow("long, unterminated string") << '[' + element + R"(,{"item":"A\"},{}])";
   }
-  void aBodyThatIsNoArrayOfObjectsIsRefused() {
+  void aBodyThatIsNotAnArrayOfObjectsIsRejected() {
     QFETCH(const QByteArray, body);
     QVERIFY(!CatalogueAnswer::read(body));
   }
 
-  void everyBeginningOfAnAnswerIsRefused() {
+  void everyTruncatedAnswerIsRejected() {
     const QByteArray body = R"([{"barcode":"b","item":"Ä\\1","descr":null},{"item":2}])";
     QVERIFY(CatalogueAnswer::read(body));
     for (qsizetype size = 0; size < body.size(); ++size) {
@@ -148,7 +147,7 @@ class CatalogueAnswerTest : public QObject {
     }
   }
 
-  void aLongAnswerIsReadWhole() {
+  void aLongAnswerIsReadCompletely() {
     constexpr int kCount = 30000;
     const QByteArray confusing = R"(],[{\"item\":1},{\\)";
     const QByteArray element =
@@ -161,10 +160,10 @@ class CatalogueAnswerTest : public QObject {
     QVERIFY(answer);
     QCOMPARE(answer->articleCount(), std::size_t{kCount});
     int next = 0;
-    const bool isEvery = answer->forEachArticle([&](const Article &article) {
+    const bool areAllAsSent = answer->forEachArticle([&](const Article &article) {
       return article.item == std::to_string(next++) && article.descr == R"(],[{"item":1},{\)";
     });
-    QVERIFY(isEvery);
+    QVERIFY(areAllAsSent);
     QCOMPARE(next, kCount);
   }
 
@@ -177,7 +176,7 @@ class CatalogueAnswerTest : public QObject {
     QCOMPARE(articles->at(2), "//");
   }
 
-  void theVisitEndsWhenTheVisitorWantsNoMore() {
+  void theVisitStopsWhenTheVisitorReturnsFalse() {
     auto answer = CatalogueAnswer::read(R"([{"item":"A"},{"item":"B"},{"item":"C"}])");
     int visited = 0;
     QVERIFY(!answer->forEachArticle([&](const Article &) { return ++visited < 2; }));

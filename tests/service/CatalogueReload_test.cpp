@@ -18,8 +18,8 @@ namespace {
 
 constexpr auto kReloadOption = "--reload";
 constexpr int kLargeCount = 300000;
-/// Milliseconds after which a test takes it that something will not happen any more.
-constexpr int kPatience = 60000;
+/// The time in milliseconds that a test waits for a condition.
+constexpr int kTimeout = 60000;
 
 QByteArray catalogueOf(int count) {
   QByteArray body = "[";
@@ -34,13 +34,13 @@ QByteArray catalogueOf(int count) {
 const QByteArray kOldCatalogue =
     R"([{"item":"A","barcode":"b1","descr":"One"},{"item":"B","barcode":"b2","descr":"Two"}])";
 
-/// What the scrim said, one entry a change.
+/// A progress that the busy state has shown.
 struct BusyText {
   QString text;
   double progress;
 };
 
-/// A reload that notes what comes of it.
+/// A reload that records its progress and its result.
 class WatchedReload {
  public:
   explicit WatchedReload(TestProgram &program) : reload(program.environment, program.context()) {
@@ -50,29 +50,29 @@ class WatchedReload {
     });
     QObject::connect(&reload, &CatalogueReload::finished, &reload,
                      [this](const std::optional<JsonResult> &answer) {
-                       ++ends;
+                       ++finishedCount;
                        result = answer;
                      });
   }
 
   void run() {
     reload.start();
-    QVERIFY(QTest::qWaitFor([this] { return ends == 1; }, kPatience));
+    QVERIFY(QTest::qWaitFor([this] { return finishedCount == 1; }, kTimeout));
   }
 
-  [[nodiscard]] bool said(const QString &text, double progress) const {
+  [[nodiscard]] bool showed(const QString &text, double progress) const {
     return std::any_of(texts.begin(), texts.end(), [&](const BusyText &entry) {
       return entry.text == text && qAbs(entry.progress - progress) < 1e-9;
     });
   }
 
   std::vector<BusyText> texts;
-  int ends = 0;
+  int finishedCount = 0;
   std::optional<JsonResult> result;
   CatalogueReload reload;
 };
 
-/// Reloads `body` into the store of `program`; whether it was taken.
+/// Reloads the catalogue of `program` from `body`. Returns true if the reload succeeds.
 bool reloads(TestProgram &program, const QByteArray &body) {
   program.service.answerWith(body);
   WatchedReload reload(program);
@@ -93,8 +93,8 @@ std::unique_ptr<ManagedObjectContext> openStore(const QString &path) {
   return std::make_unique<ManagedObjectContext>(coordinator);
 }
 
-/// Loads the large catalogue into the store at `path` and prints how far it is; for a process that
-/// is to be killed.
+/// Loads the large catalogue into the store at the given path and prints the progress. Runs in a
+/// process that a test kills.
 int reloadAndPrint(const QStringList &arguments) {
   const QString path = arguments.at(0);
   LoopbackService service;
@@ -125,7 +125,7 @@ class CatalogueReloadTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void theCatalogueIsAskedForOnceAndStored() {
+  void theCatalogueIsRequestedOnceAndStored() {
     TestProgram program;
     QVERIFY(reloads(program, kOldCatalogue));
     QCOMPARE(program.service.requests().size(), 1);
@@ -135,7 +135,7 @@ class CatalogueReloadTest : public QObject {
     verifyOldCatalogue(program);
   }
 
-  void exactlyTheNewArticlesAreLeft() {
+  void onlyTheNewArticlesRemain() {
     TestProgram program;
     QVERIFY(reloads(program, catalogueOf(1000)));
     QVERIFY(reloads(program, R"([{"item":"X"},{"item":"Y"},{"item":"Z"}])"));
@@ -143,7 +143,7 @@ class CatalogueReloadTest : public QObject {
     QVERIFY(program.context().itemsForCode("N1")->empty());
   }
 
-  void theSameArticleTwiceIsStoredTwiceAndTheFirstIsFound() {
+  void aRepeatedArticleIsStoredTwiceAndTheFirstIsFound() {
     TestProgram program;
     QVERIFY(reloads(program, R"([{"item":"A","descr":"first"},{"item":"A","descr":"second"}])"));
     QCOMPARE(program.context().countItems(), 2);
@@ -166,7 +166,7 @@ class CatalogueReloadTest : public QObject {
     QCOMPARE(found->front().descr, "Nine");
   }
 
-  void theStatusDoesNotMatter() {
+  void theHttpStatusIsIgnored() {
     TestProgram program;
     program.service.answerWith(kOldCatalogue, 500);
     WatchedReload reload(program);
@@ -175,16 +175,16 @@ class CatalogueReloadTest : public QObject {
     verifyOldCatalogue(program);
   }
 
-  void anAnswerThatCannotBeReadLeavesTheCatalogue_data() {
+  void anUnreadableAnswerKeepsTheCatalogue_data() {
     QTest::addColumn<QByteArray>("body");
     QTest::newRow("empty") << QByteArray();
-    QTest::newRow("page") << QByteArray("<html></html>");
+    QTest::newRow("HTML page") << QByteArray("<html></html>");
     QTest::newRow("object") << QByteArray(R"({"item":"A"})");
     QTest::newRow("number") << QByteArray("7");
     QTest::newRow("not UTF-8") << QByteArray("[{\"item\":\"\xFF\"}]");
-    QTest::newRow("no object at the end") << catalogueOf(20000).chopped(1) + ",1]";
+    QTest::newRow("last element not an object") << catalogueOf(20000).chopped(1) + ",1]";
   }
-  void anAnswerThatCannotBeReadLeavesTheCatalogue() {
+  void anUnreadableAnswerKeepsTheCatalogue() {
     QFETCH(const QByteArray, body);
     TestProgram program;
     QVERIFY(reloads(program, kOldCatalogue));
@@ -192,7 +192,7 @@ class CatalogueReloadTest : public QObject {
     verifyOldCatalogue(program);
   }
 
-  void anAnswerCutShortLeavesTheCatalogue() {
+  void aTruncatedAnswerKeepsTheCatalogue() {
     TestProgram program;
     QVERIFY(reloads(program, kOldCatalogue));
     const QByteArray body = R"([{"item":"X","descr":"é"},{}])";
@@ -207,7 +207,7 @@ class CatalogueReloadTest : public QObject {
     verifyOldCatalogue(program);
   }
 
-  void aWholeArrayThatIsShorterThanAnnouncedLeavesTheCatalogue() {
+  void aCompleteArrayShorterThanAnnouncedKeepsTheCatalogue() {
     TestProgram program;
     QVERIFY(reloads(program, kOldCatalogue));
     program.service.answerWith([](const LoopbackService::Request &) {
@@ -219,7 +219,7 @@ class CatalogueReloadTest : public QObject {
     verifyOldCatalogue(program);
   }
 
-  void anUnreachableServiceLeavesTheCatalogue() {
+  void anUnreachableServiceKeepsTheCatalogue() {
     TestProgram program;
     QVERIFY(reloads(program, kOldCatalogue));
     program.environment.serviceHost = LoopbackService::unreachableHost();
@@ -230,7 +230,7 @@ class CatalogueReloadTest : public QObject {
     verifyOldCatalogue(program);
   }
 
-  void aConnectionWithoutAnAnswerLeavesTheCatalogue() {
+  void aConnectionWithoutAnAnswerKeepsTheCatalogue() {
     TestProgram program;
     QVERIFY(reloads(program, kOldCatalogue));
     program.service.answerWith(
@@ -241,7 +241,7 @@ class CatalogueReloadTest : public QObject {
     verifyOldCatalogue(program);
   }
 
-  void picksAreNotTouched() {
+  void picksAreNotChanged() {
     TestProgram program;
     program.context().insert(Picking{.doc = "4711", .item = "A", .pickqty = 3});
     QVERIFY(!program.context().save());
@@ -252,7 +252,7 @@ class CatalogueReloadTest : public QObject {
     QCOMPARE(picks->front().pickqty, 3);
   }
 
-  void aChangeThatStillWaitsIsSaved() {
+  void aPendingChangeIsSaved() {
     TestProgram program;
     program.context().insert(Picking{.doc = "4711"});
     QVERIFY(reloads(program, kOldCatalogue));
@@ -261,23 +261,23 @@ class CatalogueReloadTest : public QObject {
     verifyOldCatalogue(program);
   }
 
-  void theScrimSaysHowFarItIs() {
+  void theScrimShowsTheProgress() {
     TestProgram program;
     program.service.answerWith(catalogueOf(25000));
     WatchedReload reload(program);
     reload.reload.start();
     QVERIFY(program.environment.busy.isActive());
     QCOMPARE(program.environment.busy.title(), "Loading the articles …");
-    QVERIFY(QTest::qWaitFor([&] { return reload.ends == 1; }, kPatience));
+    QVERIFY(QTest::qWaitFor([&] { return reload.finishedCount == 1; }, kTimeout));
     QVERIFY(!program.environment.busy.isActive());
-    QVERIFY(reload.said("1.4 of 1.4 MB", 1.0));
-    QVERIFY(reload.said("0 of 25,000 articles", 0.0));
-    QVERIFY(reload.said("10,000 of 25,000 articles", 0.4));
-    QVERIFY(reload.said("20,000 of 25,000 articles", 0.8));
-    QVERIFY(reload.said("25,000 of 25,000 articles", 1.0));
+    QVERIFY(reload.showed("1.4 of 1.4 MB", 1.0));
+    QVERIFY(reload.showed("0 of 25,000 articles", 0.0));
+    QVERIFY(reload.showed("10,000 of 25,000 articles", 0.4));
+    QVERIFY(reload.showed("20,000 of 25,000 articles", 0.8));
+    QVERIFY(reload.showed("25,000 of 25,000 articles", 1.0));
   }
 
-  void theScrimSaysWhatArrivedOfAnUnknownLength() {
+  void theScrimShowsTheReceivedBytesIfTheLengthIsUnknown() {
     TestProgram program;
     program.service.answerWith([](const LoopbackService::Request &) {
       return LoopbackService::Answer{
@@ -286,11 +286,11 @@ class CatalogueReloadTest : public QObject {
     WatchedReload reload(program);
     reload.run();
     QVERIFY(reload.result);
-    QVERIFY(reload.said("0.1 MB", -1.0));
+    QVERIFY(reload.showed("0.1 MB", -1.0));
     QCOMPARE(program.context().countItems(), 2500);
   }
 
-  void aReloadThatIsDestroyedWhileItWaitsLeavesTheCatalogue() {
+  void aReloadDestroyedWhileWaitingKeepsTheCatalogue() {
     TestProgram program;
     QVERIFY(reloads(program, kOldCatalogue));
     program.service.answerWith(
@@ -306,7 +306,7 @@ class CatalogueReloadTest : public QObject {
     verifyOldCatalogue(program);
   }
 
-  void aReloadThatIsDestroyedWhileItStoresLeavesOneCatalogueWhole() {
+  void aReloadDestroyedWhileStoringLeavesOneCompleteCatalogue() {
     TestProgram program;
     QVERIFY(reloads(program, kOldCatalogue));
     program.service.answerWith(catalogueOf(kLargeCount));
@@ -314,7 +314,7 @@ class CatalogueReloadTest : public QObject {
       WatchedReload reload(program);
       reload.reload.start();
       QVERIFY(QTest::qWaitFor(
-          [&] { return program.environment.busy.progressText().contains("articles"); }, kPatience));
+          [&] { return program.environment.busy.progressText().contains("articles"); }, kTimeout));
     }
     QVERIFY(!program.environment.busy.isActive());
     QCoreApplication::processEvents();
@@ -330,21 +330,21 @@ class CatalogueReloadTest : public QObject {
         .exec("ALTER TABLE Items RENAME TO Gone");
     QProcess child;
     child.start(QCoreApplication::applicationFilePath(), {kReloadOption, program.storePath()});
-    QVERIFY(child.waitForFinished(kPatience));
+    QVERIFY(child.waitForFinished(kTimeout));
     QCOMPARE(child.exitStatus(), QProcess::CrashExit);
     const QByteArray log = child.readAllStandardError();
     QVERIFY2(log.contains("Unresolved error no such table: Items, {code = 1; extended code = 1}"),
              log);
   }
 
-  void aKilledReloadLeavesOneCatalogueWhole_data() {
-    QTest::addColumn<QByteArray>("lastWords");
+  void aKilledReloadLeavesOneCompleteCatalogue_data() {
+    QTest::addColumn<QByteArray>("lastLine");
     QTest::newRow("cleared") << QByteArray("0 of 300,000 articles");
     QTest::newRow("half stored") << QByteArray("150,000 of 300,000 articles");
     QTest::newRow("all stored") << QByteArray("300,000 of 300,000 articles");
   }
-  void aKilledReloadLeavesOneCatalogueWhole() {
-    QFETCH(const QByteArray, lastWords);
+  void aKilledReloadLeavesOneCompleteCatalogue() {
+    QFETCH(const QByteArray, lastLine);
     TestProgram program;
     QVERIFY(reloads(program, kOldCatalogue));
     const QTemporaryDir folder;
@@ -354,8 +354,9 @@ class CatalogueReloadTest : public QObject {
     QProcess child;
     child.start(QCoreApplication::applicationFilePath(), {kReloadOption, path});
     QByteArray line;
-    while (line != lastWords) {
-      QVERIFY2(child.canReadLine() || child.waitForReadyRead(kPatience), "the child fell silent");
+    while (line != lastLine) {
+      QVERIFY2(child.canReadLine() || child.waitForReadyRead(kTimeout),
+               "The child process has stopped printing.");
       line = child.readLine().trimmed();
     }
     child.kill();

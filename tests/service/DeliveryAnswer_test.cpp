@@ -21,12 +21,12 @@ constexpr const char *kSmallAnswer =
     R"("qty":6,"carton":"C1"},{"doc":"4711","ordernum":"A2","item":"71053","barcode":"2901",)"
     R"("descr":"LANTERN","qty":"2","carton":"C2"}])";
 
-/// The parsed answer whose one element is `element`.
+/// Parses an answer with the single element `element`.
 std::optional<Delivery> answerOf(const QByteArray &element) {
   return parseDeliveryAnswer('[' + element + ']');
 }
 
-/// One line, spelt out so that two can be compared.
+/// All fields of a line as a text that can be compared.
 QString textOf(const OrderLine &line) {
   return QStringList{line.doc,   line.ordernum, line.item,       line.barcode,
                      line.descr, line.carton,   line.qty.text(), QString::number(line.qty.value())}
@@ -44,7 +44,7 @@ QString textOf(const std::optional<Delivery> &answer) {
   return texts.join(u'\n');
 }
 
-/// Reads a delivery as `parseDeliveryAnswer` does, with another reader of JSON.
+/// A second implementation of `parseDeliveryAnswer`, on Qt's JSON parser.
 namespace peer {
 
 bool isValue(const QJsonValue &value) {
@@ -106,7 +106,7 @@ std::optional<Delivery> parse(const QByteArray &body) {
 
 }  // namespace peer
 
-/// Makes answers of every kind, the same ones in every run.
+/// Generates random answers, the same ones in every run.
 class Generator {
  public:
   QByteArray answer() {
@@ -161,8 +161,8 @@ class Generator {
         QStringLiteral("/"), QStringLiteral("\n"),  QStringLiteral("é"),  QStringLiteral("📦"),
         QStringLiteral(" "), QString(QChar(u'\0')), QStringLiteral("-"),  QStringLiteral("}],")};
     QString result;
-    constexpr int kLongest = 12;
-    for (int i = below(kLongest); i > 0; --i) {
+    constexpr int kMaxPieces = 12;
+    for (int i = below(kMaxPieces); i > 0; --i) {
       result += kPieces.at(static_cast<std::size_t>(below(static_cast<int>(kPieces.size()))));
     }
     return result;
@@ -177,7 +177,7 @@ class DeliveryAnswerTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void anAnswerIsReadWhole() {
+  void anAnswerIsReadCompletely() {
     const auto answer = parseDeliveryAnswer(kSmallAnswer);
     QCOMPARE(textOf(answer),
              "Corner Shop\nHearth\n03/25/2026\n04/01/2026\n"
@@ -191,14 +191,14 @@ class DeliveryAnswerTest : public QObject {
     QVERIFY(answer->lines.empty());
   }
 
-  void whatIsMissingOrNullIsEmpty_data() {
+  void missingAndNullFieldsAreEmpty_data() {
     QTest::addColumn<QByteArray>("element");
     QTest::newRow("missing") << QByteArray("{}");
     QTest::newRow("null") << QByteArray(
         R"({"cusname":null,"brand":null,"cdate":null,"date":null,"doc":null,"ordernum":null,)"
         R"("item":null,"barcode":null,"descr":null,"qty":null,"carton":null})");
   }
-  void whatIsMissingOrNullIsEmpty() {
+  void missingAndNullFieldsAreEmpty() {
     QFETCH(const QByteArray, element);
     const auto answer = answerOf(element);
     QVERIFY(answer.has_value());
@@ -212,25 +212,25 @@ class DeliveryAnswerTest : public QObject {
     QCOMPARE(line.qty, Quantity(0));
   }
 
-  void numbersAndTextsAreReadAsEachOther() {
+  void numbersAndTextsAreConvertedToEachOther() {
     const auto answer = answerOf(
         R"({"cusname":1,"brand":2,"cdate":3,"date":4,"doc":4711,"ordernum":1.5,"item":85123,)"
         R"("barcode":12345678901234567890,"descr":true,"qty":"6 pcs","carton":-1})");
     QCOMPARE(textOf(answer), "1\n2\n3\n4\n4711|1.5|85123|12345678901234567890|1|-1|6 pcs|6");
   }
 
-  void theHeaderIsThatOfTheFirstElement() {
+  void theHeaderComesFromTheFirstElement() {
     const auto answer = parseDeliveryAnswer(R"([{"brand":"first"},{"brand":"second"}])");
     QCOMPARE(answer->brand, "first");
     QCOMPARE(answer->lines.size(), 2U);
   }
 
-  void aHeaderThatTheFirstElementLacksIsEmpty() {
+  void aHeaderFieldMissingInTheFirstElementIsEmpty() {
     const auto answer = parseDeliveryAnswer(R"([{},{"brand":"second"}])");
     QCOMPARE(answer->brand, "");
   }
 
-  void theLastOfTwoEqualKeysCounts() {
+  void theLastOfTwoEqualKeysWins() {
     const auto answer = answerOf(R"({"item":"first","item":"last","qty":1,"qty":2})");
     QCOMPARE(answer->lines.front().item, "last");
     QCOMPARE(answer->lines.front().qty.value(), 2);
@@ -241,27 +241,27 @@ class DeliveryAnswerTest : public QObject {
     QCOMPARE(answer->lines.front().item, "");
   }
 
-  void anEscapedKeyIsTheSameKey() {
+  void escapesInAKeyAreDecoded() {
     QCOMPARE(answerOf("{\"it\\u0065m\":\"a\"}")->lines.front().item, "a");
   }
 
-  void otherKeysMayHoldAnything() {
+  void unknownKeysAreIgnored() {
     const auto answer = answerOf(R"({"item":"a","remarks":[{"x":[1,2]},null],"more":{"y":{}}})");
     QCOMPARE(answer->lines.front().item, "a");
   }
 
-  void aMarkBeforeTheTextIsPassedOver() {
+  void aByteOrderMarkIsSkipped() {
     QCOMPARE(textOf(parseDeliveryAnswer(QByteArray("\xEF\xBB\xBF") + kSmallAnswer)),
              textOf(parseDeliveryAnswer(kSmallAnswer)));
   }
 
-  void whatIsNoListOfObjectsIsRefused_data() {
+  void aBodyThatIsNotAListOfObjectsIsRejected_data() {
     QTest::addColumn<QByteArray>("body");
-    QTest::newRow("nothing") << QByteArray();
-    QTest::newRow("blanks") << QByteArray(" \n\t");
-    QTest::newRow("mark alone") << QByteArray("\xEF\xBB\xBF");
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("only white space") << QByteArray(" \n\t");
+    QTest::newRow("only a byte order mark") << QByteArray("\xEF\xBB\xBF");
     QTest::newRow("text") << QByteArray("Service Unavailable");
-    QTest::newRow("page") << QByteArray("<html></html>");
+    QTest::newRow("HTML page") << QByteArray("<html></html>");
     QTest::newRow("object") << QByteArray(R"({"doc":"4711"})");
     QTest::newRow("object around the list") << QByteArray(R"({"d":[{"doc":"4711"}]})");
     QTest::newRow("JSON text") << QByteArray(R"("4711")");
@@ -271,57 +271,57 @@ class DeliveryAnswerTest : public QObject {
     QTest::newRow("list of texts") << QByteArray(R"(["a"])");
     QTest::newRow("list of lists") << QByteArray("[[]]");
     QTest::newRow("list with a null") << QByteArray("[null]");
-    QTest::newRow("one element no object") << QByteArray(R"([{"doc":"4711"},7])");
+    QTest::newRow("one element not an object") << QByteArray(R"([{"doc":"4711"},7])");
     QTest::newRow("nested text") << QByteArray(R"([{"doc":["4711"]}])");
     QTest::newRow("object for a text") << QByteArray(R"([{"item":{"code":"a"}}])");
     QTest::newRow("list for a quantity") << QByteArray(R"([{"qty":[1]}])");
     QTest::newRow("nested header") << QByteArray(R"([{"brand":{}}])");
     QTest::newRow("two lists") << QByteArray("[] []");
-    QTest::newRow("garbage behind") << QByteArray(R"([{"doc":"4711"}]x)");
-    QTest::newRow("comma at the end") << QByteArray(R"([{"doc":"4711"},])");
-    QTest::newRow("comma in the object") << QByteArray(R"([{"doc":"4711",}])");
+    QTest::newRow("trailing garbage") << QByteArray(R"([{"doc":"4711"}]x)");
+    QTest::newRow("trailing comma") << QByteArray(R"([{"doc":"4711"},])");
+    QTest::newRow("trailing comma in an object") << QByteArray(R"([{"doc":"4711",}])");
     QTest::newRow("single quotes") << QByteArray("[{'doc':'4711'}]");
     QTest::newRow("key without quotes") << QByteArray(R"([{doc:"4711"}])");
     QTest::newRow("comment") << QByteArray("[/* none */]");
-    QTest::newRow("raw line end in a text") << QByteArray("[{\"doc\":\"47\n11\"}]");
+    QTest::newRow("raw line break in a string") << QByteArray("[{\"doc\":\"47\n11\"}]");
     QTest::newRow("unknown escape") << QByteArray("[{\"doc\":\"\\x41\"}]");
     QTest::newRow("half a surrogate pair") << QByteArray("[{\"doc\":\"\\ud83d\"}]");
     QTest::newRow("leading zero") << QByteArray(R"([{"qty":01}])");
-    QTest::newRow("plus") << QByteArray(R"([{"qty":+1}])");
-    QTest::newRow("no number") << QByteArray(R"([{"qty":NaN}])");
+    QTest::newRow("leading plus sign") << QByteArray(R"([{"qty":+1}])");
+    QTest::newRow("not a number") << QByteArray(R"([{"qty":NaN}])");
     QTest::newRow("Latin-1") << QByteArray("[{\"descr\":\"caf\xE9\"}]");
     QTest::newRow("overlong slash") << QByteArray("[{\"doc\":\"\xC0\xAF\"}]");
     QTest::newRow("encoded surrogate") << QByteArray("[{\"doc\":\"\xED\xA0\x80\"}]");
     QTest::newRow("not UTF-8 in another key") << QByteArray("[{\"remark\":\"\xFF\"}]");
-    QTest::newRow("NUL behind") << QByteArray("[]\0", 3);
+    QTest::newRow("trailing null byte") << QByteArray("[]\0", 3);
     QTest::newRow("UTF-16") << QByteArray("[\0]\0", 4);
     QTest::newRow("number beyond 64 bits") << QByteArray(R"([{"doc":123456789012345678901234}])");
     QTest::newRow("deep nesting") << QByteArray(100'000, '[') + QByteArray(100'000, ']');
     QTest::newRow("deep nesting in another key")
         << R"([{"remark":)" + QByteArray(100'000, '[') + QByteArray(100'000, ']') + "}]";
-    QTest::newRow("deep and open") << QByteArray(1'000'000, '[');
+    QTest::newRow("deep nesting without end") << QByteArray(1'000'000, '[');
   }
-  void whatIsNoListOfObjectsIsRefused() {
+  void aBodyThatIsNotAListOfObjectsIsRejected() {
     QFETCH(const QByteArray, body);
     QVERIFY(!parseDeliveryAnswer(body).has_value());
   }
 
-  void anAnswerThatBreaksOffAnywhereIsRefused() {
+  void anAnswerTruncatedAnywhereIsRejected() {
     const QByteArray body = kSmallAnswer;
     for (qsizetype size = 0; size < body.size(); ++size) {
-      // An array of its own, with nothing of the rest behind it.
+      // A copy, so that the rest of the body does not follow in memory.
       const QByteArray part(body.constData(), size);
       QVERIFY2(!parseDeliveryAnswer(part).has_value(), part.constData());
     }
   }
 
-  void aLongTextIsReadWhole() {
+  void aLongTextIsReadCompletely() {
     const QByteArray text(10'000, 'x');
     QCOMPARE(answerOf("{\"item\":\"" + text + "\"}")->lines.front().item,
              QString::fromLatin1(text));
   }
 
-  void aLargeAnswerIsReadWhole() {
+  void aLargeAnswerIsReadCompletely() {
     constexpr int kLines = 20'000;
     constexpr int kLinesOfABox = 7;
     QByteArray body = "[";
@@ -341,7 +341,7 @@ class DeliveryAnswerTest : public QObject {
     }
   }
 
-  void generatedAnswersAreReadAsByAnotherReader() {
+  void generatedAnswersAreReadAsByAnotherParser() {
     Generator generator;
     int readable = 0;
     for (int i = 0; i < 3000; ++i) {
@@ -354,7 +354,7 @@ class DeliveryAnswerTest : public QObject {
     QVERIFY(readable < 3000);
   }
 
-  void whatStaysOfAnAnswerIsItsDeliveryNumber() {
+  void theJsonResultKeepsTheDeliveryNumber() {
     QCOMPARE(jsonResultOf(parseDeliveryAnswer(kSmallAnswer))->doc, "4711");
     QVERIFY(jsonResultOf(parseDeliveryAnswer("[]"))->doc.isNull());
     QVERIFY(!jsonResultOf(parseDeliveryAnswer("no JSON")).has_value());

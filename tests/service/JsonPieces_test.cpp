@@ -7,7 +7,7 @@
 
 namespace {
 
-/// An array of the numbers below `count`, each with a text that looks like the ends of others.
+/// An array of the numbers below `count`, each with a text that looks like the end of an element.
 QByteArray numbers(int count) {
   QByteArray text;
   for (int i = 0; i < count; ++i) {
@@ -16,7 +16,7 @@ QByteArray numbers(int count) {
   return text + ']';
 }
 
-/// How many elements there are, if they are the numbers from 0 on.
+/// Returns the number of elements, or 0 if they are not numbered from 0 in order.
 std::size_t countOf(const JsonPieces &pieces) {
   JsonPieces::Reader reader(pieces);
   std::size_t count = 0;
@@ -44,21 +44,21 @@ class JsonPiecesTest : public QObject {
     QCOMPARE(countOf(pieces), 3U);
   }
 
-  void aLargeArrayIsReadWholeAndInItsOrder() {
+  void aLargeArrayIsReadCompletelyAndInOrder() {
     const QByteArray text = numbers(50'000);
     const JsonPieces pieces(jsonTextOf(text));
     QVERIFY(pieces.count() > 3);
     QCOMPARE(countOf(pieces), 50'000U);
   }
 
-  void piecesMayBeAsShortAsAnElement() {
+  void aPieceMayBeASingleElement() {
     const QByteArray text = numbers(7);
     const JsonPieces pieces(jsonTextOf(text), 1);
     QCOMPARE(pieces.count(), 7U);
     QCOMPARE(countOf(pieces), 7U);
   }
 
-  void aPieceThatIsNotJsonIsNotRead() {
+  void readingAPieceThatIsNotJsonThrows() {
     QByteArray text = numbers(50'000);
     text.insert(text.indexOf("{\"n\"", text.size() / 2), '!');
     const JsonPieces pieces(jsonTextOf(text));

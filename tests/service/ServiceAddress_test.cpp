@@ -12,11 +12,11 @@ const QString kHost = QStringLiteral("picking.local:8080");
 constexpr const char *kLookup =
     "http://picking.local:8080/qir_pick/servicepick.svc/json/getorderpercarton/";
 
-/// The characters that are escaped, besides control characters.
+/// The characters that are escaped, apart from control characters.
 constexpr const char *kEscaped = " \"#%<>[\\]^`{|}";
 
-/// Ignores what happens to a connection.
-class Nobody : public QObject, public HttpConnectionDelegate {
+/// Ignores the events of a connection.
+class NullDelegate : public QObject, public HttpConnectionDelegate {
  public:
   void didReceiveResponse(HttpConnection & /*connection*/) override {}
   void didReceiveData(HttpConnection & /*connection*/, const QByteArray & /*data*/) override {}
@@ -38,7 +38,7 @@ class ServiceAddressTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void everyCallHasItsAddress() {
+  void everyCallHasItsUrl() {
     const ServiceAddress address(kHost);
     QCOMPARE(address.getorderpercarton(QStringLiteral("4711")).toEncoded(),
              QByteArray(kLookup) + "4711");
@@ -48,18 +48,18 @@ class ServiceAddressTest : public QObject {
              "http://picking.local:8080/qir_pick/servicepick.svc/json/sendpick");
   }
 
-  void aHostNeedsNoPort() {
+  void thePortIsOptional() {
     QCOMPARE(ServiceAddress(QStringLiteral("10.0.0.7")).getitems().toEncoded(),
              "http://10.0.0.7/qir_pick/servicepick.svc/json/getitems");
   }
 
-  void everyCharacterIsEscapedOrStandsAsItIs_data() {
+  void everyAsciiCharacterIsEscapedOrUnchanged_data() {
     QTest::addColumn<char>("character");
     for (int c = 0; c < 0x80; ++c) {
       QTest::addRow("%02X", c) << static_cast<char>(c);
     }
   }
-  void everyCharacterIsEscapedOrStandsAsItIs() {
+  void everyAsciiCharacterIsEscapedOrUnchanged() {
     QFETCH(const char, character);
     const bool isControl = character < 0x20 || character == 0x7F;
     const bool isEscaped = isControl || QByteArray(kEscaped).contains(character);
@@ -68,39 +68,39 @@ class ServiceAddressTest : public QObject {
              isEscaped ? '%' + one.toHex().toUpper() : one);
   }
 
-  void aCharacterBeyondAsciiCannotStandInAnAddress_data() {
+  void nonAsciiCharactersAreRejected_data() {
     QTest::addColumn<QString>("text");
-    QTest::newRow("first beyond") << QString(QChar(0x80));
+    QTest::newRow("first non-ASCII character") << QString(QChar(0x80));
     QTest::newRow("umlaut") << QStringLiteral("47ü11");
     QTest::newRow("fullwidth slash") << QStringLiteral("47／11");
     QTest::newRow("emoji") << QStringLiteral("📦");
-    QTest::newRow("ends like an ASCII character") << QString(QChar(0x0141));
+    QTest::newRow("low byte of an ASCII character") << QString(QChar(0x0141));
   }
-  void aCharacterBeyondAsciiCannotStandInAnAddress() {
+  void nonAsciiCharactersAreRejected() {
     QFETCH(const QString, text);
     QVERIFY(!addingPercentEscapes(text).has_value());
     QVERIFY(ServiceAddress(kHost).getorderpercarton(text).isEmpty());
   }
 
-  void aDeliveryNumberStaysBelowItsCall_data() {
+  void aDeliveryNumberCannotLeaveThePathOfItsCall_data() {
     QTest::addColumn<QString>("number");
     QTest::addColumn<bool>("isRefused");
-    QTest::newRow("climbs") << ".." << true;
-    QTest::newRow("stands still") << "." << true;
-    QTest::newRow("climbs first") << "../sendpick" << true;
-    QTest::newRow("climbs in between") << "a/../../getitems" << true;
-    QTest::newRow("climbs last") << "a/.." << true;
-    QTest::newRow("stands still in between") << "a/./b" << true;
-    QTest::newRow("climbs before a query") << "..?a" << true;
+    QTest::newRow("parent folder") << ".." << true;
+    QTest::newRow("current folder") << "." << true;
+    QTest::newRow("parent folder first") << "../sendpick" << true;
+    QTest::newRow("parent folder in the middle") << "a/../../getitems" << true;
+    QTest::newRow("parent folder last") << "a/.." << true;
+    QTest::newRow("current folder in the middle") << "a/./b" << true;
+    QTest::newRow("parent folder before a query") << "..?a" << true;
     QTest::newRow("dots in a query") << "a?b/../c" << false;
     QTest::newRow("three dots") << "..." << false;
-    QTest::newRow("dots within") << "a..b" << false;
-    QTest::newRow("dots and a blank") << ".. " << false;
+    QTest::newRow("dots in the middle") << "a..b" << false;
+    QTest::newRow("dots and a space") << ".. " << false;
     QTest::newRow("escaped dots") << "%2e%2e" << false;
     QTest::newRow("empty") << "" << false;
     QTest::newRow("slashes") << "a//b/" << false;
   }
-  void aDeliveryNumberStaysBelowItsCall() {
+  void aDeliveryNumberCannotLeaveThePathOfItsCall() {
     QFETCH(const QString, number);
     QFETCH(const bool, isRefused);
     const QUrl url = ServiceAddress(kHost).getorderpercarton(number);
@@ -111,23 +111,23 @@ class ServiceAddressTest : public QObject {
     }
   }
 
-  void blanksAroundANumberAreSent() {
+  void spacesAroundANumberAreSent() {
     QCOMPARE(ServiceAddress(kHost).getorderpercarton(QStringLiteral(" 12 ")).toEncoded(),
              QByteArray(kLookup) + "%2012%20");
   }
 
-  void aNumberThatIsEscapedAlreadyIsEscapedAgain() {
+  void anEscapedNumberIsEscapedAgain() {
     QCOMPARE(ServiceAddress(kHost).getorderpercarton(QStringLiteral("a%2Fb")).toEncoded(),
              QByteArray(kLookup) + "a%252Fb");
   }
 
-  void everyCharacterReachesTheService() {
+  void everyAsciiCharacterReachesTheService() {
     LoopbackService service;
     NetworkHttpClient client;
-    Nobody nobody;
+    NullDelegate delegate;
     const QString number = everyAsciiCharacter();
-    client.start({.url = ServiceAddress(service.host()).getorderpercarton(number)}, &nobody,
-                 &nobody);
+    client.start({.url = ServiceAddress(service.host()).getorderpercarton(number)}, &delegate,
+                 &delegate);
     QTRY_COMPARE(service.requests().size(), 1);
     QCOMPARE(
         service.requests().front().target,
