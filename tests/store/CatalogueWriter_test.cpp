@@ -20,7 +20,7 @@ void storeArticles(TestProgram &program, const std::vector<Article> &articles) {
   QVERIFY(!writer.save());
 }
 
-/// The first column of what `sql` finds in the store.
+/// The values in the column `column` of the rows that `sql` finds in the store.
 QStringList queried(const TestProgram &program, const char *sql, int column = 0) {
   const SQLite::Database database(program.storePath().toStdString());
   SQLite::Statement statement(database, sql);
@@ -52,7 +52,7 @@ class CatalogueWriterTest : public QObject {
     QCOMPARE(found->front().descr, "Three");
   }
 
-  void withoutASaveTheCatalogueStays() {
+  void withoutASaveTheCatalogueIsUnchanged() {
     TestProgram program;
     storeArticles(program, {{"b1", "A", "One"}});
     {
@@ -63,7 +63,7 @@ class CatalogueWriterTest : public QObject {
     QCOMPARE(program.context().itemsForCode("A")->size(), 1U);
   }
 
-  void untilTheSaveTheOldCatalogueIsSeen() {
+  void theOldCatalogueIsVisibleUntilTheSave() {
     TestProgram program;
     storeArticles(program, {{"b1", "A", "One"}});
     CatalogueWriter writer(program.storePath());
@@ -75,7 +75,7 @@ class CatalogueWriterTest : public QObject {
     QCOMPARE(program.context().itemsForCode("B")->size(), 1U);
   }
 
-  void theContextCanSaveBeforeAndAfter() {
+  void theContextCanSaveBeforeAndAfterTheWriter() {
     TestProgram program;
     program.context().insert(Picking{.doc = "1"});
     QVERIFY(!program.context().save());
@@ -85,7 +85,7 @@ class CatalogueWriterTest : public QObject {
     QCOMPARE(program.context().pickings("1")->size(), 2U);
   }
 
-  void theIndexesAreThereAfterwardsAndServeALookup() {
+  void theIndexesExistAfterASaveAndServeLookups() {
     TestProgram program;
     const QStringList before = queried(program, kIndexes);
     QCOMPARE(before.size(), 2);
@@ -102,14 +102,14 @@ class CatalogueWriterTest : public QObject {
     QCOMPARE(program.context().itemsForCode("same")->front().descr, "One");
   }
 
-  void theLogDoesNotKeepTheSizeOfTheCatalogue() {
+  void theWriteAheadLogIsTruncatedAfterASave() {
     TestProgram program;
     storeArticles(program, std::vector<Article>(10000, {"b", "A", "One"}));
     QCOMPARE(QFileInfo(program.storePath() + "-wal").size(), 0);
     QCOMPARE(program.context().countItems(), 10000);
   }
 
-  void aTextIsStoredAsItIs() {
+  void textsAreStoredUnchanged() {
     TestProgram program;
     const QStringList texts{
         "'; DROP TABLE Items; --",     "\"", "100%", "😀 Ωμέγα", QString(10000, u'q'),
@@ -124,7 +124,7 @@ class CatalogueWriterTest : public QObject {
     }
   }
 
-  void aSaveGivesUpWhenItsThreadIsAskedTo() {
+  void aSaveStopsWhenItsThreadIsInterrupted() {
     TestProgram program;
     storeArticles(program, {{"b1", "A", "One"}});
     std::optional<StoreError> error;
@@ -143,16 +143,16 @@ class CatalogueWriterTest : public QObject {
     QCOMPARE(program.context().itemsForCode("A")->size(), 1U);
   }
 
-  void nothingBehindAnIndexRuns_data() {
+  void codeInAnIndexDoesNotRun_data() {
     QTest::addColumn<QByteArray>("sql");
-    QTest::newRow("its name") << QByteArray(
+    QTest::newRow("in its name") << QByteArray(
         R"(CREATE INDEX "i""; DELETE FROM Picking; --" ON Items (descr))");
-    QTest::newRow("its definition") << QByteArray(
+    QTest::newRow("in its definition") << QByteArray(
         "PRAGMA writable_schema = ON; UPDATE sqlite_master SET sql = sql || '; DELETE FROM "
         "Picking' WHERE name = 'Items_item'");
   }
 
-  void nothingBehindAnIndexRuns() {
+  void codeInAnIndexDoesNotRun() {
     QFETCH(const QByteArray, sql);
     TestProgram program;
     program.context().insert(Picking{.doc = "1"});
@@ -164,7 +164,7 @@ class CatalogueWriterTest : public QObject {
     QCOMPARE(program.context().itemsForCode("A")->size(), 1U);
   }
 
-  void aFileThatWouldHaveAnIndexTwiceStaysAsItIs() {
+  void aFileThatWouldHaveAnIndexTwiceIsNotChanged() {
     TestProgram program;
     storeArticles(program, {{"b1", "A", "One"}});
     SQLite::Database(program.storePath().toStdString(), SQLite::OPEN_READWRITE)
@@ -181,7 +181,7 @@ class CatalogueWriterTest : public QObject {
     QCOMPARE(program.context().itemsForCode("A")->size(), 1U);
   }
 
-  void whatFailsIsReportedByTheSave() {
+  void failuresAreReportedByTheSave() {
     for (const QString &path : {QString(), QStringLiteral("/no/such/store.sqlite")}) {
       CatalogueWriter writer(path);
       writer.insert({"b", "A", "One"});

@@ -47,7 +47,7 @@ QString itemsOf(const ManagedObjectContext::Pickings &picks) {
   return items.join(u' ');
 }
 
-/// A context on a store of its own.
+/// A context on a separate store.
 struct TestContext {
   TemporaryStore store;
   std::shared_ptr<PersistentStoreCoordinator> coordinator = store.open();
@@ -61,28 +61,28 @@ struct TestContext {
   }
 };
 
-/// Every text that has made some program or other stumble.
+/// Texts that programs often handle wrongly.
 void addTexts() {
   QTest::addColumn<QString>("text");
   QTest::newRow("plain") << "85123A";
   QTest::newRow("empty") << "";
-  QTest::newRow("blanks around") << "  85123A ";
+  QTest::newRow("surrounding spaces") << "  85123A ";
   QTest::newRow("single quotes") << "' OR '1'='1";
   QTest::newRow("double quotes") << "\"a\"";
   QTest::newRow("end of a statement") << "x'; DROP TABLE Picking; --";
   QTest::newRow("percent and underscore") << "100%_";
   QTest::newRow("question mark") << "?1";
-  QTest::newRow("line ends") << "a\r\nb\tc";
+  QTest::newRow("line breaks and a tab") << "a\r\nb\tc";
   QTest::newRow("Greek") << QStringLiteral("Κούτα");
   QTest::newRow("emoji") << QStringLiteral("📦👩‍🏭");
-  QTest::newRow("combining") << QStringLiteral("e\u0301");
+  QTest::newRow("combining character") << QStringLiteral("e\u0301");
   QTest::newRow("NUL inside") << QStringLiteral("a") + QChar(u'\0') + QStringLiteral("b");
   QTest::newRow("10,000 characters") << QString(10'000, u'x');
   QTest::newRow("looks like a number") << "007";
   QTest::newRow("begins with U+FEFF twice") << QStringLiteral("\uFEFF\uFEFF7");
 }
 
-/// Saves a pick in the store at its argument, and dies in the middle of another one.
+/// Saves a pick in the store at the given path, inserts another one, and kills the process.
 int dieUnsaved(const QStringList &arguments) {
   ManagedObjectContext context(openStore(arguments.at(0)));
   context.insert(pickOf(QStringLiteral("4711"), QStringLiteral("C1"), QStringLiteral("saved")));
@@ -99,7 +99,7 @@ class ManagedObjectContextTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void bytesInAFileOfUtf16ReadAsTheirCharactersAndNoMore() {
+  void aBlobInAUtf16FileIsReadAsItsCharacters() {
     const TemporaryStore store;
     store.connect().exec("PRAGMA encoding = 'UTF-16le'; CREATE TABLE Notes (text TEXT)");
     ManagedObjectContext context(store.open(PersistentStoreCoordinator::Migration::Automatic));
@@ -107,8 +107,8 @@ class ManagedObjectContextTest : public QObject {
     QCOMPARE(itemsOf(context.pickings(QStringLiteral("4711"))), "ABC");
   }
 
-  void everyTextIsKeptAsItIs_data() { addTexts(); }
-  void everyTextIsKeptAsItIs() {
+  void everyTextIsStoredUnchanged_data() { addTexts(); }
+  void everyTextIsStoredUnchanged() {
     QFETCH(const QString, text);
     TemporaryStore store;
     {
@@ -146,9 +146,9 @@ class ManagedObjectContextTest : public QObject {
     QTest::addColumn<QString>("asked");
     QTest::newRow("case") << "abc"
                           << "ABC";
-    QTest::newRow("trailing blank") << "abc"
+    QTest::newRow("trailing space") << "abc"
                                     << "abc ";
-    QTest::newRow("leading blank") << "abc"
+    QTest::newRow("leading space") << "abc"
                                    << " abc";
     QTest::newRow("leading zero") << "7"
                                   << "07";
@@ -156,7 +156,7 @@ class ManagedObjectContextTest : public QObject {
                              << "%";
     QTest::newRow("asterisk") << "abc"
                               << "*";
-    QTest::newRow("composed") << QStringLiteral("e\u0301") << QStringLiteral("\u00e9");
+    QTest::newRow("composed character") << QStringLiteral("e\u0301") << QStringLiteral("\u00e9");
     QTest::newRow("up to a NUL") << QStringLiteral("a") + QChar(u'\0') + QStringLiteral("b") << "a";
     QTest::newRow("empty") << "abc"
                            << "";
@@ -173,7 +173,7 @@ class ManagedObjectContextTest : public QObject {
     QCOMPARE(test.context.itemsForCode(asked)->size(), 0U);
   }
 
-  void aTextThatIsMissingComesBackMissing() {
+  void aMissingTextIsReadAsNull() {
     TestContext test;
     const QString doc = QStringLiteral("4711");
     test.insertSaved({{.doc = doc}});
@@ -188,7 +188,7 @@ class ManagedObjectContextTest : public QObject {
     QVERIFY(item.descr.isNull());
   }
 
-  void aTextThatIsMissingIsFoundByAskingForIt() {
+  void aMissingTextIsFoundByANullText() {
     TestContext test;
     const QString doc = QStringLiteral("4711");
     test.insertSaved({{.doc = doc, .item = QStringLiteral("A")}, {.item = QStringLiteral("B")}});
@@ -199,7 +199,7 @@ class ManagedObjectContextTest : public QObject {
     QCOMPARE(itemsOf(test.context.pickings(QStringLiteral(""))), "");
   }
 
-  void numbersAndTimesAreKeptAsTheyAre() {
+  void numbersAndTimesAreStoredUnchanged() {
     constexpr std::int32_t kMin = std::numeric_limits<std::int32_t>::min();
     constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
     const QString doc = QStringLiteral("4711");
@@ -216,7 +216,7 @@ class ManagedObjectContextTest : public QObject {
     QCOMPARE(picks->at(1).datepicked.timeSpec(), Qt::UTC);
   }
 
-  void aTimeInAnyZoneIsTheSameTime() {
+  void aTimeOfAnyZoneIsStoredAsTheSameInstant() {
     TestContext test;
     Picking pick = pickOf(QStringLiteral("4711"), QStringLiteral("C1"), QStringLiteral("A"));
     pick.datepicked = QDateTime({2026, 7, 1}, {12, 0}, QTimeZone("Asia/Tokyo"));
@@ -225,7 +225,7 @@ class ManagedObjectContextTest : public QObject {
              QDateTime({2026, 7, 1}, {3, 0}, QTimeZone::utc()));
   }
 
-  void rowsComeInTheOrderInWhichTheyWereInserted() {
+  void rowsAreInInsertionOrder() {
     TestContext test;
     const QString doc = QStringLiteral("4711");
     std::vector<Picking> picks;
@@ -240,7 +240,7 @@ class ManagedObjectContextTest : public QObject {
     QCOMPARE(itemsOf(test.context.unsentPickings(doc)), "D A C B");
   }
 
-  void rowsOfOneLineComeInTheOrderInWhichTheyWereInserted() {
+  void rowsOfOneLineAreInInsertionOrder() {
     TestContext test;
     const QString doc = QStringLiteral("4711");
     const QString box = QStringLiteral("C1");
@@ -254,7 +254,7 @@ class ManagedObjectContextTest : public QObject {
     QCOMPARE(picks->at(2).pickqty, 2);
   }
 
-  void aDeliveryThatWasNeverPickedHasNoRows() {
+  void anUnpickedDeliveryHasNoRows() {
     TestContext test;
     test.insertSaved({pickOf(QStringLiteral("4711"), QStringLiteral("C1"), QStringLiteral("A"))});
     const QString other = QStringLiteral("4712");
@@ -267,7 +267,7 @@ class ManagedObjectContextTest : public QObject {
     QCOMPARE(itemsOf(test.context.unsentPickings(other)), "");
   }
 
-  void onlyWhatWasNotSentIsUnsent() {
+  void unsentPickingsAreThoseWithoutTheSentFlag() {
     TestContext test;
     const QString doc = QStringLiteral("4711");
     test.insertSaved({pickOf(doc, QStringLiteral("C1"), QStringLiteral("A")),
@@ -314,7 +314,7 @@ class ManagedObjectContextTest : public QObject {
     QCOMPARE(test.context.countItems(), std::optional<std::int64_t>(2));
   }
 
-  void ofSeveralArticlesTheFirstIsFound() {
+  void theFirstOfSeveralArticlesIsFound() {
     TestContext test;
     const QString code = QStringLiteral("same");
     test.context.insert(Items{QStringLiteral("b0"), QStringLiteral("i0"), QStringLiteral("zero")});
@@ -333,7 +333,7 @@ class ManagedObjectContextTest : public QObject {
     QVERIFY(test.context.itemsForCode(QStringLiteral("x"))->empty());
   }
 
-  void aDeliveryIsAGroupForEachValueOfSent() {
+  void aDeliveryHasAGroupForEachValueOfSent() {
     TestContext test;
     Picking sent = pickOf(QStringLiteral("4711"), QStringLiteral("C1"), QStringLiteral("A"));
     sent.sent = 1;
@@ -350,7 +350,7 @@ class ManagedObjectContextTest : public QObject {
     QCOMPARE(groups.join(u' '), "4711:0 4711:1 4712:0");
   }
 
-  void pickTimesAreOverAllPicksOfADelivery() {
+  void pickTimesCoverAllPicksOfADelivery() {
     TestContext test;
     const QString doc = QStringLiteral("4711");
     std::vector<Picking> picks;
@@ -376,7 +376,7 @@ class ManagedObjectContextTest : public QObject {
     }
   }
 
-  void groupsWithTimesAreTheGroupsEachWithItsTimes() {
+  void deliveryPickTimesAreTheGroupsWithTheirPickTimes() {
     QRandomGenerator random(20260302);
     for (int round = 0; round < 20; ++round) {
       TestContext test;
@@ -410,7 +410,7 @@ class ManagedObjectContextTest : public QObject {
     }
   }
 
-  void everyFetchIsServedByAnIndex() {
+  void everyFetchUsesAnIndex() {
     TestContext test;
     sqlite3 *database = test.coordinator->database()->getHandle();
     QStringList statements;
@@ -462,7 +462,7 @@ class ManagedObjectContextTest : public QObject {
     QCOMPARE(test.store.valueOf("SELECT count(*) FROM Picking"), "1");
   }
 
-  void everyKindOfChangeIsAChange() {
+  void everyKindOfChangeIsPending() {
     TestContext test;
     test.insertSaved({pickOf(QStringLiteral("4711"), QStringLiteral("C1"), QStringLiteral("A"))});
     const Picking pick = test.context.pickings(QStringLiteral("4711"))->front();
@@ -477,14 +477,14 @@ class ManagedObjectContextTest : public QObject {
     }
   }
 
-  void savingNothingIsNoFailure() {
+  void savingWithoutChangesSucceeds() {
     TestContext test;
     QVERIFY(!test.context.save());
     ManagedObjectContext withoutStore(openStore(QStringLiteral("/missing/QIR_Pick.sqlite")));
     QVERIFY(!withoutStore.save());
   }
 
-  void whatWasNotSavedIsGoneWithTheContext() {
+  void unsavedChangesAreLostWithTheContext() {
     const TemporaryStore store;
     {
       ManagedObjectContext context(store.open());
@@ -494,7 +494,7 @@ class ManagedObjectContextTest : public QObject {
     QCOMPARE(itemsOf(context.pickings(QStringLiteral("4711"))), "");
   }
 
-  void whatWasNotSavedIsGoneWhenTheProcessDies() {
+  void unsavedChangesAreLostWhenTheProcessIsKilled() {
     const TemporaryStore store;
     QProcess process;
     process.start(QCoreApplication::applicationFilePath(), {kDieUnsaved, store.path()});
@@ -504,7 +504,7 @@ class ManagedObjectContextTest : public QObject {
     QCOMPARE(itemsOf(context.pickings(QStringLiteral("4711"))), "saved");
   }
 
-  void aContextWithoutAStoreAnswersNothing() {
+  void fetchesWithoutAStoreFail() {
     const QString x = QStringLiteral("x");
     ManagedObjectContext context(openStore(QStringLiteral("/missing/QIR_Pick.sqlite")));
     QVERIFY(context.storePath().isEmpty());
@@ -529,7 +529,7 @@ class ManagedObjectContextTest : public QObject {
     QVERIFY(context.hasChanges());
   }
 
-  void aFetchAfterOneThatFailedAnswersAgain() {
+  void aFetchSucceedsAgainAfterAFailedOne() {
     TestContext test;
     test.insertSaved({pickOf(QStringLiteral("4711"), QStringLiteral("C1"), QStringLiteral("A"))});
     SQLite::Database &database = *test.coordinator->database();
@@ -540,7 +540,7 @@ class ManagedObjectContextTest : public QObject {
     QCOMPARE(itemsOf(test.context.pickings(QStringLiteral("4711"))), "A");
   }
 
-  void aStoreThatLacksItsTablesAnswersNothing() {
+  void fetchesAndSavesFailIfATableIsMissing() {
     TestContext test;
     test.store.connect().exec("DROP TABLE Items");
     ManagedObjectContext context(test.store.open());
@@ -549,12 +549,12 @@ class ManagedObjectContextTest : public QObject {
     QVERIFY(context.save().has_value());
   }
 
-  void theStoreIsWhereItsFileIs() {
+  void storePathIsThePathOfTheFile() {
     TestContext test;
     QCOMPARE(test.context.storePath(), test.store.path());
   }
 
-  void aSaveWhileAnotherConnectionWritesFails() {
+  void aSaveFailsWhileAnotherConnectionWrites() {
     TestContext test;
     test.coordinator->database()->setBusyTimeout(0);
     SQLite::Database other = test.store.connect();
@@ -567,7 +567,7 @@ class ManagedObjectContextTest : public QObject {
     QVERIFY(test.context.hasChanges());
   }
 
-  void afterAChangeThatFailedNothingMoreIsChanged() {
+  void afterAFailedChangeNothingIsSaved() {
     TestContext test;
     test.insertSaved({pickOf(QStringLiteral("4711"), QStringLiteral("C1"), QStringLiteral("A"))});
     SQLite::Database &database = *test.coordinator->database();

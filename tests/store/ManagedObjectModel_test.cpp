@@ -41,7 +41,7 @@ class ManagedObjectModelTest : public QObject {
              "barcode TEXT, descr TEXT, item TEXT");
   }
 
-  void everyIndexIsOverAttributesOfItsEntity() {
+  void everyIndexUsesAttributesOfItsEntity() {
     const ManagedObjectModel model(ManagedObjectModel::bundledUrl());
     int columns = 0;
     for (const auto &entity : model.entities()) {
@@ -57,7 +57,7 @@ class ManagedObjectModelTest : public QObject {
     QVERIFY(columns > 0);
   }
 
-  void aResourceThatIsMissingGivesAModelOfNothing() {
+  void aMissingResourceGivesAnEmptyModel() {
     const ManagedObjectModel model(QStringLiteral(":/nothing.momd"));
     QCOMPARE(model.version(), 0);
     QVERIFY(model.entities().empty());

@@ -17,14 +17,14 @@ using Migration = PersistentStoreCoordinator::Migration;
 
 constexpr const char *kNewerVersion = "PRAGMA user_version = 1000";
 
-bool isOwnersAlone(const QString &path) {
+bool isPrivate(const QString &path) {
   constexpr auto kOthers = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
                            QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
   return QFile::exists(path) && !(QFile::permissions(path) & kOthers);
 }
 
-/// A file of an older model: no Items, no indexes, and picks without description and sent flag.
-void makeOlderStore(const TemporaryStore &store) {
+/// Creates a file of an older model: no Items, no indexes, picks without description and sent flag.
+void createOlderStore(const TemporaryStore &store) {
   SQLite::Database database = store.connect();
   database.exec(
       "CREATE TABLE Picking (doc TEXT, box TEXT, item TEXT, barcode TEXT, ordernum TEXT, "
@@ -41,7 +41,7 @@ class PersistentStoreCoordinatorTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void aMissingFileIsMade() {
+  void aMissingFileIsCreated() {
     const TemporaryStore store;
     const auto coordinator = store.open();
     QVERIFY(coordinator->hasStore());
@@ -52,16 +52,16 @@ class PersistentStoreCoordinatorTest : public QObject {
     QCOMPARE(store.valueOf("PRAGMA user_version"), "1");
   }
 
-  void theFilesAreTheirOwnersAlone() {
+  void theFilesAreAccessibleToTheirOwnerOnly() {
     const TemporaryStore store;
     const auto coordinator = store.open();
     coordinator->database()->exec("INSERT INTO Items (item) VALUES ('A')");
-    QVERIFY(isOwnersAlone(store.path()));
-    QVERIFY(isOwnersAlone(store.path() + QStringLiteral("-wal")));
-    QVERIFY(isOwnersAlone(store.path() + QStringLiteral("-shm")));
+    QVERIFY(isPrivate(store.path()));
+    QVERIFY(isPrivate(store.path() + QStringLiteral("-wal")));
+    QVERIFY(isPrivate(store.path() + QStringLiteral("-shm")));
   }
 
-  void whatIsCommittedIsOnDisk() {
+  void commitsAreSyncedToDisk() {
     const TemporaryStore store;
     const auto coordinator = store.open();
     constexpr int kFull = 2;
@@ -84,14 +84,14 @@ class PersistentStoreCoordinatorTest : public QObject {
     QCOMPARE(coordinator->database()->execAndGet("SELECT item FROM Items").getString(), "A");
   }
 
-  void aFolderThatIsMissingGivesNoStore() {
+  void aMissingFolderGivesNoStore() {
     const QTemporaryDir folder;
     const auto coordinator = openStore(folder.filePath(QStringLiteral("missing/x.sqlite")));
     QVERIFY(!coordinator->hasStore());
     QCOMPARE(coordinator->database(), nullptr);
   }
 
-  void aModelOfNothingGivesNoStoreAndMakesNoFile() {
+  void anEmptyModelGivesNoStoreAndCreatesNoFile() {
     const TemporaryStore store;
     PersistentStoreCoordinator coordinator(
         std::make_shared<const ManagedObjectModel>(QStringLiteral(":/nothing.momd")));
@@ -99,17 +99,17 @@ class PersistentStoreCoordinatorTest : public QObject {
     QVERIFY(!QFile::exists(store.path()));
   }
 
-  void aFileOfAnOlderModelIsNotOpenedAsItIs() {
+  void aFileOfAnOlderModelIsNotOpenedWithoutMigration() {
     const TemporaryStore store;
-    makeOlderStore(store);
+    createOlderStore(store);
     const QByteArray before = store.bytes();
     QVERIFY(!store.open(Migration::Refuse)->hasStore());
     QCOMPARE(store.bytes(), before);
   }
 
-  void aFileOfAnOlderModelGainsWhatItLacksAndLosesNothing() {
+  void aMigrationAddsWhatIsMissingAndLosesNothing() {
     const TemporaryStore store;
-    makeOlderStore(store);
+    createOlderStore(store);
     const auto coordinator = store.open(Migration::Automatic);
     QVERIFY(coordinator->hasStore());
     SQLite::Database &database = *coordinator->database();
@@ -132,12 +132,12 @@ class PersistentStoreCoordinatorTest : public QObject {
     QCOMPARE(pick.sent, 0);
   }
 
-  void aMigratedFileIsAsWellIndexedAsANewOne() {
+  void aMigratedFileHasTheSameIndexesAsANewOne() {
     constexpr auto kIndexes =
         "SELECT group_concat(sql) FROM (SELECT sql FROM sqlite_master WHERE type = 'index' "
         "ORDER BY name)";
     const TemporaryStore older;
-    makeOlderStore(older);
+    createOlderStore(older);
     QVERIFY(older.open(Migration::Automatic)->hasStore());
     const TemporaryStore fresh;
     QVERIFY(fresh.open()->hasStore());
@@ -145,17 +145,17 @@ class PersistentStoreCoordinatorTest : public QObject {
     QCOMPARE(older.valueOf(kIndexes), fresh.valueOf(kIndexes));
   }
 
-  void aMigratedFileIsOpenedAsItIsFromThenOn() {
+  void aMigratedFileNeedsNoFurtherMigration() {
     const TemporaryStore store;
-    makeOlderStore(store);
+    createOlderStore(store);
     QVERIFY(store.open(Migration::Automatic)->hasStore());
     QVERIFY(store.open(Migration::Refuse)->hasStore());
   }
 
-  void aMigrationThatFailsHalfwayChangesNothing() {
+  void aMigrationThatFailsMidwayChangesNothing() {
     const TemporaryStore store;
-    makeOlderStore(store);
-    // A view cannot gain the columns that it lacks.
+    createOlderStore(store);
+    // Columns cannot be added to a view.
     store.connect().exec("CREATE VIEW Orders AS SELECT doc FROM Picking");
     const QString before = store.valueOf("SELECT group_concat(sql) FROM sqlite_master");
     QVERIFY(!store.open(Migration::Automatic)->hasStore());
@@ -163,9 +163,9 @@ class PersistentStoreCoordinatorTest : public QObject {
     QCOMPARE(store.valueOf("PRAGMA user_version"), "0");
   }
 
-  void aFileOfANewerModelIsNeverWrittenTo() {
+  void aFileOfANewerModelIsNeverWritten() {
     const TemporaryStore store;
-    makeOlderStore(store);
+    createOlderStore(store);
     store.connect().exec(kNewerVersion);
     const QByteArray before = store.bytes();
     QVERIFY(!store.open(Migration::Refuse)->hasStore());
@@ -173,7 +173,7 @@ class PersistentStoreCoordinatorTest : public QObject {
     QCOMPARE(store.bytes(), before);
   }
 
-  void theLogOfANewerModelIsLeftToTheNewerProgram() {
+  void theWriteAheadLogOfANewerModelIsNotTouched() {
     const TemporaryStore store;
     const TemporaryStore crashed;
     {
@@ -181,7 +181,7 @@ class PersistentStoreCoordinatorTest : public QObject {
       database.exec("PRAGMA journal_mode = WAL");
       database.exec(kNewerVersion);
       database.exec("CREATE TABLE Novelties (text TEXT)");
-      // What a program leaves that dies before the log has gone into the file.
+      // The files that a program leaves if it crashes before a checkpoint.
       QVERIFY(QFile::copy(store.path(), crashed.path()));
       QVERIFY(QFile::copy(store.path() + QStringLiteral("-wal"),
                           crashed.path() + QStringLiteral("-wal")));
@@ -192,7 +192,7 @@ class PersistentStoreCoordinatorTest : public QObject {
     QVERIFY(crashed.connect().tableExists("Novelties"));
   }
 
-  void aFileThatIsNoDatabaseIsLeftAlone() {
+  void aFileThatIsNotADatabaseIsNotTouched() {
     const TemporaryStore store;
     QFile file(store.path());
     QVERIFY(file.open(QIODevice::WriteOnly));
@@ -204,9 +204,9 @@ class PersistentStoreCoordinatorTest : public QObject {
     QCOMPARE(store.bytes(), before);
   }
 
-  void aSecondAttemptMaySucceed() {
+  void openingCanSucceedAtTheSecondAttempt() {
     const TemporaryStore store;
-    makeOlderStore(store);
+    createOlderStore(store);
     PersistentStoreCoordinator coordinator(
         std::make_shared<const ManagedObjectModel>(ManagedObjectModel::bundledUrl()));
     QVERIFY(!coordinator.addPersistentStore(store.path(), Migration::Refuse));
@@ -239,20 +239,20 @@ class PersistentStoreCoordinatorTest : public QObject {
     QCOMPARE(store.bytes(), before);
   }
 
-  void aFileWhoseTextsHaveNoEncodingIsRefused() {
-    constexpr int kPlaceOfEncoding = 56;
+  void aFileWithAnInvalidTextEncodingIsRefused() {
+    constexpr int kEncodingOffset = 56;
     const TemporaryStore store;
     QVERIFY(store.open()->hasStore());
     {
       QFile file(store.path());
-      QVERIFY(file.open(QIODevice::ReadWrite) && file.seek(kPlaceOfEncoding));
+      QVERIFY(file.open(QIODevice::ReadWrite) && file.seek(kEncodingOffset));
       QCOMPARE(file.write("\1\0\0\0", 4), 4);
     }
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("damaged: its texts")));
     QVERIFY(!store.open(Migration::Automatic)->hasStore());
   }
 
-  void nothingThatStandsInTheFileRuns_data() {
+  void codeInTheFileDoesNotRun_data() {
     QTest::addColumn<QByteArray>("sql");
     QTest::addColumn<bool>("isReadable");
     QTest::newRow("a trigger")
@@ -275,7 +275,7 @@ class PersistentStoreCoordinatorTest : public QObject {
                                      << false;
   }
 
-  void nothingThatStandsInTheFileRuns() {
+  void codeInTheFileDoesNotRun() {
     QFETCH(const QByteArray, sql);
     QFETCH(const bool, isReadable);
     const TemporaryStore store;
@@ -289,7 +289,7 @@ class PersistentStoreCoordinatorTest : public QObject {
              isReadable ? 1U : 0U);
   }
 
-  void aFunctionThatIsNotSafeEverywhereDoesNotRunInTheFile() {
+  void anUntrustedFunctionDoesNotRunFromTheSchema() {
     const TemporaryStore store;
     const auto coordinator = store.open();
     bool hasRun = false;

@@ -15,9 +15,9 @@ namespace {
 const QString kDoc = QStringLiteral("4711");
 constexpr auto kSavePick = "--save-pick";
 
-/// Ways in which the save of another process fails.
+/// The scenarios of a save in another process.
 const QString kWhileLocked = QStringLiteral("while-locked");
-const QString kWithoutRoom = QStringLiteral("without-room");
+const QString kWithoutFileGrowth = QStringLiteral("without-file-growth");
 const QString kWithoutStore = QStringLiteral("without-store");
 const QString kWithoutChanges = QStringLiteral("without-changes");
 
@@ -25,43 +25,43 @@ Picking pickOf(const QString &item) {
   return {.doc = kDoc, .item = item};
 }
 
-void forbidLargerFiles() {
+void forbidFileGrowth() {
   std::signal(SIGXFSZ, SIG_IGN);
   const rlimit none{0, 0};
   setrlimit(RLIMIT_FSIZE, &none);
 }
 
-/// What the other process does: one save that goes well, then one that fails as `way` says.
+/// Runs in the other process: saves once successfully, then once in the given scenario.
 int savePick(const QStringList &arguments) {
-  const QString way = arguments.at(0);
+  const QString scenario = arguments.at(0);
   const QString path = arguments.at(1);
   const rlimit none{0, 0};
   setrlimit(RLIMIT_CORE, &none);
   const auto coordinator = openStore(path);
   ManagedObjectContext context(coordinator);
-  if (way != kWithoutStore) {
+  if (scenario != kWithoutStore) {
     context.insert(pickOf(QStringLiteral("saved")));
     saveOrAbort(context);
   }
   SQLite::Database other(":memory:");
-  if (way == kWhileLocked) {
+  if (scenario == kWhileLocked) {
     coordinator->database()->setBusyTimeout(0);
     other = SQLite::Database(path.toStdString(), SQLite::OPEN_READWRITE);
     other.exec("BEGIN IMMEDIATE");
-  } else if (way != kWithoutStore) {
-    forbidLargerFiles();
+  } else if (scenario != kWithoutStore) {
+    forbidFileGrowth();
   }
-  if (way != kWithoutChanges) {
+  if (scenario != kWithoutChanges) {
     context.insert(pickOf(QStringLiteral("unsaved")));
   }
   saveOrAbort(context);
   return EXIT_SUCCESS;
 }
 
-/// Another process that saves picks in `path`, after its end.
+/// Runs another process that saves picks in `path`, and waits for its end.
 struct OtherProcess {
-  OtherProcess(const QString &way, const QString &path) {
-    process.start(QCoreApplication::applicationFilePath(), {kSavePick, way, path});
+  OtherProcess(const QString &scenario, const QString &path) {
+    process.start(QCoreApplication::applicationFilePath(), {kSavePick, scenario, path});
     process.waitForFinished();
   }
 
@@ -84,35 +84,36 @@ class SaveOrAbortTest : public QObject {
   }
 
   void aFailedSaveIsLoggedAndEndsTheProcess_data() {
-    QTest::addColumn<QString>("way");
+    QTest::addColumn<QString>("scenario");
     QTest::addColumn<QByteArray>("lastLine");
     QTest::newRow("locked") << kWhileLocked
                             << QByteArray(
                                    "Unresolved error database is locked, "
                                    "{code = 5; extended code = 5}");
-    QTest::newRow("no room") << kWithoutRoom
-                             << QByteArray(
-                                    "Unresolved error disk I/O error, "
-                                    "{code = 10; extended code = 778}");
+    QTest::newRow("file cannot grow") << kWithoutFileGrowth
+                                      << QByteArray(
+                                             "Unresolved error disk I/O error, "
+                                             "{code = 10; extended code = 778}");
     QTest::newRow("no store") << kWithoutStore
                               << QByteArray("Unresolved error There is no store., {}");
   }
   void aFailedSaveIsLoggedAndEndsTheProcess() {
-    QFETCH(const QString, way);
+    QFETCH(const QString, scenario);
     QFETCH(const QByteArray, lastLine);
     const QTemporaryDir folder;
-    const QString path = way == kWithoutStore ? folder.filePath(QStringLiteral("missing/x.sqlite"))
-                                              : folder.filePath(QStringLiteral("x.sqlite"));
-    OtherProcess other(way, path);
+    const QString path = scenario == kWithoutStore
+                             ? folder.filePath(QStringLiteral("missing/x.sqlite"))
+                             : folder.filePath(QStringLiteral("x.sqlite"));
+    OtherProcess other(scenario, path);
     QCOMPARE(other.process.exitStatus(), QProcess::CrashExit);
     QCOMPARE(other.process.exitCode(), SIGABRT);
     QCOMPARE(other.process.readAllStandardError().trimmed().split('\n').last(), lastLine);
     QCOMPARE(other.process.readAllStandardOutput(), "");
   }
 
-  void whatWasSavedBeforeAFailureIsThereAfterwards() {
+  void earlierSavesSurviveAFailedSave() {
     const TemporaryStore store;
-    const OtherProcess other(kWithoutRoom, store.path());
+    const OtherProcess other(kWithoutFileGrowth, store.path());
     QCOMPARE(other.process.exitStatus(), QProcess::CrashExit);
     ManagedObjectContext context(store.open());
     const auto picks = context.pickings(kDoc);
@@ -120,7 +121,7 @@ class SaveOrAbortTest : public QObject {
     QCOMPARE(picks->front().item, "saved");
   }
 
-  void withoutChangesNothingIsWrittenAndNothingFails() {
+  void aSaveWithoutChangesWritesNothingAndSucceeds() {
     const TemporaryStore store;
     OtherProcess other(kWithoutChanges, store.path());
     QCOMPARE(other.process.exitStatus(), QProcess::NormalExit);

@@ -17,17 +17,17 @@ constexpr auto kHoldLock = "--hold-lock";
 
 /// A home whose documents folder exists.
 struct TestFolders {
-  TestFolders() { m_isMade = folders.create(); }
-  [[nodiscard]] bool isMade() const { return m_isMade; }
+  TestFolders() { m_isCreated = folders.create(); }
+  [[nodiscard]] bool isCreated() const { return m_isCreated; }
 
   QTemporaryDir home;
   Folders folders{home.path()};
 
  private:
-  bool m_isMade = false;
+  bool m_isCreated = false;
 };
 
-/// Takes the lock, says whether it got it, and keeps it until standard input ends.
+/// Acquires the lock, prints whether it succeeded, and holds the lock until standard input ends.
 int holdLock(const QStringList &arguments) {
   StoreLock lock(Folders{arguments.at(0)});
   std::puts(lock.acquire() ? "held" : "refused");
@@ -37,13 +37,13 @@ int holdLock(const QStringList &arguments) {
   return EXIT_SUCCESS;
 }
 
-/// Another process that takes the lock.
+/// Another process that tries to acquire the lock.
 class OtherProcess {
  public:
   explicit OtherProcess(const QString &home) {
     m_process.start(QCoreApplication::applicationFilePath(), {kHoldLock, home});
   }
-  ~OtherProcess() { die(); }
+  ~OtherProcess() { terminate(); }
   OtherProcess(const OtherProcess &) = delete;
   OtherProcess &operator=(const OtherProcess &) = delete;
 
@@ -52,7 +52,7 @@ class OtherProcess {
     m_process.waitForReadyRead();
     return m_process.readLine().trimmed();
   }
-  void die() {
+  void terminate() {
     m_process.kill();
     m_process.waitForFinished();
   }
@@ -69,21 +69,21 @@ class StoreLockTest : public QObject {
  private slots:
   void aSecondLockIsRefused() {
     const TestFolders test;
-    QVERIFY(test.isMade());
+    QVERIFY(test.isCreated());
     StoreLock first(test.folders);
     QVERIFY(first.acquire());
     StoreLock second(test.folders);
     QVERIFY(!second.acquire());
   }
 
-  void aSecondProgramIsRefused() {
+  void aSecondProcessIsRefused() {
     const TestFolders test;
     StoreLock lock(test.folders);
     QVERIFY(lock.acquire());
     QCOMPARE(OtherProcess(test.home.path()).result(), "refused");
   }
 
-  void aLockLastsAsLongAsItsOwner() {
+  void aLockIsReleasedWithItsOwner() {
     const TestFolders test;
     auto first = std::make_unique<StoreLock>(test.folders);
     QVERIFY(first->acquire());
@@ -92,13 +92,13 @@ class StoreLockTest : public QObject {
     QVERIFY(second.acquire());
   }
 
-  void theLockOfADeadProgramIsTakenOver() {
+  void theLockOfAKilledProcessIsReleased() {
     const TestFolders test;
     OtherProcess other(test.home.path());
     QCOMPARE(other.result(), "held");
     StoreLock lock(test.folders);
     QVERIFY(!lock.acquire());
-    other.die();
+    other.terminate();
     QVERIFY(lock.acquire());
   }
 
@@ -111,7 +111,7 @@ class StoreLockTest : public QObject {
     QVERIFY(second.acquire());
   }
 
-  void aFolderThatIsMissingCannotBeLocked() {
+  void aMissingFolderCannotBeLocked() {
     const QTemporaryDir home;
     StoreLock lock(Folders{home.path()});
     QVERIFY(!lock.acquire());

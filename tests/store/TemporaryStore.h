@@ -11,7 +11,7 @@
 #include <memory>
 #include <utility>
 
-/// The store file at `path`, opened as the program opens it.
+/// Opens the store file at `path` as the program does.
 inline std::shared_ptr<PersistentStoreCoordinator> openStore(
     const QString &path, PersistentStoreCoordinator::Migration migration =
                              PersistentStoreCoordinator::Migration::Refuse) {
@@ -28,14 +28,14 @@ class TemporaryStore {
     return m_folder.filePath(QStringLiteral("QIR_Pick.sqlite"));
   }
 
-  /// Opens the file, or makes it.
+  /// Opens the file; creates it if it is missing.
   [[nodiscard]] std::shared_ptr<PersistentStoreCoordinator> open(
       PersistentStoreCoordinator::Migration migration =
           PersistentStoreCoordinator::Migration::Refuse) const {
     return openStore(path(), migration);
   }
 
-  /// Another connection to the file, which is made if there is none.
+  /// A second connection to the file; creates the file if it is missing.
   [[nodiscard]] SQLite::Database connect() const {
     return {path().toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE};
   }
@@ -45,7 +45,7 @@ class TemporaryStore {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
   }
 
-  /// The one value that `query` gives on a connection of its own.
+  /// Returns the single value of `query`, run on a separate connection.
   [[nodiscard]] QString valueOf(const char *query) const {
     return QString::fromStdString(connect().execAndGet(query).getString());
   }

@@ -17,18 +17,18 @@ std::filesystem::path pathOf(const QString &name) {
   return name.toStdString();
 }
 
-/// A store as a program leaves it that dies: what it saved last is in the log alone. `disk` is the
-/// same without the log, for it never got there.
+/// A store left by a program that crashed: its last save is in the write-ahead log only. `disk` is
+/// the same store without the log, which never reached the disk.
 struct LeftStore {
   LeftStore() {
-    const TemporaryStore living;
+    const TemporaryStore running;
     {
-      const auto coordinator = living.open();
+      const auto coordinator = running.open();
       ManagedObjectContext context(coordinator);
       context.insert(Picking{.doc = kDoc, .item = QStringLiteral("A")});
       QVERIFY(!context.save());
       for (const QString &end : {QString(), QStringLiteral("-wal")}) {
-        QVERIFY(QFile::copy(living.path() + end, seen.path() + end));
+        QVERIFY(QFile::copy(running.path() + end, seen.path() + end));
       }
     }
     QVERIFY(QFile::copy(seen.path(), disk.path()));
@@ -48,7 +48,7 @@ class WriteAheadLogTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void whatAnOpenStoreShowsIsOnDisk() {
+  void dataReadFromAnOpenStoreIsOnDisk() {
     const LeftStore left;
     DiskModel disk(1);
     disk.startFrom(pathOf(folderOf(left.disk)),
@@ -65,7 +65,7 @@ class WriteAheadLogTest : public QObject {
     QCOMPARE(certain.valueOf("PRAGMA integrity_check"), "ok");
   }
 
-  void theLogStaysAsItIs() {
+  void openingDoesNotChangeTheLog() {
     const LeftStore left;
     const QString path = left.seen.path() + QStringLiteral("-wal");
     const auto bytes = [&] {
@@ -79,14 +79,14 @@ class WriteAheadLogTest : public QObject {
     QCOMPARE(bytes(), before);
   }
 
-  void aStoreWithoutALogNeedsNothing() {
+  void aStoreWithoutALogIsNotWritten() {
     const TemporaryStore store;
     SQLite::Database database = store.connect();
     bringLogToDisk(database);
     QVERIFY(store.bytes().isEmpty());
   }
 
-  void aStoreWhoseLogDoesNotReachTheDiskIsNotOpened() {
+  void aStoreWhoseLogCannotBeSyncedIsNotOpened() {
     const LeftStore left;
     FaultyVfs vfs;
     vfs.setObserver([&](std::int64_t number, FaultyVfs::Operation operation) {
