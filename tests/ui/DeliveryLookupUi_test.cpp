@@ -5,7 +5,7 @@
 
 namespace {
 
-/// From the start screen to a search for `number`.
+/// Opens the picking from the start screen and searches for `number`.
 void search(TestWindow &ui, const QString &number) {
   ui.enterPicking();
   ui.type(number);
@@ -14,12 +14,12 @@ void search(TestWindow &ui, const QString &number) {
 
 }  // namespace
 
-/// Looking a delivery up: the way that ends in an import, and all that end in an alert.
+/// The lookup of a delivery: the import, and every failure with its alert.
 class DeliveryLookupUiTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void aDeliveryThatIsFoundIsShown() {
+  void aFoundDeliveryIsShown() {
     TestWindow ui;
     ui.service.answerWith(deliveryJson({{"C1", "A", 5}}));
     search(ui, "4711");
@@ -32,7 +32,7 @@ class DeliveryLookupUiTest : public QObject {
     QVERIFY(ui.service.requests().first().target.endsWith("/getorderpercarton/4711"));
   }
 
-  void whileItIsLookedUpNothingCanBeTouched() {
+  void nothingCanBeTouchedDuringALookup() {
     TestWindow ui;
     ui.service.answerWith([](const auto &) { return LoopbackService::Answer::silence(); });
     search(ui, "4711");
@@ -46,7 +46,7 @@ class DeliveryLookupUiTest : public QObject {
     QCOMPARE(ui.service.requests().size(), 1);
   }
 
-  void returnInTheFieldLooksNothingUp() {
+  void returnInTheFieldStartsNoLookup() {
     TestWindow ui;
     ui.enterPicking();
     ui.scan("4711");
@@ -57,19 +57,19 @@ class DeliveryLookupUiTest : public QObject {
     QCOMPARE(ui.fieldsWithKeyboard(), QStringList("txtDeliveryNo"));
   }
 
-  void anEntryThatCannotBeANumberIsRefused_data() {
+  void anInvalidDeliveryNumberIsRefused_data() {
     QTest::addColumn<QString>("number");
     QTest::addColumn<QString>("alert");
-    QTest::newRow("nothing") << QString()
-                             << "Please fill in data first|Delivery number is missing.|OK";
-    QTest::newRow("blanks") << "  "
+    QTest::newRow("empty") << QString()
+                           << "Please fill in data first|Delivery number is missing.|OK";
+    QTest::newRow("spaces") << "  "
                             << "Please fill in data first|Delivery number is missing.|OK";
     QTest::newRow("one character")
         << "4"
         << "Please fill in additional data|Delivery number should be at least 2 characters.|OK";
   }
 
-  void anEntryThatCannotBeANumberIsRefused() {
+  void anInvalidDeliveryNumberIsRefused() {
     QFETCH(const QString, number);
     QFETCH(const QString, alert);
     TestWindow ui;
@@ -82,14 +82,14 @@ class DeliveryLookupUiTest : public QObject {
     QCOMPARE(ui.text("txtDeliveryNo"), number);
   }
 
-  void anAnswerWithoutADeliverySaysSo_data() {
+  void anAnswerWithoutADeliveryShowsAnAlert_data() {
     QTest::addColumn<QByteArray>("body");
     QTest::addColumn<QString>("alert");
     QTest::newRow("already sent")
         << QByteArray("\"This picking has already been sent to the server\"")
         << "This picking has already been sent to the server|You cannot proceed as this order has "
            "already been picked|OK";
-    QTest::newRow("no JSON")
+    QTest::newRow("not JSON")
         << QByteArray("<html>")
         << "Could not fetch order details|Loading failed. Please try again.|OK";
     QTest::newRow("an object")
@@ -99,7 +99,7 @@ class DeliveryLookupUiTest : public QObject {
         << "No order found|Please try again using different search criteria.|OK";
   }
 
-  void anAnswerWithoutADeliverySaysSo() {
+  void anAnswerWithoutADeliveryShowsAnAlert() {
     QFETCH(const QByteArray, body);
     QFETCH(const QString, alert);
     TestWindow ui;
@@ -114,7 +114,7 @@ class DeliveryLookupUiTest : public QObject {
     QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList("txtDeliveryNo"));
   }
 
-  void aFailedConnectionShowsTwoAlertsTheLatestOnTop() {
+  void aFailedConnectionShowsTwoAlertsWithTheLatestOnTop() {
     TestWindow ui;
     ui.environment.serviceHost = LoopbackService::unreachableHost();
     search(ui, "4711");
@@ -128,7 +128,7 @@ class DeliveryLookupUiTest : public QObject {
     QTRY_COMPARE(ui.alerts(), QStringList());
   }
 
-  void escapeAnswersTheAlertOnTopFirst() {
+  void escapeAnswersTheTopmostAlert() {
     TestWindow ui;
     ui.environment.serviceHost = LoopbackService::unreachableHost();
     search(ui, "4711");
@@ -141,7 +141,7 @@ class DeliveryLookupUiTest : public QObject {
     QTRY_COMPARE(ui.alerts(), QStringList());
   }
 
-  void aScanAnswersNoAlert() {
+  void aScanDoesNotAnswerAnAlert() {
     TestWindow ui;
     search(ui, "4");
     QTRY_COMPARE(ui.alerts().size(), 1);
@@ -159,7 +159,7 @@ class DeliveryLookupUiTest : public QObject {
     QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList("txtDeliveryNo"));
   }
 
-  void afterAFailureThePreviousDeliveryStaysShown() {
+  void afterAFailureThePreviousDeliveryIsStillShown() {
     TestWindow ui;
     ui.enterPicking();
     ui.lookUp({{"C1", "A", 5}});

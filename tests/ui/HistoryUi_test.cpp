@@ -8,7 +8,7 @@ namespace {
 
 const QString kSummary = QStringLiteral("deliveryDetailsViewController");
 
-/// Two deliveries: the later one is sent.
+/// Stores two deliveries, of which the later one is sent.
 void storePickings(TestWindow &ui) {
   const QDateTime morning(QDate(2026, 3, 2), QTime(6, 0), QTimeZone::utc());
   Picking first{.barcode = "bA",
@@ -40,7 +40,7 @@ class HistoryUiTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void anEmptyStoreGivesAnEmptyList() {
+  void anEmptyStoreShowsAnEmptyList() {
     TestWindow ui;
     ui.touch("btnSegueHistory");
     QTRY_VERIFY(ui.shows("HistoryViewController"));
@@ -48,7 +48,7 @@ class HistoryUiTest : public QObject {
     QTRY_COMPARE(ui.keyboard(), "btnBack");
   }
 
-  void deliveriesAreListedTheLatestLast() {
+  void deliveriesAreListedWithTheLatestLast() {
     TestWindow ui;
     storePickings(ui);
     ui.touch("btnSegueHistory");
@@ -60,7 +60,7 @@ class HistoryUiTest : public QObject {
                  QStringList({"02/03/2026 09:00", "03/03/2026 08:00"}));
   }
 
-  void aTouchShowsTheDelivery() {
+  void touchingARowShowsTheSummaryOfItsDelivery() {
     TestWindow ui;
     storePickings(ui);
     ui.touch("btnSegueHistory");
@@ -74,7 +74,7 @@ class HistoryUiTest : public QObject {
     QVERIFY(ui.shows("tblHistoryOverviewRow0"));
   }
 
-  void afterOneDeliveryAnotherCanBeChosen() {
+  void afterOneDeliveryAnotherCanBeOpened() {
     TestWindow ui;
     storePickings(ui);
     ui.touch("btnSegueHistory");
@@ -98,7 +98,7 @@ class HistoryUiTest : public QObject {
     QTRY_COMPARE(ui.keyboard(), "btnSegueToSplitView");
   }
 
-  void whatIsPickedNowIsInTheHistory() {
+  void aNewPickingAppearsInTheHistory() {
     TestWindow ui;
     ui.openBox({{"C1", "A", 5}});
     ui.openKeypad();

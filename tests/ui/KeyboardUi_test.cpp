@@ -26,7 +26,7 @@ const QStringList kSummary{"btnClose",
 
 const QList<TestLine> kLines{{"C1", "A", 5}, {"C1", "B", 2}, {"C2", "C", 1}};
 
-/// More than any pane shows at a time.
+/// More lines than a pane can show at once.
 QList<TestLine> manyLines() {
   QList<TestLine> lines;
   for (int i = 0; i < 60; ++i) {
@@ -44,7 +44,7 @@ bool isControl(const QQuickItem *item) {
          isFullList;
 }
 
-/// What can be used on the sheet `root`, or on the whole screen.
+/// The enabled controls on the sheet `root`, or on the whole screen.
 QStringList controls(const TestWindow &ui, const QString &root) {
   QStringList names;
   for (const QQuickItem *item : ui.visibleItems(root.isEmpty() ? nullptr : ui.item(root))) {
@@ -55,19 +55,19 @@ QStringList controls(const TestWindow &ui, const QString &root) {
   return names;
 }
 
-/// What has the keyboard one after the other, while `key` is pressed until it comes round.
-QStringList wayRound(TestWindow &ui, Qt::Key key) {
-  constexpr int kTooMany = 100;
+/// Presses `key` until the focus returns to where it started. Returns the visited items.
+QStringList focusCycle(TestWindow &ui, Qt::Key key) {
+  constexpr int kMaxStops = 100;
   const QQuickItem *start = ui.window().activeFocusItem();
   QStringList names;
   do {
     ui.press(key);
     names.append(ui.focusStop());
-  } while (ui.window().activeFocusItem() != start && names.size() < kTooMany);
+  } while (ui.window().activeFocusItem() != start && names.size() < kMaxStops);
   return names;
 }
 
-QStringList beginningWith(const QString &name, QStringList names) {
+QStringList startingWith(const QString &name, QStringList names) {
   if (names.contains(name)) {
     std::rotate(names.begin(), std::find(names.begin(), names.end(), name), names.end());
   }
@@ -79,7 +79,7 @@ QStringList sorted(QStringList names) {
   return names;
 }
 
-/// The item that has the keyboard: of a list its current row.
+/// The focused item; in a list, its current row.
 QQuickItem *focused(const TestWindow &ui) {
   return ui.window().activeFocusItem();
 }
@@ -95,9 +95,9 @@ int differences(const QImage &one, const QImage &other, QRect part) {
   return count;
 }
 
-/// Every item that `key` visits looks different, all round it, from what it looks like without the
-/// keyboard.
-void everyFocusIsSeen(TestWindow &ui, qsizetype stops, Qt::Key key = Qt::Key_Tab) {
+/// Checks that every item that `key` visits has a visible focus ring: its surroundings look
+/// different with and without the focus.
+void everyFocusIsVisible(TestWindow &ui, qsizetype stops, Qt::Key key = Qt::Key_Tab) {
   constexpr int kRing = 6;
   for (qsizetype i = 0; i < stops; ++i) {
     const QRect place =
@@ -110,16 +110,16 @@ void everyFocusIsSeen(TestWindow &ui, qsizetype stops, Qt::Key key = Qt::Key_Tab
   }
 }
 
-/// Tab visits `names`, which is everything that can be used, in that order and round again;
-/// Shift+Tab the other way.
+/// Checks that Tab visits `names`, which are all enabled controls, in this order and in a cycle,
+/// and that Shift+Tab visits them in reverse order.
 void tabVisits(TestWindow &ui, const QStringList &names, const QString &sheet = {}) {
   ui.settle();
   QCOMPARE(sorted(controls(ui, sheet)), sorted(names));
-  QCOMPARE(beginningWith(names.first(), wayRound(ui, Qt::Key_Tab)), names);
+  QCOMPARE(startingWith(names.first(), focusCycle(ui, Qt::Key_Tab)), names);
   QStringList back = names;
   std::reverse(back.begin(), back.end());
-  QCOMPARE(beginningWith(back.first(), wayRound(ui, Qt::Key_Backtab)), back);
-  everyFocusIsSeen(ui, names.size(), names.size() == 1 ? Qt::Key_Down : Qt::Key_Tab);
+  QCOMPARE(startingWith(back.first(), focusCycle(ui, Qt::Key_Backtab)), back);
+  everyFocusIsVisible(ui, names.size(), names.size() == 1 ? Qt::Key_Down : Qt::Key_Tab);
 }
 
 void storePicking(TestWindow &ui) {
@@ -138,7 +138,7 @@ void storePicking(TestWindow &ui) {
 
 }  // namespace
 
-/// The program in the hands of a user who has keys and nothing else.
+/// The program operated by keyboard only.
 class KeyboardUiTest : public QObject {
   Q_OBJECT
 
@@ -148,7 +148,7 @@ class KeyboardUiTest : public QObject {
     tabVisits(ui, kStart);
   }
 
-  void tabVisitsTheOfferOfTheDemoToo() {
+  void tabVisitsTheDemoButton() {
     TestWindow ui;
     ui.environment.serviceHost.clear();
     ui.restart();
@@ -186,8 +186,8 @@ class KeyboardUiTest : public QObject {
 
   void tabVisitsThePickingScreenWithAnOpenBox_data() {
     QTest::addColumn<QSize>("size");
-    QTest::newRow("lying") << QSize(1280, 800);
-    QTest::newRow("upright") << QSize(800, 1280);
+    QTest::newRow("landscape") << QSize(1280, 800);
+    QTest::newRow("portrait") << QSize(800, 1280);
   }
 
   void tabVisitsThePickingScreenWithAnOpenBox() {
@@ -267,18 +267,18 @@ class KeyboardUiTest : public QObject {
     QTRY_COMPARE(ui.focusStop(), "tblHistoryOverview");
   }
 
-  void theFirstFocusOfAScreenIsSeen() {
+  void theInitialFocusOfAScreenIsVisible() {
     TestWindow ui;
-    everyFocusIsSeen(ui, 1);
+    everyFocusIsVisible(ui, 1);
     ui.enterPicking();
-    everyFocusIsSeen(ui, 1);
+    everyFocusIsVisible(ui, 1);
     ui.touch("btnClose");
     QTRY_COMPARE(ui.keyboard(), "alertButton1");
     ui.settle();
-    everyFocusIsSeen(ui, 1);
+    everyFocusIsVisible(ui, 1);
   }
 
-  void arrowsMoveInAListAndSpaceTouches() {
+  void arrowsMoveInAListAndSpaceActivatesTheRow() {
     TestWindow ui;
     ui.openBox(kLines);
     ui.tabTo("tblItems");
@@ -343,7 +343,7 @@ class KeyboardUiTest : public QObject {
     QTRY_COMPARE(ui.text("lblItemCode"), "C");
   }
 
-  void theKeyboardComesBackFromTheOptions() {
+  void theFocusReturnsFromTheOptions() {
     TestWindow ui;
     ui.openBox(kLines);
     ui.touch("btnOptions");
@@ -352,7 +352,7 @@ class KeyboardUiTest : public QObject {
     QTRY_COMPARE(ui.focusStop(), "txtBarcode");
   }
 
-  void theKeyboardComesBackFromAllThatFollowsTheOptions() {
+  void theFocusReturnsFromAlertsOpenedByTheOptions() {
     TestWindow ui;
     ui.openBox(kLines);
     ui.openKeypad();
@@ -368,7 +368,7 @@ class KeyboardUiTest : public QObject {
     QTRY_COMPARE(ui.focusStop(), "txtBarcode");
   }
 
-  void theKeyboardComesBackFromTheSummary() {
+  void theFocusReturnsFromTheSummary() {
     TestWindow ui;
     ui.openBox(kLines);
     ui.touch("btnOptions");
@@ -378,29 +378,29 @@ class KeyboardUiTest : public QObject {
     QTRY_COMPARE(ui.focusStop(), "txtBarcode");
   }
 
-  void theKeyboardComesBackFromAFailedLookup_data() {
-    QTest::addColumn<QString>("holder");
+  void theFocusReturnsAfterAFailedLookup_data() {
+    QTest::addColumn<QString>("expected");
     QTest::newRow("by touch") << "txtDeliveryNo";
-    QTest::newRow("by key") << "btnSearch";
+    QTest::newRow("by keyboard") << "btnSearch";
   }
 
-  void theKeyboardComesBackFromAFailedLookup() {
-    QFETCH(const QString, holder);
+  void theFocusReturnsAfterAFailedLookup() {
+    QFETCH(const QString, expected);
     TestWindow ui;
     ui.enterPicking();
     ui.type("4711");
-    if (holder == "btnSearch") {
-      ui.pressByKeys(holder);
+    if (expected == "btnSearch") {
+      ui.pressByKeys(expected);
     } else {
       ui.touch("btnSearch");
     }
     QTRY_COMPARE(ui.keyboard(), "alertButton0");
     ui.press(Qt::Key_Escape);
     QTRY_COMPARE(ui.alerts(), QStringList());
-    QTRY_COMPARE(ui.keyboard(), holder);
+    QTRY_COMPARE(ui.keyboard(), expected);
   }
 
-  void afterALookupTheNextStopIsTheStartOfThePicking() {
+  void afterALookupTheNextTabStopIsStartPicking() {
     TestWindow ui;
     ui.enterPicking();
     ui.service.answerWith(deliveryJson(kLines));
@@ -411,7 +411,7 @@ class KeyboardUiTest : public QObject {
     QCOMPARE(ui.keyboard(), "btnPicking");
   }
 
-  void theKeyboardComesBackFromTwoAlerts() {
+  void theFocusReturnsFromTwoAlerts() {
     TestWindow ui;
     ui.environment.serviceHost = LoopbackService::unreachableHost();
     ui.enterPicking();
@@ -425,29 +425,29 @@ class KeyboardUiTest : public QObject {
     QTRY_COMPARE(ui.focusStop(), "txtDeliveryNo");
   }
 
-  void theKeyboardComesBackFromAnotherProgram_data() {
-    QTest::addColumn<QStringList>("ways");
-    QTest::addColumn<QString>("holder");
+  void theFocusReturnsFromAnotherProgram_data() {
+    QTest::addColumn<QStringList>("touches");
+    QTest::addColumn<QString>("expected");
     QTest::newRow("to the keypad") << QStringList("tblItemsRow0") << "txtNewQty";
     QTest::newRow("to an alert") << QStringList({"btnOptions", "tableViewRow2"}) << "alertButton0";
     QTest::newRow("to the options") << QStringList("btnOptions") << "tableView";
     QTest::newRow("to the scan field") << QStringList() << "txtBarcode";
   }
 
-  void theKeyboardComesBackFromAnotherProgram() {
-    QFETCH(const QStringList, ways);
-    QFETCH(const QString, holder);
+  void theFocusReturnsFromAnotherProgram() {
+    QFETCH(const QStringList, touches);
+    QFETCH(const QString, expected);
     TestWindow ui;
     ui.openBox(kLines);
-    for (const QString &way : ways) {
-      ui.touch(way);
+    for (const QString &target : touches) {
+      ui.touch(target);
     }
-    QTRY_COMPARE(ui.focusStop(), holder);
+    QTRY_COMPARE(ui.focusStop(), expected);
     ui.switchToAnotherWindowAndBack();
-    QTRY_COMPARE(ui.focusStop(), holder);
+    QTRY_COMPARE(ui.focusStop(), expected);
   }
 
-  void theKeyboardComesBackFromTheHistory() {
+  void theFocusReturnsFromTheHistory() {
     TestWindow ui;
     ui.pressByKeys("btnSegueHistory");
     QTRY_COMPARE(ui.keyboard(), "btnBack");

@@ -14,9 +14,9 @@
 
 namespace {
 
-constexpr double kTouch = 56.0;
-constexpr double kKey = 72.0;
-constexpr int kSmallestFont = 18;
+constexpr double kMinTouchTarget = 56.0;
+constexpr double kMinKeypadKey = 72.0;
+constexpr int kMinFontSize = 18;
 /// Neighbouring segments share a border.
 constexpr double kSharedBorder = 2.0;
 
@@ -25,7 +25,7 @@ QAccessible::Role roleOf(QQuickItem *item) {
   return interface == nullptr ? QAccessible::NoRole : interface->role();
 }
 
-/// Whether a finger can do something with `item`.
+/// Returns true if `item` reacts to touch.
 bool isInteractive(QQuickItem *item) {
   const QAccessible::Role role = roleOf(item);
   return role == QAccessible::Button || role == QAccessible::RadioButton ||
@@ -36,8 +36,8 @@ QRectF placeOf(QQuickItem *item) {
   return item->mapRectToScene({0, 0, item->width(), item->height()});
 }
 
-/// Whether a part of `item` has been scrolled away.
-bool isCut(QQuickItem *item) {
+/// Returns true if a part of `item` is scrolled out of view.
+bool isClipped(QQuickItem *item) {
   const QRectF place = placeOf(item);
   for (const QQuickItem *outer = item->parentItem(); outer != nullptr;
        outer = outer->parentItem()) {
@@ -49,7 +49,7 @@ bool isCut(QQuickItem *item) {
   return false;
 }
 
-/// Names are cut short before anything else is.
+/// Returns true for names, the only texts that may be elided.
 bool mayBeElided(const QQuickItem *item) {
   static const QStringList kNames{QStringLiteral("descr"), QStringLiteral("lblItemDescription"),
                                   QStringLiteral("lblCustomerName"), QStringLiteral("lblBrand")};
@@ -78,10 +78,10 @@ bool overlap(QQuickItem *a, QQuickItem *b) {
          common.height() > kSharedBorder;
 }
 
-void everythingCanBeHit(const QList<QQuickItem *> &items, QSizeF window, double smallest) {
+void checkTouchTargets(const QList<QQuickItem *> &items, QSizeF window, double smallest) {
   QList<QQuickItem *> targets;
   std::copy_if(items.begin(), items.end(), std::back_inserter(targets),
-               [](QQuickItem *item) { return isInteractive(item) && !isCut(item); });
+               [](QQuickItem *item) { return isInteractive(item) && !isClipped(item); });
   for (QQuickItem *target : std::as_const(targets)) {
     QVERIFY2(QRectF({}, window).contains(placeOf(target)), describe(target));
     QVERIFY2(target->height() >= smallest, describe(target));
@@ -91,8 +91,8 @@ void everythingCanBeHit(const QList<QQuickItem *> &items, QSizeF window, double 
   }
 }
 
-/// Whether all of a text is drawn within its item.
-bool isWhole(const QQuickItem *text) {
+/// Returns true if the whole text is drawn within its item.
+bool fits(const QQuickItem *text) {
   constexpr double kRounding = 1.0;
   const auto extent = [&](const char *name) { return text->property(name).toDouble() - kRounding; };
   const bool scrollsItself = text->inherits("QQuickTextInput");
@@ -100,8 +100,8 @@ bool isWhole(const QQuickItem *text) {
          (scrollsItself || extent("contentWidth") <= text->width());
 }
 
-void everythingCanBeRead(const QList<QQuickItem *> &items, QSizeF window, double textScale) {
-  const double smallest = kSmallestFont * textScale;
+void checkTexts(const QList<QQuickItem *> &items, QSizeF window, double textScale) {
+  const double smallest = kMinFontSize * textScale;
   QList<QQuickItem *> texts;
   std::copy_if(items.begin(), items.end(), std::back_inserter(texts), [](QQuickItem *item) {
     return isText(item) && !TestWindow::visiblePart(item).isEmpty();
@@ -114,16 +114,16 @@ void everythingCanBeRead(const QList<QQuickItem *> &items, QSizeF window, double
     }
     QVERIFY2(QRectF({}, window).contains(TestWindow::visiblePart(text)), describe(text));
     QVERIFY2(mayBeElided(text) || !text->property("truncated").toBool(), describe(text));
-    QVERIFY2(isWhole(text), describe(text));
+    QVERIFY2(fits(text), describe(text));
     for (QQuickItem *other : items) {
-      const bool keepsClear = isText(other) || isInteractive(other);
-      QVERIFY2(text == other || !keepsClear || !overlap(text, other),
+      const bool mustNotOverlap = isText(other) || isInteractive(other);
+      QVERIFY2(text == other || !mustNotOverlap || !overlap(text, other),
                describe(text) + describe(other));
     }
   }
 }
 
-/// The panes among `items` that can be scrolled, without the lists.
+/// The scrollable panes among `items`, without the lists.
 QList<QQuickItem *> scrollablePanes(const QList<QQuickItem *> &items) {
   QList<QQuickItem *> panes;
   std::copy_if(items.begin(), items.end(), std::back_inserter(panes), [](const QQuickItem *item) {
@@ -133,14 +133,14 @@ QList<QQuickItem *> scrollablePanes(const QList<QQuickItem *> &items) {
   return panes;
 }
 
-/// Scrolls `pane` so that `top` is its upper edge, as far as it goes; answers whether it did.
+/// Scrolls `pane` to `top`, or to its end. Returns true if the end is not reached.
 bool scrollTo(QQuickItem *pane, double top) {
   const double end = pane->property("contentHeight").toDouble() - pane->height();
   pane->setProperty("contentY", std::clamp(top, 0.0, end));
   return top < end;
 }
 
-/// Touches `name`, after scrolling to it.
+/// Scrolls to `name` and touches it.
 void touch(TestWindow &ui, const QString &name) {
   QTRY_VERIFY2(ui.shows(name), qPrintable(name));
   QQuickItem *item = ui.item(name);
@@ -155,7 +155,7 @@ void touch(TestWindow &ui, const QString &name) {
 
 }  // namespace
 
-/// Every screen, at every size that it has to work at.
+/// Every screen, in every supported window and text size.
 class LayoutUiTest : public QObject {
   Q_OBJECT
 
@@ -164,10 +164,10 @@ class LayoutUiTest : public QObject {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<int>("textSize");
     constexpr QSize kSmall{1024, 768};
-    constexpr QSize kUpright{800, 1280};
-    const std::pair<QSize, int> cases[] = {{kSmall, 100},   {{1280, 800}, 100}, {{1920, 1200}, 100},
-                                           {kUpright, 100}, {kSmall, 125},      {{1280, 800}, 150},
-                                           {kSmall, 200},   {kUpright, 200}};
+    constexpr QSize kPortrait{800, 1280};
+    const std::pair<QSize, int> cases[] = {
+        {kSmall, 100}, {{1280, 800}, 100}, {{1920, 1200}, 100}, {kPortrait, 100},
+        {kSmall, 125}, {{1280, 800}, 150}, {kSmall, 200},       {kPortrait, 200}};
     for (const auto &[size, textSize] : cases) {
       QTest::addRow("%dx%d, %d %%", size.width(), size.height(), textSize) << size << textSize;
     }
@@ -178,7 +178,7 @@ class LayoutUiTest : public QObject {
     QFETCH(const int, textSize);
     TestWindow ui(size);
     ui.environment.display->setTextSize(textSize);
-    for (const auto step : {atTheStart, lookUp, pick, afterThePicking}) {
+    for (const auto step : {openPicking, lookUp, pick, finishPicking}) {
       step(ui);
       if (QTest::currentTestFailed()) {
         return;
@@ -186,9 +186,9 @@ class LayoutUiTest : public QObject {
     }
   }
 
-  void theStartWithoutAnOrderServiceFits_data() { everyScreenFits_data(); }
+  void theStartScreenWithoutAnOrderServiceFits_data() { everyScreenFits_data(); }
 
-  void theStartWithoutAnOrderServiceFits() {
+  void theStartScreenWithoutAnOrderServiceFits() {
     QFETCH(const QSize, size);
     QFETCH(const int, textSize);
     TestWindow ui(size);
@@ -214,9 +214,9 @@ class LayoutUiTest : public QObject {
     check(ui, "alert");
   }
 
-  void theKeysOfTheKeypadCanBeHitBlind_data() { everyScreenFits_data(); }
+  void theKeypadKeysAreLargeAndDoNotOverlap_data() { everyScreenFits_data(); }
 
-  void theKeysOfTheKeypadCanBeHitBlind() {
+  void theKeypadKeysAreLargeAndDoNotOverlap() {
     QFETCH(const QSize, size);
     QFETCH(const int, textSize);
     TestWindow ui(size);
@@ -225,12 +225,13 @@ class LayoutUiTest : public QObject {
     ui.touch("btn0");
     ui.environment.display->setTextSize(textSize);
     ui.settle();
-    everythingCanBeHit(ui.visibleItems(ui.item("changeQuantityViewController")), size, kKey);
+    checkTouchTargets(ui.visibleItems(ui.item("changeQuantityViewController")), size,
+                      kMinKeypadKey);
   }
 
-  void theTotalIsTheBiggestThingOnTheKeypad_data() { everyScreenFits_data(); }
+  void theTotalHasTheLargestFontOnTheKeypad_data() { everyScreenFits_data(); }
 
-  void theTotalIsTheBiggestThingOnTheKeypad() {
+  void theTotalHasTheLargestFontOnTheKeypad() {
     QFETCH(const QSize, size);
     QFETCH(const int, textSize);
     TestWindow ui(size);
@@ -247,38 +248,38 @@ class LayoutUiTest : public QObject {
     }
   }
 
-  void whatHasTheKeyboardIsScrolledIntoSight() {
+  void theFocusedFieldIsScrolledIntoView() {
     TestWindow ui({1024, 768});
     ui.enterPicking();
     ui.lookUp({{"C1", "A", 6}});
     ui.environment.display->setTextSize(200);
     touch(ui, "btnPicking");
     QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList("txtBox"));
-    QTRY_VERIFY(!isCut(ui.item("txtBox")));
+    QTRY_VERIFY(!isClipped(ui.item("txtBox")));
     QVERIFY(!scrollablePanes(ui.visibleItems(ui.item("masterViewController"))).isEmpty());
   }
 
-  void aFingerScrollsAPaneThatDoesNotFit() {
+  void aPaneThatDoesNotFitCanBeScrolledByTouch() {
     TestWindow ui({1024, 768});
     ui.environment.display->setTextSize(200);
     ui.enterPicking();
     ui.settle();
-    QVERIFY(isCut(ui.item("txtBox")));
+    QVERIFY(isClipped(ui.item("txtBox")));
     static QPointingDevice *finger = QTest::createTouchDevice();
     const QPoint from(150, 700);
     QTest::touchEvent(&ui.window(), finger).press(0, from);
     for (int step = 1; step <= 10; ++step) {
       QTest::touchEvent(&ui.window(), finger).move(0, from - QPoint(0, 60 * step));
-      // A window takes the movements between two frames as one.
+      // Qt merges the touch moves between two frames.
       ui.settle();
     }
     QTest::touchEvent(&ui.window(), finger).release(0, from - QPoint(0, 600));
     ui.settle();
-    QVERIFY(!isCut(ui.item("txtBox")));
+    QVERIFY(!isClipped(ui.item("txtBox")));
   }
 
  private:
-  static void atTheStart(TestWindow &ui) {
+  static void openPicking(TestWindow &ui) {
     check(ui, "startViewController");
     touch(ui, "btnDisplay");
     check(ui, "DisplayViewController");
@@ -337,7 +338,7 @@ class LayoutUiTest : public QObject {
     closePopover(ui, "ScanTrailViewController");
   }
 
-  static void afterThePicking(TestWindow &ui) {
+  static void finishPicking(TestWindow &ui) {
     touch(ui, "btnOptions");
     check(ui, "actionPickerViewController");
     touch(ui, "tableViewRow0");
@@ -361,7 +362,7 @@ class LayoutUiTest : public QObject {
     QTRY_VERIFY(!ui.shows(screen));
   }
 
-  /// Checks `screen`; where its panes can be scrolled, page by page.
+  /// Checks `screen`; scrolls through its panes page by page.
   static void check(TestWindow &ui, const QString &screen) {
     QTRY_VERIFY(ui.shows(screen));
     QTRY_VERIFY(!ui.shows("busy"));
@@ -369,15 +370,15 @@ class LayoutUiTest : public QObject {
     const QSizeF window = ui.window().size();
     const double textScale = ui.environment.display->textScale();
     const QList<QQuickItem *> panes = scrollablePanes(ui.visibleItems(ui.item(screen)));
-    bool isAtTheEnd = false;
-    for (int page = 0; !isAtTheEnd; ++page) {
-      isAtTheEnd = true;
+    bool isAtEnd = false;
+    for (int page = 0; !isAtEnd; ++page) {
+      isAtEnd = true;
       for (QQuickItem *pane : panes) {
-        isAtTheEnd = !scrollTo(pane, page * pane->height() / 2) && isAtTheEnd;
+        isAtEnd = !scrollTo(pane, page * pane->height() / 2) && isAtEnd;
       }
       const QList<QQuickItem *> items = ui.visibleItems(ui.item(screen));
-      everythingCanBeHit(items, window, kTouch);
-      everythingCanBeRead(items, window, textScale);
+      checkTouchTargets(items, window, kMinTouchTarget);
+      checkTexts(items, window, textScale);
       if (QTest::currentTestFailed()) {
         return;
       }

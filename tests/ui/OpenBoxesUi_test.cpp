@@ -29,7 +29,7 @@ class OpenBoxesUiTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void startingShowsTheBoxesAndTheirStates() {
+  void startingAPickingShowsTheBoxesAndTheirStates() {
     TestWindow ui;
     ui.startPicking(kBoxes);
     QTRY_COMPARE(ui.column("tblBoxes", "lblBox"), QStringList({"C1", "C2", "C3"}));
@@ -73,7 +73,7 @@ class OpenBoxesUiTest : public QObject {
     QVERIFY(!ui.shows("actionPickerViewController"));
   }
 
-  void aTouchOnARowOpensItsBox() {
+  void touchingARowOpensItsBox() {
     TestWindow ui;
     ui.startPicking(kBoxes);
     ui.touch("tblBoxesRow0");
@@ -86,7 +86,7 @@ class OpenBoxesUiTest : public QObject {
     QCOMPARE(ui.text("lblScanState"), "Ready to scan");
   }
 
-  void aClickOpensAnotherBoxInItsPlace() {
+  void clickingAnotherRowOpensItsBoxInstead() {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.click("tblBoxesRow1");
@@ -95,7 +95,7 @@ class OpenBoxesUiTest : public QObject {
     QCOMPARE(ui.fieldsWithKeyboard(), QStringList("txtBarcode"));
   }
 
-  void anIdentifierAndReturnOpenItsBox() {
+  void aBoxIdentifierAndReturnOpenTheBox() {
     TestWindow ui;
     ui.startPicking(kBoxes);
     ui.scan("C2");
@@ -105,7 +105,7 @@ class OpenBoxesUiTest : public QObject {
     QVERIFY(ui.item("tblBoxesRow1")->property("isMarked").toBool());
   }
 
-  void anUnknownIdentifierIsRefused() {
+  void anUnknownBoxIdentifierIsRefused() {
     TestWindow ui;
     ui.startPicking(kBoxes);
     ui.type("c2");
@@ -117,7 +117,7 @@ class OpenBoxesUiTest : public QObject {
     QCOMPARE(ui.text("lblScanState"), "Open a box first");
   }
 
-  void stoppingLocksTheScanAndUnlocksTheSearch() {
+  void stoppingAPickingLocksTheScanAndUnlocksTheSearch() {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.touch("btnPicking");
@@ -133,7 +133,7 @@ class OpenBoxesUiTest : public QObject {
     QCOMPARE(totals(ui), QStringList({"-", "-", "-"}));
   }
 
-  void startingAgainOpensNoBox() {
+  void restartingAPickingOpensNoBox() {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.touch("btnPicking");
@@ -143,7 +143,7 @@ class OpenBoxesUiTest : public QObject {
     QVERIFY(!ui.shows("tblItemsRow0"));
   }
 
-  void afterARestartTheQuantitiesAreBack() {
+  void quantitiesAreRestoredAfterARestart() {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.openKeypad(1);
@@ -158,7 +158,7 @@ class OpenBoxesUiTest : public QObject {
     QCOMPARE(groundOf(ui, "tblBoxesRow0"), ui.ground("red"));
   }
 
-  void whatWasPickedOutlastsLeavingThePicking() {
+  void pickedQuantitiesSurviveLeavingThePicking() {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.openKeypad(1);

@@ -14,7 +14,7 @@ QString inSummary(const QString &name) {
   return kSummary + u'/' + name;
 }
 
-/// A picking of four lines in two boxes, the first two of which are picked.
+/// Starts a picking of four lines in two boxes and picks the first two lines.
 void pickSome(TestWindow &ui) {
   ui.openBox({{"C1", "A", 5}, {"C1", "B", 5}, {"C1", "C", 5}, {"C2", "A", 1}});
   ui.openKeypad(0);
@@ -36,12 +36,12 @@ void openSummary(TestWindow &ui) {
 
 }  // namespace
 
-/// The action list and the summary that it leads to.
+/// The action list, and the summary that it opens.
 class OptionsAndSummaryUiTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void theOptionsCloseWhenTheTabletIsTurned() {
+  void theOptionsCloseWhenTheTabletIsRotated() {
     TestWindow ui({1280, 800});
     pickSome(ui);
     openOptions(ui);
@@ -63,7 +63,7 @@ class OptionsAndSummaryUiTest : public QObject {
     QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList());
   }
 
-  void aTouchElsewhereClosesThem() {
+  void touchingElsewhereClosesTheOptions() {
     TestWindow ui;
     pickSome(ui);
     openOptions(ui);
@@ -73,7 +73,7 @@ class OptionsAndSummaryUiTest : public QObject {
     openOptions(ui);
   }
 
-  void escapeClosesThem() {
+  void escapeClosesTheOptions() {
     TestWindow ui;
     pickSome(ui);
     openOptions(ui);
@@ -83,7 +83,7 @@ class OptionsAndSummaryUiTest : public QObject {
     openOptions(ui);
   }
 
-  void aChoiceClosesThem() {
+  void choosingAnOptionClosesTheOptions() {
     TestWindow ui;
     pickSome(ui);
     openOptions(ui);
@@ -93,7 +93,7 @@ class OptionsAndSummaryUiTest : public QObject {
              QStringList("Picking Completed?|Are you sure that picking is completed?|NO|YES"));
   }
 
-  void noSendsNothing() {
+  void answeringNoSendsNothing() {
     TestWindow ui;
     pickSome(ui);
     openOptions(ui);
@@ -104,7 +104,7 @@ class OptionsAndSummaryUiTest : public QObject {
     QCOMPARE(ui.store().unsentPickings("4711")->size(), 2U);
   }
 
-  void escapeIsNo() {
+  void escapeAnswersNo() {
     TestWindow ui;
     pickSome(ui);
     openOptions(ui);
@@ -115,7 +115,7 @@ class OptionsAndSummaryUiTest : public QObject {
     QCOMPARE(ui.service.requests().size(), 1);
   }
 
-  void yesSendsThePicking() {
+  void answeringYesSendsThePicking() {
     TestWindow ui;
     pickSome(ui);
     ui.service.answerWith("\"0\"");
@@ -142,7 +142,7 @@ class OptionsAndSummaryUiTest : public QObject {
              QStringList({"9", "16", "-7"}));
   }
 
-  void theSummarysFiltersLeaveTheTotalsAlone() {
+  void theFiltersOfTheSummaryDoNotChangeTheTotals() {
     TestWindow ui;
     pickSome(ui);
     openSummary(ui);
@@ -154,7 +154,7 @@ class OptionsAndSummaryUiTest : public QObject {
     }
   }
 
-  void whatLiesBelowTheSummaryTakesNoTouch() {
+  void itemsUnderTheSummaryCannotBeTouched() {
     TestWindow ui;
     pickSome(ui);
     openSummary(ui);
@@ -187,7 +187,7 @@ class OptionsAndSummaryUiTest : public QObject {
     QTRY_VERIFY(!ui.shows(kSummary));
   }
 
-  void theSummaryCanBeOpenedAgainAndStartsUnfiltered() {
+  void aReopenedSummaryIsUnfiltered() {
     TestWindow ui;
     pickSome(ui);
     openSummary(ui);

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// A box whose lines end up not picked, short, matching and over.
+/// Opens a box and picks its lines: not at all, short, matching and over.
 void openPickedBox(TestWindow &ui) {
   ui.openBox({{"C1", "A", 5}, {"C1", "B", 5}, {"C1", "C", 5}, {"C1", "D", 5}});
   int row = 1;
@@ -23,7 +23,7 @@ void touchSegment(TestWindow &ui, int segment) {
 
 }  // namespace
 
-/// The filters of the pick table, and corrections below them.
+/// The filters of the pick table, and corrections under a filter.
 class PickFilterUiTest : public QObject {
   Q_OBJECT
 
@@ -36,7 +36,7 @@ class PickFilterUiTest : public QObject {
              QStringList({"All", "Not picked", "Different", "Matching"}));
   }
 
-  void everySegmentShowsItsLines() {
+  void everySegmentShowsTheMatchingLines() {
     TestWindow ui;
     openPickedBox(ui);
     touchSegment(ui, 1);
@@ -58,7 +58,7 @@ class PickFilterUiTest : public QObject {
     QCOMPARE(ui.colour("tblItemsRow3/diffqty"), ui.ink("red"));
   }
 
-  void aTouchOnAFilterLeavesTheKeyboardWhereItIs() {
+  void touchingAFilterKeepsTheFocus() {
     TestWindow ui;
     openPickedBox(ui);
     ui.touch("segmentedControl1");
@@ -66,14 +66,14 @@ class PickFilterUiTest : public QObject {
     QCOMPARE(ui.fieldsWithKeyboard(), QStringList("txtBarcode"));
   }
 
-  void aFilterThatNoLinePassesShowsNoRow() {
+  void aFilterWithoutMatchingLinesShowsNoRow() {
     TestWindow ui;
     ui.openBox({{"C1", "A", 5}});
     ui.touch("segmentedControl3");
     QTRY_VERIFY(!ui.shows("tblItemsRow0"));
   }
 
-  void aCorrectionBelowAFilterIsBookedToTheShownLine() {
+  void aCorrectionUnderAFilterIsBookedToTheShownLine() {
     TestWindow ui;
     openPickedBox(ui);
     touchSegment(ui, 2);
@@ -99,7 +99,7 @@ class PickFilterUiTest : public QObject {
     QCOMPARE(ui.fieldsWithKeyboard(), QStringList("txtBarcode"));
   }
 
-  void aScanGoesBackToAllLines() {
+  void aScanShowsAllLinesAgain() {
     TestWindow ui;
     openPickedBox(ui);
     ui.touch("segmentedControl3");

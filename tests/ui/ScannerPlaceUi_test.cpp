@@ -14,12 +14,12 @@ const std::vector<int> kErrorTone{1005};
 
 }  // namespace
 
-/// Where a scan lands: where scans belong, and never anywhere else.
+/// Which control receives a scan, and which controls refuse it.
 class ScannerPlaceUiTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void onTheKeypadItIsRefusedWithTheTone() {
+  void theKeypadRefusesAScanWithTheErrorTone() {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.openKeypad(0);
@@ -36,7 +36,7 @@ class ScannerPlaceUiTest : public QObject {
     QTRY_COMPARE(ui.text("tblItemsRow0/pickqty"), "12");
   }
 
-  void aScanAfterAScanIsRefusedUntilTheQuantityIsIn() {
+  void aSecondScanIsRefusedUntilTheQuantityIsEntered() {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.scan(kEan);
@@ -46,14 +46,14 @@ class ScannerPlaceUiTest : public QObject {
     QCOMPARE(ui.text("txtNewQty"), "");
   }
 
-  void onAnAlertItAnswersNothing_data() {
+  void aScanDoesNotAnswerAnAlert_data() {
     QTest::addColumn<QString>("code");
     QTest::newRow("digits") << kEan;
-    QTest::newRow("blanks, which press buttons") << "C  2  ";
-    QTest::newRow("a blank first") << " C2";
+    QTest::newRow("spaces, which press buttons") << "C  2  ";
+    QTest::newRow("leading space") << " C2";
   }
 
-  void onAnAlertItAnswersNothing() {
+  void aScanDoesNotAnswerAnAlert() {
     QFETCH(const QString, code);
     TestWindow ui;
     ui.openBox(kBoxes);
@@ -74,7 +74,7 @@ class ScannerPlaceUiTest : public QObject {
     QCOMPARE(ui.service.requests().size(), requests);
   }
 
-  void onTheOptionsItChoosesNothing() {
+  void aScanDoesNotChooseAnOption() {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.touch("btnOptions");
@@ -85,7 +85,7 @@ class ScannerPlaceUiTest : public QObject {
     QVERIFY(!ui.shows("deliveryDetailsViewController"));
   }
 
-  void onTheStartScreenItIsRefused() {
+  void theStartScreenRefusesAScan() {
     TestWindow ui;
     QTRY_COMPARE(ui.keyboard(), "btnSegueToSplitView");
     ui.scan("47 11");
@@ -94,7 +94,7 @@ class ScannerPlaceUiTest : public QObject {
     QVERIFY(!ui.shows("splitViewController"));
   }
 
-  void onASummaryItIsRefused() {
+  void theSummaryRefusesAScan() {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.touch("btnOptions");
@@ -106,7 +106,7 @@ class ScannerPlaceUiTest : public QObject {
     QVERIFY(ui.shows("deliveryDetailsViewController"));
   }
 
-  void withABoxOpenItFindsTheScanFieldFromAnyButton() {
+  void withAnOpenBoxAScanGoesToTheScanFieldFromAnyButton() {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.item("segmentedControl1")->forceActiveFocus();
@@ -117,7 +117,7 @@ class ScannerPlaceUiTest : public QObject {
     QVERIFY(ui.sounds->played().empty());
   }
 
-  void withoutAnOpenBoxItFindsTheBoxField() {
+  void withoutAnOpenBoxAScanGoesToTheBoxField() {
     TestWindow ui;
     ui.startPicking(kBoxes);
     ui.touch("txtBarcode");
@@ -128,7 +128,7 @@ class ScannerPlaceUiTest : public QObject {
     QCOMPARE(ui.text("txtBarcode"), "");
   }
 
-  void itTakesThePlaceOfWhatStoodInTheField() {
+  void aScanReplacesTheTextInTheField() {
     TestWindow ui;
     ui.startPicking(kBoxes);
     ui.scan("C1");
@@ -140,18 +140,18 @@ class ScannerPlaceUiTest : public QObject {
     QCOMPARE(ui.alerts(), QStringList());
   }
 
-  void aTouchDoesNotOvertakeWhatAPersonTyped() {
+  void aTouchIsHandledAfterTheKeysTypedBeforeIt() {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.openKeypad(0);
     const QPoint ok = ui.item("btnOK")->mapToScene({40, 40}).toPoint();
-    // So soon after the last key that it may still be held back.
+    // The touch follows so soon that the key may still be held back.
     QTest::keyClick(&ui.window(), Qt::Key_4);
     ui.touchAt(ok);
     QTRY_COMPARE(ui.text("tblItemsRow0/pickqty"), "4");
   }
 
-  void aTouchInTheMiddleOfAScanConfirmsWhatStoodThereBefore() {
+  void aTouchDuringAScanConfirmsTheQuantityEnteredBefore() {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.openKeypad(1);
@@ -165,7 +165,7 @@ class ScannerPlaceUiTest : public QObject {
     QCOMPARE(ui.text("txtNewQty"), "");
   }
 
-  void whatWasTypedBeforeATouchIsNoPartOfTheScanAfterIt() {
+  void keysTypedBeforeATouchAreNotPartOfALaterScan() {
     TestWindow ui;
     ui.service.answerWith(deliveryJson(kBoxes));
     ui.enterPicking();
@@ -180,13 +180,13 @@ class ScannerPlaceUiTest : public QObject {
     QCOMPARE(ui.alerts(), QStringList());
   }
 
-  void aCodeWithoutItsReturnIsRefusedOnTheKeypad_data() {
+  void theKeypadRefusesACodeWithoutReturn_data() {
     QTest::addColumn<QString>("end");
-    QTest::newRow("nothing after it") << "";
-    QTest::newRow("a tab after it") << "\t";
+    QTest::newRow("no suffix") << "";
+    QTest::newRow("Tab as the suffix") << "\t";
   }
 
-  void aCodeWithoutItsReturnIsRefusedOnTheKeypad() {
+  void theKeypadRefusesACodeWithoutReturn() {
     QFETCH(const QString, end);
     TestWindow ui;
     ui.openBox(kBoxes);
@@ -201,7 +201,7 @@ class ScannerPlaceUiTest : public QObject {
     QTRY_COMPARE(ui.column("tblScans", "code"), QStringList(kEan));
   }
 
-  void afterAnotherProgramHadTheKeyboardItIsStillRefusedOnTheKeypad() {
+  void theKeypadRefusesAScanAfterAnotherProgramHadTheFocus() {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.openKeypad(0);
@@ -211,7 +211,7 @@ class ScannerPlaceUiTest : public QObject {
     QCOMPARE(ui.text("lblItemCode"), "85123A");
   }
 
-  void whatAPersonTypesArrivesOnTheKeypad() {
+  void typedDigitsAreEnteredOnTheKeypad() {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.openKeypad(0);
@@ -222,7 +222,7 @@ class ScannerPlaceUiTest : public QObject {
     QVERIFY(ui.sounds->played().empty());
   }
 
-  void aPasteIsNoScan() {
+  void aPasteIsNotAScan() {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.openKeypad(0);
@@ -236,7 +236,7 @@ class ScannerPlaceUiTest : public QObject {
     QVERIFY(ui.sounds->played().empty());
   }
 
-  void keysOnTheScreenAreNoScan() {
+  void onScreenKeysAreNotAScan() {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.openKeypad(0);
@@ -249,7 +249,7 @@ class ScannerPlaceUiTest : public QObject {
     QVERIFY(ui.sounds->played().empty());
   }
 
-  void thePillShowsWhatBecameOfTheScans() {
+  void thePillShowsTheOutcomesOfTheScans() {
     TestWindow ui;
     ui.store().insert(Items{"29007", "22423", "METAL LANTERN"});
     QVERIFY(!ui.store().save());
@@ -282,7 +282,7 @@ class ScannerPlaceUiTest : public QObject {
     QTRY_VERIFY(!ui.shows("tblScansRow0"));
   }
 
-  void aNewPickingHasNoScansYet() {
+  void aNewPickingHasAnEmptyScanTrail() {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.scan("4000000000000");

@@ -11,12 +11,12 @@ const QList<TestLine> kBox{{"C1", "85123A", 6, kEan}, {"C1", "71053", 2}};
 
 }  // namespace
 
-/// Work with a scanner that types its codes as a keyboard.
+/// Work with a scanner in keyboard mode.
 class ScanningUiTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void aBurstOfKeysArrivesWhole() {
+  void aScannedBarcodeIsReceivedCompletely() {
     TestWindow ui;
     ui.openBox(kBox);
     ui.scan(kEan);
@@ -26,14 +26,14 @@ class ScanningUiTest : public QObject {
     QCOMPARE(ui.text("txtBarcode"), "");
   }
 
-  void anItemCodeIsFoundToo() {
+  void aScannedItemCodeIsFound() {
     TestWindow ui;
     ui.openBox(kBox);
     ui.scan("71053");
     QTRY_COMPARE(ui.text("lblItemCode"), "71053");
   }
 
-  void scanFollowsScanWithoutATouchOnTheScanField() {
+  void consecutiveScansNeedNoTouchOnTheScanField() {
     TestWindow ui;
     ui.openBox(kBox);
     for (const QString &code : {kEan, QStringLiteral("71053"), kEan}) {
@@ -59,7 +59,7 @@ class ScanningUiTest : public QObject {
     QTRY_COMPARE(ui.text("lblItemCode"), "85123A");
   }
 
-  void aScanIntoAnAlertAnswersItNot() {
+  void aScanDoesNotAnswerAnAlert() {
     TestWindow ui;
     ui.openBox(kBox);
     ui.scan("4000000000000");
@@ -82,7 +82,7 @@ class ScanningUiTest : public QObject {
     QCOMPARE(ui.text("lblScanState"), "Open a box first");
   }
 
-  void aWholeBoxIsPickedByScannerAndKeypad() {
+  void aCompleteBoxIsPickedByScannerAndKeypad() {
     TestWindow ui;
     ui.startPicking(kBox);
     ui.scan("C1");

@@ -11,8 +11,8 @@
 
 namespace {
 
-/// What a screen reader hears of `name`: "role|name|description", the last one if there is one.
-QString heard(const TestWindow &ui, const QString &name) {
+/// What a screen reader announces for `name`: "role|name", or "role|name|description".
+QString announcementOf(const TestWindow &ui, const QString &name) {
   QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(ui.item(name));
   if (interface == nullptr) {
     return {};
@@ -37,11 +37,11 @@ using Expected = QList<std::pair<const char *, const char *>>;
 
 void compare(const TestWindow &ui, const Expected &expected) {
   for (const auto &[name, text] : expected) {
-    QTRY_COMPARE(heard(ui, name), text);
+    QTRY_COMPARE(announcementOf(ui, name), text);
   }
 }
 
-void onlySegmentIsChecked(const TestWindow &ui, int chosen) {
+void checkOnlyCheckedSegment(const TestWindow &ui, int chosen) {
   for (int segment = 0; segment < 4; ++segment) {
     QQuickItem *item = ui.item(QStringLiteral("segmentedControl%1").arg(segment));
     QTRY_COMPARE(bool(QAccessible::queryAccessibleInterface(item)->state().checked),
@@ -49,43 +49,43 @@ void onlySegmentIsChecked(const TestWindow &ui, int chosen) {
   }
 }
 
-/// What a screen reader does in place of a touch.
+/// Presses `name` as a screen reader does.
 void pressByScreenReader(const TestWindow &ui, const QString &name) {
   QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(ui.item(name));
   QVERIFY2(interface != nullptr, qPrintable(name));
   interface->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
 }
 
-/// Whether `item` or an item in it has the name `name`.
-bool carriesName(const TestWindow &ui, QQuickItem *item, const QString &name) {
+/// Returns true if `item` or an item in it is named `name`.
+bool containsName(const TestWindow &ui, QQuickItem *item, const QString &name) {
   const QList<QQuickItem *> items = ui.visibleItems(item);
   return std::any_of(items.begin(), items.end(),
                      [&](const QQuickItem *inner) { return inner->objectName() == name; });
 }
 
-void everyOutletIsFoundByName(const TestWindow &ui) {
+void checkOutletNames(const TestWindow &ui) {
   for (QQuickItem *item : ui.visibleItems()) {
     const auto *outlet = item->property("outlet").value<QObject *>();
     if (outlet != nullptr) {
-      QVERIFY2(carriesName(ui, item, outlet->objectName()), qPrintable(outlet->objectName()));
+      QVERIFY2(containsName(ui, item, outlet->objectName()), qPrintable(outlet->objectName()));
     }
   }
 }
 
 }  // namespace
 
-/// What a screen reader, or an automated hand, finds.
+/// Roles, names and descriptions for screen readers and UI automation.
 class ScreenReaderUiTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void theStartScreen() {
+  void theStartScreenIsAccessible() {
     TestWindow ui;
     compare(ui, {{"btnSegueToSplitView", "button|Picking"}, {"btnSegueHistory", "button|History"}});
-    everyOutletIsFoundByName(ui);
+    checkOutletNames(ui);
   }
 
-  void theMasterPane() {
+  void theMasterPaneIsAccessible() {
     TestWindow ui;
     ui.openBox({{"C1", "A", 5}});
     compare(ui, {{"txtDeliveryNo", "field|Delivery number"},
@@ -103,10 +103,10 @@ class ScreenReaderUiTest : public QObject {
     QCOMPARE(ui.texts({"lblBoxesTotalLabel", "lblBoxesUnopenedLabel", "lblBoxesCompletedLabel",
                        "lblBoxesIncompleteLabel"}),
              QStringList({"Boxes", "Unopened", "Completed", "Incomplete"}));
-    everyOutletIsFoundByName(ui);
+    checkOutletNames(ui);
   }
 
-  void theDetailPane() {
+  void theDetailPaneIsAccessible() {
     TestWindow ui;
     ui.openBox({{"C1", "A", 5}});
     compare(ui,
@@ -129,12 +129,12 @@ class ScreenReaderUiTest : public QObject {
   void theChosenSegmentIsChecked() {
     TestWindow ui;
     ui.enterPicking();
-    onlySegmentIsChecked(ui, 0);
+    checkOnlyCheckedSegment(ui, 0);
     ui.touch("segmentedControl2");
-    onlySegmentIsChecked(ui, 2);
+    checkOnlyCheckedSegment(ui, 2);
   }
 
-  void theScanTrail() {
+  void theScanTrailIsAccessible() {
     TestWindow ui;
     ui.openBox({{"C1", "A", 5}});
     ui.scan("A");
@@ -145,7 +145,7 @@ class ScreenReaderUiTest : public QObject {
                  {"tblScansRow0", "row|10:12:05, A, Line 1, not booked"}});
   }
 
-  void theDisplaySheet() {
+  void theDisplaySheetIsAccessible() {
     TestWindow ui;
     ui.touch("btnDisplay");
     compare(ui, {{"DisplayViewController", "dialog|Display"},
@@ -153,10 +153,10 @@ class ScreenReaderUiTest : public QObject {
                  {"segmTheme0", "segment|System"},
                  {"segmTextSize", "group|Text size"},
                  {"btnDone", "button|Done"}});
-    everyOutletIsFoundByName(ui);
+    checkOutletNames(ui);
   }
 
-  void aPressReachesNothingUnderASheet() {
+  void aPressDoesNotReachControlsUnderASheet() {
     TestWindow ui;
     ui.openBox({{"C1", "A", 5}});
     ui.openKeypad();
@@ -164,7 +164,7 @@ class ScreenReaderUiTest : public QObject {
       pressByScreenReader(ui, name);
     }
     QCOMPARE(ui.text("btnPicking"), "Stop Picking");
-    onlySegmentIsChecked(ui, 0);
+    checkOnlyCheckedSegment(ui, 0);
     QVERIFY(!ui.shows("ScanTrailViewController"));
     pressByScreenReader(ui, "btnCancel");
     QTRY_VERIFY(!ui.shows("txtNewQty"));
@@ -172,17 +172,17 @@ class ScreenReaderUiTest : public QObject {
     QTRY_COMPARE(ui.text("btnPicking"), "Start Picking");
   }
 
-  void aPressDoesNotOvertakeAKey() {
+  void aPressIsHandledAfterTheKeyBeforeIt() {
     TestWindow ui;
     ui.openBox({{"C1", "A", 5}});
     ui.openKeypad();
-    // So soon after the key that it may still be held back.
+    // The press follows so soon that the key may still be held back.
     QTest::keyClick(&ui.window(), Qt::Key_4);
     pressByScreenReader(ui, "btnOK");
     QTRY_COMPARE(ui.text("tblItemsRow0/pickqty"), "4");
   }
 
-  void whatIsSaved() {
+  void theSavedLineIsANotification() {
     TestWindow ui;
     ui.openBox({{"C1", "A", 5}});
     ui.openKeypad();
@@ -190,7 +190,7 @@ class ScreenReaderUiTest : public QObject {
     compare(ui, {{"lblSaved", "notification|Saved 2 × A in box C1, 10:12:05"}});
   }
 
-  void theKeypad() {
+  void theKeypadIsAccessible() {
     TestWindow ui;
     ui.openBox({{"C1", "A", 5}});
     ui.openKeypad();
@@ -207,10 +207,10 @@ class ScreenReaderUiTest : public QObject {
                  {"lblCurrentQty", "label|0|Current"},
                  {"lblTotalQty", "label|0|Total"},
                  {"lblOrderQty", "label|5|Ordered"}});
-    everyOutletIsFoundByName(ui);
+    checkOutletNames(ui);
   }
 
-  void theOptionsAndTheSummary() {
+  void theOptionsAndTheSummaryAreAccessible() {
     TestWindow ui;
     ui.openBox({{"C1", "A", 5}});
     ui.touch("btnOptions");
@@ -231,10 +231,10 @@ class ScreenReaderUiTest : public QObject {
                  {"txtQtyDiff", "label|-5|Difference"},
                  {"tblPickingRow0",
                   "row|A, bA, Description of A, picked 0, ordered 5, difference -5"}});
-    everyOutletIsFoundByName(ui);
+    checkOutletNames(ui);
   }
 
-  void theHistory() {
+  void theHistoryIsAccessible() {
     TestWindow ui;
     ui.openBox({{"C1", "A", 5}});
     ui.openKeypad();
@@ -247,10 +247,10 @@ class ScreenReaderUiTest : public QObject {
                  {"tblHistoryOverviewRow0",
                   "row|Delivery 4711, synchronized No, start 02/03/2026 10:12, end 02/03/2026 "
                   "10:12"}});
-    everyOutletIsFoundByName(ui);
+    checkOutletNames(ui);
   }
 
-  void anAlert() {
+  void anAlertIsAccessible() {
     TestWindow ui;
     ui.enterPicking();
     ui.touch("btnClose");

@@ -12,7 +12,7 @@ namespace {
 const QString kClosePicking =
     QStringLiteral("Close Picking|Are you sure you want to leave picking?|OK|Cancel");
 
-bool isBare(const TestWindow &ui) {
+bool showsNoText(const TestWindow &ui) {
   const QList<QQuickItem *> items = ui.visibleItems();
   return std::none_of(items.begin(), items.end(), [](const QQuickItem *item) {
     return !item->property("text").toString().isEmpty();
@@ -21,19 +21,19 @@ bool isBare(const TestWindow &ui) {
 
 }  // namespace
 
-/// The start screen, and the ways from it and back to it.
+/// The start screen, and the navigation from it and back.
 class StartScreenUiTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void theProgramBeginsOnTheStartScreen() {
+  void theProgramOpensOnTheStartScreen() {
     const TestWindow ui;
     QCOMPARE(ui.text("btnSegueToSplitView"), "Picking");
     QCOMPARE(ui.text("btnSegueHistory"), "History");
     QTRY_COMPARE(ui.keyboard(), "btnSegueToSplitView");
   }
 
-  void itSaysWhichOrderServiceIsUsed() {
+  void showsWhichOrderServiceIsUsed() {
     const TestWindow ui;
     QCOMPARE(ui.text("lblServiceHost"), "Order service: " + ui.service.host());
     QVERIFY(!ui.shows("btnDemo"));
@@ -48,7 +48,7 @@ class StartScreenUiTest : public QObject {
     QVERIFY(ui.text("lblServiceHost").contains("--service-host"));
   }
 
-  void aTouchOnPickingLeadsToTheEmptyPickingScreen() {
+  void touchingPickingOpensAnEmptyPickingScreen() {
     TestWindow ui;
     ui.touch("btnSegueToSplitView");
     QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList("txtDeliveryNo"));
@@ -58,13 +58,13 @@ class StartScreenUiTest : public QObject {
     QVERIFY(!ui.shows("tblItemsRow0"));
   }
 
-  void spaceOnPickingLeadsThereToo() {
+  void spaceOnPickingOpensThePickingScreen() {
     TestWindow ui;
     ui.press(Qt::Key_Space);
     QTRY_VERIFY(ui.shows("masterViewController"));
   }
 
-  void returnOnPickingLeadsNowhere() {
+  void returnOnPickingDoesNothing() {
     TestWindow ui;
     ui.press(Qt::Key_Return);
     ui.press(Qt::Key_Enter);
@@ -72,7 +72,7 @@ class StartScreenUiTest : public QObject {
     QVERIFY(!ui.shows("splitViewController"));
   }
 
-  void aTouchOnHistoryLeadsToTheHistoryAndBackLeadsHome() {
+  void historyOpensTheHistoryAndBackReturnsToTheStartScreen() {
     TestWindow ui;
     ui.touch("btnSegueHistory");
     QTRY_VERIFY(ui.shows("HistoryViewController"));
@@ -83,7 +83,7 @@ class StartScreenUiTest : public QObject {
     QTRY_COMPARE(ui.keyboard(), "btnSegueToSplitView");
   }
 
-  void leavingThePickingAsksFirst() {
+  void leavingThePickingAsksForConfirmation() {
     TestWindow ui;
     ui.enterPicking();
     ui.touch("btnClose");
@@ -91,7 +91,7 @@ class StartScreenUiTest : public QObject {
     QVERIFY(ui.shows("masterViewController"));
   }
 
-  void cancelKeepsEverythingAsItWas() {
+  void cancelChangesNothing() {
     TestWindow ui;
     ui.enterPicking();
     ui.lookUp({{"C1", "A", 5}});
@@ -104,7 +104,7 @@ class StartScreenUiTest : public QObject {
     QVERIFY(ui.isEnabled("btnPicking"));
   }
 
-  void escapeIsCancel() {
+  void escapeCancels() {
     TestWindow ui;
     ui.enterPicking();
     ui.touch("btnClose");
@@ -115,7 +115,7 @@ class StartScreenUiTest : public QObject {
     QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList("txtDeliveryNo"));
   }
 
-  void returnAnswersNothing() {
+  void returnDoesNotAnswerAnAlert() {
     TestWindow ui;
     ui.enterPicking();
     ui.touch("btnClose");
@@ -125,7 +125,7 @@ class StartScreenUiTest : public QObject {
     QCOMPARE(ui.alerts(), QStringList(kClosePicking));
   }
 
-  void okLeadsHomeAndTheNextPickingStartsEmpty() {
+  void okReturnsToTheStartScreenAndTheNextPickingIsEmpty() {
     TestWindow ui;
     ui.enterPicking();
     ui.lookUp({{"C1", "A", 5}});
@@ -141,12 +141,12 @@ class StartScreenUiTest : public QObject {
     QVERIFY(!ui.isEnabled("btnPicking"));
   }
 
-  void theWindowIsNeverEmptyOnTheWay() {
+  void theWindowIsNeverEmptyDuringNavigation() {
     TestWindow ui;
     int frames = 0;
-    int bareFrames = 0;
+    int emptyFrames = 0;
     connect(&ui.window(), &QQuickWindow::frameSwapped, this,
-            [&] { (isBare(ui) ? bareFrames : frames) += 1; });
+            [&] { (showsNoText(ui) ? emptyFrames : frames) += 1; });
     ui.enterPicking();
     ui.touch("btnClose");
     ui.touch("alertButton1");
@@ -156,7 +156,7 @@ class StartScreenUiTest : public QObject {
     ui.touch("btnBack");
     QTRY_COMPARE(ui.keyboard(), "btnSegueToSplitView");
     QTRY_VERIFY(frames > 0);
-    QCOMPARE(bareFrames, 0);
+    QCOMPARE(emptyFrames, 0);
   }
 };
 

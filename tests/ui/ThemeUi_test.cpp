@@ -13,7 +13,7 @@
 
 namespace {
 
-/// What the Web Content Accessibility Guidelines ask for at level AA.
+/// The contrasts that the Web Content Accessibility Guidelines require at level AA.
 constexpr double kText = 4.5;
 constexpr double kGraphics = 3.0;
 
@@ -36,16 +36,16 @@ double contrast(const QColor &a, const QColor &b) {
   return std::max(ratio, 1 / ratio);
 }
 
-/// Inks on a ground, all with the same contrast to reach.
+/// Foreground colours on a background, all with the same required contrast.
 struct Pairs {
   QString ground;
   QStringList inks;
-  double atLeast;
+  double required;
 };
 
 QList<Pairs> everyPair() {
   return {
-      // What is written.
+      // Text.
       {"window", {"text", "textMuted", "ink.green", "ink.red"}, kText},
       {"surface", {"text", "textMuted", "accent", "ink.red", "ink.green", "ink.yellow"}, kText},
       {"surfaceShaded", {"text", "textMuted", "textDisabled", "ink.red", "ink.green"}, kText},
@@ -57,7 +57,7 @@ QList<Pairs> everyPair() {
       {"header", {"headerText"}, kText},
       {"accent", {"accentText"}, kText},
       {"ink.red", {"accentText"}, kText},
-      // What is drawn: edges, the focus ring, the progress.
+      // Graphics: edges, the focus ring, progress bars.
       {"window", {"accent", "fieldLine", "focus", "ink.red"}, kGraphics},
       {"surface", {"accent", "fieldLine", "focus", "ink.black"}, kGraphics},
       {"surfaceShaded", {"focus", "textMuted"}, kGraphics},
@@ -80,13 +80,13 @@ class ThemeUiTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void everyInkStandsOutFromItsGround_data() {
+  void everyColourHasEnoughContrastToItsBackground_data() {
     QTest::addColumn<DisplaySettings::Theme>("theme");
     QTest::newRow("light") << DisplaySettings::Theme::Light;
     QTest::newRow("dark") << DisplaySettings::Theme::Dark;
   }
 
-  void everyInkStandsOutFromItsGround() {
+  void everyColourHasEnoughContrastToItsBackground() {
     QFETCH(const DisplaySettings::Theme, theme);
     TestWindow ui;
     ui.environment.display->setTheme(theme);
@@ -97,7 +97,7 @@ class ThemeUiTest : public QObject {
       for (const QString &name : pairs.inks) {
         const QColor ink = themeColour(ui, name);
         QVERIFY2(ink.isValid(), qPrintable(name));
-        if (contrast(ink, ground) < pairs.atLeast) {
+        if (contrast(ink, ground) < pairs.required) {
           tooWeak.append(QStringLiteral("%1 on %2: %3")
                              .arg(name, pairs.ground)
                              .arg(contrast(ink, ground), 0, 'f', 2));
@@ -107,11 +107,11 @@ class ThemeUiTest : public QObject {
     QVERIFY2(tooWeak.isEmpty(), qPrintable(tooWeak.join(u'\n')));
   }
 
-  void aButtonOnTheBarStandsOutByItsGroundOrItsEdge_data() {
-    everyInkStandsOutFromItsGround_data();
+  void aButtonOnTheBarHasEnoughContrastByItsBackgroundOrEdge_data() {
+    everyColourHasEnoughContrastToItsBackground_data();
   }
 
-  void aButtonOnTheBarStandsOutByItsGroundOrItsEdge() {
+  void aButtonOnTheBarHasEnoughContrastByItsBackgroundOrEdge() {
     QFETCH(const DisplaySettings::Theme, theme);
     TestWindow ui;
     ui.environment.display->setTheme(theme);
@@ -120,12 +120,12 @@ class ThemeUiTest : public QObject {
                      contrast(themeColour(ui, "accent"), bar)) >= kGraphics);
   }
 
-  void blackOnWhiteHasTheGreatestContrast() {
+  void blackOnWhiteHasTheMaximumContrast() {
     QCOMPARE(contrast(Qt::black, Qt::white), 21.0);
     QCOMPARE(contrast(Qt::white, Qt::white), 1.0);
   }
 
-  void anotherThemeRepaintsTheRunningProgram() {
+  void changingTheThemeRepaintsTheRunningProgram() {
     TestWindow ui;
     ui.environment.display->setTheme(DisplaySettings::Theme::Light);
     const QColor before = cornerOf(ui);
@@ -138,7 +138,7 @@ class ThemeUiTest : public QObject {
     QTRY_COMPARE(cornerOf(ui), themeColour(ui, "window"));
   }
 
-  void theChoiceOutlivesTheProgram() {
+  void theChosenThemeAndTextSizeSurviveARestart() {
     TestWindow ui;
     ui.touch("btnDisplay");
     ui.touch("segmTheme2");

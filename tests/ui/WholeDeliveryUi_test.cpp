@@ -33,15 +33,15 @@ QString rowOf(const char *table, qsizetype row) {
   return QStringLiteral("%1Row%2").arg(table).arg(row);
 }
 
-/// The service of the whole run: it delivers the lines and accepts what was picked.
+/// Makes `service` deliver the lines and accept the picking.
 void answerAll(LoopbackService &service) {
   service.answerWith([](const LoopbackService::Request &request) {
     return LoopbackService::Answer::http(request.method == "POST" ? "\"0\"" : deliveryJson(kLines));
   });
 }
 
-/// Every line stands in the store as it was delivered and picked, and is marked as sent.
-void everyLineIsStored(TestWindow &ui) {
+/// Checks that every line is in the store as delivered and picked, and is marked as sent.
+void checkStore(TestWindow &ui) {
   const auto rows = ui.store().pickings("4711");
   QCOMPARE(rows->size(), static_cast<std::size_t>(kLines.size()));
   for (qsizetype i = 0; i < kLines.size(); ++i) {
@@ -55,8 +55,8 @@ void everyLineIsStored(TestWindow &ui) {
   }
 }
 
-/// The service was asked for the delivery once and was sent every line once.
-void everyLineIsSent(const LoopbackService &service) {
+/// Checks that the service received one lookup, and every line once.
+void checkRequests(const LoopbackService &service) {
   QCOMPARE(service.requests().size(), 2);
   QVERIFY(service.requests().first().target.endsWith("/getorderpercarton/4711"));
   const LoopbackService::Request &report = service.requests().last();
@@ -76,27 +76,27 @@ void everyLineIsSent(const LoopbackService &service) {
   QCOMPARE(QJsonDocument::fromJson(report.body).array(), expected);
 }
 
-/// The history lists the delivery, as sent.
-void theHistoryListsIt(const TestWindow &ui) {
+/// Checks that the history lists the delivery as sent.
+void checkHistory(const TestWindow &ui) {
   QTRY_COMPARE(ui.column("tblHistoryOverview", "deliveryNo"), QStringList("4711"));
   QCOMPARE(ui.column("tblHistoryOverview", "sent"), QStringList("Yes"));
 }
 
-/// The history's summary shows the totals of the delivery.
-void theSummaryShowsIt(const TestWindow &ui) {
+/// Checks that the history's summary shows the totals of the delivery.
+void checkSummary(const TestWindow &ui) {
   QTRY_COMPARE(ui.text("lblDelivery"), "Summary for Delivery: 4711");
   QCOMPARE(ui.texts({"txtQtyPicked", "txtQtyOrder", "txtQtyDiff"}),
            QStringList({"259", "259", "0"}));
   QCOMPARE(ui.item("tblPicking")->property("count").toInt(), kLines.size());
 }
 
-void isSaved(const TestWindow &ui, const TestLine &line) {
+void checkSaved(const TestWindow &ui, const TestLine &line) {
   QTRY_COMPARE(ui.text("lblSaved"), QStringLiteral("Saved %1 × %2 in box %3, 10:12:05")
                                         .arg(QString::number(line.qty), line.item, line.carton));
   QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList("txtBarcode"));
 }
 
-void allBoxesAreComplete(const TestWindow &ui) {
+void checkAllBoxesAreComplete(const TestWindow &ui) {
   QTRY_COMPARE(ui.texts({"lblBoxesTotalValue", "lblBoxesUnopenedValue", "lblBoxesCompletedValue",
                          "lblBoxesIncompleteValue"}),
                QStringList({"3", "0", "3", "0"}));
@@ -113,10 +113,10 @@ void confirmByKeys(TestWindow &ui, const TestLine &line) {
   QCOMPARE(ui.text("lblItemCode"), line.item);
   ui.type(QString::number(line.qty));
   ui.pressByKeys("btnOK", Qt::Key_Backtab);
-  isSaved(ui, line);
+  checkSaved(ui, line);
 }
 
-/// Types the box, and the item code or the barcode of every line.
+/// Picks `box` by typing its name, and item codes and barcodes in turn.
 void pickByCodes(TestWindow &ui, const QString &box) {
   ui.tabTo("txtBox", Qt::Key_Backtab);
   ui.press(Qt::Key_A, Qt::ControlModifier);
@@ -132,7 +132,7 @@ void pickByCodes(TestWindow &ui, const QString &box) {
   }
 }
 
-/// Finds the box and every line with the arrow keys.
+/// Picks `box`, which it selects like its lines with the arrow keys.
 void pickByArrows(TestWindow &ui, const QString &box) {
   ui.tabTo("tblBoxes", Qt::Key_Backtab);
   for (qsizetype row = 0; row < kBoxes.indexOf(box); ++row) {
@@ -158,7 +158,7 @@ QQuickItem *screenKeyboard(const TestWindow &ui) {
   return ui.item("onScreenKeyboard");
 }
 
-bool screenKeyboardIsUp(const TestWindow &ui) {
+bool isScreenKeyboardOpen(const TestWindow &ui) {
   return screenKeyboard(ui)->property("active").toBool();
 }
 
@@ -181,22 +181,22 @@ void touchKey(TestWindow &ui, const QString &text) {
 
 }  // namespace
 
-/// A delivery of twelve lines in three boxes, from the start screen to the history, in the hands of
-/// a user who has only keys and of one who has only a finger.
+/// Picks a delivery of twelve lines in three boxes, from the start screen to the history, by
+/// keyboard only and by touch only. Tests the on-screen keyboard as well.
 class WholeDeliveryUiTest : public QObject {
   Q_OBJECT
 
  public:
   static void beforeApplication() {
-    // Qt looks for input methods when the application is made.
+    // Qt loads input methods when the application object is created.
     qputenv("QT_IM_MODULE", "qtvirtualkeyboard");
     qputenv("QT_VIRTUALKEYBOARD_DESKTOP_DISABLE", "1");
-    // It does without a dictionary.
+    // The keyboard works without a dictionary, but warns about it.
     qputenv("QT_LOGGING_RULES", "qt.virtualkeyboard.hunspell=false");
   }
 
  private slots:
-  void byKeysAlone() {
+  void aDeliveryIsPickedByKeyboardOnly() {
     TestWindow ui;
     answerAll(ui.service);
     QTRY_COMPARE(ui.keyboard(), "btnSegueToSplitView");
@@ -211,7 +211,7 @@ class WholeDeliveryUiTest : public QObject {
     pickByCodes(ui, "C1");
     pickByArrows(ui, "C2");
     pickByCodes(ui, "C3");
-    allBoxesAreComplete(ui);
+    checkAllBoxesAreComplete(ui);
 
     ui.pressByKeys("btnOptions");
     QTRY_COMPARE(ui.focusStop(), "tableView");
@@ -221,17 +221,17 @@ class WholeDeliveryUiTest : public QObject {
     answerByKeys(ui, "Picking Completed?", 1);
     answerByKeys(ui, "Picking was sent", 0);
     QTRY_COMPARE(ui.alerts(), QStringList());
-    everyLineIsStored(ui);
-    everyLineIsSent(ui.service);
+    checkStore(ui);
+    checkRequests(ui.service);
 
     ui.pressByKeys("btnPicking");
     ui.pressByKeys("btnClose", Qt::Key_Backtab);
     answerByKeys(ui, "Close Picking", 0);
     QTRY_COMPARE(ui.keyboard(), "btnSegueToSplitView");
     ui.pressByKeys("btnSegueHistory");
-    theHistoryListsIt(ui);
+    checkHistory(ui);
     ui.pressByKeys("tblHistoryOverview");
-    theSummaryShowsIt(ui);
+    checkSummary(ui);
     QTRY_COMPARE(ui.keyboard(), "btnClose");
     ui.press(Qt::Key_Escape);
     QTRY_COMPARE(ui.focusStop(), "tblHistoryOverview");
@@ -239,7 +239,7 @@ class WholeDeliveryUiTest : public QObject {
     QTRY_COMPARE(ui.keyboard(), "btnSegueHistory");
   }
 
-  void byTouchAlone() {
+  void aDeliveryIsPickedByTouchOnly() {
     TestWindow ui({1280, 800}, true);
     answerAll(ui.service);
     ui.touch("btnSegueToSplitView");
@@ -260,10 +260,10 @@ class WholeDeliveryUiTest : public QObject {
         ui.touch(rowOf("tblItems", row));
         QTRY_COMPARE(ui.text("lblItemCode"), lines[row].item);
         ui.confirm(QString::number(lines[row].qty));
-        isSaved(ui, lines[row]);
+        checkSaved(ui, lines[row]);
       }
     }
-    allBoxesAreComplete(ui);
+    checkAllBoxesAreComplete(ui);
 
     ui.touch("btnOptions");
     ui.touch("tableViewRow2");
@@ -271,58 +271,58 @@ class WholeDeliveryUiTest : public QObject {
     QTRY_COMPARE(ui.text("alertTitle"), "Picking was sent");
     ui.touch("alertButton0");
     QTRY_COMPARE(ui.alerts(), QStringList());
-    everyLineIsStored(ui);
-    everyLineIsSent(ui.service);
+    checkStore(ui);
+    checkRequests(ui.service);
 
     ui.touch("btnPicking");
     ui.touch("btnClose");
     ui.touch("alertButton0");
     ui.touch("btnSegueHistory");
-    theHistoryListsIt(ui);
+    checkHistory(ui);
     ui.touch("tblHistoryOverviewRow0");
-    theSummaryShowsIt(ui);
+    checkSummary(ui);
     ui.touch("deliveryDetailsViewController/btnClose");
     QTRY_VERIFY(!ui.shows("lblDelivery"));
     ui.touch("btnBack");
     QTRY_VERIFY(ui.shows("btnSegueToSplitView"));
   }
 
-  void theScreenKeyboardComesOnlyWhenAFieldIsTouched() {
+  void theScreenKeyboardOpensOnlyWhenAFieldIsTouched() {
     TestWindow ui({1280, 800}, true);
     ui.enterPicking();
-    QVERIFY(!screenKeyboardIsUp(ui));
+    QVERIFY(!isScreenKeyboardOpen(ui));
     ui.touch("txtDeliveryNo");
-    QTRY_VERIFY(screenKeyboardIsUp(ui));
+    QTRY_VERIFY(isScreenKeyboardOpen(ui));
   }
 
-  void theScreenKeyboardGoesWhenTheDeliveryIsLookedUp() {
+  void theScreenKeyboardClosesAfterALookup() {
     TestWindow ui({1280, 800}, true);
     ui.enterPicking();
     ui.lookUp(kLines);
-    QTRY_VERIFY(!screenKeyboardIsUp(ui));
+    QTRY_VERIFY(!isScreenKeyboardOpen(ui));
   }
 
-  void theScreenKeyboardGoesWhenAnAlertComes() {
+  void theScreenKeyboardClosesWhenAnAlertOpens() {
     TestWindow ui({1280, 800}, true);
     ui.enterPicking();
     ui.touch("txtDeliveryNo");
-    QTRY_VERIFY(screenKeyboardIsUp(ui));
+    QTRY_VERIFY(isScreenKeyboardOpen(ui));
     ui.touch("btnSearch");
     QTRY_COMPARE(ui.text("alertTitle"), "Please fill in data first");
-    QTRY_VERIFY(!screenKeyboardIsUp(ui));
+    QTRY_VERIFY(!isScreenKeyboardOpen(ui));
     ui.touch("alertButton0");
     QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList("txtDeliveryNo"));
-    QVERIFY(!screenKeyboardIsUp(ui));
+    QVERIFY(!isScreenKeyboardOpen(ui));
   }
 
-  void theScreenKeyboardDoesNotCoverTheFieldThatItServes_data() {
+  void theScreenKeyboardDoesNotCoverItsField_data() {
     QTest::addColumn<QString>("field");
     for (const char *field : {"txtDeliveryNo", "txtBox", "txtBarcode"}) {
       QTest::newRow(field) << field;
     }
   }
 
-  void theScreenKeyboardDoesNotCoverTheFieldThatItServes() {
+  void theScreenKeyboardDoesNotCoverItsField() {
     QFETCH(const QString, field);
     TestWindow ui({1024, 768}, true);
     if (field == "txtDeliveryNo") {
@@ -331,7 +331,7 @@ class WholeDeliveryUiTest : public QObject {
       ui.startPicking(kLines);
     }
     ui.touch(field);
-    QTRY_VERIFY(screenKeyboardIsUp(ui));
+    QTRY_VERIFY(isScreenKeyboardOpen(ui));
     ui.settle();
     const QRectF keyboard = TestWindow::visiblePart(screenKeyboard(ui));
     const QRectF place = TestWindow::visiblePart(ui.item(field));
@@ -341,40 +341,40 @@ class WholeDeliveryUiTest : public QObject {
     QVERIFY(place.bottom() < keyboard.top());
   }
 
-  void theScreenKeyboardStaysAwayFromTheScanFieldAfterAQuantity() {
+  void theScreenKeyboardStaysClosedAfterAQuantity() {
     TestWindow ui({1280, 800}, true);
     ui.openBox(kLines);
-    QVERIFY(!screenKeyboardIsUp(ui));
+    QVERIFY(!isScreenKeyboardOpen(ui));
     ui.scan("85123A");
     QTRY_COMPARE(ui.keyboard(), "txtNewQty");
-    QVERIFY(!screenKeyboardIsUp(ui));
+    QVERIFY(!isScreenKeyboardOpen(ui));
     ui.confirm("6");
-    isSaved(ui, kLines.first());
+    checkSaved(ui, kLines.first());
     ui.settle();
-    QVERIFY(!screenKeyboardIsUp(ui));
+    QVERIFY(!isScreenKeyboardOpen(ui));
   }
 
-  void theScreenKeyboardStaysAwayFromTheScanFieldEvenIfItWasThereBefore() {
+  void theScreenKeyboardDoesNotReopenAfterAQuantity() {
     TestWindow ui({1280, 800}, true);
     ui.openBox(kLines);
     ui.touch("txtBarcode");
-    QTRY_VERIFY(screenKeyboardIsUp(ui));
+    QTRY_VERIFY(isScreenKeyboardOpen(ui));
     ui.scan("85123A");
     QTRY_COMPARE(ui.keyboard(), "txtNewQty");
-    QTRY_VERIFY(!screenKeyboardIsUp(ui));
+    QTRY_VERIFY(!isScreenKeyboardOpen(ui));
     ui.confirm("6");
-    isSaved(ui, kLines.first());
+    checkSaved(ui, kLines.first());
     ui.settle();
-    QVERIFY(!screenKeyboardIsUp(ui));
+    QVERIFY(!isScreenKeyboardOpen(ui));
   }
 
-  void theScreenKeyboardNeverComesForTheQuantity() {
+  void theScreenKeyboardDoesNotOpenForTheQuantity() {
     TestWindow ui({1280, 800}, true);
     ui.openBox(kLines);
     ui.openKeypad();
     ui.touch("txtNewQty");
     ui.settle();
-    QVERIFY(!screenKeyboardIsUp(ui));
+    QVERIFY(!isScreenKeyboardOpen(ui));
     QCOMPARE(ui.fieldsWithKeyboard(), QStringList("txtNewQty"));
   }
 };
