@@ -18,7 +18,7 @@ class ActivityIndicatorTest : public QObject {
     QVERIFY(!indicator.isAnimating());
   }
 
-  void twoStartsAreEndedByOneStop() {
+  void oneStopEndsTwoStarts() {
     ActivityIndicator indicator("activityIndicator", nullptr);
     const QSignalSpy changed(&indicator, &ActivityIndicator::changed);
     indicator.startAnimating();

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Remembers every answer as "title:button".
+/// Records every answer as "title:button".
 class Listener : public QObject, public AlertViewDelegate {
  public:
   void clickedButtonAtIndex(const AlertView &alert, int buttonIndex) override {
@@ -35,7 +35,7 @@ class AlertStackTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void alertsStandInTheOrderInWhichTheyWereShown() {
+  void alertsAreInTheOrderInWhichTheyWereShown() {
     AlertStack stack;
     const QAbstractItemModelTester tester(&stack);
     const QSignalSpy countChanged(&stack, &AlertStack::countChanged);
@@ -48,7 +48,7 @@ class AlertStackTest : public QObject {
     QCOMPARE(stack.data(stack.index(1), AlertStack::TitleRole), "second");
   }
 
-  void aScreenReadsWhatAnAlertSays() {
+  void theModelHasRolesForTheContentsOfAnAlert() {
     AlertStack stack;
     stack.show({.title = QStringLiteral("Close Picking"),
                 .message = QStringLiteral("Are you sure?"),
@@ -63,7 +63,7 @@ class AlertStackTest : public QObject {
     QVERIFY(!alert.data(Qt::DisplayRole).isValid());
   }
 
-  void anAlertHasTheButtonOkWhichEscapeStandsFor() {
+  void byDefaultAnAlertHasAnOkButtonThatIsItsCancelButton() {
     AlertStack stack;
     stack.show({.title = QStringLiteral("No order found")});
     QCOMPARE(stack.data(stack.index(0), AlertStack::ButtonsRole).toStringList(),
@@ -71,7 +71,7 @@ class AlertStackTest : public QObject {
     QCOMPARE(stack.data(stack.index(0), AlertStack::CancelButtonRole), 0);
   }
 
-  void alertsAreAnsweredInAnyOrder() {
+  void alertsCanBeAnsweredInAnyOrder() {
     AlertStack stack;
     const QAbstractItemModelTester tester(&stack);
     Listener listener;
@@ -87,7 +87,7 @@ class AlertStackTest : public QObject {
     QCOMPARE(listener.answers().join(u' '), "b:1 a:0 c:1");
   }
 
-  void whatDoesNotExistCannotBeAnswered() {
+  void answersToMissingAlertsOrButtonsAreIgnored() {
     AlertStack stack;
     Listener listener;
     stack.show(question(QStringLiteral("a"), &listener));
@@ -99,7 +99,7 @@ class AlertStackTest : public QObject {
     QVERIFY(listener.answers().isEmpty());
   }
 
-  void anActionLearnsTheButton() {
+  void anActionReceivesTheButton() {
     AlertStack stack;
     QList<int> buttons;
     stack.show({.buttons = {QStringLiteral("OK"), QStringLiteral("Cancel")},
@@ -108,7 +108,7 @@ class AlertStackTest : public QObject {
     QCOMPARE(buttons, QList({1}));
   }
 
-  void anAlertIsGoneBeforeItsAnswerIsActedUpon() {
+  void anAlertIsRemovedBeforeItsActionRuns() {
     AlertStack stack;
     int countInAction = -1;
     stack.show({.action = [&](int /*button*/) {
@@ -121,7 +121,7 @@ class AlertStackTest : public QObject {
     QCOMPARE(stack.alerts().front().title, "next");
   }
 
-  void anAnswerToADelegateThatIsGoneIsTaken() {
+  void anAlertCanBeAnsweredAfterItsDelegateIsDestroyed() {
     AlertStack stack;
     auto listener = std::make_unique<Listener>();
     stack.show(question(QStringLiteral("a"), listener.get()));

@@ -9,7 +9,7 @@ class BusyStateTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void nothingIsUnderWayAtFirst() {
+  void isInactiveAtFirst() {
     const BusyState busy;
     QVERIFY(!busy.isActive());
     QVERIFY(busy.progress() < 0);
@@ -32,7 +32,7 @@ class BusyStateTest : public QObject {
     QCOMPARE(changed.size(), 3);
   }
 
-  void newWorkStartsWithoutTheProgressOfTheOld() {
+  void newWorkStartsWithoutTheProgressOfThePreviousOne() {
     BusyState busy;
     busy.begin(QStringLiteral("first"));
     busy.setProgress(QStringLiteral("half"), 0.5);

@@ -9,7 +9,7 @@ class ButtonTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void aNewButtonIsBlueAndCanBeTouched() {
+  void aNewButtonIsBlueAndEnabled() {
     const Button button("btnPicking", nullptr);
     QCOMPARE(button.objectName(), "btnPicking");
     QCOMPARE(button.titleColorName(), "blue");
@@ -17,7 +17,7 @@ class ButtonTest : public QObject {
     QCOMPARE(button.borderWidth(), 0.0);
   }
 
-  void aChangeIsAnnounced() {
+  void changesAreSignalled() {
     Button button("btnPicking", nullptr);
     const QSignalSpy changed(&button, &Button::changed);
     button.setTitle(QStringLiteral("Stop Picking"));
@@ -34,7 +34,7 @@ class ButtonTest : public QObject {
     QCOMPARE(button.property("borderWidth"), 1.0);
   }
 
-  void whatStaysAsItIsIsNotAnnounced() {
+  void settingTheSameValueIsNotSignalled() {
     Button button("btnPicking", nullptr);
     const QSignalSpy changed(&button, &Button::changed);
     button.setTitle({});

@@ -8,14 +8,14 @@ class CellLabelTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void aScreenReadsItsTextAndTheNameOfItsColour() {
+  void qmlReadsTheTextAndTheColourName() {
     const CellLabel label{QStringLiteral("-4"), Colour::red};
     const QMetaObject &type = CellLabel::staticMetaObject;
     QCOMPARE(type.property(type.indexOfProperty("text")).readOnGadget(&label), "-4");
     QCOMPARE(type.property(type.indexOfProperty("textColor")).readOnGadget(&label), "red");
   }
 
-  void aLabelOfNothingIsEmptyAndBlack() {
+  void aDefaultLabelIsEmptyAndBlack() {
     const CellLabel label;
     QCOMPARE(label.text, QString());
     QCOMPARE(label.textColorName(), "black");

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Lets at most two characters be put in place of others.
+/// Accepts texts of at most two characters.
 class AtMostTwo : public QObject, public TextFieldDelegate {
  public:
   bool textFieldShouldReturn(TextField & /*field*/) override { return true; }
@@ -27,7 +27,7 @@ class EditValidatorTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void anythingGoesWithoutAnOutlet() {
+  void everyTextIsAcceptableWithoutAnOutlet() {
     const EditValidator validator;
     QCOMPARE(stateOf(validator, QStringLiteral("anything")), QValidator::Acceptable);
   }
@@ -44,7 +44,7 @@ class EditValidatorTest : public QObject {
     QCOMPARE(stateOf(validator, QString()), QValidator::Acceptable);
   }
 
-  void theSelectionBeforeTheEditCounts() {
+  void theSelectionBeforeTheEditIsUsed() {
     class OnlyWholeText : public AtMostTwo {
      public:
       bool shouldChangeCharactersInRange(const TextField &field, qsizetype /*location*/,

@@ -9,7 +9,7 @@ class LabelTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void aNewLabelIsEmptyBlackAndShown() {
+  void aNewLabelIsEmptyBlackAndVisible() {
     const Label label("lblBrand", nullptr);
     QCOMPARE(label.objectName(), "lblBrand");
     QCOMPARE(label.text(), QString());
@@ -17,7 +17,7 @@ class LabelTest : public QObject {
     QVERIFY(!label.isHidden());
   }
 
-  void aChangeIsAnnounced() {
+  void changesAreSignalled() {
     Label label("lblBrand", nullptr);
     const QSignalSpy changed(&label, &Label::changed);
     label.setText(QStringLiteral("Brand: Hearth"));
@@ -31,7 +31,7 @@ class LabelTest : public QObject {
     QCOMPARE(label.property("hidden"), true);
   }
 
-  void whatStaysAsItIsIsNotAnnounced() {
+  void settingTheSameValueIsNotSignalled() {
     Label label("lblBrand", nullptr);
     label.setText(QStringLiteral("7"));
     const QSignalSpy changed(&label, &Label::changed);

@@ -9,7 +9,7 @@ class NavigationControllerTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void theTopScreenIsItsChild() {
+  void theTopScreenIsAChild() {
     TestEnvironment test;
     auto *top = new ViewController(QStringLiteral("master"), test.environment);
     const NavigationController navigation(top, test.environment, nullptr);

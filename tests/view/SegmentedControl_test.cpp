@@ -9,7 +9,7 @@ class SegmentedControlTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void aTouchSelectsAndSaysSo() {
+  void aTouchSelectsASegmentAndSignalsIt() {
     SegmentedControl control("segmentedControl", nullptr);
     const QSignalSpy valueChanged(&control, &SegmentedControl::valueChanged);
     control.touchSegment(2);
@@ -17,14 +17,14 @@ class SegmentedControlTest : public QObject {
     QCOMPARE(valueChanged.size(), 1);
   }
 
-  void aTouchOnTheSelectedSegmentIsNoChange() {
+  void touchingTheSelectedSegmentChangesNothing() {
     SegmentedControl control("segmentedControl", nullptr);
     const QSignalSpy valueChanged(&control, &SegmentedControl::valueChanged);
     control.touchSegment(0);
     QCOMPARE(valueChanged.size(), 0);
   }
 
-  void aSelectionByTheProgramIsDrawnButIsNoTouch() {
+  void aSelectionByTheProgramIsNotSignalledAsATouch() {
     SegmentedControl control("segmentedControl", nullptr);
     const QSignalSpy changed(&control, &SegmentedControl::changed);
     const QSignalSpy valueChanged(&control, &SegmentedControl::valueChanged);
@@ -34,7 +34,7 @@ class SegmentedControlTest : public QObject {
     QCOMPARE(valueChanged.size(), 0);
   }
 
-  void theTitlesAreShown() {
+  void settingTheTitlesIsSignalled() {
     SegmentedControl control("segmentedControl", nullptr);
     const QSignalSpy changed(&control, &SegmentedControl::changed);
     const QStringList titles{QStringLiteral("All"), QStringLiteral("Not picked")};

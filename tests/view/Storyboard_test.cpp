@@ -21,7 +21,7 @@ class StoryboardTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void aSceneIsMadeAnewForItsOwnerEachTime() {
+  void everyInstantiationCreatesANewControllerForItsOwner() {
     TestEnvironment test;
     Storyboard storyboard;
     storyboard.addScene(QStringLiteral("history"), sceneOf(QStringLiteral("history")));
@@ -36,28 +36,28 @@ class StoryboardTest : public QObject {
     QCOMPARE(first->parent(), &owner);
   }
 
-  void anUnknownSceneIsNothing() {
+  void anUnknownSceneGivesNoController() {
     TestEnvironment test;
     const Storyboard storyboard;
     QCOMPARE(storyboard.instantiateViewController(QStringLiteral("x"), test.environment, nullptr),
              nullptr);
   }
 
-  void aSegueLeadsToItsScene() {
+  void aSegueHasItsDestinationScene() {
     Storyboard storyboard;
     storyboard.addSegue(QStringLiteral("segueHistory"), QStringLiteral("history"));
     QCOMPARE(storyboard.destinationOfSegue(QStringLiteral("segueHistory")), "history");
     QVERIFY(!storyboard.isReturnSegue(QStringLiteral("segueHistory")));
   }
 
-  void aReturnSegueLeadsToNoNewScene() {
+  void aReturnSegueHasNoDestinationScene() {
     Storyboard storyboard;
     storyboard.addReturnSegue(QStringLiteral("back"));
     QVERIFY(storyboard.isReturnSegue(QStringLiteral("back")));
     QCOMPARE(storyboard.destinationOfSegue(QStringLiteral("back")), QString());
   }
 
-  void anUnknownSegueLeadsNowhere() {
+  void anUnknownSegueHasNoDestination() {
     const Storyboard storyboard;
     QVERIFY(!storyboard.isReturnSegue(QStringLiteral("x")));
     QCOMPARE(storyboard.destinationOfSegue(QStringLiteral("x")), QString());

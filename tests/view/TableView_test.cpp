@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Shows numbers and remembers what it was asked.
+/// Provides numbers as cells, and records the rows that were requested or touched.
 class Numbers : public QObject, public TableViewDataSource {
  public:
   explicit Numbers(int count) : m_count(count) {}
@@ -19,7 +19,7 @@ class Numbers : public QObject, public TableViewDataSource {
     return m_count;
   }
   QVariant cellForRowAtIndexPath(const TableView & /*table*/, int row) override {
-    m_asked.append(row);
+    m_requested.append(row);
     return row * 10;
   }
   QVariant viewForHeaderInSection(const TableView & /*table*/, int /*section*/) override {
@@ -32,12 +32,12 @@ class Numbers : public QObject, public TableViewDataSource {
   void didSelectRowAtIndexPath(TableView & /*table*/, int row) override { m_touched.append(row); }
 
   void setCount(int count) { m_count = count; }
-  [[nodiscard]] const QList<int> &asked() const { return m_asked; }
+  [[nodiscard]] const QList<int> &requested() const { return m_requested; }
   [[nodiscard]] const QList<int> &touched() const { return m_touched; }
 
  private:
   int m_count;
-  QList<int> m_asked;
+  QList<int> m_requested;
   QList<int> m_touched;
 };
 
@@ -73,7 +73,7 @@ class TableViewTest : public QObject {
     QCOMPARE(table.headerHeight(), 0.0);
   }
 
-  void theRowCountIsThatOfTheLastReload() {
+  void theRowCountIsUpdatedByAReload() {
     NumbersTable shown(3);
     shown.numbers.setCount(5);
     QCOMPARE(shown.table.rowCount(), 3);
@@ -82,7 +82,7 @@ class TableViewTest : public QObject {
     QCOMPARE(shown.table.rowCount(), 5);
   }
 
-  void aReloadAddsAndRemovesRowsAtTheEndAndRedrawsAll() {
+  void aReloadAddsAndRemovesRowsAtTheEndAndRedrawsAllRows() {
     NumbersTable shown(3);
     const QSignalSpy reset(&shown.table, &TableView::modelReset);
     const QSignalSpy redrawn(&shown.table, &TableView::dataChanged);
@@ -100,7 +100,7 @@ class TableViewTest : public QObject {
     QCOMPARE(reset.size(), 0);
   }
 
-  void reloadsThatFollowEachOtherRedrawOnce() {
+  void consecutiveReloadsRedrawOnce() {
     NumbersTable shown(3);
     QCoreApplication::processEvents();
     const QSignalSpy redrawn(&shown.table, &TableView::dataChanged);
@@ -111,7 +111,7 @@ class TableViewTest : public QObject {
     QCOMPARE(redrawn.size(), 1);
   }
 
-  void aReloadToNothingLeavesNoRow() {
+  void aReloadWithoutRowsEmptiesTheTable() {
     NumbersTable shown(3);
     shown.numbers.setCount(0);
     shown.table.reloadData();
@@ -119,25 +119,25 @@ class TableViewTest : public QObject {
     QVERIFY(!cellAt(shown.table, 0).isValid());
   }
 
-  void aCellIsAskedForOnlyWhenItIsNeeded() {
+  void cellsAreRequestedOnlyWhenNeeded() {
     Numbers numbers(1'000'000);
     TableView table("tblNumbers", nullptr);
     table.setDataSource(&numbers);
     table.reloadData();
-    QVERIFY(numbers.asked().isEmpty());
+    QVERIFY(numbers.requested().isEmpty());
     QCOMPARE(cellAt(table, 7), 70);
     QCOMPARE(cellAt(table, 7), 70);
-    QCOMPARE(numbers.asked(), QList({7, 7}));
+    QCOMPARE(numbers.requested(), QList({7, 7}));
   }
 
-  void aRowThatDoesNotExistHasNoCell() {
+  void aMissingRowHasNoCell() {
     const NumbersTable shown(3);
     QVERIFY(!cellAt(shown.table, 3).isValid());
     QVERIFY(!cellAt(shown.table, -1).isValid());
     QVERIFY(!shown.table.data(shown.table.index(0), Qt::DisplayRole).isValid());
   }
 
-  void headerAndHeightsAreTheDataSources() {
+  void headerAndHeightsComeFromTheDataSource() {
     const NumbersTable shown(3);
     QCOMPARE(shown.table.header(), "Numbers");
     QCOMPARE(shown.table.rowHeight(), 56.0);
@@ -153,7 +153,7 @@ class TableViewTest : public QObject {
     QCOMPARE(selectionChanged.size(), 1);
   }
 
-  void aTouchOnADisabledTableDoesNothing() {
+  void touchingADisabledTableDoesNothing() {
     NumbersTable shown(3);
     shown.table.setEnabled(false);
     shown.table.touchRow(2);
@@ -164,7 +164,7 @@ class TableViewTest : public QObject {
     QCOMPARE(shown.numbers.touched(), QList({2}));
   }
 
-  void aTouchOnARowThatDoesNotExistDoesNothing() {
+  void touchingAMissingRowDoesNothing() {
     NumbersTable shown(3);
     shown.table.touchRow(3);
     shown.table.touchRow(-1);
@@ -172,7 +172,7 @@ class TableViewTest : public QObject {
     QVERIFY(shown.numbers.touched().isEmpty());
   }
 
-  void aRowIsSelectedAndScrolledTo() {
+  void selectingARowScrollsToIt() {
     NumbersTable shown(3);
     const QSignalSpy scrolled(&shown.table, &TableView::scrolledToRow);
     shown.table.selectRow(1);
@@ -182,7 +182,7 @@ class TableViewTest : public QObject {
     QVERIFY(shown.numbers.touched().isEmpty());
   }
 
-  void selectingARowThatDoesNotExistSelectsNothing() {
+  void selectingAMissingRowDoesNothing() {
     NumbersTable shown(3);
     const QSignalSpy scrolled(&shown.table, &TableView::scrolledToRow);
     shown.table.selectRow(3);
@@ -191,7 +191,7 @@ class TableViewTest : public QObject {
     QCOMPARE(scrolled.size(), 0);
   }
 
-  void aRowIsPainted() {
+  void anExistingRowCanBePainted() {
     NumbersTable shown(3);
     QCOMPARE(shown.table.paintedRow(), -1);
     shown.table.setCellBackground(1, Colour::yellow);
@@ -202,7 +202,7 @@ class TableViewTest : public QObject {
     QCOMPARE(shown.table.paintedColour(), Colour::yellow);
   }
 
-  void selectionAndPaintAreGoneAfterAReload() {
+  void aReloadClearsTheSelectionAndThePaintedRow() {
     NumbersTable shown(3);
     shown.table.selectRow(1);
     shown.table.setCellBackground(2, Colour::yellow);
@@ -213,14 +213,14 @@ class TableViewTest : public QObject {
     QVERIFY(!selectionChanged.isEmpty());
   }
 
-  void aTableScrollsToItsTop() {
+  void aTableCanScrollToItsTop() {
     NumbersTable shown(3);
     const QSignalSpy scrolled(&shown.table, &TableView::scrolledToTop);
     shown.table.scrollToTop();
     QCOMPARE(scrolled.size(), 1);
   }
 
-  void enablingIsAnnouncedOnce() {
+  void aChangeOfEnabledIsSignalledOnce() {
     NumbersTable shown(3);
     const QSignalSpy changed(&shown.table, &TableView::changed);
     shown.table.setEnabled(false);
@@ -242,7 +242,7 @@ class TableViewTest : public QObject {
     QCOMPARE(table.rowCount(), 0);
   }
 
-  void aTableCannotBeEdited() {
+  void byDefaultATableCannotBeEdited() {
     NumbersTable shown(3);
     QVERIFY(!shown.numbers.canEditRowAtIndexPath(shown.table, 0));
     QCOMPARE(shown.numbers.editingStyleForRowAtIndexPath(shown.table, 0),

@@ -9,8 +9,8 @@
 
 namespace {
 
-/// Remembers the last edit that it was asked about, and refuses all of them or none.
-class Judge : public QObject, public TextFieldDelegate {
+/// Records the last edit, and accepts or refuses all edits.
+class RecordingDelegate : public QObject, public TextFieldDelegate {
  public:
   bool textFieldShouldReturn(TextField &field) override {
     m_returned.append(field.text());
@@ -24,7 +24,7 @@ class Judge : public QObject, public TextFieldDelegate {
   }
 
   void setAccepts(bool accepts) { m_accepts = accepts; }
-  /// "location+length:replacement"; empty if it was never asked.
+  /// "location+length:replacement"; empty before the first edit.
   [[nodiscard]] QString edit() const { return m_edit; }
   [[nodiscard]] const QStringList &returned() const { return m_returned; }
 
@@ -50,30 +50,30 @@ class TextFieldTest : public QObject {
                                      << "1" << 0 << 0 << "0+0:1";
     QTest::newRow("appended") << "12"
                               << "123" << 2 << 2 << "2+0:3";
-    QTest::newRow("inserted in front") << "12"
-                                       << "312" << 0 << 0 << "0+0:3";
-    QTest::newRow("inserted between") << "12"
-                                      << "132" << 1 << 1 << "1+0:3";
+    QTest::newRow("inserted at the start") << "12"
+                                           << "312" << 0 << 0 << "0+0:3";
+    QTest::newRow("inserted in the middle") << "12"
+                                            << "132" << 1 << 1 << "1+0:3";
     QTest::newRow("pasted") << "12"
                             << "1abc2" << 1 << 1 << "1+0:abc";
     QTest::newRow("backspace") << "123"
                                << "12" << 3 << 3 << "2+1:";
-    QTest::newRow("delete in front") << "123"
-                                     << "23" << 0 << 0 << "0+1:";
+    QTest::newRow("deleted at the start") << "123"
+                                          << "23" << 0 << 0 << "0+1:";
     QTest::newRow("deleted all") << "123"
                                  << "" << 0 << 3 << "0+3:";
     QTest::newRow("deleted selection") << "1234"
                                        << "14" << 1 << 3 << "1+2:";
     QTest::newRow("selection replaced") << "1234"
                                         << "1ab4" << 1 << 3 << "1+2:ab";
-    QTest::newRow("all replaced by other") << "12"
-                                           << "9" << 0 << 2 << "0+2:9";
-    QTest::newRow("all replaced by its own beginning") << "12"
-                                                       << "1" << 0 << 2 << "0+2:1";
-    QTest::newRow("all replaced by its own end") << "12"
-                                                 << "2" << 0 << 2 << "0+2:2";
-    QTest::newRow("selection replaced by something longer") << "12"
-                                                            << "1xyz" << 1 << 2 << "1+1:xyz";
+    QTest::newRow("all replaced by another text") << "12"
+                                                  << "9" << 0 << 2 << "0+2:9";
+    QTest::newRow("all replaced by its first character") << "12"
+                                                         << "1" << 0 << 2 << "0+2:1";
+    QTest::newRow("all replaced by its last character") << "12"
+                                                        << "2" << 0 << 2 << "0+2:2";
+    QTest::newRow("selection replaced by a longer text") << "12"
+                                                         << "1xyz" << 1 << 2 << "1+1:xyz";
     QTest::newRow("pasted over all") << "12"
                                      << "1234" << 0 << 2 << "0+2:1234";
     QTest::newRow("edit away from the selection") << "123"
@@ -87,47 +87,47 @@ class TextFieldTest : public QObject {
     QFETCH(const int, selectionStart);
     QFETCH(const int, selectionEnd);
     QFETCH(const QString, edit);
-    Judge judge;
+    RecordingDelegate delegate;
     TextField field("txtNewQty", nullptr);
-    field.setDelegate(&judge);
+    field.setDelegate(&delegate);
     field.setText(before);
     QVERIFY(field.acceptsEdit(after, selectionStart, selectionEnd));
-    QCOMPARE(judge.edit(), edit);
-    judge.setAccepts(false);
+    QCOMPARE(delegate.edit(), edit);
+    delegate.setAccepts(false);
     QVERIFY(!field.acceptsEdit(after, selectionStart, selectionEnd));
   }
 
-  void aTextThatStaysIsNotAskedAbout() {
-    Judge judge;
-    judge.setAccepts(false);
+  void theDelegateIsNotAskedAboutAnUnchangedText() {
+    RecordingDelegate delegate;
+    delegate.setAccepts(false);
     TextField field("txtNewQty", nullptr);
-    field.setDelegate(&judge);
+    field.setDelegate(&delegate);
     field.setText(QStringLiteral("12"));
     QVERIFY(field.acceptsEdit(QStringLiteral("12"), 0, 0));
-    QCOMPARE(judge.edit(), QString());
+    QCOMPARE(delegate.edit(), QString());
   }
 
-  void aSelectionBeyondTheTextDoesNotCount() {
-    Judge judge;
+  void aSelectionBeyondTheTextIsIgnored() {
+    RecordingDelegate delegate;
     TextField field("txtNewQty", nullptr);
-    field.setDelegate(&judge);
+    field.setDelegate(&delegate);
     field.setText(QStringLiteral("12"));
     QVERIFY(field.acceptsEdit(QStringLiteral("1"), 1, 5));
-    QCOMPARE(judge.edit(), "1+1:");
+    QCOMPARE(delegate.edit(), "1+1:");
   }
 
   void aFieldWithoutADelegateAcceptsEverything() {
-    auto judge = std::make_unique<Judge>();
-    judge->setAccepts(false);
+    auto delegate = std::make_unique<RecordingDelegate>();
+    delegate->setAccepts(false);
     TextField field("txtNewQty", nullptr);
     QVERIFY(field.acceptsEdit(QStringLiteral("1"), 0, 0));
-    field.setDelegate(judge.get());
+    field.setDelegate(delegate.get());
     QVERIFY(!field.acceptsEdit(QStringLiteral("1"), 0, 0));
-    judge.reset();
+    delegate.reset();
     QVERIFY(field.acceptsEdit(QStringLiteral("1"), 0, 0));
   }
 
-  void anEditChangesTheTextAndSaysSo() {
+  void anEditChangesTheTextAndSignalsIt() {
     TextField field("txtBox", nullptr);
     const QSignalSpy changed(&field, &TextField::changed);
     const QSignalSpy edited(&field, &TextField::editingChanged);
@@ -137,7 +137,7 @@ class TextFieldTest : public QObject {
     QCOMPARE(edited.size(), 1);
   }
 
-  void aTextSetByTheProgramIsNoEdit() {
+  void settingTheTextIsNotAnEdit() {
     TextField field("txtBox", nullptr);
     const QSignalSpy edited(&field, &TextField::editingChanged);
     field.setText(QStringLiteral("C1"));
@@ -146,16 +146,16 @@ class TextFieldTest : public QObject {
   }
 
   void theReturnKeyGoesToTheDelegate() {
-    Judge judge;
+    RecordingDelegate delegate;
     TextField field("txtBox", nullptr);
     field.pressReturn();
-    field.setDelegate(&judge);
+    field.setDelegate(&delegate);
     field.setText(QStringLiteral("C1"));
     field.pressReturn();
-    QCOMPARE(judge.returned(), QStringList(QStringLiteral("C1")));
+    QCOMPARE(delegate.returned(), QStringList(QStringLiteral("C1")));
   }
 
-  void theKeyboardIsAskedForAndGivenAway() {
+  void theKeyboardIsRequestedAndResigned() {
     TextField field("txtBox", nullptr);
     const QSignalSpy requested(&field, &TextField::keyboardRequested);
     const QSignalSpy resigned(&field, &TextField::keyboardResigned);
@@ -167,7 +167,7 @@ class TextFieldTest : public QObject {
     QCOMPARE(resigned.size(), 1);
   }
 
-  void askingAgainForTheKeyboardIsPassedOn() {
+  void aRepeatedKeyboardRequestIsSignalledAgain() {
     TextField field("txtBox", nullptr);
     const QSignalSpy requested(&field, &TextField::keyboardRequested);
     field.becomeFirstResponder();
@@ -175,7 +175,7 @@ class TextFieldTest : public QObject {
     QCOMPARE(requested.size(), 2);
   }
 
-  void theScreenTellsWhereTheKeyboardWent() {
+  void theScreenSetsTheFirstResponder() {
     TextField field("txtBox", nullptr);
     const QSignalSpy changed(&field, &TextField::changed);
     const QSignalSpy requested(&field, &TextField::keyboardRequested);
@@ -185,7 +185,7 @@ class TextFieldTest : public QObject {
     QCOMPARE(requested.size(), 0);
   }
 
-  void disablingIsAnnounced() {
+  void disablingIsSignalled() {
     TextField field("txtBox", nullptr);
     const QSignalSpy changed(&field, &TextField::changed);
     QVERIFY(field.isEnabled());

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Remembers what happened to it.
+/// Records its events.
 class Screen : public ViewController {
  public:
   using ViewController::ViewController;
@@ -39,7 +39,7 @@ class Screen : public ViewController {
   bool m_holdsBack = false;
 };
 
-/// A start screen and a storyboard that leads from it to "history" and back.
+/// A start screen, and a storyboard with segues to "history" and back.
 struct TestScreens {
   TestScreens() {
     Storyboard &storyboard = test.environment.storyboard;
@@ -104,7 +104,7 @@ class ViewControllerTest : public QObject {
     QCOMPARE(screens.start.presentedViewController(), nullptr);
   }
 
-  void aReturnSegueGoesBackToTheScreenThatPresented() {
+  void aReturnSegueGoesBackToThePresentingScreen() {
     TestScreens screens;
     const QPointer<Screen> history = screens.openHistory();
     history->performSegueWithIdentifier(QStringLiteral("returnToStart"));
@@ -114,7 +114,7 @@ class ViewControllerTest : public QObject {
     QTRY_VERIFY(history.isNull());
   }
 
-  void aReturnSegueThatIsHeldBackStays() {
+  void aReturnSegueThatIsHeldBackDismissesNothing() {
     TestScreens screens;
     Screen *history = screens.openHistory();
     history->holdBack();
@@ -122,14 +122,14 @@ class ViewControllerTest : public QObject {
     QCOMPARE(screens.start.presentedViewController(), history);
   }
 
-  void aReturnSegueFromTheFirstScreenLeadsNowhere() {
+  void aReturnSegueFromTheFirstScreenHasNoDestination() {
     TestScreens screens;
     screens.start.performSegueWithIdentifier(QStringLiteral("returnToStart"));
     QCOMPARE(screens.start.events(), "returnToStart");
     QCOMPARE(screens.start.destination(), nullptr);
   }
 
-  void aChildReturnsFromThePresentationOfItsContainer() {
+  void aReturnSegueOfAChildDismissesItsContainer() {
     TestScreens screens;
     auto *container = screens.make("container");
     auto *child = screens.make("child");
@@ -149,7 +149,7 @@ class ViewControllerTest : public QObject {
     QCOMPARE(screens.start.presentationStyleName(), "popover");
   }
 
-  void aPopoverStandsAtItsSourceUntilItIsDismissed() {
+  void aPopoverKeepsItsSourceUntilItIsDismissed() {
     TestScreens screens;
     QObject outlet;
     screens.start.presentViewController(screens.make("popover"), Style::Popover, &outlet);
@@ -161,7 +161,7 @@ class ViewControllerTest : public QObject {
     QCOMPARE(screens.start.popoverSource(), nullptr);
   }
 
-  void aScreenDismissesItself() {
+  void aScreenCanDismissItself() {
     TestScreens screens;
     const QPointer<Screen> sheet = screens.make("sheet");
     screens.start.presentViewController(sheet, Style::FormSheet);
@@ -173,7 +173,7 @@ class ViewControllerTest : public QObject {
     QTRY_VERIFY(sheet.isNull());
   }
 
-  void whatPresentsSomethingDismissesThatFirst() {
+  void dismissingAPresentingScreenFirstDismissesItsPresentation() {
     TestScreens screens;
     auto *sheet = screens.make("sheet");
     auto *popover = screens.make("popover");
@@ -191,7 +191,7 @@ class ViewControllerTest : public QObject {
     QCOMPARE(presented.size(), 0);
   }
 
-  void aKeptScreenIsPresentedAgain() {
+  void aKeptScreenCanBePresentedAgain() {
     TestScreens screens;
     const QPointer<Screen> menu = screens.make("menu");
     menu->keepAfterDismissal();
@@ -222,7 +222,7 @@ class ViewControllerTest : public QObject {
     QCOMPARE(flipped.at(1).at(2), false);
   }
 
-  void anOverlayIsRemovedOnce() {
+  void removingAnOverlayTwiceFlipsOnce() {
     TestScreens screens;
     auto *summary = screens.make("summary");
     screens.start.addSubview(summary, Flip::FromLeft);
@@ -232,7 +232,7 @@ class ViewControllerTest : public QObject {
     QCOMPARE(flipped.size(), 1);
   }
 
-  void aFrameIsAnnounced() {
+  void settingTheFrameIsSignalled() {
     TestScreens screens;
     const QSignalSpy frameChanged(&screens.start, &ViewController::frameChanged);
     QVERIFY(screens.start.frame().isEmpty());
@@ -241,14 +241,14 @@ class ViewControllerTest : public QObject {
     QCOMPARE(frameChanged.size(), 1);
   }
 
-  void aPreferredSizeIsKept() {
+  void thePreferredSizeCanBeSet() {
     TestScreens screens;
     QVERIFY(!screens.start.preferredContentSize().isValid());
     screens.start.setPreferredContentSize({320, 200});
     QCOMPARE(screens.start.preferredContentSize(), QSizeF(320, 200));
   }
 
-  void aRefusedScanIsNotedByWhatIsContainedAndPresented() {
+  void aRefusedScanIsPassedToChildrenAndPresentedScreens() {
     TestScreens screens;
     Screen *child = screens.make("child");
     screens.start.addChildViewController(child);

@@ -8,14 +8,14 @@
 
 namespace {
 
-class NotingScreen : public ViewController {
+class RecordingScreen : public ViewController {
  public:
-  explicit NotingScreen(Environment &environment)
+  explicit RecordingScreen(Environment &environment)
       : ViewController(QStringLiteral("root"), environment) {}
 
-  void noteRefusedScan(const QString &code) override { noted += code; }
+  void noteRefusedScan(const QString &code) override { refusedScans += code; }
 
-  QStringList noted;
+  QStringList refusedScans;
 };
 
 }  // namespace
@@ -24,7 +24,7 @@ class WindowTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void aWindowShowsItsRootAlertsAndWork() {
+  void aWindowHasItsRootAlertsAndBusyState() {
     TestEnvironment test;
     ViewController root(QStringLiteral("root"), test.environment);
     const Window window(root, test.environment);
@@ -33,16 +33,16 @@ class WindowTest : public QObject {
     QCOMPARE(window.busy(), &test.environment.busy);
   }
 
-  void aRefusedScanSoundsTheErrorToneAndIsNotedByTheScreens() {
+  void aRefusedScanPlaysTheErrorToneAndIsPassedToTheScreens() {
     TestEnvironment test;
-    NotingScreen root(test.environment);
+    RecordingScreen root(test.environment);
     Window window(root, test.environment);
     window.refuseScan(QStringLiteral("4711"));
     QCOMPARE(test.sounds->played(), std::vector<int>{SoundPlayer::kErrorTone});
-    QCOMPARE(root.noted, QStringList("4711"));
+    QCOMPARE(root.refusedScans, QStringList("4711"));
   }
 
-  void theStatusBarTurnsLight() {
+  void theStatusBarStyleCanBeSetToLight() {
     TestEnvironment test;
     ViewController root(QStringLiteral("root"), test.environment);
     Window window(root, test.environment);
