@@ -1,6 +1,12 @@
 #include "app/CommandLine.h"
 
+#include "service/ServiceAddress.h"
+
 #include <QCommandLineParser>
+
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
 
 namespace {
 
@@ -9,6 +15,23 @@ const QString kDemoFolder = QStringLiteral("/demo");
 QString valueOr(const QCommandLineParser &parser, const QCommandLineOption &option,
                 const char *variable) {
   return parser.isSet(option) ? parser.value(option) : qEnvironmentVariable(variable);
+}
+
+[[noreturn]] void refuse(const QString &reason) {
+  std::fprintf(stderr, "cartonpick: %s\n", qUtf8Printable(reason));
+  std::exit(EXIT_FAILURE);
+}
+
+/// Ends the process if the service host of `options` cannot be used.
+void checkServiceHost(const CommandLine &options, bool isFromOption) {
+  const auto objection = options.serviceHost.isEmpty()
+                             ? std::nullopt
+                             : ServiceAddress::objectionTo(options.serviceHost);
+  if (objection) {
+    const QString source =
+        isFromOption ? QStringLiteral("--service-host") : QStringLiteral("CARTONPICK_SERVICE_HOST");
+    refuse(QStringLiteral("%1 \"%2\": %3.").arg(source, options.serviceHost, *objection));
+  }
 }
 
 }  // namespace
@@ -37,9 +60,11 @@ CommandLine CommandLine::parse(const QStringList &arguments) {
                      "--service-host and --home; an option wins."));
   parser.addHelpOption();
   parser.addVersionOption();
-  const QCommandLineOption serviceHost(QStringLiteral("service-host"),
-                                       QStringLiteral("The order service to talk to."),
-                                       QStringLiteral("HOST[:PORT]"));
+  const QCommandLineOption serviceHost(
+      QStringLiteral("service-host"),
+      QStringLiteral("The order service to talk to. An IPv6 address is "
+                     "in brackets: [::1]:8080."),
+      QStringLiteral("HOST[:PORT]"));
   const QCommandLineOption home(
       QStringLiteral("home"),
       QStringLiteral("The folder for the store and the exports, instead of this user's own."),
@@ -55,9 +80,15 @@ CommandLine CommandLine::parse(const QStringList &arguments) {
       QStringLiteral("Bring a keyboard onto the screen, for a tablet without keys."));
   parser.addOptions({serviceHost, home, demo, fullScreen, onScreenKeyboard});
   parser.process(arguments);
-  return {.serviceHost = valueOr(parser, serviceHost, "CARTONPICK_SERVICE_HOST"),
-          .home = valueOr(parser, home, "CARTONPICK_HOME"),
-          .demo = parser.isSet(demo),
-          .fullScreen = parser.isSet(fullScreen),
-          .onScreenKeyboard = parser.isSet(onScreenKeyboard)};
+  if (!parser.positionalArguments().isEmpty()) {
+    refuse(QStringLiteral("\"%1\" is not an option. --help lists the options.")
+               .arg(parser.positionalArguments().constFirst()));
+  }
+  const CommandLine options{.serviceHost = valueOr(parser, serviceHost, "CARTONPICK_SERVICE_HOST"),
+                            .home = valueOr(parser, home, "CARTONPICK_HOME"),
+                            .demo = parser.isSet(demo),
+                            .fullScreen = parser.isSet(fullScreen),
+                            .onScreenKeyboard = parser.isSet(onScreenKeyboard)};
+  checkServiceHost(options, parser.isSet(serviceHost));
+  return options;
 }

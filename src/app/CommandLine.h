@@ -7,7 +7,7 @@
 
 /// The options of the program.
 struct CommandLine {
-  /// HOST or HOST:PORT of the order service; empty if none is given.
+  /// HOST or HOST:PORT of the order service, an IPv6 address in brackets; empty if none is given.
   QString serviceHost;
   /// The home folder; empty for the platform's default.
   QString home;
@@ -25,6 +25,6 @@ struct CommandLine {
 
   /// Parses `arguments`, which start with the program's name, and the environment variables
   /// CARTONPICK_SERVICE_HOST and CARTONPICK_HOME; an option overrides its variable. Ends the
-  /// process after --help and --version and on invalid arguments.
+  /// process after --help and --version and, with one line of the reason, on invalid arguments.
   static CommandLine parse(const QStringList &arguments);
 };

@@ -6,6 +6,8 @@
 
 namespace {
 
+const QString kPath = QStringLiteral("/qir_pick/servicepick.svc/json/");
+constexpr int kDefaultPort = 80;
 constexpr std::string_view kEscaped = " \"#%<>[\\]^`{|}";
 
 bool needsEscape(char16_t c) {
@@ -16,11 +18,6 @@ bool needsEscape(char16_t c) {
 bool staysBelow(const QString &deliveryNumber) {
   const QStringList segments = deliveryNumber.section(u'?', 0, 0).split(u'/');
   return !segments.contains(QStringLiteral(".")) && !segments.contains(QStringLiteral(".."));
-}
-
-QUrl urlOf(const QString &address) {
-  const auto escaped = addingPercentEscapes(address);
-  return escaped ? QUrl::fromEncoded(*escaped, QUrl::StrictMode) : QUrl();
 }
 
 }  // namespace
@@ -43,20 +40,41 @@ std::optional<QByteArray> addingPercentEscapes(const QString &text) {
   return escaped;
 }
 
-ServiceAddress::ServiceAddress(const QString &host)
-    : m_prefix(QStringLiteral("http://") + host +
-               QStringLiteral("/qir_pick/servicepick.svc/json/")) {}
+ServiceAddress::ServiceAddress(const QString &host) : m_host(host) {}
+
+std::optional<QString> ServiceAddress::objectionTo(const QString &host) {
+  if (host.contains(QStringLiteral("://"))) {
+    return QStringLiteral("it has to be without \"http://\"");
+  }
+  if (host.contains(u'@')) {
+    return QStringLiteral("it has to be without a user name");
+  }
+  QUrl url;
+  url.setScheme(QStringLiteral("http"));
+  url.setAuthority(host, QUrl::StrictMode);
+  if (!url.isValid() || url.host().isEmpty()) {
+    return QStringLiteral("it is not HOST or HOST:PORT, with an IPv6 address in brackets");
+  }
+  if (url.port(kDefaultPort) == 0 || host.endsWith(u':')) {
+    return QStringLiteral("the port is not a number from 1 to 65535");
+  }
+  return std::nullopt;
+}
+
+QUrl ServiceAddress::urlOf(const QString &operation) const {
+  const auto path = addingPercentEscapes(kPath + operation);
+  return path ? QUrl::fromEncoded("http://" + m_host.toUtf8() + *path, QUrl::StrictMode) : QUrl();
+}
 
 QUrl ServiceAddress::getorderpercarton(const QString &deliveryNumber) const {
-  return staysBelow(deliveryNumber)
-             ? urlOf(m_prefix + QStringLiteral("getorderpercarton/") + deliveryNumber)
-             : QUrl();
+  return staysBelow(deliveryNumber) ? urlOf(QStringLiteral("getorderpercarton/") + deliveryNumber)
+                                    : QUrl();
 }
 
 QUrl ServiceAddress::getitems() const {
-  return urlOf(m_prefix + QStringLiteral("getitems"));
+  return urlOf(QStringLiteral("getitems"));
 }
 
 QUrl ServiceAddress::sendpick() const {
-  return urlOf(m_prefix + QStringLiteral("sendpick"));
+  return urlOf(QStringLiteral("sendpick"));
 }

@@ -9,8 +9,11 @@
 /// The URLs of the order service on one host.
 class ServiceAddress {
  public:
-  /// `host` is HOST or HOST:PORT.
+  /// `host` is HOST or HOST:PORT; an IPv6 address is in brackets.
   explicit ServiceAddress(const QString &host);
+
+  /// Returns why `host` cannot be used, or std::nullopt if it can.
+  static std::optional<QString> objectionTo(const QString &host);
 
   /// The URL for the order lines of one delivery. Empty if `deliveryNumber` is not ASCII or
   /// contains a path segment "." or "..".
@@ -21,7 +24,9 @@ class ServiceAddress {
   [[nodiscard]] QUrl sendpick() const;
 
  private:
-  QString m_prefix;
+  [[nodiscard]] QUrl urlOf(const QString &operation) const;
+
+  QString m_host;
 };
 
 /// Percent-encodes spaces, control characters, `"#%<>[\]^{|}` and the grave accent in `text`; other

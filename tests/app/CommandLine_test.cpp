@@ -2,7 +2,32 @@
 
 #include "support/TestClass.h"
 
+#include <QCoreApplication>
+#include <QProcess>
 #include <QTest>
+
+#include <cstdlib>
+
+namespace {
+
+constexpr auto kParse = "--parse";
+
+int parseArguments(const QStringList &arguments) {
+  CommandLine::parse(QStringList("cartonpick") + arguments);
+  return EXIT_SUCCESS;
+}
+
+/// Parses `arguments` in another process. Returns what it says on standard error; empty if it
+/// accepts them.
+QString refusalOf(const QStringList &arguments) {
+  QProcess process;
+  process.start(QCoreApplication::applicationFilePath(), QStringList(kParse) + arguments);
+  process.waitForFinished();
+  const QString text = QString::fromUtf8(process.readAllStandardError()).trimmed();
+  return process.exitCode() == EXIT_SUCCESS ? QString() : text;
+}
+
+}  // namespace
 
 class CommandLineTest : public QObject {
   Q_OBJECT
@@ -61,7 +86,26 @@ class CommandLineTest : public QObject {
     QVERIFY(options.fullScreen);
     QVERIFY(options.onScreenKeyboard);
   }
+
+  void aHostThatCannotBeUsedIsRefused() {
+    QCOMPARE(
+        refusalOf({"--service-host", "http://picking.local"}),
+        "cartonpick: --service-host \"http://picking.local\": it has to be without \"http://\".");
+    QCOMPARE(refusalOf({"--service-host", "[::1]:8080"}), QString());
+  }
+
+  void aHostOfTheEnvironmentThatCannotBeUsedIsRefused() {
+    qputenv("CARTONPICK_SERVICE_HOST", "127.0.0.1:99999");
+    QVERIFY(refusalOf({}).startsWith("cartonpick: CARTONPICK_SERVICE_HOST \"127.0.0.1:99999\": "));
+    QCOMPARE(refusalOf({"--service-host", "127.0.0.1:8080"}), QString());
+  }
+
+  void aStrayArgumentIsRefused() {
+    QCOMPARE(refusalOf({"4711"}),
+             "cartonpick: \"4711\" is not an option. --help lists the options.");
+  }
 };
 
 CARTONPICK_TEST(CommandLineTest);
+CARTONPICK_TEST_CHILD(kParse, parseArguments);
 #include "CommandLine_test.moc"

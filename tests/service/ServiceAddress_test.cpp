@@ -133,6 +133,41 @@ class ServiceAddressTest : public QObject {
         service.requests().front().target,
         "/qir_pick/servicepick.svc/json/getorderpercarton/" + addingPercentEscapes(number).value());
   }
+
+  void anIpv6HostIsInBrackets() {
+    QCOMPARE(ServiceAddress(QStringLiteral("[::1]:8080")).getitems().toEncoded(),
+             "http://[::1]:8080/qir_pick/servicepick.svc/json/getitems");
+  }
+
+  void aHostWithAnOptionalPortCanBeUsed_data() {
+    QTest::addColumn<QString>("host");
+    for (const char *host : {"picking", "picking.local", "picking.local:1", "10.0.0.7:65535",
+                             "[::1]", "[fe80::1]:8080", "pick-1.example"}) {
+      QTest::newRow(host) << QString(host);
+    }
+  }
+  void aHostWithAnOptionalPortCanBeUsed() {
+    QFETCH(QString, host);
+    QVERIFY(!ServiceAddress::objectionTo(host));
+    QCOMPARE(ServiceAddress(host).getitems().toEncoded(),
+             "http://" + host.toUtf8() + "/qir_pick/servicepick.svc/json/getitems");
+  }
+
+  void whatIsNoHostIsRefused_data() {
+    QTest::addColumn<QString>("host");
+    for (const char *host :
+         {"http://picking", "https://picking", "picking/",  "picking/json", "bad host",
+          "bad host:abc",   "picking:abc",     "picking:",  "picking:0",    "picking:65536",
+          "picking:-1",     "127.0.0.1:99999", ":8080",     "::1",          "[::1",
+          "user@picking",   "picking?x",       "picking#x", " picking",     "picking\\json",
+          "pick%2Fing"}) {
+      QTest::newRow(host) << QString(host);
+    }
+  }
+  void whatIsNoHostIsRefused() {
+    QFETCH(QString, host);
+    QVERIFY(ServiceAddress::objectionTo(host).has_value());
+  }
 };
 
 CARTONPICK_TEST(ServiceAddressTest);
