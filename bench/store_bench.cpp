@@ -142,12 +142,21 @@ void bareHistory(benchmark::State &state) {
 }
 
 void historyOneByOne(benchmark::State &state) {
-  const BenchStore &store = historyOf(static_cast<std::size_t>(state.range(0)));
+  const BareSqlite database(historyOf(static_cast<std::size_t>(state.range(0))).path());
+  BareSqlite::Statement groups(database, "SELECT DISTINCT doc, sent FROM Picking");
+  BareSqlite::Statement times(
+      database, "SELECT min(datepicked), max(datepicked) FROM Picking WHERE doc IS ?1");
   for (auto _ : state) {
-    const auto groups = store.context().deliveryGroups();
-    for (const DeliveryGroup &group : *groups) {
-      benchmark::DoNotOptimize(store.context().pickTimes(group.doc));
+    std::int64_t sum = 0;
+    while (groups.step()) {
+      times.bind(1, groups.text(0));
+      if (times.step()) {
+        sum += times.number(0) + times.number(1) + groups.number(1);
+      }
+      times.reset();
     }
+    groups.reset();
+    benchmark::DoNotOptimize(sum);
   }
 }
 

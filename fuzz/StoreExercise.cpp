@@ -59,14 +59,11 @@ auto answerOf(const Fetch &fetch) {
 }
 
 void fetchEverything(ManagedObjectContext &context) {
-  answerOf([&] { return context.countItems(); });
-  answerOf([&] { return context.deliveryPickTimes(); });
-  const auto groups = answerOf([&] { return context.deliveryGroups(); });
+  const auto deliveries = answerOf([&] { return context.deliveryPickTimes(); });
   QString doc = QStringLiteral("4711");
-  if (groups && !groups->empty()) {
-    doc = groups->front().doc;
+  if (deliveries && !deliveries->empty()) {
+    doc = deliveries->front().doc;
   }
-  answerOf([&] { return context.pickTimes(doc); });
   answerOf([&] { return context.unsentPickings(doc); });
   const auto picks = answerOf([&] { return context.pickings(doc); });
   if (picks && !picks->empty()) {

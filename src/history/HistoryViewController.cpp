@@ -44,10 +44,10 @@ QVariant HistoryViewController::cellForRowAtIndexPath(const TableView & /*table*
   const QTimeZone zone = environment().clock->localZone();
   const QString format = QStringLiteral("dd/MM/yyyy HH:mm");
   PickHistoryCell cell;
-  cell.deliveryNo.text = delivery.group.doc;
+  cell.deliveryNo.text = delivery.doc;
   cell.dateCreated.text = delivery.times.mindatepicked.toTimeZone(zone).toString(format);
   cell.dateClosed.text = delivery.times.maxdatepicked.toTimeZone(zone).toString(format);
-  cell.sent.text = delivery.group.sent != 0 ? QStringLiteral("Yes") : QStringLiteral("No");
+  cell.sent.text = delivery.sent != 0 ? QStringLiteral("Yes") : QStringLiteral("No");
   cell.backgroundColor = row % 2 == 0 ? Colour::lightGrey : Colour::clear;
   return QVariant::fromValue(cell);
 }
@@ -76,8 +76,8 @@ void HistoryViewController::didSelectRowAtIndexPath(TableView &table, int row) {
   if (table.tag() != 0) {
     return;
   }
-  const auto rows = managedObjectContext()->pickings(
-      m_arrayDeliveries.at(static_cast<std::size_t>(row)).group.doc);
+  const auto rows =
+      managedObjectContext()->pickings(m_arrayDeliveries.at(static_cast<std::size_t>(row)).doc);
   if (!rows) {
     return;
   }

@@ -9,7 +9,6 @@
 #include <SQLiteCpp/Exception.h>
 #include <SQLiteCpp/Statement.h>
 #include <algorithm>
-#include <string>
 #include <utility>
 
 namespace {
@@ -82,8 +81,7 @@ void widenToDeliveries(std::vector<DeliveryPickTimes> &groups) {
   for (auto first = groups.begin(); first != groups.end();) {
     const auto last = std::find_if(first, groups.end(), [&](const DeliveryPickTimes &entry) {
       // A null and an empty number are two deliveries, though QString compares them equal.
-      return entry.group.doc != first->group.doc ||
-             entry.group.doc.isNull() != first->group.doc.isNull();
+      return entry.doc != first->doc || entry.doc.isNull() != first->doc.isNull();
     });
     PickTimes times = first->times;
     for (auto entry = first; entry != last; ++entry) {
@@ -118,7 +116,6 @@ struct ManagedObjectContext::Statements {
         commit(database, "COMMIT"),
         pickingsOfOrder(database, "SELECT " PICKING_COLUMNS
                                   "FROM Picking WHERE doc IS ? AND ordernum IS ? ORDER BY rowid"),
-        countItems(database, "SELECT count(*) FROM Items"),
         // With OR over the two columns the planner would not read only the first entry of each
         // index.
         itemsForCode(database,
@@ -130,8 +127,6 @@ struct ManagedObjectContext::Statements {
                                  "ORDER BY rowid"),
         unsentPickings(database, "SELECT " PICKING_COLUMNS
                                  "FROM Picking WHERE doc IS ? AND sent = 0 ORDER BY rowid"),
-        deliveryGroups(database, "SELECT DISTINCT doc, sent FROM Picking"),
-        pickTimes(database, "SELECT min(datepicked), max(datepicked) FROM Picking WHERE doc IS ?"),
         deliveryPickTimes(database,
                           "SELECT doc, sent, min(datepicked), max(datepicked) FROM Picking "
                           "GROUP BY doc, sent ORDER BY doc"),
@@ -139,23 +134,18 @@ struct ManagedObjectContext::Statements {
         insertPicking(database,
                       "INSERT INTO Picking (barcode, box, datepicked, descr, doc, item, ordernum, "
                       "orderqty, pickqty, sent) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
-        insertItem(database, "INSERT INTO Items (barcode, item, descr) VALUES (?, ?, ?)"),
         setPickqty(database, "UPDATE Picking SET pickqty = ? WHERE rowid = ?"),
         setSent(database, "UPDATE Picking SET sent = ? WHERE rowid = ?") {}
 
   SQLite::Statement begin;
   SQLite::Statement commit;
   SQLite::Statement pickingsOfOrder;
-  SQLite::Statement countItems;
   SQLite::Statement itemsForCode;
   SQLite::Statement pickingsOfLine;
   SQLite::Statement unsentPickings;
-  SQLite::Statement deliveryGroups;
-  SQLite::Statement pickTimes;
   SQLite::Statement deliveryPickTimes;
   SQLite::Statement pickings;
   SQLite::Statement insertPicking;
-  SQLite::Statement insertItem;
   SQLite::Statement setPickqty;
   SQLite::Statement setSent;
 };
@@ -219,14 +209,6 @@ ManagedObjectContext::Pickings ManagedObjectContext::pickingsOfOrder(const QStri
   return fetch([&] { return rowsOf(m_statements->pickingsOfOrder, pickingAt, doc, ordernum); });
 }
 
-std::optional<std::int64_t> ManagedObjectContext::countItems() {
-  return fetch([&] {
-    return rowsOf(m_statements->countItems,
-                  [](SQLite::Statement &row) { return std::int64_t{row.getColumn(0).getInt64()}; })
-        .front();
-  });
-}
-
 std::optional<std::vector<Items>> ManagedObjectContext::itemsForCode(const QString &code) {
   return fetch([&] {
     return rowsOf(
@@ -248,31 +230,10 @@ ManagedObjectContext::Pickings ManagedObjectContext::unsentPickings(const QStrin
   return fetch([&] { return rowsOf(m_statements->unsentPickings, pickingAt, doc); });
 }
 
-std::optional<std::vector<DeliveryGroup>> ManagedObjectContext::deliveryGroups() {
-  return fetch([&] {
-    return rowsOf(m_statements->deliveryGroups, [](SQLite::Statement &row) {
-      return DeliveryGroup{textAt(row, 0), numberAt(row, 1)};
-    });
-  });
-}
-
-std::optional<PickTimes> ManagedObjectContext::pickTimes(const QString &doc) {
-  return fetch([&] {
-    return rowsOf(
-               m_statements->pickTimes,
-               [](SQLite::Statement &row) {
-                 return PickTimes{timeAt(row, 0), timeAt(row, 1)};
-               },
-               doc)
-        .front();
-  });
-}
-
 std::optional<std::vector<DeliveryPickTimes>> ManagedObjectContext::deliveryPickTimes() {
   auto groups = fetch([&] {
     return rowsOf(m_statements->deliveryPickTimes, [](SQLite::Statement &row) {
-      return DeliveryPickTimes{{textAt(row, 0), numberAt(row, 1)},
-                               {timeAt(row, 2), timeAt(row, 3)}};
+      return DeliveryPickTimes{textAt(row, 0), numberAt(row, 1), {timeAt(row, 2), timeAt(row, 3)}};
     });
   });
   if (groups) {
@@ -298,17 +259,6 @@ void ManagedObjectContext::insert(const Picking &picking) {
     statement.bind(8, picking.orderqty);
     statement.bind(9, picking.pickqty);
     statement.bind(10, picking.sent);
-    statement.exec();
-    statement.reset();
-  });
-}
-
-void ManagedObjectContext::insert(const Items &item) {
-  change([&] {
-    SQLite::Statement &statement = m_statements->insertItem;
-    bindText(statement, 1, item.barcode);
-    bindText(statement, 2, item.item);
-    bindText(statement, 3, item.descr);
     statement.exec();
     statement.reset();
   });

@@ -13,12 +13,6 @@
 
 class PersistentStoreCoordinator;
 
-/// One delivery number with one value of `sent`.
-struct DeliveryGroup {
-  QString doc;
-  std::int32_t sent = 0;
-};
-
 /// The first and last pick time of a delivery.
 struct PickTimes {
   QDateTime mindatepicked;
@@ -28,7 +22,8 @@ struct PickTimes {
 /// A delivery number with one value of `sent`. The times are those of all picks of the delivery,
 /// with any `sent`.
 struct DeliveryPickTimes {
-  DeliveryGroup group;
+  QString doc;
+  std::int32_t sent = 0;
   PickTimes times;
 };
 
@@ -55,8 +50,6 @@ class ManagedObjectContext {
 
   /// The picks of one order of a delivery.
   [[nodiscard]] Pickings pickingsOfOrder(const QString &doc, const QString &ordernum);
-  /// The number of articles in the catalogue.
-  [[nodiscard]] std::optional<std::int64_t> countItems();
   /// The first article whose item code or barcode is `code`; no element if there is none.
   [[nodiscard]] std::optional<std::vector<Items>> itemsForCode(const QString &code);
   /// The picks of one line: of one item in one box.
@@ -64,17 +57,12 @@ class ManagedObjectContext {
                                         const QString &item);
   /// The picks of a delivery that have not been sent yet.
   [[nodiscard]] Pickings unsentPickings(const QString &doc);
-  /// One group for each delivery and each value of `sent` among its picks.
-  [[nodiscard]] std::optional<std::vector<DeliveryGroup>> deliveryGroups();
-  /// The first and last pick time of a delivery; invalid times if it has no picks.
-  [[nodiscard]] std::optional<PickTimes> pickTimes(const QString &doc);
-  /// `deliveryGroups`, each with the `pickTimes` of its delivery, in one query.
+  /// One entry for each delivery and each value of `sent` among its picks.
   [[nodiscard]] std::optional<std::vector<DeliveryPickTimes>> deliveryPickTimes();
   /// The picks of a delivery.
   [[nodiscard]] Pickings pickings(const QString &doc);
 
   void insert(const Picking &picking);
-  void insert(const Items &item);
   void setPickqty(const Picking &picking, std::int32_t pickqty);
   void setSent(const Picking &picking, std::int32_t sent);
 

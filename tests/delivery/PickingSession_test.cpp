@@ -3,6 +3,7 @@
 #include "delivery/Delivery.h"
 #include "delivery/PickingRules.h"
 #include "store/TemporaryStore.h"
+#include "support/StoredArticles.h"
 #include "support/TestClass.h"
 #include "support/TestEnvironment.h"
 
@@ -136,8 +137,7 @@ class PickingSessionTest : public QObject {
     test.openFirstBox();
     const QString foreign = QStringLiteral("X");
     QVERIFY(!test.session.find(foreign));
-    test.context.insert(Items{QStringLiteral("bX"), foreign, QStringLiteral("MUG")});
-    QVERIFY(!test.context.save());
+    addArticle(test.store.path(), {QStringLiteral("bX"), foreign, QStringLiteral("MUG")});
     const auto article = test.session.find(foreign);
     QCOMPARE(std::get<LoosePick>(*article).box, PickingRules::kLooseBox);
     test.session.addLoosePick({.box = QStringLiteral("7"), .item = foreign});

@@ -196,7 +196,7 @@ class HistoryViewControllerTest : public QObject {
     program.open();
     QStringList docs;
     for (const DeliveryPickTimes &delivery : program.history().arrayDeliveries()) {
-      docs << delivery.group.doc;
+      docs << delivery.doc;
     }
     QCOMPARE(docs, QStringList({"B", "D", "C", "A"}));
   }

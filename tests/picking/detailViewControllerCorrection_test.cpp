@@ -414,10 +414,10 @@ class detailViewControllerCorrectionTest : public QObject {
     OpenBox program;
     program.restartPickingAs(QString());
     program.detail().ChangePickingRowInManagedContext();
-    QVERIFY(program.context().deliveryGroups()->empty());
+    QVERIFY(program.context().deliveryPickTimes()->empty());
     program.restartPickingAs(QStringLiteral("4711"));
     program.detail().ChangePickingRowInManagedContext();
-    QCOMPARE(program.context().deliveryGroups()->size(), 1U);
+    QCOMPARE(program.context().deliveryPickTimes()->size(), 1U);
     QVERIFY(!program.context().hasChanges());
   }
 };

@@ -1,3 +1,4 @@
+#include "support/StoredArticles.h"
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "support/Views.h"
@@ -55,9 +56,8 @@ class OpenBox : public TestProgram {
   }
 
   /// Adds an article to the catalogue.
-  void addArticle(const QString &barcode, const QString &item, const QString &descr) {
-    context().insert(Items{barcode, item, descr});
-    QVERIFY(!context().save());
+  void addArticle(const QString &barcode, const QString &item, const QString &descr) const {
+    ::addArticle(storePath(), {barcode, item, descr});
   }
 
   void changeStore(const char *statement) const {

@@ -1,3 +1,4 @@
+#include "support/StoredArticles.h"
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
 
@@ -39,7 +40,7 @@ class masterViewControllerCatalogueTest : public QObject {
     QCOMPARE(program.topAlert().message, "Items have been loaded");
     QCOMPARE(program.topAlert().buttons, QStringList("OK"));
     QVERIFY(!program.topAlert().delegate);
-    QCOMPARE(program.context().countItems(), 3);
+    QCOMPARE(articleCount(program.storePath()), 3);
   }
 
   void anEmptyCatalogueIsReportedTheSameWay() {
@@ -47,7 +48,7 @@ class masterViewControllerCatalogueTest : public QObject {
     program.reloadItems(kThreeArticles);
     program.reloadItems("[]");
     QCOMPARE(program.alertTitles(), QStringList({"Saved", "Saved"}));
-    QCOMPARE(program.context().countItems(), 0);
+    QCOMPARE(articleCount(program.storePath()), 0);
     QVERIFY(program.master().jsonResult());
     QVERIFY(program.master().jsonResult()->doc.isNull());
   }
@@ -62,7 +63,7 @@ class masterViewControllerCatalogueTest : public QObject {
     QCOMPARE(program.topAlert().message, "No connection could be opened to server");
     QCOMPARE(program.topAlert().buttons, QStringList("OK"));
     QCOMPARE(program.topAlert().delegate.get(), &program.master());
-    QCOMPARE(program.context().countItems(), 3);
+    QCOMPARE(articleCount(program.storePath()), 3);
   }
 
   void anInvalidAnswerKeepsTheCatalogue_data() {
@@ -77,7 +78,7 @@ class masterViewControllerCatalogueTest : public QObject {
     program.reloadItems(kThreeArticles);
     program.reloadItems(body);
     QCOMPARE(program.topAlert().title, "Could not contact server");
-    QCOMPARE(program.context().countItems(), 3);
+    QCOMPARE(articleCount(program.storePath()), 3);
     QVERIFY(!program.master().jsonResult());
   }
 
@@ -86,7 +87,7 @@ class masterViewControllerCatalogueTest : public QObject {
     program.service.answerWith(kThreeArticles, 500);
     program.reloadItems();
     QCOMPARE(program.alertTitles(), QStringList("Saved"));
-    QCOMPARE(program.context().countItems(), 3);
+    QCOMPARE(articleCount(program.storePath()), 3);
   }
 
   void aPickingStartedAfterAReloadHasNoDeliveryNumber_data() {
@@ -149,7 +150,7 @@ class masterViewControllerCatalogueTest : public QObject {
     program.service.answerSilentConnection(LoopbackService::Answer::http(kThreeArticles));
     QCoreApplication::processEvents();
     QCOMPARE(program.environment.alerts.count(), 0);
-    QCOMPARE(program.context().countItems(), 0);
+    QCOMPARE(articleCount(program.storePath()), 0);
   }
 };
 

@@ -1,4 +1,5 @@
 #include "store/ManagedObjectContext.h"
+#include "support/StoredArticles.h"
 #include "support/TestClass.h"
 #include "support/TestWindow.h"
 
@@ -251,8 +252,7 @@ class ScannerPlaceUiTest : public QObject {
 
   void thePillShowsTheOutcomesOfTheScans() {
     TestWindow ui;
-    ui.store().insert(Items{"29007", "22423", "METAL LANTERN"});
-    QVERIFY(!ui.store().save());
+    addArticle(ui.storePath(), {"29007", "22423", "METAL LANTERN"});
     ui.openBox(kBoxes);
     ui.scan(kEan);
     QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList("txtNewQty"));
