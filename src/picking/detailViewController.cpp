@@ -215,7 +215,7 @@ QVariant detailViewController::viewForHeaderInSection(const TableView & /*table*
 
 void detailViewController::markRow(int row) {
   tblItems->selectRow(row);
-  tblItems->setCellBackground(row, Colour::blue);
+  tblItems->paintRow(row);
 }
 
 void detailViewController::displayQuantityViewControllerForIndexPath(int row) {

@@ -247,7 +247,7 @@ bool masterViewController::textFieldShouldReturn(TextField &field) {
   tblBoxes->reloadData();
   didSelectRowAtIndexPath(*tblBoxes, *row);
   tblBoxes->selectRow(*row);
-  tblBoxes->setCellBackground(*row, Colour::blue);
+  tblBoxes->paintRow(*row);
   return true;
 }
 

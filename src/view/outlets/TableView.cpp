@@ -60,12 +60,11 @@ void TableView::selectRow(int row) {
   emit scrolledToRow(row);
 }
 
-void TableView::setCellBackground(int row, Colour colour) {
+void TableView::paintRow(int row) {
   if (!hasRow(row)) {
     return;
   }
   m_paintedRow = row;
-  m_paintedColour = colour;
   emit selectionChanged();
 }
 

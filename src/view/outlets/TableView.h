@@ -1,15 +1,11 @@
 #pragma once
 
 #include "base/WeakDelegate.h"
-#include "view/Colour.h"
 #include "view/outlets/Outlet.h"
 
 #include <QAbstractListModel>
 #include <QVariant>
 #include <QtQml/qqmlregistration.h>
-
-#include <optional>
-#include <utility>
 
 class TableView;
 
@@ -84,12 +80,11 @@ class TableView : public QAbstractListModel {
   [[nodiscard]] int selectedRow() const { return m_selectedRow; }
   /// Selects `row` and scrolls it to the middle of the table. Does nothing if there is no such row.
   void selectRow(int row);
-  /// The row with a special background until the next reload; -1 for none.
+  /// The row that is painted as if it were selected, until the next reload; -1 for none.
   [[nodiscard]] int paintedRow() const { return m_paintedRow; }
-  [[nodiscard]] Colour paintedColour() const { return m_paintedColour; }
-  /// Sets the background of the cell of `row`, instead of that of the previous such row. Does
-  /// nothing if there is no such row.
-  void setCellBackground(int row, Colour colour);
+  /// Paints `row` in place of the row painted before. A row that does not exist changes nothing.
+  void paintRow(int row);
+  /// Scrolls to the first row.
   void scrollToTop() { emit scrolledToTop(); }
 
   /// Handles a touch on `row`: selects it and tells the data source. Does nothing if the table is
@@ -120,5 +115,4 @@ class TableView : public QAbstractListModel {
   bool m_isRedrawDue = false;
   int m_selectedRow = -1;
   int m_paintedRow = -1;
-  Colour m_paintedColour = Colour::clear;
 };
