@@ -7,8 +7,9 @@
 #include <cstddef>
 #include <vector>
 
-/// The segments of a line filter.
-enum PickFilterSegment { AllLines = 0, NotPickedLines = 1, DifferentLines = 2, MatchingLines = 3 };
+/// Segments of the filters over lines. Any other segment shows the lines of which as much was
+/// picked as was ordered.
+enum PickFilterSegment { AllLines = 0, NotPickedLines = 1, DifferentLines = 2 };
 
 /// The segments' titles, in order.
 inline const QStringList kPickFilterTitles{QStringLiteral("All"), QStringLiteral("Not picked"),
