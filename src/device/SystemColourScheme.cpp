@@ -36,8 +36,7 @@ QVariant unwrapped(QVariant value) {
 
 }  // namespace
 
-SystemColourScheme::SystemColourScheme(QDBusConnection bus, QObject *parent)
-    : QObject(parent), m_isDark(isPaletteDark()) {
+SystemColourScheme::SystemColourScheme(QDBusConnection bus) : m_isDark(isPaletteDark()) {
   if (bus.isConnected()) {
     bus.connect(kPortal, kPath, kSettings, QStringLiteral("SettingChanged"), this,
                 SLOT(settingChanged(QString, QString, QDBusVariant)));

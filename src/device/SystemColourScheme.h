@@ -12,8 +12,7 @@ class SystemColourScheme : public QObject {
   Q_OBJECT
 
  public:
-  explicit SystemColourScheme(QDBusConnection bus = QDBusConnection::sessionBus(),
-                              QObject *parent = nullptr);
+  explicit SystemColourScheme(QDBusConnection bus = QDBusConnection::sessionBus());
 
   [[nodiscard]] bool isDark() const { return m_isDark; }
 

@@ -3,7 +3,7 @@
 #include <array>
 
 QString colourName(Colour colour) {
-  static constexpr std::array kNames{"clear", "black",  "white", "blue",      "red",
-                                     "green", "yellow", "grey",  "lightGrey", "darkGrey"};
+  static constexpr std::array kNames{"clear",  "black", "blue",      "red",     "green",
+                                     "yellow", "grey",  "lightGrey", "darkGrey"};
   return QString::fromLatin1(kNames.at(static_cast<std::size_t>(colour)));
 }

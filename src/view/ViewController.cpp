@@ -19,16 +19,15 @@ void ViewController::loadViewIfNeeded() {
 void ViewController::performSegueWithIdentifier(const QString &identifier) {
   const Storyboard &storyboard = m_environment.storyboard;
   if (storyboard.isReturnSegue(identifier)) {
-    Segue segue{identifier, this, presentingViewController()};
+    Segue segue{identifier, presentingViewController()};
     prepareForSegue(segue);
     if (!segue.isHeldBack && segue.destination != nullptr) {
       segue.destination->dismissViewController();
     }
     return;
   }
-  Segue segue{identifier, this,
-              storyboard.instantiateViewController(storyboard.destinationOfSegue(identifier),
-                                                   m_environment, this)};
+  Segue segue{identifier, storyboard.instantiateViewController(
+                              storyboard.destinationOfSegue(identifier), m_environment, this)};
   if (segue.destination == nullptr) {
     return;
   }

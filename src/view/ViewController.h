@@ -12,7 +12,6 @@ class ViewController;
 /// A transition between two screens, defined in the storyboard.
 struct Segue {
   QString identifier;
-  ViewController *source = nullptr;
   ViewController *destination = nullptr;
   /// Set by the source's `prepareForSegue` to stop a return segue; the source may finish it later.
   bool isHeldBack = false;
@@ -70,7 +69,6 @@ class ViewController : public QObject {
   Q_INVOKABLE void dismissViewController();
 
   [[nodiscard]] ViewController *presentedViewController() const { return m_presented; }
-  [[nodiscard]] PresentationStyle presentationStyle() const { return m_presentationStyle; }
   [[nodiscard]] QString presentationStyleName() const;
   [[nodiscard]] QObject *popoverSource() const { return m_popoverSource; }
   /// The controller that presents this one or the nearest presented container of this one; nullptr

@@ -49,18 +49,12 @@ class Window : public QObject {
   /// before the press.
   Q_INVOKABLE void press() { emit pressing(); }
 
+  /// For a platform that draws a status bar above the window.
   [[nodiscard]] StatusBarStyle statusBarStyle() const { return m_statusBarStyle; }
-  [[nodiscard]] bool isStatusBarContentLight() const {
-    return m_statusBarStyle == StatusBarStyle::LightContent;
-  }
-  void setStatusBarStyle(StatusBarStyle style) {
-    m_statusBarStyle = style;
-    emit statusBarStyleChanged();
-  }
+  void setStatusBarStyle(StatusBarStyle style) { m_statusBarStyle = style; }
 
  signals:
   void pressing();
-  void statusBarStyleChanged();
 
  private:
   ViewController &m_root;

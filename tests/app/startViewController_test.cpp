@@ -57,7 +57,7 @@ class startViewControllerTest : public QObject {
   void anUnknownSeguePassesNoContext() {
     TestProgram program;
     HistoryViewController elsewhere(program.environment);
-    Segue segue{QStringLiteral("segueElsewhere"), &program.start(), &elsewhere};
+    Segue segue{QStringLiteral("segueElsewhere"), &elsewhere};
     program.start().prepareForSegue(segue);
     QCOMPARE(elsewhere.managedObjectContext(), nullptr);
     QVERIFY(!segue.isHeldBack);

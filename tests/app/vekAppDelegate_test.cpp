@@ -112,7 +112,7 @@ class vekAppDelegateTest : public QObject {
     QVERIFY(start != nullptr);
     QVERIFY(start->managedObjectContext() != nullptr);
     QCOMPARE(start->managedObjectContext(), test.delegate.managedObjectContext());
-    QVERIFY(test.delegate.window()->isStatusBarContentLight());
+    QCOMPARE(test.delegate.window()->statusBarStyle(), Window::StatusBarStyle::LightContent);
     QCOMPARE(test.delegate.window()->alerts(), &test.environment.alerts);
     QCOMPARE(test.delegate.window()->busy(), &test.environment.busy);
   }

@@ -345,7 +345,7 @@ class HistoryViewControllerTest : public QObject {
     PickedProgram program;
     HistoryViewController &history = program.open();
     program.start().setManagedObjectContext(nullptr);
-    Segue segue{QStringLiteral("segueElsewhere"), &history, &program.start()};
+    Segue segue{QStringLiteral("segueElsewhere"), &program.start()};
     history.prepareForSegue(segue);
     QCOMPARE(program.start().managedObjectContext(), nullptr);
     history.performSegueWithIdentifier(QStringLiteral("segueElsewhere"));

@@ -67,7 +67,7 @@ class detailViewControllerActionsTest : public QObject {
     const PickedBox program;
     program.detail().btnOptionsTouched();
     QCOMPARE(program.detail().presentedViewController(), program.detail().actionPicker());
-    QCOMPARE(program.detail().presentationStyle(), ViewController::PresentationStyle::Popover);
+    QCOMPARE(program.detail().presentationStyleName(), "popover");
     QCOMPARE(program.detail().popoverSource(), program.detail().btnOptions);
   }
 

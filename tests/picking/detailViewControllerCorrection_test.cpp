@@ -106,7 +106,7 @@ class detailViewControllerCorrectionTest : public QObject {
     program.detail().displayQuantityViewControllerForIndexPath(1);
     const changeQuantityViewController *keypad = program.keypad();
     QVERIFY(keypad != nullptr);
-    QCOMPARE(program.detail().presentationStyle(), ViewController::PresentationStyle::FormSheet);
+    QCOMPARE(program.detail().presentationStyleName(), "formSheet");
     QCOMPARE(textsOf({keypad->lblItemCode, keypad->lblItemBarcode, keypad->lblItemDescription,
                       keypad->lblCurrentQty, keypad->lblTotalQty, keypad->lblOrderQty}),
              QStringList({"B", "bB", "Description of B", "1", "1", "2"}));

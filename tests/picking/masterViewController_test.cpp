@@ -105,7 +105,7 @@ class masterViewControllerTest : public QObject {
     TestProgram program;
     program.enterPicking();
     program.start().setManagedObjectContext(nullptr);
-    Segue segue{QStringLiteral("segueElsewhere"), &program.master(), &program.start()};
+    Segue segue{QStringLiteral("segueElsewhere"), &program.start()};
     program.master().prepareForSegue(segue);
     QCOMPARE(textsOf(program.environment.alerts), QStringList(kQuestion));
     program.answerTopAlert(0);

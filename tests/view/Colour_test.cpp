@@ -13,7 +13,6 @@ class ColourTest : public QObject {
     QTest::addColumn<QString>("name");
     QTest::newRow("clear") << Colour::clear << "clear";
     QTest::newRow("black") << Colour::black << "black";
-    QTest::newRow("white") << Colour::white << "white";
     QTest::newRow("blue") << Colour::blue << "blue";
     QTest::newRow("red") << Colour::red << "red";
     QTest::newRow("green") << Colour::green << "green";

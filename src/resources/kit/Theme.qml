@@ -30,7 +30,6 @@ QtObject {
     readonly property var ink: ({
             "clear": "transparent",
             "black": text,
-            "white": "#ffffff",
             "blue": accent,
             "red": dark ? "#ffa39b" : "#a81e19",
             "green": dark ? "#86dfa6" : "#0b6430",
@@ -43,7 +42,6 @@ QtObject {
     readonly property var ground: ({
             "clear": surface,
             "black": text,
-            "white": "#ffffff",
             "blue": accentSoft,
             "red": dark ? "#46211f" : "#fbe1de",
             "green": dark ? "#173a2a" : "#d8f1e0",

@@ -30,7 +30,6 @@ class TextField : public Outlet {
   QML_UNCREATABLE("An outlet belongs to its controller")
   Q_PROPERTY(QString text READ text NOTIFY changed)
   Q_PROPERTY(bool enabled READ isEnabled NOTIFY enabledChanged)
-  Q_PROPERTY(bool takesScans READ takesScans NOTIFY changed)
   Q_PROPERTY(bool firstResponder READ isFirstResponder WRITE setFirstResponder NOTIFY changed)
 
  public:
@@ -56,7 +55,7 @@ class TextField : public Outlet {
 
   /// Returns true if scanned codes may be entered here.
   [[nodiscard]] bool takesScans() const { return m_takesScans; }
-  void setTakesScans(bool takesScans) { change(m_takesScans, takesScans); }
+  void setTakesScans(bool takesScans) { m_takesScans = takesScans; }
 
   /// Requests the keyboard focus.
   void becomeFirstResponder();
