@@ -15,7 +15,6 @@
 #include <QGuiApplication>
 #include <QIcon>
 #include <QLibraryInfo>
-#include <QQuickWindow>
 
 #include <algorithm>
 #include <cstdlib>

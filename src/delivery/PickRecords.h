@@ -6,7 +6,6 @@
 #include <QString>
 
 #include <cstdint>
-#include <memory>
 #include <variant>
 #include <vector>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "service/DeliveryAnswer.h"
+#include "delivery/JsonResult.h"
 #include "service/JsonPieces.h"
 #include "store/CatalogueWriter.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "delivery/JsonResult.h"
 #include "device/HttpClient.h"
-#include "service/DeliveryAnswer.h"
 
 #include <QByteArray>
 #include <QObject>

@@ -3,7 +3,6 @@
 #include <QString>
 #include <QStringList>
 
-#include <utility>
 #include <vector>
 
 /// The schema of the store: entities with their attributes and indexes, and a version number. A

@@ -2,8 +2,6 @@
 
 #include "view/outlets/CellLabel.h"
 
-#include <cstdint>
-
 struct BoxLine;
 
 /// The cell of a row or of the header of the pick table and the summary.
