@@ -5,6 +5,10 @@
 #include "store/CatalogueWriter.h"
 #include "store/ManagedObjectContext.h"
 
+#include <QDateTime>
+
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Statement.h>
 #include <benchmark/benchmark.h>
 #include <map>
 #include <stdexcept>
@@ -141,22 +145,35 @@ void bareHistory(benchmark::State &state) {
   }
 }
 
+QString textOf(SQLite::Statement &row, int column) {
+  return QString::fromStdString(row.getColumn(column).getString());
+}
+
+QDateTime timeOf(SQLite::Statement &row, int column) {
+  return QDateTime::fromMSecsSinceEpoch(row.getColumn(column).getInt64(), Qt::UTC);
+}
+
 void historyOneByOne(benchmark::State &state) {
-  const BareSqlite database(historyOf(static_cast<std::size_t>(state.range(0))).path());
-  BareSqlite::Statement groups(database, "SELECT DISTINCT doc, sent FROM Picking");
-  BareSqlite::Statement times(
-      database, "SELECT min(datepicked), max(datepicked) FROM Picking WHERE doc IS ?1");
+  const auto picks = static_cast<std::size_t>(state.range(0));
+  const SQLite::Database database(historyOf(picks).path().toStdString());
+  SQLite::Statement groups(database, "SELECT DISTINCT doc, sent FROM Picking");
+  SQLite::Statement times(database,
+                          "SELECT min(datepicked), max(datepicked) FROM Picking WHERE doc IS ?");
   for (auto _ : state) {
-    std::int64_t sum = 0;
-    while (groups.step()) {
-      times.bind(1, groups.text(0));
-      if (times.step()) {
-        sum += times.number(0) + times.number(1) + groups.number(1);
-      }
-      times.reset();
+    std::vector<DeliveryPickTimes> deliveries;
+    while (groups.executeStep()) {
+      deliveries.push_back({textOf(groups, 0), groups.getColumn(1).getInt(), {}});
     }
     groups.reset();
-    benchmark::DoNotOptimize(sum);
+    for (DeliveryPickTimes &delivery : deliveries) {
+      times.bind(1, delivery.doc.toStdString());
+      times.executeStep();
+      delivery.times = {timeOf(times, 0), timeOf(times, 1)};
+      times.reset();
+    }
+    if (deliveries.size() != picks / kPicksOfADelivery) {
+      state.SkipWithError("not every delivery");
+    }
   }
 }
 
