@@ -1,7 +1,7 @@
 #pragma once
 
 #include "FuzzInput.h"
-#include "http_message.h"
+#include "http/http_message.h"
 
 #include <string>
 

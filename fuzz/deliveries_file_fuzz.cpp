@@ -3,13 +3,13 @@
 
 #include "FuzzInput.h"
 #include "Property.h"
-#include "calendar.h"
-#include "csv_deliveries.h"
-#include "csv_records.h"
-#include "delivery_file.h"
-#include "input_error.h"
-#include "json_deliveries.h"
-#include "order_json.h"
+#include "files/csv_deliveries.h"
+#include "files/csv_records.h"
+#include "files/delivery_file.h"
+#include "files/json_deliveries.h"
+#include "json/order_json.h"
+#include "model/calendar.h"
+#include "model/input_error.h"
 
 #include <filesystem>
 #include <fstream>

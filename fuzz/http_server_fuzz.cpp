@@ -2,7 +2,7 @@
 // HTTP or closes the connection, passes on at most one request, and keeps serving other clients.
 
 #include "Property.h"
-#include "http_server.h"
+#include "http/http_server.h"
 
 #include <algorithm>
 #include <arpa/inet.h>

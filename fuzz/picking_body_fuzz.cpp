@@ -2,12 +2,12 @@
 // a reason otherwise. Accepted data must be the same after it is written and read again.
 
 #include "Property.h"
-#include "calendar.h"
-#include "html.h"
-#include "input_error.h"
-#include "percent_decoding.h"
-#include "picking_body.h"
-#include "strict_object.h"
+#include "http/percent_decoding.h"
+#include "json/strict_object.h"
+#include "model/calendar.h"
+#include "model/input_error.h"
+#include "pages/html.h"
+#include "tablet_api/picking_body.h"
 
 #include <nlohmann/json.hpp>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "command_line.h"
 
-#include "calendar.h"
+#include "model/calendar.h"
 
 #include <CLI/CLI.hpp>
 #include <map>

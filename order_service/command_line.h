@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sql_store.h"
+#include "store/sql_store.h"
 
 #include <cstdint>
 #include <filesystem>

@@ -1,11 +1,11 @@
 #include "command_line.h"
-#include "delivery_file.h"
-#include "demo_deliveries.h"
-#include "export_lines.h"
-#include "http_server.h"
-#include "last_reports.h"
-#include "sql_store.h"
+#include "demo/demo_deliveries.h"
+#include "files/delivery_file.h"
+#include "files/export_lines.h"
+#include "http/http_server.h"
+#include "model/last_reports.h"
 #include "stop_request.h"
+#include "store/sql_store.h"
 #include "web_service.h"
 
 #include <atomic>

@@ -1,6 +1,6 @@
 #include "web_service.h"
 
-#include "html_page.h"
+#include "pages/html_page.h"
 
 #include <chrono>
 #include <exception>

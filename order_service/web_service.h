@@ -1,12 +1,12 @@
 #pragma once
 
-#include "access_guard.h"
-#include "http_message.h"
-#include "metrics.h"
-#include "order_service.h"
-#include "request_log.h"
-#include "sql_store.h"
-#include "supervisor_pages.h"
+#include "http/http_message.h"
+#include "http/metrics.h"
+#include "http/request_log.h"
+#include "pages/access_guard.h"
+#include "pages/supervisor_pages.h"
+#include "store/sql_store.h"
+#include "tablet_api/order_service.h"
 
 #include <optional>
 

@@ -1,6 +1,6 @@
 #include "sample_data.h"
 #include "service_process.h"
-#include "sql_store.h"
+#include "store/sql_store.h"
 #include "temporary_folder.h"
 
 #include <csignal>

@@ -1,9 +1,9 @@
 // Texts that try to become markup on the supervisor's pages. What they are made of decides nothing:
 // a page of them has the elements and attributes of a page of harmless ones.
 
-#include "html.h"
+#include "pages/html.h"
+#include "pages/supervisor_pages.h"
 #include "sample_data.h"
-#include "supervisor_pages.h"
 
 #include <gtest/gtest.h>
 #include <regex>

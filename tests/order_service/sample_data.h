@@ -1,8 +1,8 @@
 #pragma once
 
-#include "deliveries.h"
-#include "input_error.h"
-#include "picked_line.h"
+#include "model/deliveries.h"
+#include "model/input_error.h"
+#include "model/picked_line.h"
 
 #include <nlohmann/json.hpp>
 #include <string>

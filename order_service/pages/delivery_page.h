@@ -1,0 +1,19 @@
+#pragma once
+
+#include "http/http_message.h"
+#include "model/order_line.h"
+#include "model/picked_delivery.h"
+
+#include <string>
+#include <vector>
+
+namespace cartonpick::orders {
+
+/// The page of one delivery. `lines` are its order lines; without any it was withdrawn.
+Answer deliveryPage(const std::string &number, const std::vector<OrderLine> &lines,
+                    const PickedDelivery &delivery);
+
+/// The page that says that there is no such delivery.
+Answer unknownDeliveryPage(const std::string &number);
+
+}  // namespace cartonpick::orders

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "model/delivery_state.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace soci {
+class session;
+}
+
+namespace cartonpick::orders {
+
+/// A delivery, in figures.
+struct DeliverySummary {
+  std::string number;
+  std::string customer;
+  int boxes = 0;             ///< that are ordered
+  std::int64_t ordered = 0;  ///< pieces
+  std::int64_t picked = 0;   ///< pieces, after all corrections
+  std::string sentAt;        ///< when the latest of its lines was received; may be empty
+  DeliveryState state = DeliveryState::Open;
+};
+
+/// At most so many deliveries are looked at at once.
+inline constexpr int kMaxSummaries = 100;
+
+/// The deliveries that are ordered or were sent, the latest change first. Only those whose number
+/// starts with `search`, or whose customer has it somewhere in the name, in whatever case; `search`
+/// is UTF-8 without the character U+0000. Throws soci::soci_error.
+std::vector<DeliverySummary> selectSummaries(soci::session &session, const std::string &search);
+
+}  // namespace cartonpick::orders

@@ -1,0 +1,160 @@
+#include "pages/access_guard.h"
+
+#include "model/input_error.h"
+#include "temporary_folder.h"
+
+#include <gtest/gtest.h>
+#include <vector>
+
+namespace cartonpick::orders {
+
+namespace {
+
+const std::string kToken = "token-of-16-signs";
+
+Request get(const std::string &target) {
+  return {.method = "GET", .target = target, .contentType = {}, .body = {}};
+}
+
+Request login(const std::string &body) {
+  return {.method = "POST", .target = "/login", .contentType = {}, .body = body};
+}
+
+std::string header(const Answer &answer, const std::string &name) {
+  for (const auto &[known, value] : answer.headers) {
+    if (known == name) {
+      return value;
+    }
+  }
+  return {};
+}
+
+}  // namespace
+
+TEST(AccessGuard, LetsEveryoneInWhereItIsOpen) {
+  EXPECT_FALSE(AccessGuard(std::nullopt, true).refusal(get("/")));
+}
+
+TEST(AccessGuard, IsOpenUnderTheNamesOfThisMachineAlone) {
+  const AccessGuard guard(std::nullopt, true);
+  Request request = get("/");
+  for (const std::string own : {"localhost", "localhost:8080", "127.0.0.1", "127.0.0.1:8080",
+                                "127.1.2.3:1", "[::1]:8080", "[::1]", ""}) {
+    request.host = own;
+    EXPECT_FALSE(guard.refusal(request)) << own;
+  }
+  for (const std::string others :
+       {"evil.example", "evil.example:8080", "localhost.evil.example", "127.0.0.1.evil.example",
+        "127.evil.example:8080", "10.0.0.7:8080", "[::2]:8080", "localhost:8080.evil.example",
+        "evil.example:127.0.0.1", ":8080"}) {
+    request.host = others;
+    const auto refusal = guard.refusal(request);
+    ASSERT_TRUE(refusal) << others;
+    EXPECT_EQ(refusal->status, 403) << others;
+  }
+}
+
+TEST(AccessGuard, TakesAnyNameWithTheToken) {
+  Request request = get("/");
+  request.host = "orders.example";
+  request.authorization = "Bearer " + kToken;
+  EXPECT_FALSE(AccessGuard(kToken, true).refusal(request));
+}
+
+TEST(AccessGuard, GivesAPageFromElsewhereThatPostsALoginNothing) {
+  const AccessGuard guard(kToken, false);
+  Request request = login("token=token-that-is-guessed");
+  request.host = "orders.example";
+  request.origin = "http://evil.example";
+  const auto answer = guard.refusal(request);
+  ASSERT_TRUE(answer);
+  EXPECT_EQ(answer->status, 401);
+  EXPECT_EQ(header(*answer, "Set-Cookie"), "");
+}
+
+TEST(AccessGuard, LetsNobodyInElsewhereWithoutAToken) {
+  const auto refusal = AccessGuard(std::nullopt, false).refusal(get("/"));
+  ASSERT_TRUE(refusal);
+  EXPECT_EQ(refusal->status, 403);
+}
+
+TEST(AccessGuard, AsksABrowserForTheToken) {
+  const auto refusal = AccessGuard(kToken, true).refusal(get("/"));
+  ASSERT_TRUE(refusal);
+  EXPECT_EQ(refusal->status, 401);
+  EXPECT_EQ(header(*refusal, "WWW-Authenticate"), "Bearer");
+  EXPECT_NE(refusal->body.find("<form method=\"post\" action=\"/login\">"), std::string::npos);
+  EXPECT_EQ(refusal->body.find(kToken), std::string::npos);
+}
+
+TEST(AccessGuard, TakesTheTokenAsABearerToken) {
+  const AccessGuard guard(kToken, false);
+  Request request = get("/metrics");
+  request.authorization = "Bearer " + kToken;
+  EXPECT_FALSE(guard.refusal(request));
+  for (const auto &wrong :
+       std::vector<std::string>{"Bearer ", "Bearer token", "bearer " + kToken, kToken,
+                                "Bearer " + kToken + "x", "Basic " + kToken}) {
+    request.authorization = wrong;
+    EXPECT_TRUE(guard.refusal(request)) << wrong;
+  }
+}
+
+TEST(AccessGuard, TakesTheTokenFromTheCookieThatALoginSets) {
+  const AccessGuard guard(kToken, false);
+  const auto answer = guard.refusal(login("token=token%2Dof-16-signs"));
+  ASSERT_TRUE(answer);
+  EXPECT_EQ(answer->status, 303);
+  EXPECT_EQ(header(*answer, "Location"), "/");
+  const std::string cookie = header(*answer, "Set-Cookie");
+  EXPECT_TRUE(cookie.ends_with("; Path=/; HttpOnly; SameSite=Strict")) << cookie;
+  Request request = get("/");
+  request.cookie = "a=b; " + cookie.substr(0, cookie.find(';')) + "; c=d";
+  EXPECT_FALSE(guard.refusal(request));
+  request.cookie = "cartonpick_token=";
+  EXPECT_TRUE(guard.refusal(request));
+}
+
+TEST(AccessGuard, LeadsToThePageThatWasAskedFor) {
+  const AccessGuard guard(kToken, false);
+  EXPECT_NE(guard.refusal(get("/deliveries/D%201"))->body.find("value=\"/deliveries/D%201\""),
+            std::string::npos);
+  const auto destination = [&](const std::string &page) {
+    return header(*guard.refusal(login("token=" + kToken + "&page=" + page)), "Location");
+  };
+  EXPECT_EQ(destination("%2Fdeliveries%2FD%25201"), "/deliveries/D%201");
+  for (const std::string elsewhere : {"", "%2F%2Fx.example", "%2F%5Cx.example", "http%3A%2F%2Fx",
+                                      "%2Fa%0D%0AX-Injected%3A1", "%2F%C3%A4", "%2Flogin"}) {
+    EXPECT_EQ(destination(elsewhere), "/") << elsewhere;
+  }
+}
+
+TEST(AccessGuard, SaysThatATokenIsTheWrongOne) {
+  const AccessGuard guard(kToken, false);
+  const std::string wrong = "That is not the token.";
+  EXPECT_EQ(guard.refusal(get("/"))->body.find(wrong), std::string::npos);
+  EXPECT_NE(guard.refusal(login("token=x"))->body.find(wrong), std::string::npos);
+}
+
+TEST(AccessGuard, RefusesALoginWithAnotherToken) {
+  const AccessGuard guard(kToken, false);
+  for (const auto &body :
+       std::vector<std::string>{"", "token=", "token=x", "other=" + kToken, "token=%"}) {
+    const auto answer = guard.refusal(login(body));
+    ASSERT_TRUE(answer) << body;
+    EXPECT_EQ(answer->status, 401) << body;
+    EXPECT_EQ(header(*answer, "Set-Cookie"), "") << body;
+  }
+}
+
+TEST(AccessGuard, ReadsTheTokenFromTheFirstLineOfAFile) {
+  const TemporaryFolder folder;
+  EXPECT_EQ(readToken(folder.write("token", kToken + "\nmore\n")), kToken);
+  for (const auto &text :
+       std::vector<std::string>{"", "too short\n", "token of 16 signs\n", "token-of-16-sign;s\n"}) {
+    EXPECT_THROW(readToken(folder.write("token", text)), InputError) << text;
+  }
+  EXPECT_THROW(readToken(folder.path("missing")), InputError);
+}
+
+}  // namespace cartonpick::orders
