@@ -18,7 +18,7 @@ namespace {
 
 using namespace cartonpick::orders;
 
-std::optional<std::vector<PickedLine>> linesOf(std::string_view body) {
+std::optional<std::vector<PickReport>> linesOf(std::string_view body) {
   try {
     return readPickingBody(body);
   } catch (const InputError &error) {
@@ -28,7 +28,7 @@ std::optional<std::vector<PickedLine>> linesOf(std::string_view body) {
   }
 }
 
-void checkLine(const PickedLine &line, const PickedLine &first) {
+void checkLine(const PickReport &line, const PickReport &first) {
   for (const std::string &text : {line.delivery, line.order, line.box, line.item, line.barcode}) {
     require(text.size() <= StrictObject::kMaxBytes && text.find('\0') == std::string::npos &&
                 simdjson::validate_utf8(text),
@@ -38,7 +38,7 @@ void checkLine(const PickedLine &line, const PickedLine &first) {
   require(line.delivery == first.delivery, "a report has one delivery");
 }
 
-nlohmann::json toJson(const PickedLine &line) {
+nlohmann::json toJson(const PickReport &line) {
   return {{"barcode", line.barcode},
           {"box", line.box},
           {"doc", line.delivery},
@@ -49,9 +49,9 @@ nlohmann::json toJson(const PickedLine &line) {
           {"datepicked", line.pickedAt}};
 }
 
-void checkWrittenAgain(const std::vector<PickedLine> &lines) {
+void checkWrittenAgain(const std::vector<PickReport> &lines) {
   auto array = nlohmann::json::array();
-  for (const PickedLine &line : lines) {
+  for (const PickReport &line : lines) {
     array.push_back(toJson(line));
   }
   require(linesOf(array.dump()) == lines,

@@ -39,7 +39,7 @@ class Service {
   Service() { m_store.load(sampleDeliveries()); }
 
   Answer answer(const Request &request) { return m_service.answer(request); }
-  [[nodiscard]] std::vector<StoredLine> stored() const { return m_store.picked({}); }
+  [[nodiscard]] std::vector<ReceivedReport> stored() const { return m_store.picked({}); }
 
  private:
   SqlStore m_store{SqlAddress(SqlAddress::kInMemory)};
@@ -139,7 +139,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
   const Request request = requestOf(input);
   const Answer answer = service()->answer(request);
   checkAnswer(request, answer);
-  const std::vector<StoredLine> stored = service()->stored();
+  const std::vector<ReceivedReport> stored = service()->stored();
   const bool isSent = request.method == "POST" && answer.status == 200;
   require(isSent || stored.empty(), "only an accepted report is stored");
   if (!stored.empty()) {

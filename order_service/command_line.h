@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/sql_store.h"
+#include "model/received_report.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -35,7 +35,7 @@ enum class ExportFormat { Csv, Json };
 /// Print what was picked.
 struct ExportOptions {
   std::string store;
-  StoredLineFilter filter;
+  ReportFilter filter;
   bool allReports = false;  ///< also those that later ones took the place of
   ExportFormat format = ExportFormat::Csv;
 };

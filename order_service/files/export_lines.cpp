@@ -8,11 +8,11 @@ namespace cartonpick::orders {
 
 namespace {
 
-nlohmann::ordered_json toJson(const StoredLine &stored) {
-  const PickedLine &line = stored.line;
-  return {{"doc", line.delivery},        {"ordernum", line.order},       {"box", line.box},
-          {"item", line.item},           {"barcode", line.barcode},      {"qty", line.quantity},
-          {"datepicked", line.pickedAt}, {"received", stored.receivedAt}};
+nlohmann::ordered_json toJson(const ReceivedReport &received) {
+  const PickReport &line = received.report;
+  return {{"doc", line.delivery},        {"ordernum", line.order},         {"box", line.box},
+          {"item", line.item},           {"barcode", line.barcode},        {"qty", line.quantity},
+          {"datepicked", line.pickedAt}, {"received", received.receivedAt}};
 }
 
 std::string field(std::string_view text) {
@@ -31,20 +31,20 @@ std::string field(std::string_view text) {
 
 }  // namespace
 
-void writeCsv(const std::vector<StoredLine> &lines, std::ostream &out) {
+void writeCsv(const std::vector<ReceivedReport> &reports, std::ostream &out) {
   out << "doc,ordernum,box,item,barcode,qty,datepicked,received\r\n";
-  for (const StoredLine &stored : lines) {
-    const PickedLine &line = stored.line;
+  for (const ReceivedReport &received : reports) {
+    const PickReport &line = received.report;
     out << field(line.delivery) << ',' << field(line.order) << ',' << field(line.box) << ','
         << field(line.item) << ',' << field(line.barcode) << ',' << line.quantity << ','
-        << field(line.pickedAt) << ',' << field(stored.receivedAt) << "\r\n";
+        << field(line.pickedAt) << ',' << field(received.receivedAt) << "\r\n";
   }
 }
 
-void writeJson(const std::vector<StoredLine> &lines, std::ostream &out) {
+void writeJson(const std::vector<ReceivedReport> &reports, std::ostream &out) {
   auto array = nlohmann::ordered_json::array();
-  for (const StoredLine &line : lines) {
-    array.push_back(toJson(line));
+  for (const ReceivedReport &received : reports) {
+    array.push_back(toJson(received));
   }
   out << array.dump(2) << '\n';
 }

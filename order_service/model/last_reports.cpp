@@ -9,25 +9,25 @@ namespace cartonpick::orders {
 
 namespace {
 
-bool isLater(const StoredLine &one, const StoredLine &other) {
-  return std::tie(one.receivedAt, one.line.pickedAt) >
-         std::tie(other.receivedAt, other.line.pickedAt);
+bool isLater(const ReceivedReport &one, const ReceivedReport &other) {
+  return std::tie(one.receivedAt, one.report.pickedAt) >
+         std::tie(other.receivedAt, other.report.pickedAt);
 }
 
 }  // namespace
 
-std::vector<StoredLine> lastReports(const std::vector<StoredLine> &lines) {
+std::vector<ReceivedReport> lastReports(const std::vector<ReceivedReport> &reports) {
   using Place = std::tuple<std::string, std::string, std::string, std::string, std::string>;
   std::map<Place, std::size_t> indexes;
-  std::vector<StoredLine> last;
-  for (const StoredLine &stored : lines) {
-    const PickedLine &line = stored.line;
+  std::vector<ReceivedReport> last;
+  for (const ReceivedReport &received : reports) {
+    const PickReport &report = received.report;
     const auto [index, isNew] = indexes.try_emplace(
-        {line.delivery, line.order, line.box, line.item, line.barcode}, last.size());
+        {report.delivery, report.order, report.box, report.item, report.barcode}, last.size());
     if (isNew) {
-      last.push_back(stored);
-    } else if (isLater(stored, last[index->second])) {
-      last[index->second] = stored;
+      last.push_back(received);
+    } else if (isLater(received, last[index->second])) {
+      last[index->second] = received;
     }
   }
   return last;

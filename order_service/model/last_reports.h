@@ -1,13 +1,13 @@
 #pragma once
 
-#include "store/sql_store.h"
+#include "model/received_report.h"
 
 #include <vector>
 
 namespace cartonpick::orders {
 
-/// Of every order, box, item and barcode of a delivery the line that was received last, in the
-/// order of the first ones: what is picked now.
-std::vector<StoredLine> lastReports(const std::vector<StoredLine> &lines);
+/// Returns, of every order, box, item and barcode of a delivery, the report that was received last,
+/// in the order of the first ones: what is picked now.
+std::vector<ReceivedReport> lastReports(const std::vector<ReceivedReport> &reports);
 
 }  // namespace cartonpick::orders

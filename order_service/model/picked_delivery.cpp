@@ -12,12 +12,12 @@ namespace {
 /// The boxes in the order in which they were first named, likewise their lines.
 class Boxes {
  public:
-  PickedOrderLine &line(const std::string &order, const std::string &box, const std::string &item,
-                        const std::string &barcode) {
+  LineFulfilment &line(const std::string &order, const std::string &box, const std::string &item,
+                       const std::string &barcode) {
     const auto [place, isNew] = m_places.try_emplace({order, box, item, barcode});
     if (isNew) {
       const std::size_t boxIndex = indexOf(box);
-      std::vector<PickedOrderLine> &lines = m_boxes[boxIndex].lines;
+      std::vector<LineFulfilment> &lines = m_boxes[boxIndex].lines;
       place->second = {boxIndex, lines.size()};
       lines.push_back({.order = order, .box = box, .article = {barcode, item, {}}, .reports = {}});
     }
@@ -43,16 +43,18 @@ class Boxes {
       m_places;
 };
 
-void sortByTime(std::vector<StoredLine> &facts) {
-  std::stable_sort(facts.begin(), facts.end(), [](const StoredLine &a, const StoredLine &b) {
-    return std::tie(a.receivedAt, a.line.pickedAt) < std::tie(b.receivedAt, b.line.pickedAt);
-  });
+void sortByTime(std::vector<ReceivedReport> &reports) {
+  std::stable_sort(reports.begin(), reports.end(),
+                   [](const ReceivedReport &a, const ReceivedReport &b) {
+                     return std::tie(a.receivedAt, a.report.pickedAt) <
+                            std::tie(b.receivedAt, b.report.pickedAt);
+                   });
 }
 
 DeliveryState stateOf(const std::vector<PickedBox> &boxes, bool isOrdered, bool isSent) {
   DeliveryTraits traits = {.isOrdered = isOrdered, .isSent = isSent};
   for (const PickedBox &box : boxes) {
-    for (const PickedOrderLine &line : box.lines) {
+    for (const LineFulfilment &line : box.lines) {
       traits.isShort |= line.difference() < 0;
       traits.isOver |= line.difference() > 0;
     }
@@ -62,24 +64,27 @@ DeliveryState stateOf(const std::vector<PickedBox> &boxes, bool isOrdered, bool 
 
 }  // namespace
 
-PickedDelivery pickedDelivery(const std::vector<OrderLine> &lines, std::vector<StoredLine> facts) {
+PickedDelivery pickedDelivery(const std::vector<OrderLine> &lines,
+                              std::vector<ReceivedReport> reports) {
   Boxes boxes;
   for (const OrderLine &ordered : lines) {
-    PickedOrderLine &line =
+    LineFulfilment &line =
         boxes.line(ordered.order, ordered.carton, ordered.article.item, ordered.article.barcode);
     line.article.description = ordered.article.description;
     line.isOrdered = true;
     line.ordered += ordered.quantity;
   }
-  sortByTime(facts);
-  for (const StoredLine &fact : facts) {
-    boxes.line(fact.line.order, fact.line.box, fact.line.item, fact.line.barcode)
-        .reports.push_back(fact.line.quantity);
+  sortByTime(reports);
+  for (const ReceivedReport &received : reports) {
+    boxes
+        .line(received.report.order, received.report.box, received.report.item,
+              received.report.barcode)
+        .reports.push_back(received.report.quantity);
   }
   PickedDelivery delivery;
   delivery.boxes = boxes.take();
-  delivery.sentAt = facts.empty() ? std::string() : facts.back().receivedAt;
-  delivery.state = stateOf(delivery.boxes, !lines.empty(), !facts.empty());
+  delivery.sentAt = reports.empty() ? std::string() : reports.back().receivedAt;
+  delivery.state = stateOf(delivery.boxes, !lines.empty(), !reports.empty());
   return delivery;
 }
 

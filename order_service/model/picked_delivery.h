@@ -2,7 +2,7 @@
 
 #include "model/delivery_state.h"
 #include "model/order_line.h"
-#include "store/sql_store.h"
+#include "model/received_report.h"
 
 #include <cstdint>
 #include <string>
@@ -11,7 +11,7 @@
 namespace cartonpick::orders {
 
 /// What was ordered and picked of one article for one order in one box.
-struct PickedOrderLine {
+struct LineFulfilment {
   std::string order;
   std::string box;
   Article article;
@@ -26,7 +26,7 @@ struct PickedOrderLine {
 /// A box with its lines: those that are ordered in their given order, then the others.
 struct PickedBox {
   std::string name;
-  std::vector<PickedOrderLine> lines;
+  std::vector<LineFulfilment> lines;
 };
 
 /// A delivery box by box: those that are ordered in their given order, then the others.
@@ -36,8 +36,9 @@ struct PickedDelivery {
   DeliveryState state = DeliveryState::Open;
 };
 
-/// Brings together a delivery's lines and what was picked of them. Lines that the tablet can't tell
+/// Brings together a delivery's lines and the reports about them. Lines that the tablet can't tell
 /// apart become one.
-PickedDelivery pickedDelivery(const std::vector<OrderLine> &lines, std::vector<StoredLine> facts);
+PickedDelivery pickedDelivery(const std::vector<OrderLine> &lines,
+                              std::vector<ReceivedReport> reports);
 
 }  // namespace cartonpick::orders

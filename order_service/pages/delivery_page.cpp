@@ -18,7 +18,7 @@ struct Sums {
 Sums sumsOf(const std::vector<PickedBox> &boxes) {
   Sums sums;
   for (const PickedBox &box : boxes) {
-    for (const PickedOrderLine &line : box.lines) {
+    for (const LineFulfilment &line : box.lines) {
       sums.ordered += line.ordered;
       sums.picked += line.picked();
     }
@@ -35,7 +35,7 @@ std::string differenceClass(std::int64_t difference, DeliveryState state) {
 }
 
 /// The quantities that were reported before others took their place.
-std::string formerQuantities(const PickedOrderLine &line) {
+std::string formerQuantities(const LineFulfilment &line) {
   std::string former;
   for (std::size_t i = 0; i + 1 < line.reports.size(); ++i) {
     if (line.reports[i] != line.reports[i + 1]) {
@@ -45,7 +45,7 @@ std::string formerQuantities(const PickedOrderLine &line) {
   return former.empty() ? former : " <span class=\"note\">" + former + "</span>";
 }
 
-std::string rowOf(const PickedOrderLine &line, DeliveryState state, bool hasOrderColumn) {
+std::string rowOf(const LineFulfilment &line, DeliveryState state, bool hasOrderColumn) {
   const std::string order =
       hasOrderColumn ? R"(<td class="text" data-label="Order">)" + escaped(line.order) + "</td>"
                      : std::string();
@@ -73,7 +73,7 @@ std::string sectionOf(const PickedBox &box, DeliveryState state, bool hasOrderCo
       "<th scope=\"col\" class=\"figure\">Ordered</th>"
       "<th scope=\"col\" class=\"figure\">Picked</th>"
       "<th scope=\"col\" class=\"figure\">Difference</th></tr></thead>\n<tbody>\n";
-  for (const PickedOrderLine &line : box.lines) {
+  for (const LineFulfilment &line : box.lines) {
     html += rowOf(line, state, hasOrderColumn);
   }
   return html + "</tbody></table></section>\n";
@@ -83,7 +83,7 @@ bool hasSeveralOrders(const std::vector<PickedBox> &boxes) {
   const std::string &first = boxes.front().lines.front().order;
   return std::any_of(boxes.begin(), boxes.end(), [&](const PickedBox &box) {
     return std::any_of(box.lines.begin(), box.lines.end(),
-                       [&](const PickedOrderLine &line) { return line.order != first; });
+                       [&](const LineFulfilment &line) { return line.order != first; });
   });
 }
 

@@ -19,7 +19,7 @@ std::string figureOf(const std::string &barcode, const std::string &text) {
          "</figcaption></figure>";
 }
 
-std::string itemOf(const PickedOrderLine &line) {
+std::string itemOf(const LineFulfilment &line) {
   return "<li><div class=\"pieces\">" + figure(line.ordered) + " ×</div><div class=\"what\"><b>" +
          escaped(line.article.item) + "</b><span>" + escaped(line.article.description) +
          "</span></div>" + figureOf(articleBarcode(line.article.barcode), line.article.barcode) +
@@ -50,7 +50,7 @@ std::string pageFoot(const std::string &number) {
 /// Nothing for a box of which nothing was ordered.
 std::string sectionOf(const PickedBox &box) {
   std::string items;
-  for (const PickedOrderLine &line : box.lines) {
+  for (const LineFulfilment &line : box.lines) {
     items += line.isOrdered ? itemOf(line) : std::string();
   }
   return items.empty() ? items

@@ -61,7 +61,7 @@ Answer SupervisorPages::delivery(std::string_view encodedNumber, bool isSheet) c
     return unknownDeliveryPage(std::string(encodedNumber));
   }
   const std::vector<OrderLine> lines = m_store.delivery(*number).lines;
-  std::vector<StoredLine> facts = m_store.picked({.delivery = *number});
+  std::vector<ReceivedReport> facts = m_store.picked({.delivery = *number});
   if (lines.empty() && facts.empty()) {
     return unknownDeliveryPage(*number);
   }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "model/order_line.h"
-#include "model/picked_line.h"
+#include "model/pick_report.h"
 
 #include <string>
 #include <vector>
@@ -34,7 +34,7 @@ class OrderStore {
   /// Stores all of the lines, which are of one delivery, or none; lines that are stored already
   /// change nothing. Returns only once they would survive a power cut, as far as the
   /// implementation can.
-  virtual void store(const std::vector<PickedLine> &lines) = 0;
+  virtual void store(const std::vector<PickReport> &lines) = 0;
 };
 
 }  // namespace cartonpick::orders

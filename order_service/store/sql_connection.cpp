@@ -73,7 +73,7 @@ struct SqlConnection::Statements {
   std::string delivery;
   OrderLine line;
   int sent = 0;
-  PickedLine picked;
+  PickReport picked;
   std::string receivedAt;
 
   soci::statement selectLines;
@@ -109,12 +109,12 @@ Delivery SqlConnection::delivery(const std::string &number) {
   return found;
 }
 
-void SqlConnection::insert(const std::vector<PickedLine> &lines, const std::string &receivedAt) {
+void SqlConnection::insert(const std::vector<PickReport> &lines, const std::string &receivedAt) {
   statements().receivedAt = receivedAt;
   statements().delivery = lines.front().delivery;
   // First, so that two senders of one delivery wait for each other here and nowhere else.
   statements().touchDelivery.execute(true);
-  for (const PickedLine &line : lines) {
+  for (const PickReport &line : lines) {
     statements().picked = line;
     statements().insertPicked.execute(true);
   }

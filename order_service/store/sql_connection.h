@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/picked_line.h"
+#include "model/pick_report.h"
 #include "store/order_store.h"
 #include "store/sql_address.h"
 
@@ -24,7 +24,7 @@ class SqlConnection {
 
   Delivery delivery(const std::string &number);
   /// Inserts what is not there yet; to be called in a transaction.
-  void insert(const std::vector<PickedLine> &lines, const std::string &receivedAt);
+  void insert(const std::vector<PickReport> &lines, const std::string &receivedAt);
 
  private:
   struct Statements;

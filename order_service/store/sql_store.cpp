@@ -186,7 +186,7 @@ std::vector<Article> SqlStore::catalogue() const {
   });
 }
 
-void SqlStore::store(const std::vector<PickedLine> &lines) {
+void SqlStore::store(const std::vector<PickReport> &lines) {
   const std::string receivedAt = utcTime();
   std::unique_lock writing(m_writing, std::defer_lock);
   if (m_address.dialect == SqlDialect::Sqlite) {
@@ -225,10 +225,10 @@ void SqlStore::replace(const Deliveries &deliveries) {
   });
 }
 
-std::vector<StoredLine> SqlStore::picked(const StoredLineFilter &filter) const {
+std::vector<ReceivedReport> SqlStore::picked(const ReportFilter &filter) const {
   return with([&](SqlConnection &connection) {
-    StoredLine stored;
-    PickedLine &line = stored.line;
+    ReceivedReport stored;
+    PickReport &line = stored.report;
     soci::statement select(connection.session());
     // A condition that may be there or not would keep SQLite from using the index.
     std::string where;
@@ -256,7 +256,7 @@ std::vector<StoredLine> SqlStore::picked(const StoredLineFilter &filter) const {
         " ORDER BY delivery, order_no, box, item, picked_at, received_at");
     select.define_and_bind();
     select.execute();
-    std::vector<StoredLine> lines;
+    std::vector<ReceivedReport> lines;
     while (select.fetch()) {
       lines.push_back(stored);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/deliveries.h"
+#include "model/received_report.h"
 #include "store/delivery_summary.h"
 #include "store/order_store.h"
 #include "store/sql_address.h"
@@ -16,20 +17,6 @@ namespace cartonpick::orders {
 
 class SqlConnection;
 
-/// A picked line as it stands in a store.
-struct StoredLine {
-  PickedLine line;
-  std::string receivedAt;  ///< UTC, yyyy-MM-dd HH:mm:ss.zzzzzz; empty for lines of old stores
-
-  bool operator==(const StoredLine &) const = default;
-};
-
-/// Which picked lines are meant; what is not given does not matter.
-struct StoredLineFilter {
-  std::optional<std::string> delivery = std::nullopt;
-  std::optional<std::string> day = std::nullopt;  ///< on which they were picked, yyyy-MM-dd
-};
-
 /// A store in an SQLite file, or in PostgreSQL. Any number of processes may share one. A connection
 /// that was lost is made anew. Everything throws std::runtime_error when the store can't be used.
 class SqlStore : public OrderStore {
@@ -40,15 +27,15 @@ class SqlStore : public OrderStore {
 
   Delivery delivery(const std::string &number) const override;
   std::vector<Article> catalogue() const override;
-  void store(const std::vector<PickedLine> &lines) override;
+  void store(const std::vector<PickReport> &lines) override;
 
   /// Adds the deliveries, or replaces those that are there already, and the articles that are new.
   /// All or nothing.
   void load(const Deliveries &deliveries);
   /// The same, and nothing else stays to be picked.
   void replace(const Deliveries &deliveries);
-  /// The picked lines by delivery, order, box, item and time.
-  std::vector<StoredLine> picked(const StoredLineFilter &filter) const;
+  /// The received reports by delivery, order, box, item and time.
+  std::vector<ReceivedReport> picked(const ReportFilter &filter) const;
   /// Summaries of deliveries, the latest change first; see selectSummaries.
   std::vector<DeliverySummary> summaries(const std::string &search) const;
 

@@ -112,7 +112,7 @@ Answer OrderService::sendPick(const Request &request) const {
     // The page may be of another network, in a browser of this one.
     return textAnswer(403, "a picking is not taken from a web page");
   }
-  std::vector<PickedLine> lines;
+  std::vector<PickReport> lines;
   try {
     checkContentType(request.contentType);
     lines = readPickingBody(request.body);

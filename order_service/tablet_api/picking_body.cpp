@@ -29,7 +29,7 @@ void checkNotSent(const StrictObject &object) {
   }
 }
 
-PickedLine readLine(const nlohmann::json &value) {
+PickReport readLine(const nlohmann::json &value) {
   const StrictObject object(value, kMembers);
   checkNotSent(object);
   return {.delivery = object.text("doc"),
@@ -41,7 +41,7 @@ PickedLine readLine(const nlohmann::json &value) {
           .pickedAt = pickedAt(object)};
 }
 
-void checkSameDelivery(const PickedLine &line, const PickedLine &first) {
+void checkSameDelivery(const PickReport &line, const PickReport &first) {
   if (line.delivery != first.delivery) {
     throw InputError("delivery \"" + line.delivery + "\" is not \"" + first.delivery +
                      "\", that of line 1");
@@ -50,7 +50,7 @@ void checkSameDelivery(const PickedLine &line, const PickedLine &first) {
 
 }  // namespace
 
-std::vector<PickedLine> readPickingBody(std::string_view body) {
+std::vector<PickReport> readPickingBody(std::string_view body) {
   const nlohmann::json root = parseJson(body, "the body");
   if (!root.is_array()) {
     throw InputError("the body is not an array");
@@ -58,7 +58,7 @@ std::vector<PickedLine> readPickingBody(std::string_view body) {
   if (root.empty()) {
     throw InputError("the array is empty");
   }
-  std::vector<PickedLine> lines;
+  std::vector<PickReport> lines;
   for (const nlohmann::json &value : root) {
     readAt("line " + std::to_string(lines.size() + 1), [&] {
       lines.push_back(readLine(value));

@@ -169,7 +169,7 @@ TEST(Executable, ExportsWhatHoldsUnlessToldToExportAll) {
   const std::string store = folder.path("store.sqlite");
   {
     SqlStore picked{SqlAddress(store)};
-    PickedLine line = pickedLine();
+    PickReport line = pickReport();
     picked.store({line});
     line.quantity = 77;
     picked.store({line});
@@ -183,7 +183,7 @@ TEST(Executable, ExportsWhatHoldsUnlessToldToExportAll) {
     return found;
   };
   EXPECT_EQ(quantities({}), std::vector{77});
-  EXPECT_EQ(quantities({"--all"}), (std::vector{pickedLine().quantity, 77}));
+  EXPECT_EQ(quantities({"--all"}), (std::vector{pickReport().quantity, 77}));
 }
 
 TEST(Executable, ExportsFromNoStoreThatIsNotThere) {

@@ -31,9 +31,9 @@ class Pages {
     OrderLine other = line;
     other.order += "x";
     m_store.load({{line, other}, {}});
-    PickedLine picked = pickedLine();
+    PickReport picked = pickReport();
     picked.delivery = picked.order = picked.box = picked.item = picked.barcode = text;
-    PickedLine unordered = picked;
+    PickReport unordered = picked;
     unordered.box += "x";
     m_store.store({picked, unordered});
   }

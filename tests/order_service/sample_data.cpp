@@ -60,7 +60,7 @@ nlohmann::json pickingJson(int lines) {
   return picking;
 }
 
-PickedLine pickedLine() {
+PickReport pickReport() {
   return {.delivery = "D1",
           .order = "SO-1",
           .box = "C001",

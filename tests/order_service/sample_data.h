@@ -2,7 +2,7 @@
 
 #include "model/deliveries.h"
 #include "model/input_error.h"
-#include "model/picked_line.h"
+#include "model/pick_report.h"
 
 #include <nlohmann/json.hpp>
 #include <string>
@@ -24,7 +24,7 @@ nlohmann::json orderLineJson();
 nlohmann::json pickingJson(int lines = 1);
 
 /// The fact that the only line of pickingJson() reports.
-PickedLine pickedLine();
+PickReport pickReport();
 
 /// The text of the InputError that `call` throws; "nothing thrown" without one.
 template <class Call>

@@ -11,10 +11,10 @@ namespace {
 
 /// The record, without the header, of a line whose item is `item`.
 std::string csvOf(const std::string &item) {
-  PickedLine line = pickedLine();
+  PickReport line = pickReport();
   line.item = item;
   std::ostringstream out;
-  writeCsv({{.line = line, .receivedAt = "2026-03-04 09:15:01"}}, out);
+  writeCsv({{.report = line, .receivedAt = "2026-03-04 09:15:01"}}, out);
   return out.str().substr(out.str().find("\r\n") + 2);
 }
 
@@ -38,18 +38,18 @@ TEST(ExportLines, GiveCodesOutAsTheyCameIn) {
 }
 
 TEST(ExportLines, KeepQuantitiesBelowZeroNumbers) {
-  PickedLine line = pickedLine();
+  PickReport line = pickReport();
   line.quantity = -3;
   std::ostringstream out;
-  writeCsv({{.line = line, .receivedAt = {}}}, out);
+  writeCsv({{.report = line, .receivedAt = {}}}, out);
   EXPECT_NE(out.str().find(",-3,"), std::string::npos) << out.str();
 }
 
 TEST(ExportLines, LeaveEveryTextAsItIsInJson) {
-  PickedLine line = pickedLine();
+  PickReport line = pickReport();
   line.item = "=1+1";
   std::ostringstream out;
-  writeJson({{.line = line, .receivedAt = {}}}, out);
+  writeJson({{.report = line, .receivedAt = {}}}, out);
   EXPECT_EQ(nlohmann::json::parse(out.str()).at(0).at("item"), "=1+1");
 }
 

@@ -3,7 +3,7 @@
 #include "raw_connection.h"
 #include "sample_data.h"
 #include "store/sql_store.h"
-#include "stored_lines.h"
+#include "stored_reports.h"
 #include "tablet_api/order_service.h"
 #include "temporary_folder.h"
 
@@ -28,7 +28,7 @@ class FullStore : public OrderStore {
     return {.lines = {lines.begin(), lines.end()}};
   }
   std::vector<Article> catalogue() const override { return m_deliveries.catalogue(); }
-  void store(const std::vector<PickedLine> & /*lines*/) override {
+  void store(const std::vector<PickReport> & /*lines*/) override {
     throw std::runtime_error("the disk is full");
   }
 
@@ -47,7 +47,7 @@ class HttpServerTest : public testing::Test {
   httplib::Client client() const { return httplib::Client("127.0.0.1", m_server.port()); }
 
   const HttpServer &server() const { return m_server; }
-  int storedLinesOfServer() const { return storedLines(m_folder.path("sent.sqlite")); }
+  int storedLinesOfServer() const { return storedReports(m_folder.path("sent.sqlite")); }
   bool hasFailed() { return m_failure.get_future().wait_for(kPatience) == kReady; }
 
  private:

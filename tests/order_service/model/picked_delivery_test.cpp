@@ -16,17 +16,17 @@ OrderLine ordered(const std::string &item, const std::string &box = "C001") {
   return line;
 }
 
-StoredLine fact(const std::string &item, std::int32_t quantity,
-                const std::string &receivedAt = "2026-03-01 08:00:00.000000",
-                const std::string &pickedAt = "2026-03-01 07:00:00") {
-  PickedLine line = pickedLine();
+ReceivedReport fact(const std::string &item, std::int32_t quantity,
+                    const std::string &receivedAt = "2026-03-01 08:00:00.000000",
+                    const std::string &pickedAt = "2026-03-01 07:00:00") {
+  PickReport line = pickReport();
   line.item = item;
   line.quantity = quantity;
   line.pickedAt = pickedAt;
   return {line, receivedAt};
 }
 
-DeliveryState stateWith(const std::vector<StoredLine> &facts) {
+DeliveryState stateWith(const std::vector<ReceivedReport> &facts) {
   return pickedDelivery({ordered("A"), ordered("B")}, facts).state;
 }
 
@@ -53,7 +53,7 @@ TEST(PickedDelivery, AddsUpLinesThatATabletCantTellApart) {
 TEST(PickedDelivery, CountsTheQuantityThatWasReceivedLast) {
   const auto delivery = pickedDelivery(
       {ordered("A")}, {fact("A", 1, "3"), fact("A", 7, "2", "9"), fact("A", 5, "2", "1")});
-  const PickedOrderLine &line = delivery.boxes.at(0).lines.at(0);
+  const LineFulfilment &line = delivery.boxes.at(0).lines.at(0);
   EXPECT_EQ(line.reports, (std::vector{5, 7, 1}));
   EXPECT_EQ(line.picked(), 1);
   EXPECT_EQ(line.difference(), -2);
@@ -62,7 +62,7 @@ TEST(PickedDelivery, CountsTheQuantityThatWasReceivedLast) {
 TEST(PickedDelivery, HasWhatWasPickedWithoutAnOrderAfterTheRest) {
   const auto delivery = pickedDelivery({ordered("A"), ordered("B", "C002")}, {fact("X", 2)});
   ASSERT_EQ(delivery.boxes.at(0).lines.size(), 2U);
-  const PickedOrderLine &line = delivery.boxes[0].lines[1];
+  const LineFulfilment &line = delivery.boxes[0].lines[1];
   EXPECT_FALSE(line.isOrdered);
   EXPECT_EQ(line.difference(), 2);
 }

@@ -20,7 +20,7 @@ class SupervisorPagesTest : public testing::Test {
     return page(target).find(part) != std::string::npos;
   }
   void send(const std::string &item, std::int32_t quantity) {
-    PickedLine line = pickedLine();
+    PickReport line = pickReport();
     line.item = item;
     line.quantity = quantity;
     m_store.store({line});

@@ -19,8 +19,8 @@ OrderLine ordered(const std::string &delivery, const std::string &item,
   return line;
 }
 
-PickedLine picked(const std::string &delivery, const std::string &item, std::int32_t quantity) {
-  PickedLine line = pickedLine();
+PickReport picked(const std::string &delivery, const std::string &item, std::int32_t quantity) {
+  PickReport line = pickReport();
   line.delivery = delivery;
   line.item = item;
   line.quantity = quantity;
@@ -41,7 +41,7 @@ std::string numbersOf(const std::vector<DeliverySummary> &summaries) {
 class DeliverySummaryTest : public testing::TestWithParam<SqlDialect> {
  protected:
   void load(const std::vector<OrderLine> &lines) { m_store.load({lines, {}}); }
-  void send(const std::vector<PickedLine> &lines) { m_store.store(lines); }
+  void send(const std::vector<PickReport> &lines) { m_store.store(lines); }
   std::vector<DeliverySummary> summaries(const std::string &search = {}) const {
     return m_store.summaries(search);
   }

@@ -3,7 +3,7 @@
 #include "postgres_cluster.h"
 #include "sample_data.h"
 #include "store/sql_connection.h"
-#include "stored_lines.h"
+#include "stored_reports.h"
 #include "temporary_folder.h"
 
 #include <SQLiteCpp/Database.h>
@@ -18,8 +18,8 @@ namespace cartonpick::orders {
 
 namespace {
 
-PickedLine withQuantity(std::int32_t quantity) {
-  PickedLine line = pickedLine();
+PickReport withQuantity(std::int32_t quantity) {
+  PickReport line = pickReport();
   line.quantity = quantity;
   return line;
 }
@@ -39,10 +39,10 @@ std::vector<std::string> itemsOf(const std::vector<Article> &articles) {
   return items;
 }
 
-std::vector<int> quantitiesOf(const std::vector<StoredLine> &lines) {
+std::vector<int> quantitiesOf(const std::vector<ReceivedReport> &lines) {
   std::vector<int> quantities;
-  for (const StoredLine &stored : lines) {
-    quantities.push_back(stored.line.quantity);
+  for (const ReceivedReport &stored : lines) {
+    quantities.push_back(stored.report.quantity);
   }
   return quantities;
 }
@@ -104,7 +104,7 @@ TEST_P(SqlStoreTest, LoadsADeliveryAgainInPlaceOfTheOld) {
 TEST_P(SqlStoreTest, ReplacesAllDeliveriesAndArticlesButNothingPicked) {
   SqlStore store(address());
   store.load({{withDelivery("D1", "A"), withDelivery("D2", "C")}, {}});
-  store.store({pickedLine()});
+  store.store({pickReport()});
   store.replace({{withDelivery("D3", "D")}, {}});
   EXPECT_TRUE(store.delivery("D1").lines.empty());
   EXPECT_EQ(store.delivery("D3").lines.size(), 1U);
@@ -118,7 +118,7 @@ TEST_P(SqlStoreTest, KnowsWhichDeliveriesWereSent) {
     store.load({{withDelivery(number, "A"), withDelivery(number, "B")}, {}});
   }
   EXPECT_FALSE(store.delivery("D1").isSent);
-  store.store({pickedLine()});
+  store.store({pickReport()});
   EXPECT_TRUE(store.delivery("D1").isSent);
   EXPECT_FALSE(store.delivery("D1 ").isSent);
   EXPECT_FALSE(store.delivery("d1").isSent);
@@ -126,7 +126,7 @@ TEST_P(SqlStoreTest, KnowsWhichDeliveriesWereSent) {
 
 TEST_P(SqlStoreTest, CallsNothingSentThatIsNotThereToPick) {
   SqlStore store(address());
-  store.store({pickedLine()});
+  store.store({pickReport()});
   EXPECT_FALSE(store.delivery("D1").isSent);
 }
 
@@ -139,9 +139,9 @@ TEST_P(SqlStoreTest, StoresAFactOnce) {
 
 TEST_P(SqlStoreTest, KeepsTheTimeAtWhichAFactFirstCame) {
   SqlStore store(address());
-  store.store({pickedLine()});
+  store.store({pickReport()});
   const auto before = store.picked({});
-  store.store({pickedLine()});
+  store.store({pickReport()});
   EXPECT_EQ(store.picked({}), before);
   EXPECT_EQ(before.front().receivedAt.size(), std::string("2026-01-31 12:00:00.123456").size());
 }
@@ -155,10 +155,10 @@ TEST_P(SqlStoreTest, KeepsALaterDifferentQuantityAsWell) {
 
 TEST_P(SqlStoreTest, TellsFactsApartByEveryMember) {
   SqlStore store(address());
-  store.store({pickedLine()});
-  for (const auto member : {&PickedLine::delivery, &PickedLine::order, &PickedLine::box,
-                            &PickedLine::item, &PickedLine::barcode, &PickedLine::pickedAt}) {
-    PickedLine other = pickedLine();
+  store.store({pickReport()});
+  for (const auto member : {&PickReport::delivery, &PickReport::order, &PickReport::box,
+                            &PickReport::item, &PickReport::barcode, &PickReport::pickedAt}) {
+    PickReport other = pickReport();
     other.*member += ' ';
     store.store({other});
   }
@@ -167,7 +167,7 @@ TEST_P(SqlStoreTest, TellsFactsApartByEveryMember) {
 
 TEST_P(SqlStoreTest, GivesTextsAndNumbersBackAsTheyCame) {
   SqlStore store(address());
-  const PickedLine line = {.delivery = "Ü/ß €",
+  const PickReport line = {.delivery = "Ü/ß €",
                            .order = "",
                            .box = "'; DROP TABLE picked_line; --",
                            .item = "\xF0\x9F\x93\xA6",
@@ -175,12 +175,12 @@ TEST_P(SqlStoreTest, GivesTextsAndNumbersBackAsTheyCame) {
                            .quantity = -2147483647 - 1,
                            .pickedAt = "2026-02-28 23:59:59"};
   store.store({line});
-  EXPECT_EQ(store.picked({.delivery = line.delivery}).front().line, line);
+  EXPECT_EQ(store.picked({.delivery = line.delivery}).front().report, line);
 }
 
 TEST_P(SqlStoreTest, FindsPickedLinesByDeliveryAndDay) {
   SqlStore store(address());
-  PickedLine other = withQuantity(2);
+  PickReport other = withQuantity(2);
   other.delivery = "D2";
   other.pickedAt = "2026-03-01 00:00:00";
   store.store({withQuantity(1)});
@@ -192,7 +192,7 @@ TEST_P(SqlStoreTest, FindsPickedLinesByDeliveryAndDay) {
 }
 
 TEST_P(SqlStoreTest, Survives) {
-  SqlStore(address()).store({pickedLine()});
+  SqlStore(address()).store({pickReport()});
   EXPECT_EQ(SqlStore(address()).picked({}).size(), 1U);
 }
 
@@ -295,8 +295,8 @@ TEST(SqlStoreInSqlite, TakesOverAFileOfTheFirstVersion) {
           "INSERT INTO picked_line VALUES ('D1', 'SO-1', 'C001', '20138A', '5012746100000', 1, "
           "'2026-02-28 23:59:59')");
   SqlStore store{SqlAddress(file)};
-  store.store({pickedLine()});
-  EXPECT_EQ(store.picked({}), (std::vector{StoredLine{pickedLine(), ""}}));
+  store.store({pickReport()});
+  EXPECT_EQ(store.picked({}), (std::vector{ReceivedReport{pickReport(), ""}}));
 }
 
 TEST(SqlStoreInSqlite, RefusesAFileThatIsNoStore) {

@@ -32,7 +32,7 @@ std::string errorWithout(const std::string &member) {
 TEST(PickingBody, IsReadLineByLine) {
   const auto lines = readPickingBody(pickingJson(3).dump());
   ASSERT_EQ(lines.size(), 3U);
-  EXPECT_EQ(lines[0], pickedLine());
+  EXPECT_EQ(lines[0], pickReport());
   EXPECT_EQ(lines[2].quantity, 3);
 }
 

@@ -7,7 +7,7 @@ namespace cartonpick::orders {
 
 /// What was picked of one order line, as the tablet reported it. Two reports are the same fact when
 /// all members are equal; the "sent" flag of a report is always 0 and therefore not kept.
-struct PickedLine {
+struct PickReport {
   std::string delivery;
   std::string order;
   std::string box;
@@ -16,7 +16,7 @@ struct PickedLine {
   std::int32_t quantity = 0;  ///< pieces
   std::string pickedAt;       ///< yyyy-MM-dd HH:mm:ss
 
-  bool operator==(const PickedLine &) const = default;
+  bool operator==(const PickReport &) const = default;
 };
 
 }  // namespace cartonpick::orders

@@ -1,11 +1,11 @@
-#include "stored_lines.h"
+#include "stored_reports.h"
 
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>
 
 namespace cartonpick::orders {
 
-int storedLines(const std::string &file) {
+int storedReports(const std::string &file) {
   const SQLite::Database database(file);
   SQLite::Statement query(database, "SELECT count(*) FROM picked_line");
   query.executeStep();

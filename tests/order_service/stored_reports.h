@@ -5,6 +5,6 @@
 namespace cartonpick::orders {
 
 /// The number of picked lines that an SQLite store's file has. Throws SQLite::Exception.
-int storedLines(const std::string &file);
+int storedReports(const std::string &file);
 
 }  // namespace cartonpick::orders
