@@ -3,6 +3,7 @@
 #include "model/calendar.h"
 
 #include <CLI/CLI.hpp>
+#include <chrono>
 #include <map>
 
 namespace cartonpick::orders {
@@ -11,6 +12,31 @@ namespace {
 
 constexpr int kBadUsage = 2;
 constexpr auto kStoreText = "The store: an SQLite file, or postgresql://USER@HOST/DATABASE";
+
+void declareSeconds(CLI::App &app, const std::string &name, std::chrono::milliseconds &value,
+                    const std::string &description) {
+  constexpr int kMaxSeconds = 3600;
+  app.add_option_function<int>(
+         name, [&value](int seconds) { value = std::chrono::seconds(seconds); }, description)
+      ->type_name("SECONDS")
+      ->check(CLI::Range(1, kMaxSeconds))
+      ->default_str(
+          std::to_string(std::chrono::duration_cast<std::chrono::seconds>(value).count()));
+}
+
+void declareLimits(CLI::App &app, HttpLimits &limits) {
+  constexpr int kMaxConnections = 100'000;
+  app.add_option("--max-connections", limits.connections, "How many connections may be open")
+      ->check(CLI::Range(1, kMaxConnections))
+      ->capture_default_str();
+  app.add_option(
+         "--max-connections-per-address", limits.waitingOfOneAddress,
+         "How many of them may wait for one client's address; a trusted proxy may have more")
+      ->check(CLI::Range(1, kMaxConnections))
+      ->capture_default_str();
+  declareSeconds(app, "--request-timeout", limits.request, "How long a request may take to arrive");
+  declareSeconds(app, "--idle-timeout", limits.idle, "How long a connection may be idle");
+}
 
 void declareServing(CLI::App &app, ServeOptions &options) {
   app.add_option("--port", options.port, "The TCP port to listen on; 0 takes any free one")
@@ -30,6 +56,12 @@ void declareServing(CLI::App &app, ServeOptions &options) {
       "there on loopback only");
   app.add_flag("--log-requests", options.logsRequests,
                "Write a line of JSON to standard error for each request");
+  app.add_option("--trusted-proxy", options.trustedProxies,
+                 "A proxy, or a network of proxies, that tells the client's address by "
+                 "X-Forwarded-For or Forwarded; may be given more than once")
+      ->type_name("ADDRESS[/BITS]")
+      ->allow_extra_args(false);
+  declareLimits(app, options.limits);
   app.add_flag("--exit-with-parent", options.exitWithParent,
                "End when the parent process ends or standard input is closed");
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "http/http_limits.h"
 #include "model/received_report.h"
 
 #include <cstdint>
@@ -7,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <variant>
+#include <vector>
 
 namespace cartonpick::orders {
 
@@ -21,6 +23,9 @@ struct ServeOptions {
   /// The token for everything that is not for tablets; without, that is open on loopback alone.
   std::optional<std::filesystem::path> tokenFile;
   bool logsRequests = false;
+  /// IP addresses and networks of proxies that are believed about their clients.
+  std::vector<std::string> trustedProxies;
+  HttpLimits limits;
   bool exitWithParent = false;
 };
 

@@ -6,14 +6,18 @@
 #include "model/last_reports.h"
 #include "stop_request.h"
 #include "store/sql_store.h"
+#include "systemd_notifier.h"
 #include "web_service.h"
 
 #include <atomic>
 #include <csignal>
+#include <cstdlib>
 #include <exception>
 #include <filesystem>
+#include <functional>
 #include <iostream>
 #include <stdexcept>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace {
@@ -38,20 +42,52 @@ AccessGuard guardOf(const ServeOptions &options) {
   return {token, isLoopback(options.bindAddress)};
 }
 
+HttpHandlers handlersOf(WebService &service, SystemdNotifier &systemd,
+                        const std::function<void()> &fail) {
+  return {.answer = [&service](const Request &request) { return service.answer(request); },
+          .poolOf = WebService::poolOf,
+          .refused = [&service](const Request &request,
+                                const Answer &answer) { service.logRefusal(request, answer); },
+          .failed = fail,
+          .turned = [&systemd] { systemd.keepAlive(); }};
+}
+
+/// Each connection takes a file descriptor, of which a process may have 1,024 by default.
+void allowManyFiles() {
+  rlimit limit{};
+  if (::getrlimit(RLIMIT_NOFILE, &limit) == 0) {
+    limit.rlim_cur = limit.rlim_max;
+    ::setrlimit(RLIMIT_NOFILE, &limit);
+  }
+}
+
 int run(const ServeOptions &options) {
   const StopRequest stop(options.exitWithParent);
   SqlStore store(SqlAddress(options.store.value_or(SqlAddress::kInMemory)));
   fill(store, options);
   RequestLog log(std::cerr);
   WebService service(store, guardOf(options), options.logsRequests ? &log : nullptr);
+  SystemdNotifier systemd;
   std::atomic_bool hasFailed = false;
-  const auto answer = [&service](const Request &request) { return service.answer(request); };
-  const HttpServer server(answer, options.bindAddress, options.port, [&hasFailed] {
+  const auto fail = [&hasFailed] {
     hasFailed = true;
     ::kill(::getpid(), SIGTERM);
-  });
+  };
+  allowManyFiles();
+  HttpServer server({.address = options.bindAddress,
+                     .port = options.port,
+                     .trustedProxies = TrustedProxies(options.trustedProxies),
+                     .limits = options.limits},
+                    handlersOf(service, systemd, fail), service.metrics());
   std::cout << server.port() << std::endl;
+  systemd.ready();
   stop.wait();
+  systemd.stopping();
+  if (!server.stop()) {
+    // Their threads wait for the store, which nothing can interrupt.
+    std::cerr << "cartonpick-orders: the store does not answer; requests have got status 503\n";
+    std::_Exit(hasFailed ? 1 : 0);
+  }
   return hasFailed ? 1 : 0;
 }
 

@@ -14,6 +14,14 @@ namespace {
 /// The kind of a request that is a browser's.
 constexpr auto kPage = "page";
 
+constexpr std::string_view kLiveness = "/livez";
+constexpr std::string_view kMetrics = "/metrics";
+
+/// Returns whether the path asks for the state of the store.
+bool isProbe(std::string_view path) {
+  return path == "/readyz" || path == "/healthz";
+}
+
 std::string_view pathOf(const Request &request) {
   return std::string_view(request.target).substr(0, request.target.find('?'));
 }
@@ -29,7 +37,7 @@ std::string kindOf(const Request &request) {
     const std::string_view call = path.substr(OrderService::kPrefix.size());
     return call == "sendpick" ? "send" : call == "getitems" ? "catalogue" : "lookup";
   }
-  return path == "/healthz" ? "health" : path == "/metrics" ? "metrics" : kPage;
+  return isProbe(path) || path == kLiveness ? "health" : path == kMetrics ? "metrics" : kPage;
 }
 
 /// What a browser is told of every page, besides what stands in it.
@@ -72,8 +80,11 @@ Answer WebService::answer(const Request &request) {
 
 Answer WebService::route(const Request &request) const {
   const std::string_view path = pathOf(request);
-  if (path == "/healthz") {
-    return health();
+  if (path == kLiveness) {
+    return textAnswer(200, "ok\n");
+  }
+  if (isProbe(path)) {
+    return readiness();
   }
   if (path.starts_with(OrderService::kPrefix)) {
     return m_calls.answer(request);
@@ -81,7 +92,7 @@ Answer WebService::route(const Request &request) const {
   if (auto refusal = m_guard.refusal(request)) {
     return *refusal;
   }
-  if (path == "/metrics" && isRead(request)) {
+  if (path == kMetrics && isRead(request)) {
     return {.contentType = "text/plain; version=0.0.4; charset=utf-8", .body = m_metrics.text()};
   }
   if (const auto page = m_pages.answer(request)) {
@@ -92,7 +103,24 @@ Answer WebService::route(const Request &request) const {
              : m_calls.answer(request);
 }
 
-Answer WebService::health() const {
+RequestPool WebService::poolOf(const Request &request) {
+  const std::string_view path = pathOf(request);
+  if (path == kLiveness || path == kMetrics) {
+    return RequestPool::None;
+  }
+  if (isProbe(path)) {
+    return RequestPool::Probes;
+  }
+  return kindOf(request) == "send" ? RequestPool::Sends : RequestPool::Lookups;
+}
+
+void WebService::logRefusal(const Request &request, const Answer &answer) {
+  if (m_log != nullptr) {
+    m_log->write(request, answer, std::chrono::seconds(0));
+  }
+}
+
+Answer WebService::readiness() const {
   try {
     static_cast<void>(m_store.delivery(""));
     return textAnswer(200, "ok\n");

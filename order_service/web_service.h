@@ -1,6 +1,7 @@
 #pragma once
 
 #include "http/http_message.h"
+#include "http/http_server.h"
 #include "http/metrics.h"
 #include "http/request_log.h"
 #include "pages/access_guard.h"
@@ -12,9 +13,9 @@
 
 namespace cartonpick::orders {
 
-/// Everything that the program answers: the tablets' calls, which are open to all; `/healthz` for a
-/// proxy, which is, too; and what the guard keeps, `/metrics` for Prometheus and the supervisor's
-/// pages. May be called from several threads at once.
+/// Everything that the program answers: the tablets' calls, which are open to all; `/livez`,
+/// `/readyz` and `/healthz` for a proxy, which are, too; and what the guard keeps, `/metrics` for
+/// Prometheus and the supervisor's pages. May be called from several threads at once.
 class WebService {
  public:
   /// The store and the log must outlive the service; without a log nothing is written.
@@ -22,9 +23,17 @@ class WebService {
 
   Answer answer(const Request &request);
 
+  /// Returns which threads are to answer the request.
+  static RequestPool poolOf(const Request &request);
+
+  /// Logs a request that the HTTP server has refused.
+  void logRefusal(const Request &request, const Answer &answer);
+
+  Metrics &metrics() { return m_metrics; }
+
  private:
   Answer route(const Request &request) const;
-  Answer health() const;
+  Answer readiness() const;
 
   SqlStore &m_store;
   OrderService m_calls;

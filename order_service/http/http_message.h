@@ -8,7 +8,7 @@
 
 namespace cartonpick::orders {
 
-/// A request as it came over the wire.
+/// A request as it was received.
 struct Request {
   std::string method;
   std::string target;  ///< path and query, still percent-encoded
@@ -16,8 +16,11 @@ struct Request {
   std::string body;
   std::string authorization = {};  ///< the header's value; empty without one
   std::string cookie = {};         ///< the same
-  std::string host = {};           ///< the same
+  std::string host = {};           ///< the same, or that of a target in absolute form
   std::string origin = {};         ///< the same; web pages have one when they send
+  std::string id = {};             ///< for the log and the answer
+  std::string client = {};         ///< IP address of the client, or what a trusted proxy says it is
+  bool isForwarded = false;        ///< true if anything about the request shows a proxy
 };
 
 struct Answer {

@@ -1,318 +1,215 @@
 #include "http/http_server.h"
 
-#include "http/lobby.h"
+#include "http/connection.h"
 
-#include <algorithm>
-#include <condition_variable>
-#include <exception>
-#include <httplib.h>
-#include <mutex>
+#include <array>
+#include <boost/asio/co_spawn.hpp>
+#include <boost/asio/detached.hpp>
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/post.hpp>
+#include <boost/asio/redirect_error.hpp>
+#include <boost/asio/use_awaitable.hpp>
+#include <cstdio>
+#include <future>
+#include <random>
 #include <stdexcept>
-#include <sys/socket.h>
-#include <unistd.h>
-#include <utility>
+#include <thread>
 
 namespace cartonpick::orders {
 
 namespace {
 
-constexpr std::size_t kMaxBodyBytes = IncomingRequest::kMaxBodyBytes;
-constexpr std::size_t kThreads = 16;
+namespace asio = boost::asio;
 
-/// How many requests may wait for a thread, and how much memory they may take; more wait with the
-/// system, which has its own limit.
-constexpr std::size_t kMaxWaiting = 500;
-constexpr std::size_t kMaxWaitingBytes = 16 * kMaxBodyBytes;
+using Error = boost::system::error_code;
+using asio::ip::tcp;
 
-/// The same for connections whose requests are not whole.
-constexpr std::size_t kMaxIncomplete = 400;
-constexpr std::size_t kMaxIncompleteBytes = 16 * kMaxBodyBytes;
+/// How often deadlines are checked.
+constexpr std::chrono::milliseconds kTurn(100);
 
-/// For how long an answer may take to depart: no tablet waits longer.
-constexpr auto kMaxDeparture = std::chrono::seconds(150);
+auto into(Error &error) {
+  return asio::redirect_error(asio::use_awaitable, error);
+}
 
-/// A pool of threads that takes no more work than it is told.
-class Workers {
+/// Returns whether the next connection may be accepted all the same.
+bool isPassing(const Error &error) {
+  return error == asio::error::connection_aborted || error == asio::error::connection_reset ||
+         error == asio::error::no_descriptors || error == asio::error::no_memory ||
+         error == asio::error::no_buffer_space ||
+         error == boost::system::errc::too_many_files_open_in_system ||
+         error == asio::error::interrupted || error == asio::error::try_again;
+}
+
+tcp::acceptor acceptorAt(asio::io_context &context, const HttpSettings &settings) {
+  Error error;
+  const auto endpoints = tcp::resolver(context).resolve(
+      settings.address, std::to_string(settings.port),
+      tcp::resolver::passive | tcp::resolver::numeric_service, error);
+  for (const auto &entry : endpoints) {
+    tcp::acceptor acceptor(context);
+    acceptor.open(entry.endpoint().protocol(), error);
+    if (!error) {
+      acceptor.set_option(tcp::acceptor::reuse_address(true), error);
+      acceptor.bind(entry.endpoint(), error);
+    }
+    if (!error) {
+      acceptor.listen(asio::socket_base::max_listen_connections, error);
+    }
+    if (!error) {
+      return acceptor;
+    }
+  }
+  throw std::runtime_error("can't listen on " + settings.address + " port " +
+                           std::to_string(settings.port));
+}
+
+/// Numbers requests, so that those of two processes differ.
+class RequestIds {
  public:
-  Workers() : m_pool(kThreads) {}
-  Workers(const Workers &) = delete;
-  Workers &operator=(const Workers &) = delete;
-  /// Returns when all work is done.
-  ~Workers() { m_pool.shutdown(); }
-
-  /// Waits until there is room for work that takes `bytes` of memory.
-  void enqueue(std::function<void()> work, std::size_t bytes) {
-    std::unique_lock lock(m_mutex);
-    m_hasRoom.wait(lock, [&] {
-      return m_underWay == 0 ||
-             (m_underWay < kThreads + kMaxWaiting && m_underWayBytes + bytes <= kMaxWaitingBytes);
-    });
-    ++m_underWay;
-    m_underWayBytes += bytes;
-    m_pool.enqueue([this, work = std::move(work), bytes] {
-      work();
-      const std::lock_guard done(m_mutex);
-      --m_underWay;
-      m_underWayBytes -= bytes;
-      m_hasRoom.notify_one();
-    });
+  std::string next() {
+    constexpr std::size_t kMaxBytes = 40;
+    std::array<char, kMaxBytes> text{};
+    std::snprintf(text.data(), text.size(), "%08x-%llx", m_process, ++m_count);
+    return text.data();
   }
 
  private:
-  std::mutex m_mutex;
-  std::condition_variable m_hasRoom;
-  std::size_t m_underWay = 0;
-  std::size_t m_underWayBytes = 0;
-  /// The last member: its work uses the others.
-  httplib::ThreadPool m_pool;
+  unsigned m_process = std::random_device()();
+  unsigned long long m_count = 0;
 };
-
-/// What the library reads is what has arrived; what it writes departs.
-class Connection : public httplib::Stream {
- public:
-  Connection(int socket, std::string request)
-      : m_socket(socket), m_request(std::move(request)), m_end(Clock::now() + kMaxDeparture) {}
-  Connection(const Connection &) = delete;
-  Connection &operator=(const Connection &) = delete;
-  ~Connection() override {
-    ::shutdown(m_socket, SHUT_RDWR);
-    ::close(m_socket);
-  }
-
-  bool is_readable() const override { return m_position < m_request.size(); }
-  bool is_writable() const override { return Clock::now() < m_end; }
-
-  ssize_t read(char *bytes, std::size_t size) override {
-    const std::size_t count = m_request.copy(bytes, size, m_position);
-    m_position += count;
-    return static_cast<ssize_t>(count);
-  }
-  /// The socket itself says when it stalls.
-  ssize_t write(const char *bytes, std::size_t size) override {
-    return is_writable() ? ::send(m_socket, bytes, size, MSG_NOSIGNAL) : -1;
-  }
-
-  void get_remote_ip_and_port(std::string & /*ip*/, int & /*port*/) const override {}
-  void get_local_ip_and_port(std::string & /*ip*/, int & /*port*/) const override {}
-  /// None: the library would only compare it to how many it can wait for.
-  socket_t socket() const override { return -1; }
-
- private:
-  using Clock = std::chrono::steady_clock;
-
-  int m_socket;
-  std::string m_request;
-  std::size_t m_position = 0;
-  Clock::time_point m_end;
-};
-
-/// Has the library's acceptor hand on every connection at once.
-class Threshold : public httplib::TaskQueue {
- public:
-  void enqueue(std::function<void()> work) override { work(); }
-  void shutdown() override {}
-};
-
-void copyTo(httplib::Response &response, const Answer &answer) {
-  // A status of 200 is left to the library, which makes it 206 when a range was asked for.
-  if (answer.status != 200) {
-    response.status = answer.status;
-  }
-  if (answer.allow) {
-    response.set_header("Allow", *answer.allow);
-  }
-  for (const auto &[name, value] : answer.headers) {
-    response.set_header(name, value);
-  }
-  response.set_content(answer.body, answer.contentType);
-}
-
-Request toRequest(const httplib::Request &request, std::string body) {
-  return {.method = request.method,
-          .target = request.target,
-          .contentType = request.get_header_value("Content-Type"),
-          .body = std::move(body),
-          .authorization = request.get_header_value("Authorization"),
-          .cookie = request.get_header_value("Cookie"),
-          .host = request.get_header_value("Host"),
-          .origin = request.get_header_value("Origin")};
-}
-
-bool skipMultipart(const httplib::ContentReader &read) {
-  return read([](const httplib::MultipartFormData &) { return true; },
-              [](const char *, std::size_t) { return true; });
-}
-
-/// Reads the whole body, which may be compressed: the library limits what is sent, and this what it
-/// becomes. Returns whether that went well, else sets the response's status. A multipart body,
-/// which the library would not hand out whole and no call wants, is skipped.
-bool readBody(const httplib::Request &request, httplib::Response &response,
-              const httplib::ContentReader &read, std::string &body) {
-  if (request.is_multipart_form_data()) {
-    return skipMultipart(read);
-  }
-  bool isTooLarge = false;
-  const bool isRead = read([&](const char *data, std::size_t size) {
-    isTooLarge = body.size() + size > kMaxBodyBytes;
-    if (!isTooLarge) {
-      body.append(data, size);
-    }
-    return !isTooLarge;
-  });
-  if (isTooLarge) {
-    response.status = 413;
-  }
-  return isRead;
-}
-
-bool hasBody(const httplib::Request &request) {
-  return request.method == "POST" || request.method == "PUT" || request.method == "PATCH" ||
-         request.method == "DELETE";
-}
-
-std::string textOf(int status) {
-  switch (status) {
-    case 413:
-      return "the body is larger than 16 MiB";
-    case 414:
-      return "the URL is too long";
-    default:
-      return "the request is not HTTP as it should be, or cut short";
-  }
-}
-
-void setLimits(httplib::Server &server, std::chrono::milliseconds stallTimeout) {
-  server.set_payload_max_length(kMaxBodyBytes);
-  server.set_write_timeout(stallTimeout);
-  server.new_task_queue = [] { return std::make_unique<Threshold>().release(); };
-}
-
-void setErrorTexts(httplib::Server &server) {
-  server.set_error_handler([](const httplib::Request &, httplib::Response &response) {
-    if (response.body.empty()) {
-      copyTo(response, textAnswer(response.status, textOf(response.status)));
-    }
-  });
-  server.set_exception_handler(
-      [](const httplib::Request &, httplib::Response &response, const std::exception_ptr &thrown) {
-        try {
-          std::rethrow_exception(thrown);
-        } catch (const std::exception &error) {
-          copyTo(response, textAnswer(500, error.what()));
-        }
-      });
-}
-
-/// Hands every request on, whatever its path. The library routes by regular
-/// expressions, which would take a stack frame a character, so requests without a body bypass its
-/// routes.
-void setRoutes(httplib::Server &server, const Handler &handler) {
-  using Handled = httplib::Server::HandlerResponse;
-  server.set_pre_routing_handler(
-      [handler](const httplib::Request &request, httplib::Response &response) {
-        // The library cuts off a fragment, which may be all there is.
-        if (request.target.empty()) {
-          response.status = 400;
-          return Handled::Handled;
-        }
-        if (hasBody(request)) {
-          return Handled::Unhandled;
-        }
-        copyTo(response, handler(toRequest(request, {})));
-        return Handled::Handled;
-      });
-  const auto answerWithBody = [handler](const httplib::Request &request,
-                                        httplib::Response &response,
-                                        const httplib::ContentReader &read) {
-    std::string body;
-    if (readBody(request, response, read, body)) {
-      copyTo(response, handler(toRequest(request, std::move(body))));
-    }
-  };
-  const std::string anyPath = R"([\s\S]*)";
-  server.Post(anyPath, answerWithBody);
-  server.Put(anyPath, answerWithBody);
-  server.Patch(anyPath, answerWithBody);
-  server.Delete(anyPath, answerWithBody);
-}
-
-/// Binds the server and returns its port; 0 when that can't be.
-int tryToBind(httplib::Server &server, const std::string &address, std::uint16_t port) {
-  if (port == 0) {
-    return std::max(server.bind_to_any_port(address), 0);
-  }
-  return server.bind_to_port(address, port) ? port : 0;
-}
-
-std::uint16_t listenAt(httplib::Server &server, const std::string &address, std::uint16_t port) {
-  const auto listener = std::make_shared<socket_t>(-1);
-  server.set_socket_options([listener](socket_t socket) {
-    // The library's default would let a second service share the port.
-    const int yes = 1;
-    ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
-    *listener = socket;
-  });
-  const int bound = tryToBind(server, address, port);
-  if (bound == 0) {
-    throw std::runtime_error("can't listen on " + address + " port " + std::to_string(port));
-  }
-  // The library lets five connections wait to be accepted; each one more would lose a second.
-  ::listen(*listener, SOMAXCONN);
-  return static_cast<std::uint16_t>(bound);
-}
 
 }  // namespace
 
-/// The library's server, for requests that have arrived.
-class HttpServer::Server : public httplib::Server {
+class HttpServer::Server {
  public:
-  explicit Server(std::chrono::milliseconds stallTimeout)
-      : m_lobby({stallTimeout, kMaxIncomplete, kMaxIncompleteBytes},
-                [this](int socket, std::string request) { answer(socket, std::move(request)); }) {}
+  Server(HttpSettings settings, HttpHandlers handlers, Metrics &metrics)
+      : m_settings(std::move(settings)),
+        m_handlers(std::move(handlers)),
+        m_context{.settings = m_settings,
+                  .handlers = m_handlers,
+                  .metrics = metrics,
+                  .pool = [this](RequestPool pool) -> WorkerPool & { return poolOf(pool); },
+                  .nextRequestId = [this] { return m_requestIds.next(); },
+                  .waits = ClientWaits({.ofOneAddress = m_settings.limits.waitingOfOneAddress,
+                                        .bytes = m_settings.limits.waitingBytes})},
+        m_acceptor(acceptorAt(m_io, m_settings)),
+        m_port(m_acceptor.local_endpoint().port()),
+        m_retry(m_io),
+        m_turn(m_io),
+        m_lookups("lookups", limitsOf(kLookupThreads), metrics),
+        m_sends("sends", limitsOf(kSendThreads), metrics),
+        m_probes("probes", limitsOf(kProbeThreads), metrics) {
+    asio::co_spawn(m_io, accept(), asio::detached);
+    asio::co_spawn(m_io, turn(), asio::detached);
+    m_thread = std::jthread([this] { m_io.run(); });
+  }
+  Server(const Server &) = delete;
+  Server &operator=(const Server &) = delete;
+  ~Server() { stop(); }
+
+  std::uint16_t port() const { return m_port; }
+
+  bool stop() {
+    if (m_thread.joinable()) {
+      asio::post(m_io, [this] { beginStop(); });
+      m_thread.join();
+    }
+    return m_lookups.isIdle() && m_sends.isIdle() && m_probes.isIdle();
+  }
 
  private:
-  bool process_and_close_socket(socket_t socket) override {
-    m_lobby.enter(socket);
-    return true;
+  WorkerPool::Limits limitsOf(std::size_t threads) const {
+    return {threads, m_settings.limits.queuedRequests, m_settings.limits.queuedBytes};
   }
 
-  void answer(int socket, std::string request) {
-    const std::size_t bytes = request.size();
-    const auto connection = std::make_shared<Connection>(socket, std::move(request));
-    m_workers.enqueue(
-        [this, connection] {
-          // One request a connection: nothing waits for a next one.
-          bool isClosed = false;
-          process_request(*connection, true, isClosed, nullptr);
-        },
-        bytes);
+  WorkerPool &poolOf(RequestPool pool) {
+    return pool == RequestPool::Sends    ? m_sends
+           : pool == RequestPool::Probes ? m_probes
+                                         : m_lookups;
   }
 
-  Workers m_workers;
-  /// The last member: it uses the workers.
-  Lobby m_lobby;
+  asio::awaitable<void> accept() {
+    while (!m_context.isStopping()) {
+      tcp::socket socket(m_io);
+      Error error;
+      co_await m_acceptor.async_accept(socket, into(error));
+      if (m_context.isStopping()) {
+        co_return;
+      }
+      if (!error) {
+        start(std::move(socket));
+      } else if (isPassing(error)) {
+        // There may be too few descriptors: a connection that waits for its client gives one back.
+        m_context.waits.dropLongest();
+        m_retry.expires_after(kTurn);
+        co_await m_retry.async_wait(into(error));
+      } else {
+        m_handlers.failed();
+        co_return;
+      }
+    }
+  }
+
+  void start(tcp::socket socket) {
+    if (m_context.connections.size() >= m_settings.limits.connections &&
+        !m_context.waits.dropLongest()) {
+      m_context.metrics.countRefusal("connections");
+      return;
+    }
+    std::make_shared<Connection>(std::move(socket), m_context)->start();
+  }
+
+  asio::awaitable<void> turn() {
+    while (!m_context.isStopping() || !m_context.connections.empty()) {
+      m_handlers.turned();
+      const auto now = std::chrono::steady_clock::now();
+      for (Connection *connection : m_context.connections) {
+        connection->checkDeadline(now);
+      }
+      Error error;
+      m_turn.expires_after(kTurn);
+      co_await m_turn.async_wait(into(error));
+    }
+  }
+
+  void beginStop() {
+    m_context.end = std::chrono::steady_clock::now() + m_settings.limits.stop;
+    Error error;
+    m_acceptor.close(error);
+    m_retry.cancel();
+    m_turn.cancel();
+    for (Connection *connection : m_context.connections) {
+      connection->stop();
+    }
+  }
+
+  HttpSettings m_settings;
+  HttpHandlers m_handlers;
+  RequestIds m_requestIds;
+  ConnectionContext m_context;
+  asio::io_context m_io{1};
+  tcp::acceptor m_acceptor;
+  std::uint16_t m_port;
+  asio::steady_timer m_retry;
+  asio::steady_timer m_turn;
+  WorkerPool m_lookups;
+  WorkerPool m_sends;
+  WorkerPool m_probes;
+  /// The last member: it uses the others.
+  std::jthread m_thread;
 };
 
-HttpServer::HttpServer(const Handler &handler, const std::string &address, std::uint16_t port,
-                       std::function<void()> onFailure, std::chrono::milliseconds stallTimeout)
-    : m_server(std::make_unique<Server>(stallTimeout)) {
-  setLimits(*m_server, stallTimeout);
-  setErrorTexts(*m_server);
-  setRoutes(*m_server, handler);
-  m_port = listenAt(*m_server, address, port);
-  m_acceptor = std::jthread([server = m_server.get(), onFailure = std::move(onFailure)] {
-    if (!server->listen_after_bind()) {
-      onFailure();
-    }
-  });
-  // A stop that comes before the server runs would be lost.
-  while (!m_server->is_running()) {
-    std::this_thread::yield();
-  }
+HttpServer::HttpServer(HttpSettings settings, HttpHandlers handlers, Metrics &metrics)
+    : m_server(std::make_unique<Server>(std::move(settings), std::move(handlers), metrics)) {}
+
+HttpServer::~HttpServer() = default;
+
+std::uint16_t HttpServer::port() const {
+  return m_server->port();
 }
 
-HttpServer::~HttpServer() {
-  m_server->stop();
+bool HttpServer::stop() {
+  return m_server->stop();
 }
 
 }  // namespace cartonpick::orders

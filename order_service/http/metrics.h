@@ -2,6 +2,7 @@
 
 #include <array>
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <mutex>
@@ -10,11 +11,29 @@
 
 namespace cartonpick::orders {
 
+/// How a pool of threads is used now.
+struct PoolUse {
+  std::size_t threads = 0;
+  std::size_t busy = 0;     ///< threads that answer a request
+  std::size_t waiting = 0;  ///< requests that wait for a thread
+};
+
 /// Counts what the service does, for Prometheus. May be used from several threads at once.
 class Metrics {
  public:
+  using Seconds = std::chrono::duration<double>;
+
   /// One request of a kind ("lookup", "send", …) was answered with a status after some time.
-  void count(const std::string &kind, int status, std::chrono::duration<double> time);
+  void count(const std::string &kind, int status, Seconds time);
+
+  /// One request, or one connection, was refused for a reason of one word.
+  void countRefusal(const std::string &reason);
+
+  /// One request waited for a thread of a pool.
+  void countWait(const std::string &pool, Seconds time);
+
+  void setPool(const std::string &pool, const PoolUse &use);
+  void setConnections(std::size_t connections);
 
   /// Everything so far in the Prometheus text format 0.0.4.
   std::string text() const;
@@ -28,10 +47,20 @@ class Metrics {
     std::uint64_t count = 0;
     double sum = 0;
   };
+  using Histograms = std::map<std::string, Histogram>;
+
+  static void add(Histogram &histogram, Seconds time);
+  static void write(std::ostream &out, const std::string &name, const std::string &label,
+                    const Histograms &histograms);
+  void writePools(std::ostream &out) const;
 
   mutable std::mutex m_mutex;
   std::map<std::pair<std::string, int>, std::uint64_t> m_requests;
-  std::map<std::string, Histogram> m_seconds;
+  Histograms m_seconds;
+  std::map<std::string, std::uint64_t> m_refusals;
+  Histograms m_waits;
+  std::map<std::string, PoolUse> m_pools;
+  std::size_t m_connections = 0;
 };
 
 }  // namespace cartonpick::orders

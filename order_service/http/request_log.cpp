@@ -19,7 +19,8 @@ double milliseconds(std::chrono::duration<double> time) {
 
 void RequestLog::write(const Request &request, const Answer &answer,
                        std::chrono::duration<double> time) {
-  nlohmann::ordered_json line = {{"time", utcTime()},           {"method", request.method},
+  nlohmann::ordered_json line = {{"time", utcTime()},           {"id", request.id},
+                                 {"client", request.client},    {"method", request.method},
                                  {"target", request.target},    {"status", answer.status},
                                  {"bytes", answer.body.size()}, {"ms", milliseconds(time)}};
   if (answer.status >= kFirstErrorStatus && answer.contentType.starts_with("text/plain")) {

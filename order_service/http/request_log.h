@@ -8,9 +8,10 @@
 
 namespace cartonpick::orders {
 
-/// Writes a line for each request, a JSON object: "time" (UTC), "method", "target", "status",
-/// "bytes" of the answer's body, "ms", and "error" with the text of an answer from status 400 on.
-/// Tokens and bodies of requests are never written. May be used from several threads at once.
+/// Writes a line for each request, a JSON object: "time" (UTC), "id", "client" with its IP address,
+/// "method", "target", "status", "bytes" of the answer's body, "ms", and "error" with the text of
+/// an answer from status 400 on. Tokens and bodies of requests are never written. May be used from
+/// several threads at once.
 class RequestLog {
  public:
   /// The stream must outlive the log.

@@ -5,6 +5,7 @@
 #include "pages/login_page.h"
 
 #include <algorithm>
+#include <cctype>
 #include <fstream>
 #include <string_view>
 #include <utility>
@@ -14,7 +15,7 @@ namespace cartonpick::orders {
 namespace {
 
 constexpr std::size_t kMinTokenLength = 16;
-constexpr std::string_view kBearer = "Bearer ";
+constexpr std::string_view kBearer = "bearer ";
 constexpr std::string_view kCookie = "cartonpick_token=";
 bool isTokenCharacter(char c) {
   return c > ' ' && c < '\x7f' && std::string_view("\",;\\").find(c) == std::string_view::npos;
@@ -27,6 +28,16 @@ bool areEqual(std::string_view a, std::string_view b) {
     difference |= static_cast<unsigned char>(a[i]) ^ static_cast<unsigned char>(b[i]);
   }
   return difference == 0;
+}
+
+/// The token of an Authorization header; empty for another scheme. The scheme's case does not
+/// matter.
+std::string_view bearerToken(std::string_view authorization) {
+  const std::string_view scheme = authorization.substr(0, kBearer.size());
+  const bool isBearer =
+      std::equal(scheme.begin(), scheme.end(), kBearer.begin(), kBearer.end(),
+                 [](unsigned char a, unsigned char b) { return std::tolower(a) == b; });
+  return isBearer ? authorization.substr(kBearer.size()) : std::string_view();
 }
 
 std::string_view withoutPort(std::string_view host) {
@@ -109,6 +120,10 @@ std::optional<Answer> AccessGuard::refusalWithoutToken(const Request &request) c
   if (!m_isOpen) {
     return textAnswer(403, "start the service with --token-file to have this from elsewhere");
   }
+  // Whoever reaches the proxy would be let in, too.
+  if (request.isForwarded) {
+    return textAnswer(403, "without --token-file this is not there through a proxy");
+  }
   // A web page from elsewhere whose name was made to lead here would be let in, too.
   if (!request.host.empty() && !isLoopbackName(withoutPort(request.host))) {
     return textAnswer(403, "without --token-file this is at localhost and 127.0.0.1 only");
@@ -117,9 +132,7 @@ std::optional<Answer> AccessGuard::refusalWithoutToken(const Request &request) c
 }
 
 bool AccessGuard::hasToken(const Request &request) const {
-  const std::string_view authorization = request.authorization;
-  return (authorization.starts_with(kBearer) &&
-          areEqual(authorization.substr(kBearer.size()), *m_token)) ||
+  return areEqual(bearerToken(request.authorization), *m_token) ||
          areEqual(tokenInCookies(request.cookie), *m_token);
 }
 

@@ -20,8 +20,8 @@ class AccessGuard {
   static constexpr auto kLoginPath = "/login";
 
   /// Without a token, nobody is let in unless `isOpen`, which is for a service that this machine
-  /// alone can reach; and then only under this machine's own names, not under one that a web page
-  /// from elsewhere may have made to lead here.
+  /// alone can reach; and then not through a proxy, and only under this machine's own names, not
+  /// under one that a web page from elsewhere may have made to lead here.
   AccessGuard(std::optional<std::string> token, bool isOpen);
 
   /// The answer to a request that may not pass, or that is the login itself; nothing if it may

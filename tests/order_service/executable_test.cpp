@@ -1,3 +1,4 @@
+#include "http_client.h"
 #include "sample_data.h"
 #include "service_process.h"
 #include "store/sql_store.h"
@@ -6,7 +7,6 @@
 #include <csignal>
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <httplib.h>
 #include <nlohmann/json.hpp>
 
 namespace cartonpick::orders {
@@ -33,8 +33,8 @@ Ending run(const std::vector<std::string> &arguments) {
 }
 
 std::string get(std::uint16_t port, const std::string &call) {
-  const auto answer = httplib::Client("127.0.0.1", port).Get(kPrefix + call);
-  return answer ? answer->body : "no answer";
+  const Reply reply = HttpClient(port).get(kPrefix + call);
+  return reply.status == 0 ? "no answer" : reply.body;
 }
 
 std::string sendDemoPicking(std::uint16_t port) {
@@ -46,9 +46,9 @@ std::string sendDemoPicking(std::uint16_t port) {
                                    {"qty", 1},
                                    {"datepicked", "2026-03-04 09:15:00"},
                                    {"sent", 0}}};
-  const auto answer = httplib::Client("127.0.0.1", port)
-                          .Post(kPrefix + "sendpick", picking.dump(), "application/json");
-  return answer ? answer->body : "no answer";
+  const Reply reply =
+      HttpClient(port).post(kPrefix + "sendpick", picking.dump(), "application/json");
+  return reply.status == 0 ? "no answer" : reply.body;
 }
 
 }  // namespace

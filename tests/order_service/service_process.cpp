@@ -89,7 +89,10 @@ std::uint16_t ServiceProcess::readPort() const {
 }
 
 void ServiceProcess::signal(int number) const {
-  ::kill(m_pid, number);
+  // A process that has ended is -1 here, which would mean every process.
+  if (m_pid > 0) {
+    ::kill(m_pid, number);
+  }
 }
 
 void ServiceProcess::writeInput(const std::string &text) const {

@@ -28,6 +28,9 @@ class WebServiceTest : public testing::Test {
     request.authorization = "Bearer " + kToken;
     return answer(request);
   }
+  void refuse(const Request &request, const Answer &answer) {
+    m_service.logRefusal(request, answer);
+  }
   std::string log() const { return m_out.str(); }
 
  private:
@@ -42,7 +45,32 @@ class WebServiceTest : public testing::Test {
 TEST_F(WebServiceTest, AnswersTabletsAndHealthChecksWithoutAToken) {
   EXPECT_EQ(answer(get(kCalls + "getorderpercarton/D1")).status, 200);
   EXPECT_EQ(answer(get(kCalls + "getitems")).status, 200);
-  EXPECT_EQ(answer(get("/healthz")).body, "ok\n");
+  for (const std::string probe : {"/livez", "/readyz", "/healthz"}) {
+    EXPECT_EQ(answer(get(probe)).body, "ok\n") << probe;
+  }
+}
+
+TEST_F(WebServiceTest, HasEachKindOfRequestAnsweredByItsOwnThreads) {
+  EXPECT_EQ(WebService::poolOf(get("/livez")), RequestPool::None);
+  EXPECT_EQ(WebService::poolOf(get("/metrics?")), RequestPool::None);
+  EXPECT_EQ(WebService::poolOf(get("/readyz")), RequestPool::Probes);
+  EXPECT_EQ(WebService::poolOf(get("/healthz")), RequestPool::Probes);
+  EXPECT_EQ(WebService::poolOf(get(kCalls + "getitems")), RequestPool::Lookups);
+  EXPECT_EQ(WebService::poolOf(get("/")), RequestPool::Lookups);
+  EXPECT_EQ(WebService::poolOf({.method = "POST",
+                                .target = kCalls + "sendpick",
+                                .contentType = kJsonType,
+                                .body = "[]"}),
+            RequestPool::Sends);
+}
+
+TEST_F(WebServiceTest, LogsWhatTheHttpServerRefuses) {
+  refuse({.method = "GET", .target = "/x", .contentType = {}, .body = {}, .client = "10.0.0.9"},
+         textAnswer(408, "late"));
+  EXPECT_NE(
+      log().find("\"client\":\"10.0.0.9\",\"method\":\"GET\",\"target\":\"/x\",\"status\":408"),
+      std::string::npos);
+  EXPECT_NE(log().find("\"error\":\"late\""), std::string::npos);
 }
 
 TEST_F(WebServiceTest, AnswersEverythingElseOnlyWithTheToken) {
@@ -104,6 +132,8 @@ TEST(WebService, IsNotHealthyWithoutItsDatabase) {
   EXPECT_EQ(service.answer(get("/healthz")).status, 200);
   cluster.crash();
   EXPECT_EQ(service.answer(get("/healthz")).status, 503);
+  EXPECT_EQ(service.answer(get("/readyz")).status, 503);
+  EXPECT_EQ(service.answer(get("/livez")).status, 200);
   EXPECT_EQ(service.answer(get(kCalls + "getorderpercarton/D1")).status, 500);
   cluster.start();
   EXPECT_EQ(service.answer(get("/healthz")).status, 200);

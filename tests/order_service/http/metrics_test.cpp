@@ -16,6 +16,19 @@ TEST(Metrics, CountRequestsByKindAndStatus) {
             std::string::npos);
 }
 
+TEST(Metrics, TellTheVersionRefusalsAndConnections) {
+  Metrics metrics;
+  metrics.countRefusal("timeout");
+  metrics.countRefusal("timeout");
+  metrics.setConnections(3);
+  const std::string text = metrics.text();
+  for (const std::string line :
+       {"cartonpick_build_info{version=\"" CARTONPICK_VERSION "\"} 1\n",
+        "cartonpick_refusals_total{reason=\"timeout\"} 2\n", "cartonpick_connections 3\n"}) {
+    EXPECT_NE(text.find(line), std::string::npos) << line;
+  }
+}
+
 TEST(Metrics, PutTimesIntoBucketsThatGrow) {
   Metrics metrics;
   metrics.count("page", 200, std::chrono::milliseconds(2));

@@ -18,8 +18,15 @@ nlohmann::json logged(const Request &request, const Answer &answer) {
 }  // namespace
 
 TEST(RequestLog, WritesALineOfJson) {
-  const auto line = logged({.method = "GET", .target = "/x\n\"y\"", .contentType = {}, .body = {}},
+  const auto line = logged({.method = "GET",
+                            .target = "/x\n\"y\"",
+                            .contentType = {},
+                            .body = {},
+                            .id = "a-1",
+                            .client = "10.0.0.9"},
                            {.contentType = "text/html", .body = "12345"});
+  EXPECT_EQ(line.at("id"), "a-1");
+  EXPECT_EQ(line.at("client"), "10.0.0.9");
   EXPECT_EQ(line.at("method"), "GET");
   EXPECT_EQ(line.at("target"), "/x\n\"y\"");
   EXPECT_EQ(line.at("status"), 200);

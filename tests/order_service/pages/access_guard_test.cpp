@@ -54,6 +54,31 @@ TEST(AccessGuard, IsOpenUnderTheNamesOfThisMachineAlone) {
   }
 }
 
+TEST(AccessGuard, IsNotOpenThroughAProxy) {
+  Request request = get("/");
+  request.host = "127.0.0.1:8080";
+  request.isForwarded = true;
+  const auto refusal = AccessGuard(std::nullopt, true).refusal(request);
+  ASSERT_TRUE(refusal);
+  EXPECT_EQ(refusal->status, 403);
+  request.authorization = "Bearer " + kToken;
+  EXPECT_FALSE(AccessGuard(kToken, true).refusal(request));
+}
+
+TEST(AccessGuard, TakesATokenWithAPercentSignAsItIs) {
+  const std::string token = "token-of-%41-signs";
+  const AccessGuard guard(token, false);
+  Request request = get("/");
+  request.authorization = "Bearer " + token;
+  EXPECT_FALSE(guard.refusal(request));
+  const auto answer = guard.refusal(login("token=token-of-%2541-signs"));
+  ASSERT_TRUE(answer);
+  const std::string cookie = header(*answer, "Set-Cookie");
+  request.authorization.clear();
+  request.cookie = cookie.substr(0, cookie.find(';'));
+  EXPECT_FALSE(guard.refusal(request));
+}
+
 TEST(AccessGuard, TakesAnyNameWithTheToken) {
   Request request = get("/");
   request.host = "orders.example";
@@ -90,10 +115,12 @@ TEST(AccessGuard, AsksABrowserForTheToken) {
 TEST(AccessGuard, TakesTheTokenAsABearerToken) {
   const AccessGuard guard(kToken, false);
   Request request = get("/metrics");
-  request.authorization = "Bearer " + kToken;
-  EXPECT_FALSE(guard.refusal(request));
+  for (const std::string scheme : {"Bearer ", "bearer ", "BEARER "}) {
+    request.authorization = scheme + kToken;
+    EXPECT_FALSE(guard.refusal(request)) << scheme;
+  }
   for (const auto &wrong :
-       std::vector<std::string>{"Bearer ", "Bearer token", "bearer " + kToken, kToken,
+       std::vector<std::string>{"Bearer ", "Bearer token", "Bearer" + kToken, kToken,
                                 "Bearer " + kToken + "x", "Basic " + kToken}) {
     request.authorization = wrong;
     EXPECT_TRUE(guard.refusal(request)) << wrong;

@@ -1,0 +1,80 @@
+#include "http/worker_pool.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace cartonpick::orders {
+
+WorkerPool::WorkerPool(std::string name, const Limits &limits, Metrics &metrics)
+    : m_name(std::move(name)), m_limits(limits), m_metrics(metrics) {
+  publish();
+  std::generate_n(std::back_inserter(m_threads), limits.threads,
+                  [this] { return std::jthread([this] { work(); }); });
+}
+
+WorkerPool::~WorkerPool() {
+  const std::lock_guard lock(m_mutex);
+  m_isEnding = true;
+  m_queue.clear();
+  m_hasWork.notify_all();
+}
+
+bool WorkerPool::add(const std::shared_ptr<const Job> &job) {
+  const std::lock_guard lock(m_mutex);
+  // A job alone is taken, however large it is.
+  if (!m_queue.empty() &&
+      (m_queue.size() >= m_limits.jobs || m_queuedBytes + job->bytes > m_limits.bytes)) {
+    return false;
+  }
+  m_queue.push_back({job, Clock::now()});
+  m_queuedBytes += job->bytes;
+  publish();
+  m_hasWork.notify_one();
+  return true;
+}
+
+bool WorkerPool::withdraw(const std::shared_ptr<const Job> &job) {
+  const std::lock_guard lock(m_mutex);
+  const auto entry = std::find_if(m_queue.begin(), m_queue.end(),
+                                  [&](const Entry &queued) { return queued.job == job; });
+  if (entry == m_queue.end()) {
+    return false;
+  }
+  m_queuedBytes -= job->bytes;
+  m_queue.erase(entry);
+  publish();
+  return true;
+}
+
+bool WorkerPool::isIdle() const {
+  const std::lock_guard lock(m_mutex);
+  return m_busy == 0;
+}
+
+void WorkerPool::work() {
+  std::unique_lock lock(m_mutex);
+  while (true) {
+    m_hasWork.wait(lock, [this] { return m_isEnding || !m_queue.empty(); });
+    if (m_isEnding) {
+      return;
+    }
+    Entry entry = std::move(m_queue.front());
+    m_queue.pop_front();
+    m_queuedBytes -= entry.job->bytes;
+    ++m_busy;
+    publish();
+    lock.unlock();
+    m_metrics.countWait(m_name, Clock::now() - entry.since);
+    entry.job->run();
+    entry.job.reset();
+    lock.lock();
+    --m_busy;
+    publish();
+  }
+}
+
+void WorkerPool::publish() const {
+  m_metrics.setPool(m_name, {m_limits.threads, m_busy, m_queue.size()});
+}
+
+}  // namespace cartonpick::orders

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "http/metrics.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <cstddef>
+#include <functional>
+#include <list>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace cartonpick::orders {
+
+/// Work for a pool, and the memory that it holds.
+struct Job {
+  std::function<void()> run;
+  std::size_t bytes = 0;
+};
+
+/// Threads that work off a queue of limited length. May be used from several threads at once.
+class WorkerPool {
+ public:
+  struct Limits {
+    std::size_t threads;
+    std::size_t jobs;   ///< that wait
+    std::size_t bytes;  ///< of these jobs
+  };
+
+  /// The name is for the metrics, which must outlive the pool.
+  WorkerPool(std::string name, const Limits &limits, Metrics &metrics);
+  WorkerPool(const WorkerPool &) = delete;
+  WorkerPool &operator=(const WorkerPool &) = delete;
+  /// Drops the jobs that wait, and returns when those under way have ended.
+  ~WorkerPool();
+
+  /// Adds a job to the queue. Returns false if the queue is full.
+  bool add(const std::shared_ptr<const Job> &job);
+
+  /// Takes a job back. Returns false if a thread has begun with it.
+  bool withdraw(const std::shared_ptr<const Job> &job);
+
+  /// Returns true if no job is under way.
+  bool isIdle() const;
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  struct Entry {
+    std::shared_ptr<const Job> job;
+    Clock::time_point since;
+  };
+
+  void work();
+  void publish() const;
+
+  std::string m_name;
+  Limits m_limits;
+  Metrics &m_metrics;
+  mutable std::mutex m_mutex;
+  std::condition_variable m_hasWork;
+  std::list<Entry> m_queue;
+  std::size_t m_queuedBytes = 0;
+  std::size_t m_busy = 0;
+  bool m_isEnding = false;
+  /// The last member: the threads use the others.
+  std::vector<std::jthread> m_threads;
+};
+
+}  // namespace cartonpick::orders
