@@ -9,8 +9,8 @@ import tempfile
 from loopback import HOST
 from owned_process import start_owned, wait_for
 
-# A request whose instance is dead goes to the other one, a POST as well ("non_idempotent"): what is
-# stored already stays as it is when it is sent again.
+# The file that a fleet uses, and what surrounds it there.
+SITE = os.path.join(os.path.dirname(__file__), "..", "..", "packaging", "nginx.conf")
 CONFIGURATION = """
 daemon off;
 user {user};
@@ -27,21 +27,20 @@ http {{
   fastcgi_temp_path {folder}/fastcgi;
   uwsgi_temp_path {folder}/uwsgi;
   scgi_temp_path {folder}/scgi;
-  client_max_body_size 16m;
-  client_body_buffer_size 1m;
-  upstream orders {{
-    {servers}
-  }}
-  server {{
-    listen {host}:{port} backlog=1024;
-    location / {{
-      proxy_pass http://orders;
-      proxy_connect_timeout 2s;
-      proxy_next_upstream error timeout non_idempotent;
-    }}
-  }}
+  include {folder}/site.conf;
 }}
 """
+
+
+def site_for(port, instances):
+    """The site's file with the ports of this machine in the place of its addresses."""
+    with open(SITE, encoding="ascii") as file:
+        lines = file.read().splitlines()
+    first = next(number for number, line in enumerate(lines) if line.startswith("  server "))
+    rest = [line for line in lines if not line.startswith("  server ")]
+    servers = [f"  server {HOST}:{instance} max_fails=1 fail_timeout=1s;" for instance in instances]
+    site = "\n".join(rest[:first] + servers + rest[first:]) + "\n"
+    return site.replace("listen 80 ", f"listen {HOST}:{port} ")
 
 
 class NginxProxy:
@@ -74,13 +73,12 @@ class NginxProxy:
             return sum("," in line for line in lines)
 
     def _start(self):
-        servers = "\n    ".join(f"server {HOST}:{port} max_fails=1 fail_timeout=1s;"
-                                for port in self._instances)
         user = pwd.getpwuid(os.geteuid()).pw_name
         path = os.path.join(self._folder, "nginx.conf")
         with open(path, "w", encoding="ascii") as file:
-            file.write(CONFIGURATION.format(folder=self._folder, user=user, host=HOST,
-                                            port=self.port, servers=servers))
+            file.write(CONFIGURATION.format(folder=self._folder, user=user))
+        with open(os.path.join(self._folder, "site.conf"), "w", encoding="ascii") as file:
+            file.write(site_for(self.port, self._instances))
         # Not everyone's search path has Debian's folder of servers.
         nginx = shutil.which("nginx", path=f"{os.environ['PATH']}:/usr/sbin")
         with open(os.path.join(self._folder, "output"), "wb") as output:

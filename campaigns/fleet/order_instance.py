@@ -16,7 +16,7 @@ class OrderInstance:
     def __init__(self, folder, store, port):
         """`folder` is that of the programs."""
         self._command = [os.path.join(folder, "cartonpick-orders"), "--exit-with-parent", "--bind",
-                         HOST, "--port", str(port), "--store", store]
+                         HOST, "--port", str(port), "--store", store, "--trusted-proxy", HOST]
         self._errors = tempfile.TemporaryFile()
         self._process = None
 

@@ -29,14 +29,14 @@ void Metrics::countWait(const std::string &pool, Seconds time) {
   add(m_waits[pool], time);
 }
 
-void Metrics::setPool(const std::string &pool, const PoolUse &use) {
+void Metrics::addPool(const std::string &pool, std::function<PoolUse()> use) {
   const std::lock_guard lock(m_mutex);
-  m_pools[pool] = use;
+  m_pools[pool] = std::move(use);
 }
 
-void Metrics::setConnections(std::size_t connections) {
+void Metrics::removePool(const std::string &pool) {
   const std::lock_guard lock(m_mutex);
-  m_connections = connections;
+  m_pools.erase(pool);
 }
 
 std::string Metrics::text() const {
@@ -90,7 +90,7 @@ void Metrics::writePools(std::ostream &out) const {
                          std::size_t PoolUse::*value) {
     writeHead(out, name, "gauge", help);
     for (const auto &[pool, use] : m_pools) {
-      out << name << "{pool=\"" << pool << "\"} " << use.*value << '\n';
+      out << name << "{pool=\"" << pool << "\"} " << use().*value << '\n';
     }
   };
   gauge("cartonpick_pool_threads", "Threads that answer requests.", &PoolUse::threads);

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <string>
@@ -32,8 +34,11 @@ class Metrics {
   /// One request waited for a thread of a pool.
   void countWait(const std::string &pool, Seconds time);
 
-  void setPool(const std::string &pool, const PoolUse &use);
-  void setConnections(std::size_t connections);
+  /// Has the text tell the use of a pool, which `use` returns, until removePool().
+  void addPool(const std::string &pool, std::function<PoolUse()> use);
+  void removePool(const std::string &pool);
+
+  void setConnections(std::size_t connections) { m_connections = connections; }
 
   /// Everything so far in the Prometheus text format 0.0.4.
   std::string text() const;
@@ -59,8 +64,8 @@ class Metrics {
   Histograms m_seconds;
   std::map<std::string, std::uint64_t> m_refusals;
   Histograms m_waits;
-  std::map<std::string, PoolUse> m_pools;
-  std::size_t m_connections = 0;
+  std::map<std::string, std::function<PoolUse()>> m_pools;
+  std::atomic<std::size_t> m_connections = 0;
 };
 
 }  // namespace cartonpick::orders

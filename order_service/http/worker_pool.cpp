@@ -7,12 +7,13 @@ namespace cartonpick::orders {
 
 WorkerPool::WorkerPool(std::string name, const Limits &limits, Metrics &metrics)
     : m_name(std::move(name)), m_limits(limits), m_metrics(metrics) {
-  publish();
+  metrics.addPool(m_name, [this] { return use(); });
   std::generate_n(std::back_inserter(m_threads), limits.threads,
                   [this] { return std::jthread([this] { work(); }); });
 }
 
 WorkerPool::~WorkerPool() {
+  m_metrics.removePool(m_name);
   const std::lock_guard lock(m_mutex);
   m_isEnding = true;
   m_queue.clear();
@@ -20,7 +21,7 @@ WorkerPool::~WorkerPool() {
 }
 
 bool WorkerPool::add(const std::shared_ptr<const Job> &job) {
-  const std::lock_guard lock(m_mutex);
+  std::unique_lock lock(m_mutex);
   // A job alone is taken, however large it is.
   if (!m_queue.empty() &&
       (m_queue.size() >= m_limits.jobs || m_queuedBytes + job->bytes > m_limits.bytes)) {
@@ -28,7 +29,7 @@ bool WorkerPool::add(const std::shared_ptr<const Job> &job) {
   }
   m_queue.push_back({job, Clock::now()});
   m_queuedBytes += job->bytes;
-  publish();
+  lock.unlock();
   m_hasWork.notify_one();
   return true;
 }
@@ -42,7 +43,6 @@ bool WorkerPool::withdraw(const std::shared_ptr<const Job> &job) {
   }
   m_queuedBytes -= job->bytes;
   m_queue.erase(entry);
-  publish();
   return true;
 }
 
@@ -62,19 +62,18 @@ void WorkerPool::work() {
     m_queue.pop_front();
     m_queuedBytes -= entry.job->bytes;
     ++m_busy;
-    publish();
     lock.unlock();
     m_metrics.countWait(m_name, Clock::now() - entry.since);
     entry.job->run();
     entry.job.reset();
     lock.lock();
     --m_busy;
-    publish();
   }
 }
 
-void WorkerPool::publish() const {
-  m_metrics.setPool(m_name, {m_limits.threads, m_busy, m_queue.size()});
+PoolUse WorkerPool::use() const {
+  const std::lock_guard lock(m_mutex);
+  return {m_limits.threads, m_busy, m_queue.size()};
 }
 
 }  // namespace cartonpick::orders

@@ -54,8 +54,8 @@ class WorkerPool {
     Clock::time_point since;
   };
 
+  PoolUse use() const;
   void work();
-  void publish() const;
 
   std::string m_name;
   Limits m_limits;

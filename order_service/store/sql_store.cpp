@@ -13,8 +13,8 @@ namespace cartonpick::orders {
 
 namespace {
 
-/// As many as requests are answered at a time.
-constexpr std::size_t kMaxConnections = 16;
+/// As many as there are threads that answer requests, so that no kind of request takes another's.
+constexpr std::size_t kMaxConnections = 18;
 
 /// Neither a server nor memory, nor SQLite's URL of something.
 bool isFile(const SqlAddress &address) {

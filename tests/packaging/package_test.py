@@ -37,6 +37,7 @@ FILES = {
     },
     ORDERS: {
         "usr/lib/systemd/system/cartonpick-orders.service",
+        "usr/share/doc/cartonpick-orders/examples/nginx.conf",
         "usr/share/doc/cartonpick-orders/fleet.md",
         "usr/share/doc/cartonpick-orders/order-service.md",
     },
