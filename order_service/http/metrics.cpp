@@ -74,7 +74,8 @@ void Metrics::add(Histogram &histogram, Seconds time) {
 void Metrics::write(std::ostream &out, const std::string &name, const std::string &label,
                     const Histograms &histograms) {
   for (const auto &[value, histogram] : histograms) {
-    const std::string labels = "{" + label + "=\"" + value + '"';
+    std::string labels = "{";
+    labels.append(label).append("=\"").append(value).append("\"");
     for (std::size_t i = 0; i < kBounds.size(); ++i) {
       out << name << "_bucket" << labels << ",le=\"" << kBounds[i] << "\"} " << histogram.within[i]
           << '\n';
