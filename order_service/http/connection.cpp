@@ -4,8 +4,6 @@
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/detached.hpp>
 #include <boost/asio/post.hpp>
-#include <boost/asio/redirect_error.hpp>
-#include <boost/asio/use_awaitable.hpp>
 #include <boost/asio/write.hpp>
 #include <boost/beast/http/serializer.hpp>
 #include <boost/beast/http/write.hpp>
@@ -20,7 +18,8 @@ namespace {
 namespace asio = boost::asio;
 namespace http = boost::beast::http;
 
-using Error = boost::system::error_code;
+using io::Error;
+using io::into;
 
 /// How much is received at once.
 constexpr std::size_t kFirstRead = 4 * kKibibyte;
@@ -34,10 +33,6 @@ constexpr std::chrono::seconds kLastArrival(1);
 
 std::string_view viewOf(const boost::beast::flat_buffer &buffer) {
   return {static_cast<const char *>(buffer.data().data()), buffer.size()};
-}
-
-auto into(Error &error) {
-  return asio::redirect_error(asio::use_awaitable, error);
 }
 
 Answer callHandler(const Handler &handler, const Request &request) {
@@ -58,14 +53,15 @@ bool isRequestId(const std::string &text) {
 
 }  // namespace
 
-Connection::Connection(Socket socket, ConnectionContext &context)
+Connection::Connection(io::Socket socket, const asio::ip::address &client,
+                       ConnectionContext &context)
     : m_context(context),
       m_socket(std::move(socket)),
+      m_address(client),
+      m_isTrusted(context.settings.trustedProxies.contains(client)),
       m_wakeUp(m_socket.get_executor(), Clock::time_point::max()) {
   Error error;
-  m_address = m_socket.remote_endpoint(error).address();
-  m_isTrusted = context.settings.trustedProxies.contains(m_address);
-  m_socket.set_option(asio::ip::tcp::no_delay(true), error);
+  m_socket.set_option(io::Tcp::no_delay(true), error);
   m_context.connections.insert(this);
   m_context.metrics.setConnections(m_context.connections.size());
 }
@@ -98,7 +94,7 @@ void Connection::stop() {
   }
 }
 
-Connection::Awaitable<void> Connection::run() {
+io::Awaitable<void> Connection::run() {
   bool isKept = true;
   while (isKept && !m_context.isStopping()) {
     isKept = co_await serveRequest();
@@ -106,7 +102,7 @@ Connection::Awaitable<void> Connection::run() {
   }
 }
 
-Connection::Awaitable<bool> Connection::serveRequest() {
+io::Awaitable<bool> Connection::serveRequest() {
   RequestParser parser(m_context.settings.limits);
   co_await receive(parser);
   if (m_isDropped) {
@@ -129,7 +125,7 @@ Connection::Awaitable<bool> Connection::serveRequest() {
   co_return traits.keepsConnection ? isSent : false;
 }
 
-Connection::Awaitable<void> Connection::receive(RequestParser &parser) {
+io::Awaitable<void> Connection::receive(RequestParser &parser) {
   const HttpLimits &limits = m_context.settings.limits;
   ClientWaits::Wait wait(m_context.waits, m_address, m_isTrusted, [this] {
     m_context.metrics.countRefusal("dropped");
@@ -164,7 +160,7 @@ Connection::Awaitable<void> Connection::receive(RequestParser &parser) {
   }
 }
 
-Connection::Awaitable<void> Connection::sendContinue() {
+io::Awaitable<void> Connection::sendContinue() {
   constexpr std::string_view kContinue = "HTTP/1.1 100 Continue\r\n\r\n";
   Error error;
   co_await asio::async_write(m_socket, asio::buffer(kContinue.data(), kContinue.size()),
@@ -182,7 +178,7 @@ void Connection::complete(RequestParser &parser) const {
                         !fields.forwarded.empty() || !fields.forwardedFor.empty();
 }
 
-Connection::Awaitable<Answer> Connection::answer(std::shared_ptr<Task> task) {
+io::Awaitable<Answer> Connection::answer(std::shared_ptr<Task> task) {
   const HttpLimits &limits = m_context.settings.limits;
   const RequestPool kind = m_context.handlers.poolOf(task->request);
   if (kind == RequestPool::None) {
@@ -222,7 +218,7 @@ std::shared_ptr<const Job> Connection::jobOf(const std::shared_ptr<Task> &task) 
   return std::make_shared<const Job>(Job{.run = run, .bytes = task->request.body.size()});
 }
 
-Connection::Awaitable<void> Connection::waitFor(const Task &task, std::chrono::milliseconds limit) {
+io::Awaitable<void> Connection::waitFor(const Task &task, std::chrono::milliseconds limit) {
   begin(Phase::Answering, limit);
   while (!task.isDone && !m_isExpired) {
     Error error;
@@ -239,7 +235,7 @@ Answer Connection::unavailable(const Request &request, const std::string &reason
   return answer;
 }
 
-Connection::Awaitable<void> Connection::refuse(RequestParser &parser) {
+io::Awaitable<void> Connection::refuse(RequestParser &parser) {
   const Refusal refusal = *parser.refusal();
   complete(parser);
   const Request request = std::move(parser.request());
@@ -253,8 +249,8 @@ Connection::Awaitable<void> Connection::refuse(RequestParser &parser) {
   }
 }
 
-Connection::Awaitable<bool> Connection::send(Answer answer, const std::string &requestId,
-                                             ResponseTraits traits) {
+io::Awaitable<bool> Connection::send(Answer answer, const std::string &requestId,
+                                     ResponseTraits traits) {
   const HttpLimits &limits = m_context.settings.limits;
   ClientWaits::Wait wait(m_context.waits, m_address, m_isTrusted, [this] {
     m_context.metrics.countRefusal("dropped");
@@ -273,9 +269,9 @@ Connection::Awaitable<bool> Connection::send(Answer answer, const std::string &r
 }
 
 /// Closing at once would have the system discard the answer that is on its way.
-Connection::Awaitable<void> Connection::discardRest() {
+io::Awaitable<void> Connection::discardRest() {
   Error error;
-  m_socket.shutdown(Socket::shutdown_send, error);
+  m_socket.shutdown(io::Socket::shutdown_send, error);
   ClientWaits::Wait wait(m_context.waits, m_address, m_isTrusted, [this] { drop(); });
   begin(Phase::Receiving,
         m_context.isStopping() ? kLastArrival : m_context.settings.limits.answerStall);

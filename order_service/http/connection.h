@@ -3,19 +3,15 @@
 #include "http/client_waits.h"
 #include "http/http_response.h"
 #include "http/http_server.h"
+#include "http/io_types.h"
 #include "http/request_parser.h"
 #include "http/worker_pool.h"
 
-// Boost 1.74's awaitable.hpp lacks this include.
-#include <boost/asio/awaitable.hpp>
-#include <boost/asio/ip/tcp.hpp>
-#include <boost/asio/steady_timer.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <chrono>
 #include <memory>
 #include <string>
 #include <unordered_set>
-#include <utility>
 
 namespace cartonpick::orders {
 
@@ -23,7 +19,7 @@ class Connection;
 
 /// What the connections of a server share; for the thread that serves them.
 struct ConnectionContext {
-  using Clock = std::chrono::steady_clock;
+  using Clock = io::Clock;
 
   const HttpSettings &settings;
   const HttpHandlers &handlers;
@@ -41,11 +37,10 @@ struct ConnectionContext {
 /// One connection: receives a request, has it answered, sends the answer, and begins again.
 class Connection : public std::enable_shared_from_this<Connection> {
  public:
-  using Clock = ConnectionContext::Clock;
-  using Socket = boost::asio::ip::tcp::socket;
+  using Clock = io::Clock;
 
   /// The context must outlive the connection.
-  Connection(Socket socket, ConnectionContext &context);
+  Connection(io::Socket socket, const boost::asio::ip::address &client, ConnectionContext &context);
   Connection(const Connection &) = delete;
   Connection &operator=(const Connection &) = delete;
   ~Connection();
@@ -61,9 +56,6 @@ class Connection : public std::enable_shared_from_this<Connection> {
   void stop();
 
  private:
-  template <class Result>
-  using Awaitable = boost::asio::awaitable<Result>;
-
   enum class Phase { Idle, Receiving, Answering, Sending };
 
   /// A request on its way through a pool.
@@ -73,15 +65,15 @@ class Connection : public std::enable_shared_from_this<Connection> {
     bool isDone = false;
   };
 
-  Awaitable<void> run();
-  Awaitable<bool> serveRequest();
-  Awaitable<void> receive(RequestParser &parser);
-  Awaitable<void> sendContinue();
-  Awaitable<Answer> answer(std::shared_ptr<Task> task);
-  Awaitable<void> waitFor(const Task &task, std::chrono::milliseconds limit);
-  Awaitable<void> refuse(RequestParser &parser);
-  Awaitable<bool> send(Answer answer, const std::string &requestId, ResponseTraits traits);
-  Awaitable<void> discardRest();
+  io::Awaitable<void> run();
+  io::Awaitable<bool> serveRequest();
+  io::Awaitable<void> receive(RequestParser &parser);
+  io::Awaitable<void> sendContinue();
+  io::Awaitable<Answer> answer(std::shared_ptr<Task> task);
+  io::Awaitable<void> waitFor(const Task &task, std::chrono::milliseconds limit);
+  io::Awaitable<void> refuse(RequestParser &parser);
+  io::Awaitable<bool> send(Answer answer, const std::string &requestId, ResponseTraits traits);
+  io::Awaitable<void> discardRest();
 
   std::shared_ptr<const Job> jobOf(const std::shared_ptr<Task> &task);
   Answer unavailable(const Request &request, const std::string &reason, const std::string &text);
@@ -91,11 +83,11 @@ class Connection : public std::enable_shared_from_this<Connection> {
   void drop();
 
   ConnectionContext &m_context;
-  Socket m_socket;
+  io::Socket m_socket;
   boost::asio::ip::address m_address;
   bool m_isTrusted = false;
   boost::beast::flat_buffer m_buffer;
-  boost::asio::steady_timer m_wakeUp;
+  io::Timer m_wakeUp;
   Phase m_phase = Phase::Idle;
   Clock::time_point m_deadline = Clock::time_point::max();
   bool m_hasServed = false;

@@ -5,10 +5,7 @@
 #include <array>
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/detached.hpp>
-#include <boost/asio/io_context.hpp>
 #include <boost/asio/post.hpp>
-#include <boost/asio/redirect_error.hpp>
-#include <boost/asio/use_awaitable.hpp>
 #include <cstdio>
 #include <future>
 #include <random>
@@ -21,15 +18,12 @@ namespace {
 
 namespace asio = boost::asio;
 
-using Error = boost::system::error_code;
-using asio::ip::tcp;
+using io::Error;
+using io::into;
+using io::Tcp;
 
 /// How often deadlines are checked.
 constexpr std::chrono::milliseconds kTurn(100);
-
-auto into(Error &error) {
-  return asio::redirect_error(asio::use_awaitable, error);
-}
 
 /// Returns whether the next connection may be accepted all the same.
 bool isPassing(const Error &error) {
@@ -40,16 +34,16 @@ bool isPassing(const Error &error) {
          error == asio::error::interrupted || error == asio::error::try_again;
 }
 
-tcp::acceptor acceptorAt(asio::io_context &context, const HttpSettings &settings) {
+io::Acceptor acceptorAt(asio::io_context &context, const HttpSettings &settings) {
   Error error;
-  const auto endpoints = tcp::resolver(context).resolve(
+  const auto endpoints = Tcp::resolver(context).resolve(
       settings.address, std::to_string(settings.port),
-      tcp::resolver::passive | tcp::resolver::numeric_service, error);
+      Tcp::resolver::passive | Tcp::resolver::numeric_service, error);
   for (const auto &entry : endpoints) {
-    tcp::acceptor acceptor(context);
+    io::Acceptor acceptor(context);
     acceptor.open(entry.endpoint().protocol(), error);
     if (!error) {
-      acceptor.set_option(tcp::acceptor::reuse_address(true), error);
+      acceptor.set_option(io::Acceptor::reuse_address(true), error);
       acceptor.bind(entry.endpoint(), error);
     }
     if (!error) {
@@ -128,16 +122,17 @@ class HttpServer::Server {
                                          : m_lookups;
   }
 
-  asio::awaitable<void> accept() {
+  io::Awaitable<void> accept() {
     while (!m_context.isStopping()) {
-      tcp::socket socket(m_io);
+      io::Socket socket(m_io);
+      Tcp::endpoint client;
       Error error;
-      co_await m_acceptor.async_accept(socket, into(error));
+      co_await m_acceptor.async_accept(socket, client, into(error));
       if (m_context.isStopping()) {
         co_return;
       }
       if (!error) {
-        start(std::move(socket));
+        start(std::move(socket), client.address());
       } else if (isPassing(error)) {
         // There may be too few descriptors: a connection that waits for its client gives one back.
         m_context.waits.dropLongest();
@@ -150,16 +145,16 @@ class HttpServer::Server {
     }
   }
 
-  void start(tcp::socket socket) {
+  void start(io::Socket socket, const asio::ip::address &client) {
     if (m_context.connections.size() >= m_settings.limits.connections &&
         !m_context.waits.dropLongest()) {
       m_context.metrics.countRefusal("connections");
       return;
     }
-    std::make_shared<Connection>(std::move(socket), m_context)->start();
+    std::make_shared<Connection>(std::move(socket), client, m_context)->start();
   }
 
-  asio::awaitable<void> turn() {
+  io::Awaitable<void> turn() {
     while (!m_context.isStopping() || !m_context.connections.empty()) {
       m_handlers.turned();
       const auto now = std::chrono::steady_clock::now();
@@ -188,10 +183,10 @@ class HttpServer::Server {
   RequestIds m_requestIds;
   ConnectionContext m_context;
   asio::io_context m_io{1};
-  tcp::acceptor m_acceptor;
+  io::Acceptor m_acceptor;
   std::uint16_t m_port;
-  asio::steady_timer m_retry;
-  asio::steady_timer m_turn;
+  io::Timer m_retry;
+  io::Timer m_turn;
   WorkerPool m_lookups;
   WorkerPool m_sends;
   WorkerPool m_probes;
