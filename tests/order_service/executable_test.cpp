@@ -1,4 +1,5 @@
 #include "http_client.h"
+#include "postgres_cluster.h"
 #include "sample_data.h"
 #include "service_process.h"
 #include "store/sql_store.h"
@@ -6,8 +7,10 @@
 
 #include <csignal>
 #include <filesystem>
+#include <future>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <thread>
 
 namespace cartonpick::orders {
 
@@ -74,6 +77,27 @@ TEST(Executable, EndsWellAtSigint) {
   ASSERT_NE(service.readPort(), 0);
   service.signal(SIGINT);
   EXPECT_EQ(service.wait(), 0);
+}
+
+TEST(Executable, EndsThoughTheDatabaseHoldsUpASend) {
+  const PostgresCluster cluster;
+  ServiceProcess service({"--port", "0", "--demo", "--store", cluster.url()});
+  const std::uint16_t port = service.readPort();
+  // A transaction that locks the delivery and does not end.
+  const ServiceProcess lock(
+      POSTGRESQL_BIN "/psql",
+      {"--quiet", "--tuples-only", "--no-align", cluster.url(), "-c", "BEGIN", "-c",
+       "SELECT 1 FROM delivery WHERE number = '4711' FOR UPDATE", "-c", "SELECT pg_sleep(600)"});
+  ASSERT_EQ(lock.readPort(), 1);
+  auto send = std::async(std::launch::async, [port] { return sendDemoPicking(port); });
+  const std::string busy = "cartonpick_pool_busy_threads{pool=\"sends\"} 1\n";
+  while (HttpClient(port).get("/metrics").body.find(busy) == std::string::npos) {
+    std::this_thread::yield();
+  }
+  EXPECT_EQ(nlohmann::json::parse(get(port, "getorderpercarton/4711")).size(), 12U);
+  service.signal(SIGTERM);
+  EXPECT_EQ(service.wait(), 0);
+  EXPECT_EQ(send.get(), "the answer takes too long");
 }
 
 TEST(Executable, KeepsWhatItAcceptedWhenItIsKilled) {
