@@ -13,6 +13,8 @@ namespace http = beast::http;
 
 constexpr auto kMalformed = "the request is not HTTP as it should be, or cut short";
 constexpr std::string_view kDigits = "0123456789";
+/// The library expects as much of the last chunk; what follows a chunk is never shorter.
+constexpr std::string_view kShortestFraming = "0\r\n\r\n";
 constexpr std::string_view kForwardedPrefix = "X-Forwarded-";
 
 Refusal malformed(std::string text = kMalformed) {
@@ -103,6 +105,9 @@ std::size_t RequestParser::readBody(std::string_view bytes) {
     const bool isFraming = chunked() && m_chunkBytes == 0;
     const std::string_view next =
         bytes.substr(used, isFraming ? m_limits.framingBytes : std::string_view::npos);
+    if (isFraming && next.size() < kShortestFraming.size()) {
+      return used;
+    }
     Error error;
     used += put(boost::asio::buffer(next.data(), next.size()), error);
     if (error == http::error::need_more) {
