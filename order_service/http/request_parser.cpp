@@ -66,13 +66,18 @@ std::size_t RequestParser::read(std::string_view bytes) {
 }
 
 std::size_t RequestParser::readHead(std::string_view bytes) {
-  const bool hadBegun = hasBegun();
-  const std::size_t used = m_scanner.scan(bytes);
-  std::string_view head = bytes.substr(0, used);
-  if (!hadBegun) {
-    head.remove_prefix(std::min(head.find_first_not_of("\r\n"), head.size()));
+  std::size_t used = 0;
+  while (!hasBegun() && !m_scanner.isWrong() && used < bytes.size()) {
+    used += m_scanner.scan(bytes.substr(used, 1));
   }
-  m_head += head;
+  if (hasBegun()) {
+    // The first byte of the head is the last one that was scanned.
+    const std::size_t first = m_head.empty() && used > 0 ? 1 : 0;
+    const std::size_t size =
+        m_scanner.scan(bytes.substr(used, m_limits.headBytes + 1 - m_head.size() - first));
+    m_head += bytes.substr(used - first, first + size);
+    used += size;
+  }
   if (m_scanner.isWrong()) {
     refuse(malformed());
   } else if (m_head.size() > m_limits.headBytes) {
@@ -98,6 +103,28 @@ void RequestParser::parseHead() {
   }
 }
 
+/// Returns true once the line with a chunk's size is complete. Refuses one that ends in a line feed
+/// alone, and one with a quotation mark, behind which the library reads on over the line's end.
+bool RequestParser::hasChunkLine(std::string_view framing) {
+  constexpr std::string_view kLineEnd = "\r\n";
+  const std::size_t begin = framing.starts_with(kLineEnd) ? kLineEnd.size() : 0;
+  const std::size_t end = framing.find('\n', begin);
+  if (end == std::string_view::npos || framing.size() < kShortestFraming.size()) {
+    return false;
+  }
+  const std::string_view line = framing.substr(begin, end - begin);
+  if (!line.ends_with('\r') || line.find('"') != std::string_view::npos) {
+    refuse(malformed("a chunk's size is not followed by a plain extension, or its line's end"));
+  }
+  return !m_refusal;
+}
+
+void RequestParser::refuseLongFraming(std::string_view framing) {
+  if (framing.size() == m_limits.framingBytes) {
+    refuse({431, "head_too_large", "a chunk's header or the trailer is larger than 4 KiB"});
+  }
+}
+
 std::size_t RequestParser::readBody(std::string_view bytes) {
   std::size_t used = 0;
   while (!m_refusal && !m_isWhole && used < bytes.size()) {
@@ -105,15 +132,14 @@ std::size_t RequestParser::readBody(std::string_view bytes) {
     const bool isFraming = chunked() && m_chunkBytes == 0;
     const std::string_view next =
         bytes.substr(used, isFraming ? m_limits.framingBytes : std::string_view::npos);
-    if (isFraming && next.size() < kShortestFraming.size()) {
+    if (isFraming && !hasChunkLine(next)) {
+      refuseLongFraming(next);
       return used;
     }
     Error error;
     used += put(boost::asio::buffer(next.data(), next.size()), error);
     if (error == http::error::need_more) {
-      if (next.size() == m_limits.framingBytes) {
-        refuse({431, "head_too_large", "a chunk's header or the trailer is larger than 4 KiB"});
-      }
+      refuseLongFraming(next);
       return used;
     }
     if (error) {

@@ -65,6 +65,8 @@ class RequestParser : private boost::beast::http::basic_parser<true> {
   std::size_t readHead(std::string_view bytes);
   void parseHead();
   std::size_t readBody(std::string_view bytes);
+  bool hasChunkLine(std::string_view framing);
+  void refuseLongFraming(std::string_view framing);
   std::size_t keepBody(Text bytes);
   void refuse(const Error &error);
 
