@@ -1,5 +1,5 @@
-// Sends any bytes to the order service's HTTP server over a loopback socket. The server answers in
-// HTTP or closes the connection, passes on at most one request, and keeps serving other clients.
+// Sends any bytes to the order service's HTTP server over a loopback socket. The server answers
+// each request in HTTP or closes the connection, and keeps serving other clients.
 
 #include "Property.h"
 #include "http/http_server.h"
@@ -72,7 +72,7 @@ class Connection {
     static_cast<void>(::send(m_socket, bytes.data(), bytes.size(), MSG_NOSIGNAL));
   }
 
-  /// Sends `bytes`. Without an answer within 5 ms, closes the sending direction.
+  /// Sends `bytes` and closes the sending direction.
   void send(std::string_view bytes) const {
     sendAll(bytes);
     ::shutdown(m_socket, SHUT_WR);
@@ -102,8 +102,7 @@ std::string exchange(std::string_view bytes) {
   return connection.receive();
 }
 
-/// Returns true if an ordinary request gets its answer. The sending direction stays open, because
-/// the server may drop a client that closes it before the answer.
+/// Returns true if an ordinary request gets its answer.
 bool isServed() {
   const Connection connection(server().port());
   connection.sendAll(kOrdinaryRequest);

@@ -82,7 +82,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
   checkPercentDecoding(body);
   if (const auto lines = linesOf(body)) {
     require(!lines->empty(), "an accepted report has lines");
-    for (const PickedLine &line : *lines) {
+    for (const PickReport &line : *lines) {
       checkLine(line, lines->front());
     }
     checkWrittenAgain(*lines);
