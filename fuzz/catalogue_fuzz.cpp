@@ -5,6 +5,7 @@
 #include "FuzzInput.h"
 #include "Property.h"
 #include "service/CatalogueAnswer.h"
+#include "service/DeliveryAnswer.h"
 #include "service/JsonPieces.h"
 
 #include <algorithm>

@@ -138,7 +138,9 @@ class NetworkConnection : public HttpConnection {
       return false;
     }
     const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    const bool isStatus = status >= kFirstErrorStatus && error > QNetworkReply::UnknownProxyError &&
+    const bool isStatus = status >= kFirstErrorStatus &&
+                          (error > QNetworkReply::UnknownProxyError ||
+                           error == QNetworkReply::ProxyAuthenticationRequiredError) &&
                           error != QNetworkReply::ProtocolFailure &&
                           error != QNetworkReply::ProtocolUnknownError;
     return error != QNetworkReply::NoError && !isStatus;

@@ -36,7 +36,7 @@ ScanTrailViewController::ScanTrailViewController(const ScanTrail &scans, Environ
     : ViewController(QStringLiteral("ScanTrailViewController"), environment, parent),
       m_trail(scans) {
   tblScans->setDataSource(this);
-  tblScans->setEnabled(false);
+  tblScans->setAllowsSelection(false);
   setPreferredContentSize({620, 460});
   connect(&scans, &ScanTrail::changed, tblScans, &TableView::reloadData);
 }

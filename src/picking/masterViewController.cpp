@@ -30,9 +30,10 @@ masterViewController::masterViewController(PickingSession &session, Environment 
   btnPicking->setEnabled(false);
   btnReloadItems->setTitle(QStringLiteral("Reload Items"));
   btnClose->setTitle(QStringLiteral("Close"));
-  for (Label *header : {lblCustomerName, lblBrand, lblCreationDate, lblShipmentDate}) {
-    header->setHidden(true);
+  for (Label *label : {lblLookup, lblCustomerName, lblBrand, lblCreationDate, lblShipmentDate}) {
+    label->setHidden(true);
   }
+  lblLookup->setText(QStringLiteral("Looking up the delivery …"));
   lblBoxesTotalLabel->setText(QStringLiteral("Boxes"));
   lblBoxesUnopenedLabel->setText(QStringLiteral("Unopened"));
   lblBoxesCompletedLabel->setText(QStringLiteral("Completed"));
@@ -101,7 +102,8 @@ void masterViewController::btnSearchOrderNoTouched() {
   }
   activityIndicator->startAnimating();
   // The overlay prevents starting a picking, whose lists the answer would replace.
-  environment().busy.begin(QStringLiteral("Looking up the delivery …"));
+  lblLookup->setHidden(false);
+  environment().busy.begin(lblLookup->text());
   tblOrders->setEnabled(true);
   tblStores->setEnabled(true);
   dismissKeyboard();
@@ -125,6 +127,7 @@ void masterViewController::didReceiveData(HttpConnection & /*connection*/, const
 }
 
 void masterViewController::connectionDidFinishLoading(HttpConnection &connection) {
+  lblLookup->setHidden(true);
   environment().busy.end();
   const auto answer = connection.isAnswerWhole() ? parseDeliveryAnswer(m_webData) : std::nullopt;
   m_session.setJsonResult(jsonResultOf(answer));
@@ -142,6 +145,7 @@ void masterViewController::connectionDidFinishLoading(HttpConnection &connection
 
 void masterViewController::didFailWithError(HttpConnection & /*connection*/,
                                             const QString &description) {
+  lblLookup->setHidden(true);
   environment().busy.end();
   // The entry "getorder" is kept intentionally: later lookups are not registered until this pane is
   // loaded again.

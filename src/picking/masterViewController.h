@@ -43,6 +43,7 @@ class masterViewController : public ViewController,
   OUTLET(Label, lblBrand)
   OUTLET(Label, lblCreationDate)
   OUTLET(Label, lblShipmentDate)
+  OUTLET(Label, lblLookup)
   OUTLET(Label, lblBox)
   OUTLET(Label, lblBoxesTotalLabel)
   OUTLET(Label, lblBoxesUnopenedLabel)

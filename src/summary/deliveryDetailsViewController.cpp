@@ -28,6 +28,7 @@ deliveryDetailsViewController::deliveryDetailsViewController(Environment &enviro
                                                              QObject *parent)
     : ViewController(QStringLiteral("deliveryDetailsViewController"), environment, parent) {
   segmentedControlStatus->setTitles(kPickFilterTitles);
+  tblPicking->setAllowsSelection(false);
 }
 
 void deliveryDetailsViewController::viewDidLoad() {

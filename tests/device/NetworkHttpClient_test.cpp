@@ -148,8 +148,8 @@ class NetworkHttpClientTest : public QObject {
 
   void answersOfAnyStatusAreReceived_data() {
     QTest::addColumn<int>("status");
-    for (const int status : {200, 201, 400, 401, 403, 404, 405, 409, 410, 413, 418, 422, 429, 499,
-                             500, 501, 502, 503, 599}) {
+    for (const int status : {200, 201, 400, 401, 403, 404, 405, 407, 409, 410,
+                             413, 418, 422, 429, 499, 500, 501, 502, 503, 599}) {
       QTest::addRow("%d", status) << status;
     }
   }

@@ -119,6 +119,7 @@ class masterViewControllerLookupTest : public QObject {
     program.master().tblStores->setEnabled(false);
     search(program, QStringLiteral("4711"));
     QVERIFY(program.master().activityIndicator->isAnimating());
+    QVERIFY(!program.master().lblLookup->isHidden());
     QVERIFY(!program.master().txtDeliveryNo->isFirstResponder());
     QCOMPARE(program.master().connectionDict().keys(), QStringList(QStringLiteral("getorder")));
     QVERIFY(program.master().tblOrders->isEnabled());
@@ -272,6 +273,7 @@ class masterViewControllerLookupTest : public QObject {
     QTRY_VERIFY(program.master().jsonResult());
     QCOMPARE(program.master().jsonResult()->doc, "4711");
     QVERIFY(program.master().activityIndicator->isAnimating());
+    QVERIFY(program.master().lblLookup->isHidden());
     QVERIFY(!program.detail().arrayPick());
     QVERIFY(program.master().lblCustomerName->isHidden());
     QCOMPARE(program.environment.alerts.count(), 0);

@@ -175,6 +175,7 @@ class PickingSenderTest : public QObject {
     QTest::newRow("302") << 302;
     QTest::newRow("401") << 401;
     QTest::newRow("404") << 404;
+    QTest::newRow("407") << 407;
     QTest::newRow("500") << 500;
     QTest::newRow("503") << 503;
   }

@@ -196,6 +196,7 @@ class deliveryDetailsViewControllerTest : public QObject {
     summary.show(kLines);
     QVERIFY(summary.screen.tblPicking->isEnabled());
     summary.screen.tblPicking->touchRow(1);
+    QCOMPARE(summary.screen.tblPicking->selectedRow(), -1);
     summary.screen.commitEditingStyle(*summary.screen.tblPicking,
                                       TableViewDataSource::EditingStyle::Delete, 1);
     summary.screen.CloseViewControllerWithGetQtyAtRow(1, 2, 3);

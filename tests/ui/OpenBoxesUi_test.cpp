@@ -2,7 +2,9 @@
 #include "support/TestClass.h"
 #include "support/TestWindow.h"
 
+#include <QPointingDevice>
 #include <QQuickItem>
+#include <QQuickWindow>
 #include <QTest>
 
 namespace {
@@ -20,6 +22,22 @@ QStringList counters(const TestWindow &ui) {
 
 QColor groundOf(const TestWindow &ui, const QString &row) {
   return ui.item(row)->property("ground").value<QColor>();
+}
+
+/// Moves a finger up over the item `name`, and waits until the item has come to rest.
+void flick(TestWindow &ui, const QString &name) {
+  static QPointingDevice *finger = QTest::createTouchDevice();
+  const QPoint from = ui.item(name)->mapToScene(ui.item(name)->boundingRect().center()).toPoint();
+  constexpr int kSteps = 5;
+  constexpr int kStepPixels = 20;
+  QTest::touchEvent(&ui.window(), finger).press(0, from);
+  for (int step = 1; step <= kSteps; ++step) {
+    QTest::touchEvent(&ui.window(), finger).move(0, from - QPoint(0, kStepPixels * step));
+    // Qt merges the touch moves between two frames.
+    ui.settle();
+  }
+  QTest::touchEvent(&ui.window(), finger).release(0, from - QPoint(0, kSteps * kStepPixels));
+  QTRY_VERIFY(!ui.item(name)->property("moving").toBool());
 }
 
 }  // namespace
@@ -169,6 +187,22 @@ class OpenBoxesUiTest : public QObject {
     ui.openBox(kBoxes);
     QTRY_COMPARE(ui.column("tblItems", "pickqty"), QStringList({"0", "2"}));
     QCOMPARE(ui.store().pickings("4711")->size(), 1U);
+  }
+
+  void theBoxListScrollsOnlyWhileAPickingRuns() {
+    QList<TestLine> boxes;
+    for (int i = 0; i < 60; ++i) {
+      boxes.append({QStringLiteral("C%1").arg(i), "A", 1});
+    }
+    TestWindow ui;
+    ui.startPicking(boxes);
+    QTRY_VERIFY(ui.shows("tblBoxesRow0"));
+    flick(ui, "tblBoxes");
+    const double scrolled = ui.item("tblBoxes")->property("contentY").toDouble();
+    QVERIFY(scrolled > 0.0);
+    ui.touch("btnPicking");
+    flick(ui, "tblBoxes");
+    QCOMPARE(ui.item("tblBoxes")->property("contentY").toDouble(), scrolled);
   }
 };
 

@@ -247,6 +247,15 @@ class TableViewTest : public QObject {
              TableViewDataSource::EditingStyle::None);
     QCOMPARE(shown.numbers.numberOfSectionsInTableView(shown.table), 1);
   }
+
+  void aTableWithoutSelectionIgnoresTouches() {
+    NumbersTable shown(3);
+    shown.table.setAllowsSelection(false);
+    shown.table.touchRow(1);
+    QCOMPARE(shown.numbers.touched(), QList<int>());
+    QCOMPARE(shown.table.selectedRow(), -1);
+    QVERIFY(shown.table.isEnabled());
+  }
 };
 
 CARTONPICK_TEST(TableViewTest);

@@ -39,8 +39,8 @@ GridLayout {
         Accessible.ignored: true
     }
     PlainText {
-        visible: header.controller.activityIndicator.animating
-        text: "Looking up the delivery …"
+        visible: !header.controller.lblLookup.hidden
+        text: header.controller.lblLookup.text
         color: Theme.textMuted
         font.pixelSize: Theme.small
         wrapMode: Text.Wrap

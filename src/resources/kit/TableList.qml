@@ -22,8 +22,10 @@ ListView {
     keyNavigationEnabled: true
     currentIndex: -1
     boundsBehavior: Flickable.StopAtBounds
+    interactive: outlet.enabled
     ScrollBar.vertical: TableScrollBar {
         isNeeded: list.isScrollable
+        interactive: list.interactive
     }
     Keys.onSpacePressed: outlet.touchRow(currentIndex)
     onActiveFocusChanged: {

@@ -69,7 +69,7 @@ void TableView::paintRow(int row) {
 }
 
 void TableView::touchRow(int row) {
-  if (!m_enabled || !hasRow(row) || !m_dataSource) {
+  if (!m_enabled || !m_allowsSelection || !hasRow(row) || !m_dataSource) {
     return;
   }
   m_selectedRow = row;

@@ -68,6 +68,8 @@ class TableView : public QAbstractListModel {
   /// Returns true if the table accepts touches.
   [[nodiscard]] bool isEnabled() const { return m_enabled; }
   void setEnabled(bool enabled);
+  /// False if a touch on a row does nothing; true by default. Such a table can still be scrolled.
+  void setAllowsSelection(bool allows) { m_allowsSelection = allows; }
 
   /// Updates the number of rows and schedules one redraw of the visible rows; several calls before
   /// the event loop runs cause one redraw. Keeps the scroll position; clears the selection and the
@@ -111,6 +113,7 @@ class TableView : public QAbstractListModel {
   WeakDelegate<TableViewDataSource> m_dataSource;
   int m_tag = 0;
   bool m_enabled = true;
+  bool m_allowsSelection = true;
   int m_count = 0;
   bool m_isRedrawDue = false;
   int m_selectedRow = -1;
