@@ -1,5 +1,6 @@
 #include "files/export_lines.h"
 
+#include <csv.h>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
@@ -15,18 +16,14 @@ nlohmann::ordered_json toJson(const ReceivedReport &received) {
           {"datepicked", line.pickedAt}, {"received", received.receivedAt}};
 }
 
+/// `text` as a field, in quotes only where it needs them.
 std::string field(std::string_view text) {
   if (text.find_first_of(",\"\r\n") == std::string_view::npos) {
     return std::string(text);
   }
-  std::string quoted = "\"";
-  for (const char c : text) {
-    quoted += c;
-    if (c == '"') {
-      quoted += c;
-    }
-  }
-  return quoted + '"';
+  std::string quoted(2 * text.size() + 2, '\0');
+  quoted.resize(csv_write(quoted.data(), quoted.size(), text.data(), text.size()));
+  return quoted;
 }
 
 }  // namespace
