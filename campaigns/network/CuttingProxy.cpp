@@ -2,7 +2,26 @@
 
 #include <QTcpSocket>
 
+#include <algorithm>
 #include <utility>
+
+namespace {
+
+/// Returns true if `bytes` are an answer with its whole body. The service keeps the connection open
+/// after its answer.
+bool isWholeAnswer(const QByteArray &bytes) {
+  const qsizetype head = bytes.indexOf("\r\n\r\n");
+  const QByteArray field = "content-length: ";
+  const qsizetype length = bytes.first(std::max<qsizetype>(head, 0)).toLower().indexOf(field);
+  if (head < 0 || length < 0) {
+    return false;
+  }
+  const qsizetype value = length + field.size();
+  const qsizetype body = bytes.mid(value, bytes.indexOf('\r', value) - value).toLongLong();
+  return bytes.size() >= head + 4 + body;
+}
+
+}  // namespace
 
 CuttingProxy::CuttingProxy(QString upstream) : m_upstream(std::move(upstream)) {
   connect(&m_server, &QTcpServer::newConnection, this, [this] {
@@ -36,7 +55,11 @@ void CuttingProxy::connectThrough(QTcpSocket *tablet) {
       service->disconnectFromHost();
     }
   });
-  // The service closes the connection after its answer.
+  connect(service, &QTcpSocket::readyRead, tablet, [service] {
+    if (isWholeAnswer(service->peek(service->bytesAvailable()))) {
+      service->disconnectFromHost();
+    }
+  });
   connect(service, &QTcpSocket::disconnected, tablet, [this, tablet, service] {
     const QByteArray answer = service->readAll();
     m_answerSize = answer.size();
