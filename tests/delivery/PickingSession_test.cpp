@@ -16,7 +16,7 @@ OrderLine lineOf(const QString &carton, const QString &item, int qty) {
   return {QStringLiteral("4711"), QStringLiteral("A1"), item, u'b' + item, {}, carton, qty};
 }
 
-/// A session on a temporary store, with a delivery of two boxes.
+/// A session with a delivery of two boxes, on a store in a temporary folder.
 struct TestSession {
   TestSession() {
     session.setManagedObjectContext(&context);
@@ -29,10 +29,16 @@ struct TestSession {
     session.start();
     session.openBox(0);
   }
+  /// Stores `pick`, of 7 pieces.
+  void addPick(Picking pick) {
+    pick.pickqty = 7;
+    context.insert(pick);
+    QVERIFY(!context.save());
+  }
   [[nodiscard]] BoxRecord box(std::size_t index) const {
     return std::get<BoxRecord>(session.pickList().at(index));
   }
-  /// "box item pick" for each stored pick of the delivery.
+  /// Returns "box item pick" for each stored pick of the delivery.
   [[nodiscard]] QStringList stored() {
     QStringList rows;
     const auto picks = context.pickings(QStringLiteral("4711"));
@@ -72,20 +78,45 @@ class PickingSessionTest : public QObject {
     QCOMPARE(session.boxCounters().total, 0U);
   }
 
-  void anImportBuildsBothListsAndRestoresPickedQuantities() {
+  void anImportBuildsBothListsAndWritesNothing() {
     TestSession test;
     QVERIFY(test.isImported);
     QCOMPARE(test.session.arrayItems()->size(), 2U);
     QCOMPARE(test.session.pickList().size(), 2U);
+    QVERIFY(!test.context.hasChanges());
+    QCOMPARE(test.stored(), QStringList());
+  }
+
+  void aSecondImportReplacesBothListsAndRestoresWhatWasPicked() {
+    TestSession test;
     test.openFirstBox();
     test.session.bookQuantity(1, false, 0, 2);
+    const auto boxes = test.session.arrayPick();
+    const auto items = test.session.arrayItems();
     QVERIFY(test.session.importDelivery(test.delivery));
+    QVERIFY(test.session.arrayPick() != boxes);
+    QVERIFY(test.session.arrayItems() != items);
+    QCOMPARE(test.session.pickList().size(), 2U);
+    QCOMPARE(test.session.arrayItems()->size(), 2U);
     QCOMPARE(test.box(0).boxitems.at(1).pickqty.value(), 2);
     QCOMPARE(test.box(0).boxpickqty, 2);
     QCOMPARE(test.session.arrayItems()->at(1).pickqty.value(), 2);
   }
 
-  void anImportThatCannotReadTheStoreReturnsFalseAndReplacesTheLists() {
+  void onlyPicksOfTheFirstLinesOrderAreRestoredSentOrNot() {
+    TestSession test;
+    test.addPick({.box = "C1", .doc = "4711", .item = "A", .ordernum = "A1", .sent = 1});
+    test.addPick({.box = "C2", .doc = "4711", .item = "A", .ordernum = "A2"});
+    test.addPick({.box = "C1", .doc = "4712", .item = "B", .ordernum = "A1"});
+    Delivery delivery = test.delivery;
+    delivery.lines.back().ordernum = QStringLiteral("A2");
+    QVERIFY(test.session.importDelivery(delivery));
+    QCOMPARE(test.box(0).boxitems.at(0).pickqty.value(), 7);
+    QCOMPARE(test.box(0).boxpickqty, 7);
+    QCOMPARE(test.box(1).boxpickqty, 0);
+  }
+
+  void anImportThatCannotReadTheStoreFailsAndReplacesTheLists() {
     TestSession test;
     test.openFirstBox();
     test.session.bookQuantity(0, false, 0, 5);
@@ -166,7 +197,7 @@ class PickingSessionTest : public QObject {
     QCOMPARE(saved.count(), 1);
   }
 
-  void underAFilterTheFirstLineOfTheItemIsBookedAsWell() {
+  void underAFilterTheFirstLineOfTheItemTakesTheQuantityToo() {
     TestSession test;
     test.openFirstBox();
     test.session.bookQuantity(2, true, 0, 3);
@@ -176,7 +207,7 @@ class PickingSessionTest : public QObject {
     QCOMPARE(test.stored(), QStringList("C1 A 3"));
   }
 
-  void aLineThatTheStoreRejectsIsNotReportedAsSaved() {
+  void aLineThatTheStoreDoesNotTakeIsNotReportedAsSaved() {
     TestSession test;
     test.openFirstBox();
     const QSignalSpy saved(&test.session, &PickingSession::lineSaved);
