@@ -175,8 +175,8 @@ class HistoryViewControllerTest : public QObject {
                                 "4711 Yes 01/03/2026 10:00 05/03/2026 10:00"}));
   }
 
-  void theDeliveryPickedLastIsListedLast() {
-    PickedProgram program;
+  void theDeliveryPickedLastIsLast() {
+    Picked program;
     program.add(QStringLiteral("A"), utc(3, 5, 8));
     program.add(QStringLiteral("B"), utc(3, 1, 8));
     program.add(QStringLiteral("B"), utc(3, 9, 8));
@@ -187,8 +187,8 @@ class HistoryViewControllerTest : public QObject {
                                           "B No 01/03/2026 10:00 09/03/2026 10:00"}));
   }
 
-  void theOrderDependsOnSecondsThatAreNotShown() {
-    PickedProgram program;
+  void secondsCountForTheOrderAlthoughTheyAreNotShown() {
+    Picked program;
     program.add(QStringLiteral("A"), utc(3, 2, 8, 0, 59));
     program.add(QStringLiteral("B"), utc(3, 2, 8, 0, 1));
     program.add(QStringLiteral("C"), utc(3, 2, 8, 0, 30).addMSecs(1));
@@ -209,8 +209,18 @@ class HistoryViewControllerTest : public QObject {
     QCOMPARE(program.rows(), QStringList("4711 No 29/03/2026 02:30 29/03/2026 04:30"));
   }
 
-  void timesUseTheCurrentTimeZone() {
-    PickedProgram program;
+  void deliveriesOfTheRepeatedHourKeepTheOrderOfTheirPicks() {
+    Picked program;
+    // Athens puts its clocks back at 04:00 on October 25th.
+    program.add(QStringLiteral("summer"), utc(10, 25, 0, 40));
+    program.add(QStringLiteral("winter"), utc(10, 25, 1, 20));
+    program.open();
+    QCOMPARE(program.rows(), QStringList({"summer No 25/10/2026 03:40 25/10/2026 03:40",
+                                          "winter No 25/10/2026 03:20 25/10/2026 03:20"}));
+  }
+
+  void timesAreInTheCurrentZoneOfTheDevice() {
+    Picked program;
     program.add(k4711, utc(3, 2, 2));
     program.open();
     program.clock->setZone(QTimeZone("America/New_York"));

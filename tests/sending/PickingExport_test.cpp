@@ -95,8 +95,8 @@ class PickingExportTest : public QObject {
     QCOMPARE(program.file(), "bC;C1;2026-03-02 10:12:05;Lamp;4711;C;A1;6;4;0\r");
   }
 
-  void everyLineUsesTheUtcOffsetAtTheTimeOfTheExport() {
-    // In Athens the clocks go forward on March 29th.
+  void everyLineHasTheOffsetAtTheTimeOfTheExport() {
+    // Athens puts its clocks forward on March 29th and back on October 25th.
     const QDateTime winterEvening({2026, 3, 28}, {21, 30}, QTimeZone::utc());
     const QDateTime summerEvening({2026, 3, 29}, {20, 30}, QTimeZone::utc());
     const std::vector<Picking> picks{pickOf("A", winterEvening), pickOf("B", summerEvening)};
@@ -113,7 +113,7 @@ class PickingExportTest : public QObject {
              "bB;C1;2026-03-29 23:30:00;Lamp;4711;B;A1;6;4;0\r");
   }
 
-  void theDeviceMayBeInAnotherTimeZone() {
+  void aDeviceInAnotherZoneExportsItsLocalTimes() {
     ExportProgram program({pickOf("A")});
     program.clock->setZone(QTimeZone("Asia/Kathmandu"));
     program.sendEmail();

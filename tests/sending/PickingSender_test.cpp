@@ -147,8 +147,8 @@ class PickingSenderTest : public QObject {
     QCOMPARE(lines, QStringList({"C1 A 3", "C2 A 0", "C2 B 7"}));
   }
 
-  void pickTimesUseTheCurrentTimeZone() {
-    PickedProgram program;
+  void pickTimesAreInTheCurrentZoneOfTheDevice() {
+    Picked program;
     program.clock->set(QDateTime(QDate(2026, 3, 29), QTime(1, 30), QTimeZone::utc()));
     program.add(QStringLiteral("C3"), QStringLiteral("C"), 1);
     program.clock->setZone(QTimeZone("America/New_York"));

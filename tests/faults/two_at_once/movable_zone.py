@@ -1,17 +1,20 @@
-"""A time zone that changes while a program runs, for that program alone."""
+"""A time zone that can change while a program runs, and that only this program sees."""
 
 import os
 import subprocess
 
-# An /etc of links to what is in the real one, which stays in reach behind another root.
+# Mounts a folder of links over /etc. The links lead to the real /etc, which is mounted elsewhere.
 _WITH_OWN_ETC = """
 mount --rbind / "$1/root" && mount --bind "$1/etc" /etc && shift && exec env -u TZ "$@"
 """
 
 
 def own_mounts():
-    """The command that lets what it runs mount what nobody else sees; nothing if that is not
-    permitted here, in a container for example. The session's bus wants the same user as before."""
+    """Returns the command prefix that gives its program a private mount namespace, or None if that
+    is not permitted here, in a container for example.
+
+    The user stays the same, because the session bus checks it.
+    """
     as_user = [] if os.geteuid() == 0 else ["--user", "--map-current-user", "--keep-caps"]
     command = ["unshare", *as_user, "--mount"]
     trial = subprocess.run([*command, "mount", "--bind", "/etc", "/etc"], check=False,
@@ -20,7 +23,7 @@ def own_mounts():
 
 
 class MovableZone:
-    """A tablet's zone. What is run as `around` and a command is in it."""
+    """A tablet's zone. A program started with the command prefix `around` is in it."""
 
     def __init__(self, folder, mounts, name):
         self._etc = os.path.join(folder, "etc")
@@ -33,7 +36,7 @@ class MovableZone:
         self.move(name)
 
     def move(self, name):
-        """Carries the tablet into the zone of that name, as the system's settings do."""
+        """Changes the zone to the one of that name, in the way the system's settings do."""
         new = os.path.join(self._etc, "localtime-new")
         os.symlink(os.path.join("/usr/share/zoneinfo", name), new)
         os.replace(new, os.path.join(self._etc, "localtime"))
