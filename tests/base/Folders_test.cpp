@@ -14,7 +14,7 @@ constexpr QFile::Permissions kOwner = QFile::ReadOwner | QFile::WriteOwner | QFi
 constexpr QFile::Permissions kOthers = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
                                        QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
 
-bool isPrivate(const QString &path) {
+bool isForItsOwnerOnly(const QString &path) {
   const QFile::Permissions permissions = QFile::permissions(path);
   return (permissions & kOwner) == kOwner && !(permissions & kOthers);
 }
@@ -30,11 +30,11 @@ class FoldersTest : public QObject {
     const Folders folders{root.filePath(QStringLiteral("a/home"))};
     QVERIFY(folders.create());
     QCOMPARE(folders.documents(), folders.home + QStringLiteral("/Documents"));
-    QVERIFY(isPrivate(folders.home));
-    QVERIFY(isPrivate(folders.documents()));
+    QVERIFY(isForItsOwnerOnly(folders.home));
+    QVERIFY(isForItsOwnerOnly(folders.documents()));
   }
 
-  void anExistingDocumentsFolderKeepsItsFilesAndBecomesPrivate() {
+  void existingDocumentsKeepTheirFilesAndBecomeAccessibleToTheirOwnerOnly() {
     const QTemporaryDir root;
     const Folders folders{root.filePath(QStringLiteral("home"))};
     QVERIFY(QDir().mkpath(folders.documents()));
@@ -44,23 +44,27 @@ class FoldersTest : public QObject {
     QVERIFY(file.open(QIODevice::WriteOnly));
     QVERIFY(folders.create());
     QVERIFY(file.exists());
-    QVERIFY(isPrivate(folders.documents()));
+    QVERIFY(isForItsOwnerOnly(folders.documents()));
   }
 
-  void anExistingHomeKeepsItsPermissions() {
+  void anExistingHomeKeepsItsPermissionsWithAWarning() {
     const QTemporaryDir root;
     const Folders folders{root.path()};
     QVERIFY(QFile::setPermissions(root.path(), kOwner | kOthers));
+    QTest::ignoreMessage(QtWarningMsg,
+                         qPrintable("Everybody may write to the folder " + root.path() + '.'));
     QVERIFY(folders.create());
     QVERIFY(QFile::permissions(root.path()) & QFile::ReadOther);
-    QVERIFY(isPrivate(folders.documents()));
+    QVERIFY(isForItsOwnerOnly(folders.documents()));
   }
 
-  void aFileWhereAFolderShouldBeIsAFailure() {
+  void aFileInPlaceOfTheDocumentsIsAFailure() {
     const QTemporaryDir root;
     const Folders folders{root.path()};
     QFile file(folders.documents());
     QVERIFY(file.open(QIODevice::WriteOnly));
+    QTest::ignoreMessage(
+        QtWarningMsg, qPrintable("Folder " + folders.documents() + " not used: it is no folder."));
     QVERIFY(!folders.create());
     QVERIFY(QFileInfo(folders.documents()).isFile());
   }

@@ -41,12 +41,12 @@ class OwnFilesTest : public QObject {
     chmod(path("victim"), 0640);
   }
 
-  void aMissingFileIsNoObjectionAndIsNotMade() {
+  void aMissingFileIsAcceptedAndNotCreated() {
     QCOMPARE(claimFile(path("x")), QString());
     QVERIFY(!QFile::exists(path("x")));
   }
 
-  void anOrdinaryFileBecomesItsOwnersAlone() {
+  void anOrdinaryFileBecomesReadableByItsOwnerOnly() {
     write(path("x"), "kept");
     for (const mode_t mode : {0644U, 0666U, 0777U, 0600U, 0400U, 04755U}) {
       chmod(path("x"), mode);
@@ -55,25 +55,25 @@ class OwnFilesTest : public QObject {
     }
   }
 
-  void aSymbolicLinkIsNotTaken() {
+  void aSymbolicLinkIsRefused() {
     QVERIFY(QFile::link(path("victim"), path("x")));
     QCOMPARE(claimFile(path("x")), QString("it is a symbolic link"));
     QCOMPARE(modeOf(path("victim")), 0640U);
   }
 
-  void aSymbolicLinkToNothingIsNotTaken() {
+  void aDanglingSymbolicLinkIsRefused() {
     QVERIFY(QFile::link(path("nothing"), path("x")));
     QCOMPARE(claimFile(path("x")), QString("it is a symbolic link"));
     QVERIFY(!QFile::exists(path("nothing")));
   }
 
-  void aHardLinkIsNotTaken() {
+  void aHardLinkIsRefused() {
     QCOMPARE(::link(encoded("victim").constData(), encoded("x").constData()), 0);
     QCOMPARE(claimFile(path("x")), QString("it is a hard link, with a second name elsewhere"));
     QCOMPARE(modeOf(path("victim")), 0640U);
   }
 
-  void whatIsNoOrdinaryFileIsNotTaken() {
+  void aPipeAFolderOrADeviceIsRefused() {
     QCOMPARE(::mkfifo(encoded("pipe").constData(), 0600), 0);
     QVERIFY(QDir().mkdir(path("folder")));
     for (const QString &it : {path("pipe"), path("folder"), QStringLiteral("/dev/null")}) {
@@ -81,13 +81,13 @@ class OwnFilesTest : public QObject {
     }
   }
 
-  void anotherUsersFileIsNotTaken() {
+  void anotherUsersFileIsRefused() {
     write(path("x"), "theirs");
     giveAway("x");
     QCOMPARE(claimFile(path("x")), QString("it belongs to another user"));
   }
 
-  void aFileIsReplacedForItsOwnerAlone() {
+  void aReplacedFileIsReadableByItsOwnerOnly() {
     const mode_t before = ::umask(0);
     for (const QByteArray content : {"first", "next", ""}) {
       QCOMPARE(replaceFile(path("x"), content), QString());
@@ -99,31 +99,31 @@ class OwnFilesTest : public QObject {
     ::umask(before);
   }
 
-  void noLinkIsReplaced() {
+  void aSymbolicLinkIsNotReplaced() {
     QVERIFY(QFile::link(path("victim"), path("x")));
     QCOMPARE(replaceFile(path("x"), "new"), QString("it is a symbolic link"));
     QVERIFY(QFileInfo(path("x")).isSymLink());
   }
 
-  void aFileThatCannotBeMadeIsToldOf() {
+  void aFileThatCannotBeCreatedIsReported() {
     QVERIFY(!replaceFile(path("missing/x"), "new").isEmpty());
   }
 
-  void aMissingFolderIsMadeForItsOwnerAlone() {
+  void aMissingFolderIsCreatedForItsOwnerOnly() {
     const mode_t before = ::umask(0);
     QCOMPARE(claimFolder(path("x")), QString());
     ::umask(before);
     QCOMPARE(modeOf(path("x")), 0700U);
   }
 
-  void aFolderIsMadeForItsOwnerWhateverTheUserMasks() {
+  void aFolderIsCreatedForItsOwnerWhateverTheUmask() {
     const mode_t before = ::umask(0777);
     QCOMPARE(claimFolder(path("x")), QString());
     ::umask(before);
     QCOMPARE(modeOf(path("x")), 0700U);
   }
 
-  void aFolderBecomesItsOwnersAloneAndKeepsWhatIsInIt() {
+  void aFolderBecomesAccessibleToItsOwnerOnlyAndKeepsItsFiles() {
     QVERIFY(QDir().mkdir(path("x")));
     chmod(path("x"), 0777);
     write(path("x/kept"), "kept");
@@ -132,7 +132,7 @@ class OwnFilesTest : public QObject {
     QVERIFY(QFile::exists(path("x/kept")));
   }
 
-  void aLinkToAFolderIsNotTaken() {
+  void aLinkToAFolderIsRefused() {
     QVERIFY(QDir().mkdir(path("theirs")));
     chmod(path("theirs"), 0755);
     QVERIFY(QFile::link(path("theirs"), path("x")));
@@ -140,16 +140,16 @@ class OwnFilesTest : public QObject {
     QCOMPARE(modeOf(path("theirs")), 0755U);
   }
 
-  void aFileInTheFoldersPlaceIsNotTaken() {
+  void aFileInPlaceOfTheFolderIsRefused() {
     QCOMPARE(claimFolder(path("victim")), QString("it is no folder"));
     QCOMPARE(modeOf(path("victim")), 0640U);
   }
 
-  void aFolderThatCannotBeMadeIsNotTaken() {
+  void aFolderThatCannotBeCreatedIsRefused() {
     QCOMPARE(claimFolder(path("missing/x")), QString("it cannot be made"));
   }
 
-  void anotherUsersFolderIsNotTaken() {
+  void anotherUsersFolderIsRefused() {
     QVERIFY(QDir().mkdir(path("x")));
     giveAway("x");
     QCOMPARE(claimFolder(path("x")), QString("it belongs to another user"));
