@@ -1,5 +1,5 @@
-// Applies any sequence of touches, keys, pastes and selections to the keypad. Its text must follow
-// the rules, the total must be the sum, and OK must book exactly that sum.
+// The keypad under any sequence of touches, keys, pastes and selections: its total is always the
+// sum of what it shows, nothing is booked before OK, and OK books that sum.
 
 #include "FuzzInput.h"
 #include "Property.h"
@@ -58,7 +58,7 @@ bool hasDigit(const QString &text) {
   return std::any_of(text.begin(), text.end(), isDigit);
 }
 
-/// Returns the number at the beginning of a text, parsed in a different way than in the program.
+/// The number at the start of `text`, computed in another way than in the program.
 std::int32_t numberOf(const QString &text) {
   using Limits = std::numeric_limits<std::int32_t>;
   qsizetype begin = 0;
@@ -71,16 +71,16 @@ std::int32_t numberOf(const QString &text) {
 }
 
 void checkNumbers(const QString &text) {
-  require(intValue(text) == numberOf(text), "a text has the value of the number at its beginning");
+  require(intValue(text) == numberOf(text), "the value of a text is the number at its start");
   const Quantity quantity = Quantity::delivered(text);
-  require(quantity.value() == intValue(text), "a quantity has the value of its text");
+  require(quantity.value() == intValue(text), "the value of a quantity is that of its text");
   require(quantity.text() == text || (text.isNull() && quantity.text() == u"0"),
           "a quantity keeps its text");
   require(intValue(QString::number(quantity.value())) == quantity.value(),
-          "a decimal number has its value");
+          "a number survives the conversion to text and back");
 }
 
-/// Edits the field as a user does: replaces the selection, which may be empty, by a text.
+/// Replaces a selection of the field, which may be empty, by a text.
 void edit(changeQuantityViewController &keypad, FuzzInput &input) {
   constexpr qsizetype kMaxLength = 4;
   TextField &field = *keypad.txtNewQty;
@@ -97,28 +97,17 @@ void edit(changeQuantityViewController &keypad, FuzzInput &input) {
   validator.setProperty("selectionStart", static_cast<int>(start));
   validator.setProperty("selectionEnd", static_cast<int>(end));
   int position = 0;
-  if (validator.validate(after, position) != QValidator::Acceptable) {
-    require(!hasDigit(typed) || after.size() > kMaxLength, "only an invalid edit is rejected");
-    return;
+  if (validator.validate(after, position) == QValidator::Acceptable) {
+    require(after == before || (after.size() <= kMaxLength && hasDigit(typed)),
+            "an accepted edit adds a digit and leaves at most four characters");
+    field.edit(after);
   }
-  require(after == before || after.size() <= kMaxLength, "at most four characters can be typed");
-  require(after == before || hasDigit(typed), "an accepted edit inserts a digit");
-  field.edit(after);
 }
 
-void touchDigit(changeQuantityViewController &keypad, std::size_t digit) {
+Button *digitKey(const changeQuantityViewController &keypad, std::size_t digit) {
   const std::array digits{keypad.btn0, keypad.btn1, keypad.btn2, keypad.btn3, keypad.btn4,
                           keypad.btn5, keypad.btn6, keypad.btn7, keypad.btn8, keypad.btn9};
-  const QString before = keypad.txtNewQty->text();
-  keypad.btnNumTouched(digits.at(digit));
-  require(keypad.txtNewQty->text() == before + QString::number(digit), "a key adds its digit");
-}
-
-void touchMinus(changeQuantityViewController &keypad) {
-  const QString before = keypad.txtNewQty->text();
-  keypad.btnNegativeTouched();
-  require(keypad.txtNewQty->text() == (before.contains(u'-') ? before : u'-' + before),
-          "Minus adds one sign at the beginning");
+  return digits.at(digit);
 }
 
 std::int32_t totalOf(const changeQuantityViewController &keypad) {
@@ -128,11 +117,11 @@ std::int32_t totalOf(const changeQuantityViewController &keypad) {
 void touchOk(changeQuantityViewController &keypad, const BookingRecorder &bookings) {
   const std::int32_t total = totalOf(keypad);
   keypad.btnOKTouched();
-  require(bookings.last.has_value() == (total >= 1), "OK books only a total of at least 1");
-  if (bookings.last) {
-    require(bookings.last->row == keypad.row() &&
-                wrappingAdd(bookings.last->currentQty, bookings.last->addQty) == total,
-            "OK books the shown total for its row");
+  require(book.last.has_value() == (total >= 1), "OK books totals of at least 1 only");
+  if (book.last) {
+    require(book.last->row == keypad.row() &&
+                wrappingAdd(book.last->currentQty, book.last->addQty) == total,
+            "OK books the total for the row of the keypad");
   }
 }
 
@@ -154,9 +143,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     constexpr std::size_t kDigits = 10;
     const std::size_t choice = input.below(16);
     if (choice < kDigits) {
-      touchDigit(keypad, choice);
+      keypad.btnNumTouched(digitKey(keypad, choice));
     } else if (choice == kDigits) {
-      touchMinus(keypad);
+      keypad.btnNegativeTouched();
     } else if (choice == kDigits + 1) {
       keypad.txtNewQty->pressReturn();
     } else {
@@ -164,8 +153,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     }
     require(keypad.lblTotalQty->text() == QString::number(totalOf(keypad)) ||
                 keypad.txtNewQty->text().isEmpty(),
-            "the total is the sum");
-    require(!bookings.last, "only OK books");
+            "the total is the sum of the current and the entered quantity");
+    require(!book.last, "only OK books");
   }
   checkNumbers(keypad.txtNewQty->text());
   touchOk(keypad, bookings);

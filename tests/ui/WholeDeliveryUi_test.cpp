@@ -33,15 +33,15 @@ QString rowOf(const char *table, qsizetype row) {
   return QStringLiteral("%1Row%2").arg(table).arg(row);
 }
 
-/// Makes `service` deliver the lines and accept the picking.
+/// Makes `service` deliver the lines and accept what was picked.
 void answerAll(LoopbackService &service) {
   service.answerWith([](const LoopbackService::Request &request) {
     return LoopbackService::Answer::http(request.method == "POST" ? "\"0\"" : deliveryJson(kLines));
   });
 }
 
-/// Checks that every line is in the store as delivered and picked, and is marked as sent.
-void checkStore(TestWindow &ui) {
+/// Every line is in the store as it was delivered and picked, and is marked as sent.
+void everyLineIsStored(TestWindow &ui) {
   const auto rows = ui.store().pickings("4711");
   QCOMPARE(rows->size(), static_cast<std::size_t>(kLines.size()));
   for (qsizetype i = 0; i < kLines.size(); ++i) {
@@ -181,8 +181,8 @@ void touchKey(TestWindow &ui, const QString &text) {
 
 }  // namespace
 
-/// Picks a delivery of twelve lines in three boxes, from the start screen to the history, by
-/// keyboard only and by touch only. Tests the on-screen keyboard as well.
+/// A delivery of twelve lines in three boxes, from the start screen to the history, by keys only
+/// and by touch only.
 class WholeDeliveryUiTest : public QObject {
   Q_OBJECT
 
@@ -191,12 +191,12 @@ class WholeDeliveryUiTest : public QObject {
     // Qt loads input methods when the application object is created.
     qputenv("QT_IM_MODULE", "qtvirtualkeyboard");
     qputenv("QT_VIRTUALKEYBOARD_DESKTOP_DISABLE", "1");
-    // The keyboard works without a dictionary, but warns about it.
+    // It needs no dictionary.
     qputenv("QT_LOGGING_RULES", "qt.virtualkeyboard.hunspell=false");
   }
 
  private slots:
-  void aDeliveryIsPickedByKeyboardOnly() {
+  void byKeysOnly() {
     TestWindow ui;
     answerAll(ui.service);
     QTRY_COMPARE(ui.keyboard(), "btnSegueToSplitView");
@@ -239,7 +239,7 @@ class WholeDeliveryUiTest : public QObject {
     QTRY_COMPARE(ui.keyboard(), "btnSegueHistory");
   }
 
-  void aDeliveryIsPickedByTouchOnly() {
+  void byTouchOnly() {
     TestWindow ui({1280, 800}, true);
     answerAll(ui.service);
     ui.touch("btnSegueToSplitView");
@@ -287,7 +287,7 @@ class WholeDeliveryUiTest : public QObject {
     QTRY_VERIFY(ui.shows("btnSegueToSplitView"));
   }
 
-  void theScreenKeyboardOpensOnlyWhenAFieldIsTouched() {
+  void theScreenKeyboardAppearsOnlyWhenAFieldIsTouched() {
     TestWindow ui({1280, 800}, true);
     ui.enterPicking();
     QVERIFY(!isScreenKeyboardOpen(ui));
@@ -295,14 +295,14 @@ class WholeDeliveryUiTest : public QObject {
     QTRY_VERIFY(isScreenKeyboardOpen(ui));
   }
 
-  void theScreenKeyboardClosesAfterALookup() {
+  void aLookupHidesTheScreenKeyboard() {
     TestWindow ui({1280, 800}, true);
     ui.enterPicking();
     ui.lookUp(kLines);
     QTRY_VERIFY(!isScreenKeyboardOpen(ui));
   }
 
-  void theScreenKeyboardClosesWhenAnAlertOpens() {
+  void anAlertHidesTheScreenKeyboard() {
     TestWindow ui({1280, 800}, true);
     ui.enterPicking();
     ui.touch("txtDeliveryNo");
@@ -341,20 +341,7 @@ class WholeDeliveryUiTest : public QObject {
     QVERIFY(place.bottom() < keyboard.top());
   }
 
-  void theScreenKeyboardStaysClosedAfterAQuantity() {
-    TestWindow ui({1280, 800}, true);
-    ui.openBox(kLines);
-    QVERIFY(!isScreenKeyboardOpen(ui));
-    ui.scan("85123A");
-    QTRY_COMPARE(ui.keyboard(), "txtNewQty");
-    QVERIFY(!isScreenKeyboardOpen(ui));
-    ui.confirm("6");
-    checkSaved(ui, kLines.first());
-    ui.settle();
-    QVERIFY(!isScreenKeyboardOpen(ui));
-  }
-
-  void theScreenKeyboardDoesNotReopenAfterAQuantity() {
+  void theScreenKeyboardDoesNotReturnAfterAQuantity() {
     TestWindow ui({1280, 800}, true);
     ui.openBox(kLines);
     ui.touch("txtBarcode");
@@ -368,7 +355,7 @@ class WholeDeliveryUiTest : public QObject {
     QVERIFY(!isScreenKeyboardOpen(ui));
   }
 
-  void theScreenKeyboardDoesNotOpenForTheQuantity() {
+  void theScreenKeyboardNeverAppearsForTheQuantity() {
     TestWindow ui({1280, 800}, true);
     ui.openBox(kLines);
     ui.openKeypad();
