@@ -120,7 +120,7 @@ class KeypadUiTest : public QObject {
              QStringList({"6", "1", "6", "-1", "6", "1"}));
   }
 
-  void whileItIsOpenNothingElseCanBeTouched() {
+  void nothingElseCanBeTouchedWhileItIsOpen() {
     TestWindow ui;
     openKeypad(ui);
     ui.touchAt({30, 200});
