@@ -26,7 +26,7 @@ const QStringList kSummary{"btnClose",
 
 const QList<TestLine> kLines{{"C1", "A", 5}, {"C1", "B", 2}, {"C2", "C", 1}};
 
-/// More lines than any pane shows at once.
+/// More lines than a pane can show at once.
 QList<TestLine> manyLines() {
   QList<TestLine> lines;
   for (int i = 0; i < 60; ++i) {
@@ -44,7 +44,7 @@ bool isControl(const QQuickItem *item) {
          isFullList;
 }
 
-/// Returns the enabled controls of the sheet `root`, or of the whole screen if it is empty.
+/// The enabled controls on the sheet `root`, or on the whole screen.
 QStringList controls(const TestWindow &ui, const QString &root) {
   QStringList names;
   for (const QQuickItem *item : ui.visibleItems(root.isEmpty() ? nullptr : ui.item(root))) {
@@ -55,10 +55,9 @@ QStringList controls(const TestWindow &ui, const QString &root) {
   return names;
 }
 
-/// Presses `key` until the focus is back where it was.
-/// @returns what had the focus after each press
+/// Presses `key` until the focus returns to where it started. Returns the visited items.
 QStringList focusCycle(TestWindow &ui, Qt::Key key) {
-  constexpr int kTooMany = 100;
+  constexpr int kMaxStops = 100;
   const QQuickItem *start = ui.window().activeFocusItem();
   QStringList names;
   do {
@@ -68,7 +67,7 @@ QStringList focusCycle(TestWindow &ui, Qt::Key key) {
   return names;
 }
 
-QStringList rotatedTo(const QString &name, QStringList names) {
+QStringList startingWith(const QString &name, QStringList names) {
   if (names.contains(name)) {
     std::rotate(names.begin(), std::find(names.begin(), names.end(), name), names.end());
   }
@@ -80,7 +79,7 @@ QStringList sorted(QStringList names) {
   return names;
 }
 
-/// Returns the item with the focus; in a list, its current row.
+/// The focused item; in a list, its current row.
 QQuickItem *focused(const TestWindow &ui) {
   return ui.window().activeFocusItem();
 }
@@ -96,7 +95,8 @@ int differences(const QImage &one, const QImage &other, QRect part) {
   return count;
 }
 
-/// Each of the next `stops` items that `key` visits has a visible focus ring.
+/// Checks that every item that `key` visits has a visible focus ring: its surroundings look
+/// different with and without the focus.
 void everyFocusIsVisible(TestWindow &ui, qsizetype stops, Qt::Key key = Qt::Key_Tab) {
   constexpr int kRing = 6;
   for (qsizetype i = 0; i < stops; ++i) {
@@ -110,15 +110,15 @@ void everyFocusIsVisible(TestWindow &ui, qsizetype stops, Qt::Key key = Qt::Key_
   }
 }
 
-/// Tab visits `names` in this order and then starts again; Shift+Tab visits them backwards. They
-/// are all the enabled controls.
+/// Checks that Tab visits `names`, which are all enabled controls, in this order and in a cycle,
+/// and that Shift+Tab visits them in reverse order.
 void tabVisits(TestWindow &ui, const QStringList &names, const QString &sheet = {}) {
   ui.settle();
   QCOMPARE(sorted(controls(ui, sheet)), sorted(names));
-  QCOMPARE(rotatedTo(names.first(), focusCycle(ui, Qt::Key_Tab)), names);
+  QCOMPARE(startingWith(names.first(), focusCycle(ui, Qt::Key_Tab)), names);
   QStringList back = names;
   std::reverse(back.begin(), back.end());
-  QCOMPARE(rotatedTo(back.first(), focusCycle(ui, Qt::Key_Backtab)), back);
+  QCOMPARE(startingWith(back.first(), focusCycle(ui, Qt::Key_Backtab)), back);
   everyFocusIsVisible(ui, names.size(), names.size() == 1 ? Qt::Key_Down : Qt::Key_Tab);
 }
 
@@ -138,7 +138,7 @@ void storePicking(TestWindow &ui) {
 
 }  // namespace
 
-/// The program used by keyboard only.
+/// The program operated by keyboard only.
 class KeyboardUiTest : public QObject {
   Q_OBJECT
 
@@ -148,7 +148,7 @@ class KeyboardUiTest : public QObject {
     tabVisits(ui, kStart);
   }
 
-  void tabAlsoVisitsTheDemoButton() {
+  void tabVisitsTheDemoButton() {
     TestWindow ui;
     ui.environment.serviceHost.clear();
     ui.restart();
@@ -278,7 +278,7 @@ class KeyboardUiTest : public QObject {
     everyFocusIsVisible(ui, 1);
   }
 
-  void arrowKeysMoveInAListAndSpaceActivatesTheRow() {
+  void arrowsMoveInAListAndSpaceActivatesTheRow() {
     TestWindow ui;
     ui.openBox(kLines);
     ui.tabTo("tblItems");
@@ -352,7 +352,7 @@ class KeyboardUiTest : public QObject {
     QTRY_COMPARE(ui.focusStop(), "txtBarcode");
   }
 
-  void theFocusReturnsFromTheAlertsAfterTheOptions() {
+  void theFocusReturnsFromAlertsOpenedByTheOptions() {
     TestWindow ui;
     ui.openBox(kLines);
     ui.openKeypad();
@@ -378,14 +378,14 @@ class KeyboardUiTest : public QObject {
     QTRY_COMPARE(ui.focusStop(), "txtBarcode");
   }
 
-  void theFocusReturnsFromAFailedLookup_data() {
-    QTest::addColumn<QString>("holder");
+  void theFocusReturnsAfterAFailedLookup_data() {
+    QTest::addColumn<QString>("expected");
     QTest::newRow("by touch") << "txtDeliveryNo";
     QTest::newRow("by keyboard") << "btnSearch";
   }
 
-  void theFocusReturnsFromAFailedLookup() {
-    QFETCH(const QString, holder);
+  void theFocusReturnsAfterAFailedLookup() {
+    QFETCH(const QString, expected);
     TestWindow ui;
     ui.enterPicking();
     ui.type("4711");
@@ -400,7 +400,7 @@ class KeyboardUiTest : public QObject {
     QTRY_COMPARE(ui.keyboard(), expected);
   }
 
-  void afterALookupTabLeadsToStartPicking() {
+  void afterALookupTheNextTabStopIsStartPicking() {
     TestWindow ui;
     ui.enterPicking();
     ui.service.answerWith(deliveryJson(kLines));
@@ -426,8 +426,8 @@ class KeyboardUiTest : public QObject {
   }
 
   void theFocusReturnsFromAnotherProgram_data() {
-    QTest::addColumn<QStringList>("ways");
-    QTest::addColumn<QString>("holder");
+    QTest::addColumn<QStringList>("touches");
+    QTest::addColumn<QString>("expected");
     QTest::newRow("to the keypad") << QStringList("tblItemsRow0") << "txtNewQty";
     QTest::newRow("to an alert") << QStringList({"btnOptions", "tableViewRow2"}) << "alertButton0";
     QTest::newRow("to the options") << QStringList("btnOptions") << "tableView";
@@ -435,8 +435,8 @@ class KeyboardUiTest : public QObject {
   }
 
   void theFocusReturnsFromAnotherProgram() {
-    QFETCH(const QStringList, ways);
-    QFETCH(const QString, holder);
+    QFETCH(const QStringList, touches);
+    QFETCH(const QString, expected);
     TestWindow ui;
     ui.openBox(kLines);
     for (const QString &target : touches) {

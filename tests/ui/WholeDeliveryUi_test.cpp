@@ -33,15 +33,15 @@ QString rowOf(const char *table, qsizetype row) {
   return QStringLiteral("%1Row%2").arg(table).arg(row);
 }
 
-/// Makes `service` deliver the lines and accept what was picked.
+/// Makes `service` deliver the lines and accept the picking.
 void answerAll(LoopbackService &service) {
   service.answerWith([](const LoopbackService::Request &request) {
     return LoopbackService::Answer::http(request.method == "POST" ? "\"0\"" : deliveryJson(kLines));
   });
 }
 
-/// Every line is in the store as it was delivered and picked, and is marked as sent.
-void everyLineIsStored(TestWindow &ui) {
+/// Checks that every line is in the store as delivered and picked, and is marked as sent.
+void checkStore(TestWindow &ui) {
   const auto rows = ui.store().pickings("4711");
   QCOMPARE(rows->size(), static_cast<std::size_t>(kLines.size()));
   for (qsizetype i = 0; i < kLines.size(); ++i) {
@@ -181,8 +181,8 @@ void touchKey(TestWindow &ui, const QString &text) {
 
 }  // namespace
 
-/// A delivery of twelve lines in three boxes, from the start screen to the history, by keys only
-/// and by touch only.
+/// Picks a delivery of twelve lines in three boxes, from the start screen to the history, by
+/// keyboard only and by touch only. Tests the on-screen keyboard as well.
 class WholeDeliveryUiTest : public QObject {
   Q_OBJECT
 
@@ -191,12 +191,12 @@ class WholeDeliveryUiTest : public QObject {
     // Qt loads input methods when the application object is created.
     qputenv("QT_IM_MODULE", "qtvirtualkeyboard");
     qputenv("QT_VIRTUALKEYBOARD_DESKTOP_DISABLE", "1");
-    // It needs no dictionary.
+    // The keyboard works without a dictionary, but warns about it.
     qputenv("QT_LOGGING_RULES", "qt.virtualkeyboard.hunspell=false");
   }
 
  private slots:
-  void byKeysOnly() {
+  void aDeliveryIsPickedByKeyboardOnly() {
     TestWindow ui;
     answerAll(ui.service);
     QTRY_COMPARE(ui.keyboard(), "btnSegueToSplitView");
@@ -239,7 +239,7 @@ class WholeDeliveryUiTest : public QObject {
     QTRY_COMPARE(ui.keyboard(), "btnSegueHistory");
   }
 
-  void byTouchOnly() {
+  void aDeliveryIsPickedByTouchOnly() {
     TestWindow ui({1280, 800}, true);
     answerAll(ui.service);
     ui.touch("btnSegueToSplitView");
@@ -287,7 +287,7 @@ class WholeDeliveryUiTest : public QObject {
     QTRY_VERIFY(ui.shows("btnSegueToSplitView"));
   }
 
-  void theScreenKeyboardAppearsOnlyWhenAFieldIsTouched() {
+  void theScreenKeyboardOpensOnlyWhenAFieldIsTouched() {
     TestWindow ui({1280, 800}, true);
     ui.enterPicking();
     QVERIFY(!isScreenKeyboardOpen(ui));
@@ -295,14 +295,14 @@ class WholeDeliveryUiTest : public QObject {
     QTRY_VERIFY(isScreenKeyboardOpen(ui));
   }
 
-  void aLookupHidesTheScreenKeyboard() {
+  void theScreenKeyboardClosesAfterALookup() {
     TestWindow ui({1280, 800}, true);
     ui.enterPicking();
     ui.lookUp(kLines);
     QTRY_VERIFY(!isScreenKeyboardOpen(ui));
   }
 
-  void anAlertHidesTheScreenKeyboard() {
+  void theScreenKeyboardClosesWhenAnAlertOpens() {
     TestWindow ui({1280, 800}, true);
     ui.enterPicking();
     ui.touch("txtDeliveryNo");
@@ -341,7 +341,7 @@ class WholeDeliveryUiTest : public QObject {
     QVERIFY(place.bottom() < keyboard.top());
   }
 
-  void theScreenKeyboardDoesNotReturnAfterAQuantity() {
+  void theScreenKeyboardDoesNotReopenAfterAQuantity() {
     TestWindow ui({1280, 800}, true);
     ui.openBox(kLines);
     ui.touch("txtBarcode");
@@ -355,7 +355,7 @@ class WholeDeliveryUiTest : public QObject {
     QVERIFY(!isScreenKeyboardOpen(ui));
   }
 
-  void theScreenKeyboardNeverAppearsForTheQuantity() {
+  void theScreenKeyboardDoesNotOpenForTheQuantity() {
     TestWindow ui({1280, 800}, true);
     ui.openBox(kLines);
     ui.openKeypad();
