@@ -117,10 +117,10 @@ std::int32_t totalOf(const changeQuantityViewController &keypad) {
 void touchOk(changeQuantityViewController &keypad, const BookingRecorder &bookings) {
   const std::int32_t total = totalOf(keypad);
   keypad.btnOKTouched();
-  require(book.last.has_value() == (total >= 1), "OK books totals of at least 1 only");
-  if (book.last) {
-    require(book.last->row == keypad.row() &&
-                wrappingAdd(book.last->currentQty, book.last->addQty) == total,
+  require(bookings.last.has_value() == (total >= 1), "OK books totals of at least 1 only");
+  if (bookings.last) {
+    require(bookings.last->row == keypad.row() &&
+                wrappingAdd(bookings.last->currentQty, bookings.last->addQty) == total,
             "OK books the total for the row of the keypad");
   }
 }
@@ -154,7 +154,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     require(keypad.lblTotalQty->text() == QString::number(totalOf(keypad)) ||
                 keypad.txtNewQty->text().isEmpty(),
             "the total is the sum of the current and the entered quantity");
-    require(!book.last, "only OK books");
+    require(!bookings.last, "only OK books");
   }
   checkNumbers(keypad.txtNewQty->text());
   touchOk(keypad, bookings);

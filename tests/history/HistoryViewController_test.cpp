@@ -176,7 +176,7 @@ class HistoryViewControllerTest : public QObject {
   }
 
   void theDeliveryPickedLastIsLast() {
-    Picked program;
+    PickedProgram program;
     program.add(QStringLiteral("A"), utc(3, 5, 8));
     program.add(QStringLiteral("B"), utc(3, 1, 8));
     program.add(QStringLiteral("B"), utc(3, 9, 8));
@@ -188,7 +188,7 @@ class HistoryViewControllerTest : public QObject {
   }
 
   void secondsCountForTheOrderAlthoughTheyAreNotShown() {
-    Picked program;
+    PickedProgram program;
     program.add(QStringLiteral("A"), utc(3, 2, 8, 0, 59));
     program.add(QStringLiteral("B"), utc(3, 2, 8, 0, 1));
     program.add(QStringLiteral("C"), utc(3, 2, 8, 0, 30).addMSecs(1));
@@ -210,7 +210,7 @@ class HistoryViewControllerTest : public QObject {
   }
 
   void deliveriesOfTheRepeatedHourKeepTheOrderOfTheirPicks() {
-    Picked program;
+    PickedProgram program;
     // Athens puts its clocks back at 04:00 on October 25th.
     program.add(QStringLiteral("summer"), utc(10, 25, 0, 40));
     program.add(QStringLiteral("winter"), utc(10, 25, 1, 20));
@@ -220,7 +220,7 @@ class HistoryViewControllerTest : public QObject {
   }
 
   void timesAreInTheCurrentZoneOfTheDevice() {
-    Picked program;
+    PickedProgram program;
     program.add(k4711, utc(3, 2, 2));
     program.open();
     program.clock->setZone(QTimeZone("America/New_York"));

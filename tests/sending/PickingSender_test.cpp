@@ -148,7 +148,7 @@ class PickingSenderTest : public QObject {
   }
 
   void pickTimesAreInTheCurrentZoneOfTheDevice() {
-    Picked program;
+    PickedProgram program;
     program.clock->set(QDateTime(QDate(2026, 3, 29), QTime(1, 30), QTimeZone::utc()));
     program.add(QStringLiteral("C3"), QStringLiteral("C"), 1);
     program.clock->setZone(QTimeZone("America/New_York"));

@@ -95,8 +95,8 @@ class WriteAheadLogTest : public QObject {
       }
     });
     QTest::ignoreMessage(QtWarningMsg,
-                         qPrintable(QStringLiteral("Store %1 not opened: The log does not reach "
-                                                   "the disk")
+                         qPrintable(QStringLiteral("Store %1 not opened: The log cannot be "
+                                                   "synced to disk")
                                         .arg(left.seen.path())));
     QVERIFY(!left.seen.open()->hasStore());
   }
