@@ -29,7 +29,7 @@ class Attacks:
         with start.copy(self._folder, f"fault-{number}-{fault}") as home:
             promised = start.promised()
             run = self._worker.run(home, *options)
-            run.hear(promised)
+            run.replay(promised)
             outcome, wrong = run.outcome(promised)
             wrong = wrong + contents_violations(promised, documents(home))
         kind = run.fault[1] if run.fault else "nothing"
@@ -57,7 +57,7 @@ class Attacks:
             os.makedirs(disk)
             options = ["--fail-at", str(number), "--fault", "once", "--disk-at-fault", disk]
             first = self._worker.run(home, *options)
-            first.hear(promised)
+            first.replay(promised)
             if not first.has_ended_by_itself:
                 return []
             seen = home + "-seen"
@@ -77,7 +77,7 @@ class Attacks:
             attacks.append(Attack("power", None, wrong, f"{start.name}: {' '.join(options)}, "
                                                         f"loss {os.path.basename(folder)}"))
 
-        run.hear(promised, judge)
+        run.replay(promised, judge)
         return attacks
 
 
@@ -89,11 +89,11 @@ class _Restarted:
         self._promised = promised
         self._settled = settled
 
-    def hear(self, line):
+    def take(self, line):
         if self._settled and line.startswith("try "):
             self._promised.settle(self._settled)
             self._settled = None
-        self._promised.hear(line)
+        self._promised.take(line)
 
     def violations(self, contents):
         return self._promised.violations(contents)

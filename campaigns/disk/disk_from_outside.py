@@ -103,7 +103,7 @@ class OutsideAttacks:
 
     @staticmethod
     def _judge(run, promised, folder, what, again):
-        run.hear(promised)
+        run.replay(promised)
         outcome, wrong = run.outcome(promised)
         return Attack(what, outcome, wrong + contents_violations(promised, folder), again)
 

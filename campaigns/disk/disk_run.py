@@ -7,7 +7,7 @@ import subprocess
 import store_contents
 from owned_process import start_owned
 
-PATIENCE_SECONDS = 300
+TIMEOUT_SECONDS = 300
 NOTHING, UNREAD, ENDED = "nothing noticed", "not read, left undone", "not saved, ended"
 OUTCOMES = [NOTHING, UNREAD, ENDED]
 
@@ -31,7 +31,7 @@ class Worker:
                               text=True, encoding="utf-8", errors="replace",
                               restore_signals=False)
         try:
-            said, log = process.communicate(timeout=PATIENCE_SECONDS)
+            said, log = process.communicate(timeout=TIMEOUT_SECONDS)
         finally:
             process.kill()
         return Run(process.returncode, said.splitlines(), log.splitlines())
@@ -53,14 +53,14 @@ class Run:
     def has_ended_by_itself(self):
         return self._code in (-signal.SIGABRT, _SHELL_SIGNALS + signal.SIGABRT)
 
-    def hear(self, promised, at_power_loss=None):
+    def replay(self, promised, at_power_loss=None):
         """Lets `promised` hear everything. `at_power_loss` is called with each folder in which a
         power loss was written down, at that moment of the run."""
         for line in self.said:
             if at_power_loss and line.startswith("power-loss "):
                 at_power_loss(line.removeprefix("power-loss "))
             else:
-                promised.hear(line)
+                promised.take(line)
 
     def outcome(self, promised):
         """What became of the run that `promised` has heard: one of OUTCOMES, and texts for what is

@@ -46,7 +46,7 @@ class PromisedPicking:
         self.wrong = []
         self.undone = 0
 
-    def hear(self, line):
+    def take(self, line):
         """Takes a line of what the worker says."""
         what, _, words = line.partition(" ")
         if what == "try":

@@ -24,7 +24,7 @@ import threading
 import time
 
 from owned_process import start_owned
-from post_mortem import IDLE, LOST, STORED
+from store_examination import IDLE, LOST, STORED
 
 WORKER = os.path.join(os.path.dirname(os.path.abspath(__file__)), "kill_worker.py")
 NEWS_EVERY = 100

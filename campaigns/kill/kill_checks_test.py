@@ -12,7 +12,7 @@ import store_contents
 from expected_store import ExpectedStore
 from tablet_deliveries import articles, delivery_lines, picked_row
 from older_store import make_older_store, migration_violations
-from post_mortem import end_violations, examine
+from store_examination import end_violations, examine
 from sent_lines import fact_of, sent_violations
 from store_contents import Row
 from unfinished_transaction import is_unfinished

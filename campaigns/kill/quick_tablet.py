@@ -5,7 +5,7 @@ import signal
 import threading
 import time
 
-from tablet import PATIENCE_SECONDS, Atspi, NotSeen, Program, wait_for
+from tablet import TIMEOUT_SECONDS, Atspi, NotSeen, Program, wait_for
 
 
 class Killed(Exception):
@@ -16,8 +16,8 @@ class QuickTablet(Program):
     """The program on a screen. `places` remembers, from one program to the next, where things are
     on it; so a touch has to wait, by what is heard, until that is there. Ends with this process."""
 
-    def __init__(self, ear, places, screen, executable, *options):
-        self._ear = ear
+    def __init__(self, listener, places, screen, executable, *options):
+        self._listener = listener
         self._places = places
         self._notifications = None
         self._kill = None
@@ -79,25 +79,25 @@ class QuickTablet(Program):
         return self._expect("focused", role, name)
 
     def _expect(self, event, role, name):
-        deadline = time.monotonic() + PATIENCE_SECONDS
+        deadline = time.monotonic() + TIMEOUT_SECONDS
         while True:
             has_ended = self._process.poll() is not None
-            while heard := self._ear.next_of(self._name_on_bus):
-                if heard.event == event and self._is(heard, role, name):
-                    return heard.source
+            while found := self._listener.next_of(self._name_on_bus):
+                if found.event == event and self._is(found, role, name):
+                    return found.source
             if has_ended:
                 raise Killed
             if time.monotonic() > deadline:
                 raise NotSeen(f"{role} {name} to be {event}, where there is: {self.description()}")
             time.sleep(0.001)
 
-    def _is(self, heard, role, name):
-        if heard.role is None:
+    def _is(self, found, role, name):
+        if found.role is None:
             # Who is too dead to say its name is known by the place that it spoke from before.
-            return role == "notification" and heard.source.path == self._notifications
-        if heard.role == "notification":
-            self._notifications = heard.source.path
-        return heard.role == role and re.fullmatch(name, heard.name) is not None
+            return role == "notification" and found.source.path == self._notifications
+        if found.role == "notification":
+            self._notifications = found.source.path
+        return found.role == role and re.fullmatch(name, found.name) is not None
 
     # The end.
 

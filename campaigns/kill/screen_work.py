@@ -3,7 +3,7 @@
 import contextlib
 import time
 
-from post_mortem import IDLE, LOST, STORED, Attack, end_violations, examine
+from store_examination import IDLE, LOST, STORED, Attack, end_violations, examine
 from quick_tablet import Killed
 
 

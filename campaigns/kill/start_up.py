@@ -6,7 +6,7 @@ import time
 
 import store_contents
 from older_store import make_older_store, migration_violations
-from post_mortem import IDLE, LOST, STORED, Attack, end_violations, examine
+from store_examination import IDLE, LOST, STORED, Attack, end_violations, examine
 
 
 class StartUp:
@@ -22,7 +22,7 @@ class StartUp:
         nothing is given. Another start then has to reach the window, and a whole store."""
         home = self.make_home()
         since, began = time.time(), time.monotonic()
-        program = self.workplace.start_unheard(home)
+        program = self.workplace.start_unobserved(home)
         if moment is None:
             program.wait_for_window()
         seconds = time.monotonic() - began
@@ -33,7 +33,7 @@ class StartUp:
         return Attack(seconds, state, finding.is_unfinished, wrong)
 
     def _second_start(self, home, since):
-        program = self.workplace.start_unheard(home)
+        program = self.workplace.start_unobserved(home)
         program.wait_for_window()
         ended = end_violations(*program.kill_after(0))
         return ended + examine(self.workplace.documents(home), since, self.whole_violations).wrong

@@ -10,7 +10,7 @@ import tempfile
 import urllib.request
 
 import store_contents
-from ear import Ear
+from event_listener import EventListener
 from expected_store import ExpectedStore
 from tablet_deliveries import (BOXES, BOXES_TO_SEND, PICKED, articles, delivery_lines,
                              delivery_to_send, picked_row)
@@ -19,7 +19,7 @@ from order_instance import OrderInstance
 from quick_tablet import QuickTablet
 from store_contents import Row
 from tablet import Screen
-from unheard_program import UnheardProgram
+from unobserved_program import UnobservedProgram
 
 _CATALOGUE = "http://{}/qir_pick/servicepick.svc/json/getitems"
 _FIRST_MS = 1_774_500_000_000
@@ -63,8 +63,8 @@ class Workplace:
             self.folder = stack.enter_context(tempfile.TemporaryDirectory())
             self.screen = Screen(1280, 800)
             stack.callback(self.screen.close)
-            self._ear = Ear()
-            stack.callback(self._ear.close)
+            self._listener = EventListener()
+            stack.callback(self._listener.close)
             lines = delivery_lines(PICKED, BOXES) + self._to_send
             self.services = [Service(stack, self._programs, self._path(f"orders{edition}.sqlite"),
                                      lines, edition) for edition in (1, 2)]
@@ -99,16 +99,16 @@ class Workplace:
     def start_tablet(self, service):
         """Starts the program on the store as the last one left it."""
         self._note_lock(self.home)
-        return QuickTablet(self._ear, self._places, self.screen, self._executable, "--service-host",
-                           service.host, "--home", self.home)
+        return QuickTablet(self._listener, self._places, self.screen, self._executable,
+                           "--service-host", service.host, "--home", self.home)
 
-    def start_unheard(self, home):
+    def start_unobserved(self, home):
         self._note_lock(home)
-        return UnheardProgram(self.screen, self._executable, home)
+        return UnobservedProgram(self.screen, self._executable, home)
 
     def start_once(self, home):
         """Starts the program on the store as the last one left it, until its window is there."""
-        program = self.start_unheard(home)
+        program = self.start_unobserved(home)
         program.wait_for_window()
         program.kill_after(0)
 

@@ -49,7 +49,7 @@ void waitUntil(const std::function<bool()> &condition, const char *what) {
 }
 
 CallingTablet::CallingTablet() {
-  auto client = std::make_unique<HurriedHttpClient>();
+  auto client = std::make_unique<ShortTimeoutHttpClient>();
   m_client = client.get();
   environment.http = std::move(client);
 }

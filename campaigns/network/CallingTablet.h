@@ -1,6 +1,6 @@
 #pragma once
 
-#include "network/HurriedHttpClient.h"
+#include "network/ShortTimeoutHttpClient.h"
 #include "support/TestWindow.h"
 
 #include <QByteArray>
@@ -30,7 +30,7 @@ class CallingTablet : public TestWindow {
   static QStringList storedBefore();
   static QStringList deliveryBefore();
 
-  [[nodiscard]] HurriedHttpClient &client() const { return *m_client; }
+  [[nodiscard]] ShortTimeoutHttpClient &client() const { return *m_client; }
 
   /// Brings the tablet to where `call` can be made, whatever the last one has left.
   void makeReady(Call call);
@@ -55,7 +55,7 @@ class CallingTablet : public TestWindow {
   template <class Controller>
   [[nodiscard]] Controller *controller(const char *name) const;
 
-  HurriedHttpClient *m_client;
+  ShortTimeoutHttpClient *m_client;
 };
 
 /// Waits much longer than anything takes, and fails the test if `condition` does not come true.

@@ -28,7 +28,7 @@ namespace {
 using namespace std::chrono_literals;
 using Answer = LoopbackService::Answer;
 
-constexpr auto kHurry = 100ms;
+constexpr auto kShortTimeout = 100ms;
 constexpr qint64 kMebibyte = 1024LL * 1024;
 #ifdef __SANITIZE_ADDRESS__
 constexpr qint64 kSlack = 500 * kMebibyte;
@@ -338,7 +338,7 @@ class NetworkFaultsTest : public QObject {
     m_tablet->makeReady(call);
     const QByteArray body = CallingTablet::goodBody(call);
     m_tablet->service.answerWith([&](const auto & /*request*/) { return fault.answer(body); });
-    m_tablet->client().hurry(fault.isSilent ? std::optional(kHurry) : std::nullopt);
+    m_tablet->client().setTimeout(fault.isSilent ? std::optional(kShortTimeout) : std::nullopt);
     m_tablet->environment.serviceHost = host.isEmpty() ? m_tablet->service.host() : host;
     const qsizetype requests = m_tablet->service.requests().size();
 
@@ -362,7 +362,7 @@ class NetworkFaultsTest : public QObject {
     }
     m_tablet->answerAlerts();
     m_tablet->touchField();
-    m_tablet->client().hurry(std::nullopt);
+    m_tablet->client().setTimeout(std::nullopt);
     m_tablet->environment.serviceHost = m_tablet->service.host();
     waitUntil([this] { return !m_descriptors || openDescriptors().size() == m_descriptors; },
               "a descriptor is left open");

@@ -32,7 +32,7 @@ from soak_flatness import judge
 from soak_memory import Meter
 from soak_picture import draw
 from soak_program import SoakedProgram
-from soak_screen import Eye, Hand, NotSeen, WatchedScreen
+from soak_screen import CaptionReader, InputDriver, NotSeen, WatchedScreen
 from soak_stores import Stores
 from soak_work import Picker
 
@@ -113,11 +113,11 @@ class Soak:
             store = os.path.join(home, "Documents", "QIR_Pick.sqlite")
             self.stores = Stores(store, service_store)
             stack.callback(self.stores.close)
-            hand = Hand(self.screen)
-            stack.callback(hand.close)
-            eye = Eye(self.screen, found["places"], found["shapes"])
-            eye.expect("start/Picking")
-            self.picker = Picker(hand, eye, self.stores, options.seed, self._note)
+            driver = InputDriver(self.screen)
+            stack.callback(driver.close)
+            reader = CaptionReader(self.screen, found["places"], found["shapes"])
+            reader.expect("start/Picking")
+            self.picker = Picker(driver, reader, self.stores, options.seed, self._note)
             self.meter = Meter(self.program.process_id, store)
             self._stack = stack.pop_all()
         return self

@@ -4,7 +4,7 @@ import subprocess
 import tempfile
 
 from owned_process import start_owned
-from soak_screen import PATIENCE_SECONDS, wait_for
+from soak_screen import TIMEOUT_SECONDS, wait_for
 from soak_window import close_window
 
 # Where nothing plays sounds, its multimedia says so.
@@ -65,7 +65,7 @@ class SoakedProgram:
         if self.is_running:
             window, = self._windows()
             close_window(self._screen.display, int(window))
-            self._process.wait(PATIENCE_SECONDS)
+            self._process.wait(TIMEOUT_SECONDS)
         if self._process.returncode != 0:
             wrong.append(f"the program ended with {self._process.returncode}")
         if said := self.log():

@@ -12,7 +12,7 @@ import time
 
 from owned_process import start_owned
 
-PATIENCE_SECONDS = 60
+TIMEOUT_SECONDS = 60
 # The patch that is looked at, in pixels.
 PATCH_WIDTH, PATCH_HEIGHT = 48, 20
 # From the darkest to the brightest pixel, what counts as bright. With it dark letters on a light
@@ -31,7 +31,7 @@ class NotSeen(AssertionError):
     """What was waited for did not come."""
 
 
-def wait_for(look, what, seconds=PATIENCE_SECONDS):
+def wait_for(look, what, seconds=TIMEOUT_SECONDS):
     """Waits until the look answers true."""
     deadline = time.monotonic() + seconds
     while not look():
@@ -98,7 +98,7 @@ class WatchedScreen:
         self._server.wait()
 
 
-class Hand:
+class InputDriver:
     """Touches and types, without waiting for what becomes of it."""
 
     def __init__(self, screen):
@@ -125,7 +125,7 @@ class Hand:
         self._xdotool.communicate()
 
 
-class Eye:
+class CaptionReader:
     """Sees what a survey found: `places` are the points, `shapes` the captions there, by name."""
 
     def __init__(self, screen, places, shapes):

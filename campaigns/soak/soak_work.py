@@ -4,7 +4,7 @@ import collections
 import random
 
 from soak_deliveries import BOXES, LINES_IN_A_BOX, LINES_IN_SIGHT, article, articles
-from soak_screen import LARGE, PATIENCE_SECONDS, NotSeen, wait_for
+from soak_screen import LARGE, TIMEOUT_SECONDS, NotSeen, wait_for
 
 UNKNOWN = "0000000"
 # Of the quantities of a box, one in so many corrects an earlier one.
@@ -17,9 +17,9 @@ SECONDS_TO_TOUCH_AGAIN = 1
 class Picker:
     """`hand` and `eye` are at the screen; `when_picked` is called after each confirmed quantity."""
 
-    def __init__(self, hand, eye, stores, seed, when_picked):
-        self._hand = hand
-        self._eye = eye
+    def __init__(self, driver, reader, stores, seed, when_picked):
+        self._driver = driver
+        self._reader = reader
         self._stores = stores
         self._chance = random.Random(seed)
         self._when_picked = when_picked
@@ -30,11 +30,11 @@ class Picker:
     # The hand.
 
     def _touch(self, *names):
-        self._hand.touch(*(self._eye.places[name] for name in names))
+        self._driver.touch(*(self._reader.places[name] for name in names))
 
     def _touch_until(self, name, is_done):
         """What still turns takes no touch; so touches again."""
-        for _ in range(PATIENCE_SECONDS // SECONDS_TO_TOUCH_AGAIN):
+        for _ in range(TIMEOUT_SECONDS // SECONDS_TO_TOUCH_AGAIN):
             self._touch(name)
             try:
                 return wait_for(is_done, name, SECONDS_TO_TOUCH_AGAIN)
@@ -43,25 +43,25 @@ class Picker:
         raise NotSeen(f"what comes of a touch of {name}")
 
     def _answer(self, title):
-        self._eye.expect(f"{title}/{title}")
-        self._eye.expect(f"{title}/OK")
+        self._reader.expect(f"{title}/{title}")
+        self._reader.expect(f"{title}/OK")
         self._touch(f"{title}/OK")
-        self._eye.expect_gone(f"{title}/OK")
+        self._reader.expect_gone(f"{title}/OK")
 
     def _close_summary(self, button, next_button, is_next):
-        self._eye.expect(button)
-        self._touch_until(button, lambda: not self._eye.sees(button))
-        self._eye.expect(next_button)
-        self._touch_until(next_button, lambda: self._eye.sees(is_next))
+        self._reader.expect(button)
+        self._touch_until(button, lambda: not self._reader.sees(button))
+        self._reader.expect(next_button)
+        self._touch_until(next_button, lambda: self._reader.sees(is_next))
 
     # Between deliveries.
 
     def enter_picking(self):
         self._touch("start/Picking")
-        self._eye.expect("master/Search")
+        self._reader.expect("master/Search")
 
     def reload(self):
-        pane = "found" if self._eye.sees("found/Reload Items") else "master"
+        pane = "found" if self._reader.sees("found/Reload Items") else "master"
         self._touch(f"{pane}/Reload Items")
         self._answer("Saved")
         self.counts["reloads"] += 1
@@ -71,14 +71,14 @@ class Picker:
         """Leaves for the history, in two sizes of text, and comes back with the other theme."""
         self._touch("master/Close")
         self._answer("Close Picking")
-        self._eye.expect("start/History")
+        self._reader.expect("start/History")
         self._look_at_history()
         self._touch("start/Display")
         self._choose("display", LARGE, f"display {LARGE}")
         self._touch(f"start {LARGE}/History")
-        self._eye.expect(f"history {LARGE}/Back")
+        self._reader.expect(f"history {LARGE}/Back")
         self._touch(f"history {LARGE}/Back")
-        self._eye.expect(f"start {LARGE}/Display")
+        self._reader.expect(f"start {LARGE}/Display")
         self._touch(f"start {LARGE}/Display")
         self._choose(f"display {LARGE}", "100 %", "display")
         self._theme = "Dark" if self._theme == "Light" else "Light"
@@ -89,15 +89,15 @@ class Picker:
 
     def _choose(self, screen, choice, then):
         """On the sheet that opens; `then` is what it becomes."""
-        self._eye.expect(f"{screen}/Done")
+        self._reader.expect(f"{screen}/Done")
         self._touch(f"{screen}/{choice}")
-        self._eye.expect(f"{then}/Done")
+        self._reader.expect(f"{then}/Done")
         self._touch(f"{then}/Done")
-        self._eye.expect_gone(f"{then}/Done")
+        self._reader.expect_gone(f"{then}/Done")
 
     def _look_at_history(self):
         self._touch("start/History")
-        self._eye.expect("history/Back")
+        self._reader.expect("history/Back")
         self._touch("history/delivery")
         self._close_summary("history summary/Close", "history/Back", "start/Display")
         self.counts["looks at the history"] += 1
@@ -108,7 +108,7 @@ class Picker:
         """From its lookup to its sending, with so many confirmed quantities."""
         self._look_up(delivery)
         self._touch("master/Start Picking")
-        self._eye.expect("master/Stop Picking")
+        self._reader.expect("master/Stop Picking")
         boxes = self._chance.sample(BOXES, len(BOXES))
         for place, box in enumerate(boxes):
             count = (quantities + place) // len(boxes)
@@ -120,22 +120,22 @@ class Picker:
         self._touch("detail/Different", "detail/Matching", "detail/All")
         self._look_at_summary_and_send(delivery.number)
         self._touch("master/Stop Picking")
-        self._eye.expect("master/Start Picking")
+        self._reader.expect("master/Start Picking")
         self.counts["deliveries"] += 1
 
     def _look_up(self, delivery):
         self._touch("master/Delivery number")
-        self._hand.type(delivery.number)
+        self._driver.type(delivery.number)
         self._touch("master/Search")
-        self._eye.expect(f"master/{delivery.customer}")
-        self._eye.expect("master/Start Picking")
+        self._reader.expect(f"master/{delivery.customer}")
+        self._reader.expect("master/Start Picking")
 
     def _open(self, box):
         if self._chance.random() < 0.5:
             self._touch(f"master/{box}")
         else:
             self._touch("master/Box")
-            self._hand.scan(box)
+            self._driver.scan(box)
 
     def _pick_box(self, lines, count):
         fresh = min(count - count // CORRECTIONS, LINES_IN_A_BOX)
@@ -156,39 +156,39 @@ class Picker:
             self.counts["corrections"] += 1
 
     def _scan(self, line):
-        self._hand.scan(line[self._chance.choice(["item", "barcode"])])
+        self._driver.scan(line[self._chance.choice(["item", "barcode"])])
 
     def _enter(self, line, added):
         quantity = self._stores.confirmed(line) + added
-        self._eye.expect("keypad/OK")
+        self._reader.expect("keypad/OK")
         keys = ["Minus"] * (added < 0) + [*str(abs(added)), "OK"]
         self._touch(*(f"keypad/{key}" for key in keys))
         wait_for(lambda: self._stores.has(line, quantity),
                  f"{quantity} × {line['item']} in box {line['carton']} of {line['doc']} on disk")
-        self._eye.expect_gone("keypad/OK")
+        self._reader.expect_gone("keypad/OK")
         self._stores.confirm(line, quantity)
         self.counts["picks"] += 1
         self._when_picked()
 
     def _book_to_last_line(self, number, lines):
         """An article that is not in the box is booked to the box's last line."""
-        self._hand.scan(article(number)["barcode"])
+        self._driver.scan(article(number)["barcode"])
         self._enter(lines[-1], 1)
 
     def _refuse_and_cancel(self, lines):
-        self._hand.scan(UNKNOWN)
+        self._driver.scan(UNKNOWN)
         self._answer("Unknown Item")
         self._scan(lines[0])
-        self._eye.expect("keypad/Cancel")
+        self._reader.expect("keypad/Cancel")
         self._touch("keypad/Cancel")
-        self._eye.expect_gone("keypad/Cancel")
+        self._reader.expect_gone("keypad/Cancel")
 
     def _look_at_summary_and_send(self, number):
-        self._touch_until("detail/Options", lambda: self._eye.sees("options/View Summary"))
+        self._touch_until("detail/Options", lambda: self._reader.sees("options/View Summary"))
         self._touch("options/View Summary")
         self._close_summary("summary/Close", "detail/Options", "options/Complete and Send")
         self._touch("options/Complete and Send")
-        self._eye.expect("Picking Completed?/YES")
+        self._reader.expect("Picking Completed?/YES")
         self._touch("Picking Completed?/YES")
         self._answer("Picking was sent")
         self.wrong += self._stores.sent_violations(number)

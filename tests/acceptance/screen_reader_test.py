@@ -22,23 +22,23 @@ FILTER = [("panel", "Filter", "")] + [("radio button", name, "") for name in
 INTERACTIVE = {"push button", "radio button", "text", "list", "list item", "dialog", "panel"}
 
 
-class Ear:
+class EventListener:
     """Listens to the events that a screen reader speaks at."""
 
     EVENTS = ("object:state-changed:showing", "object:state-changed:focused")
 
     def __init__(self):
-        self._heard = []
-        self._listener = Atspi.EventListener.new(self._hear)
+        self._events = []
+        self._listener = Atspi.EventListener.new(self._on_event)
         for event in self.EVENTS:
             self._listener.register(event)
 
-    def _hear(self, event):
+    def _on_event(self, event):
         if event.detail1 != 1:
             return
         try:
             source = event.source
-            self._heard.append((event.type.rsplit(":", 1)[1], source.get_role_name(),
+            self._events.append((event.type.rsplit(":", 1)[1], source.get_role_name(),
                                 source.get_name(), self._dialog_around(source)))
         except GLib.Error:
             pass  # It is gone already.
@@ -52,7 +52,7 @@ class Ear:
 
     def forget(self):
         self._listen()
-        self._heard.clear()
+        self._events.clear()
 
     def _listen(self):
         context = GLib.MainContext.default()
@@ -61,15 +61,15 @@ class Ear:
 
     def expect(self, event, role, name, dialog=None):
         """Waits for an event at what has that role, and a name that matches the pattern."""
-        def heard():
+        def has_occurred():
             self._listen()
             return any((event, role, dialog) == (one[0], one[1], one[3])
-                       and re.fullmatch(name, one[2]) for one in self._heard)
+                       and re.fullmatch(name, one[2]) for one in self._events)
 
         try:
-            wait_for(heard, f"{role} {name} to be {event} in {dialog}")
+            wait_for(has_occurred, f"{role} {name} to be {event} in {dialog}")
         except NotSeen as not_seen:
-            raise NotSeen(f"{not_seen}, where was heard: {self._heard}") from None
+            raise NotSeen(f"{not_seen}, where was heard: {self._events}") from None
 
     def close(self):
         for event in self.EVENTS:
@@ -88,8 +88,8 @@ class ScreenReader(unittest.TestCase):
         self.tablet = Program(self.screen, os.path.join(PROGRAMS, "cartonpick"), "--service-host",
                               self.service.host, "--home", self.folder.name)
         self.addCleanup(self.tablet.close)
-        self.ear = Ear()
-        self.addCleanup(self.ear.close)
+        self.listener = EventListener()
+        self.addCleanup(self.listener.close)
 
     # Ways.
 
@@ -247,40 +247,40 @@ class ScreenReader(unittest.TestCase):
     def test_every_saved_quantity_is_announced(self):
         self.open_box()
         for quantity, sum_of_all in (("2", "2"), ("3", "5")):
-            self.ear.forget()
+            self.listener.forget()
             self.pick("71053", quantity)
-            self.ear.expect("showing", "notification",
+            self.listener.expect("showing", "notification",
                             rf"Saved {sum_of_all} × 71053 in box C1, \d\d:\d\d:\d\d")
 
     def test_an_alert_takes_the_focus_and_has_its_message_to_read(self):
         self.open_box()
-        self.ear.forget()
+        self.listener.forget()
         self.scan("no such code")
-        self.ear.expect("focused", "push button", "OK",
+        self.listener.expect("focused", "push button", "OK",
                         ("Unknown Item", "Item no such code not found!"))
         self.tablet.press("Escape")
-        self.ear.expect("focused", "text", "Item or barcode")
+        self.listener.expect("focused", "text", "Item or barcode")
 
     def test_a_question_puts_the_focus_on_no(self):
         self.open_box()
-        self.ear.forget()
+        self.listener.forget()
         self.choose("Complete and Send")
-        self.ear.expect("focused", "push button", "NO",
+        self.listener.expect("focused", "push button", "NO",
                         ("Picking Completed?", "Are you sure that picking is completed?"))
 
     def test_the_keypad_says_for_which_line_it_is(self):
         self.open_box()
-        self.ear.forget()
+        self.listener.forget()
         self.scan("71053")
-        self.ear.expect("focused", "text", "Quantity to add",
+        self.listener.expect("focused", "text", "Quantity to add",
                         ("Quantity", "71053, METAL LANTERN"))
 
     def test_the_row_that_the_arrow_keys_lead_to_is_said(self):
         self.open_box()
         self.tablet.touch("push button", "Options")
-        self.ear.expect("focused", "list item", "View Summary", ("Options", ""))
+        self.listener.expect("focused", "list item", "View Summary", ("Options", ""))
         self.tablet.press("Down")
-        self.ear.expect("focused", "list item", "Send Email", ("Options", ""))
+        self.listener.expect("focused", "list item", "Send Email", ("Options", ""))
 
     # What the screen reader does itself.
 

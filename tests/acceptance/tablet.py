@@ -16,7 +16,7 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
-PATIENCE_SECONDS = 60
+TIMEOUT_SECONDS = 60
 
 
 class NotSeen(AssertionError):
@@ -25,7 +25,7 @@ class NotSeen(AssertionError):
 
 def wait_for(look, what):
     """Looks until there is something to see, and returns it."""
-    deadline = time.monotonic() + PATIENCE_SECONDS
+    deadline = time.monotonic() + TIMEOUT_SECONDS
     while True:
         try:
             seen = look()

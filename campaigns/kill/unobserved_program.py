@@ -9,7 +9,7 @@ from owned_process import start_owned
 from tablet import NotSeen, wait_for
 
 
-class UnheardProgram:
+class UnobservedProgram:
     def __init__(self, screen, executable, home):
         self._screen = screen
         environment = dict(os.environ, DISPLAY=screen.display, QT_QPA_PLATFORM="xcb",

@@ -9,13 +9,13 @@
 #include <optional>
 
 /// The real client, which may be told to lose its patience sooner.
-class HurriedHttpClient : public HttpClient {
+class ShortTimeoutHttpClient : public HttpClient {
  public:
   HttpConnection *start(const HttpRequest &request, WeakDelegate<HttpConnectionDelegate> delegate,
                         QObject *owner) override;
 
   /// From now on requests time out after `timeout` instead of what they ask for, if there is one.
-  void hurry(std::optional<std::chrono::milliseconds> timeout) { m_timeout = timeout; }
+  void setTimeout(std::optional<std::chrono::milliseconds> timeout) { m_timeout = timeout; }
   /// What the last request asked for.
   [[nodiscard]] std::chrono::milliseconds askedTimeout() const { return m_askedTimeout; }
   /// Whether a connection was started that is still there.

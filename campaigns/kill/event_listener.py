@@ -6,19 +6,19 @@ from tablet import Atspi, GLib
 
 # Something with that role and name came into sight, or has the keyboard. Role and name are None if
 # its program could not be asked any more.
-Heard = collections.namedtuple("Heard", "program event source role name")
+Event = collections.namedtuple("Event", "program event source role name")
 
 
-class Ear:
+class EventListener:
     EVENTS = ("object:state-changed:showing", "object:state-changed:focused")
 
     def __init__(self):
-        self._heard = collections.deque()
-        self._listener = Atspi.EventListener.new(self._hear)
+        self._events = collections.deque()
+        self._listener = Atspi.EventListener.new(self._on_event)
         for event in self.EVENTS:
             self._listener.register(event)
 
-    def _hear(self, event):
+    def _on_event(self, event):
         if event.detail1 != 1:
             return
         source = event.source
@@ -26,7 +26,7 @@ class Ear:
             role, name = source.get_role_name(), source.get_name()
         except GLib.Error:
             role, name = None, None
-        self._heard.append(Heard(source.app.bus_name, event.type.rsplit(":", 1)[1], source,
+        self._events.append(Event(source.app.bus_name, event.type.rsplit(":", 1)[1], source,
                                  role, name))
 
     def next_of(self, program):
@@ -35,10 +35,10 @@ class Ear:
         context = GLib.MainContext.default()
         while context.iteration(False):
             pass
-        while self._heard:
-            heard = self._heard.popleft()
-            if heard.program == program:
-                return heard
+        while self._events:
+            event = self._events.popleft()
+            if event.program == program:
+                return event
         return None
 
     def close(self):
