@@ -1,6 +1,6 @@
-# What every target of this project is built with: warnings as errors and, in
-# the sanitizer build, ASan and UBSan; in the fuzz build also what tells
-# libFuzzer where a run has been.
+# The compiler options of every target: warnings as errors, ASan and UBSan in
+# the sanitizer build, and libFuzzer's coverage instrumentation in the fuzz
+# build.
 
 add_library(cartonpick_sanitizers INTERFACE)
 if(CARTONPICK_SANITIZE)

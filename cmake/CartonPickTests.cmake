@@ -1,6 +1,6 @@
-# The program <folder>_test of the tests in `folder`: every file <class>_test.cpp there has the test
-# class <class>Test, which ctest runs as <folder>.<class>. SOURCES: other sources; LIBRARIES: what
-# else is linked.
+# Adds the program <folder>_test. Every file <class>_test.cpp in `folder` contains the test class
+# <class>Test, which ctest runs as <folder>.<class>. SOURCES: additional sources. LIBRARIES:
+# additional libraries.
 function(cartonpick_test_folder folder)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
   string(REGEX REPLACE ".*/" "" name ${folder})
@@ -9,7 +9,7 @@ function(cartonpick_test_folder folder)
   qt_add_executable(${target} ${tests} ${arg_SOURCES})
   target_link_libraries(${target} PRIVATE cartonpick_test_main ${arg_LIBRARIES})
   target_compile_options(${target} PRIVATE -O0)
-  # A precompiled header serves the folder of tests, whose path Qt defines in it.
+  # The precompiled header contains the path of tests/, which Qt defines, so only tests/ can use it.
   if(CMAKE_CURRENT_SOURCE_DIR STREQUAL "${CMAKE_SOURCE_DIR}/tests")
     target_precompile_headers(${target} REUSE_FROM cartonpick_test_main)
   endif()
@@ -24,7 +24,7 @@ function(cartonpick_test_folder folder)
   endforeach()
 endfunction()
 
-# A test that runs real processes: the command that follows.
+# Adds a test that runs a command with real processes. `timeout` is in seconds.
 function(cartonpick_run name timeout)
   add_test(NAME ${name} COMMAND ${ARGN})
   set_tests_properties(${name} PROPERTIES
