@@ -1,4 +1,4 @@
-"""What was picked, and whether a store has it as it was sent."""
+"""Facts about what was picked, and the comparison of stored facts with sent ones."""
 
 import collections
 
@@ -6,8 +6,9 @@ Fact = collections.namedtuple("Fact", "delivery order box item barcode quantity 
 
 
 def violations(sent, accepted, stored):
-    """What is wrong with a store, a text each. `stored` has one entry for each of its rows; `sent`
-    are all facts that were sent, `accepted` those of them that the service said it has stored."""
+    """Returns a list of messages about what is wrong with a store. `stored` has one entry for each
+    of its rows, `sent` has all facts that were sent, and `accepted` has those that the service
+    confirmed."""
     rows = collections.Counter(stored)
     missing = [f"accepted and not stored: {fact}" for fact in accepted if fact not in rows]
     doubled = [f"stored {count} times: {fact}" for fact, count in rows.items() if count > 1]

@@ -1,4 +1,4 @@
-"""That the comparison of what is stored with what was sent can fail."""
+"""Tests that the comparison of stored facts with sent facts can fail."""
 
 import unicodedata
 import unittest
@@ -11,24 +11,24 @@ BOTH = {MUG, TOWEL}
 
 
 class Violations(unittest.TestCase):
-    def test_what_is_stored_as_it_was_sent_is_right(self):
+    def test_facts_stored_as_sent_are_correct(self):
         self.assertEqual(violations(BOTH, BOTH, [TOWEL, MUG]), [])
 
-    def test_what_was_sent_and_not_accepted_may_be_stored_or_not(self):
+    def test_a_fact_that_was_not_accepted_may_be_stored(self):
         self.assertEqual(violations(BOTH, {MUG}, [MUG]), [])
         self.assertEqual(violations(BOTH, {MUG}, [MUG, TOWEL]), [])
 
-    def test_a_missing_fact_is_seen(self):
+    def test_a_missing_fact_is_found(self):
         self.assertEqual(violations(BOTH, BOTH, [TOWEL]), [f"accepted and not stored: {MUG}"])
 
-    def test_a_doubled_fact_is_seen(self):
+    def test_a_duplicate_fact_is_found(self):
         self.assertEqual(violations(BOTH, BOTH, [MUG, TOWEL, MUG]), [f"stored 2 times: {MUG}"])
 
-    def test_a_fact_that_nobody_sent_is_seen(self):
+    def test_a_fact_that_was_never_sent_is_found(self):
         self.assertEqual(violations({MUG}, {MUG}, [MUG, TOWEL]),
                          [f"stored and never sent: {TOWEL}"])
 
-    def test_a_change_of_any_value_is_seen(self):
+    def test_a_change_of_any_value_is_found(self):
         for name in Fact._fields:
             with self.subTest(name):
                 changed = MUG._replace(**{name: getattr(MUG, name) * 2})
@@ -36,7 +36,7 @@ class Violations(unittest.TestCase):
                                  [f"accepted and not stored: {MUG}",
                                   f"stored and never sent: {changed}"])
 
-    def test_another_spelling_of_the_same_letters_is_seen(self):
+    def test_another_unicode_form_of_the_same_text_is_found(self):
         other = MUG._replace(item=unicodedata.normalize("NFD", MUG.item))
         self.assertEqual(len(violations({MUG}, {MUG}, [other])), 2)
 

@@ -1,8 +1,8 @@
-"""The deliveries of a fleet, with names that are easy to get wrong."""
+"""The deliveries of a fleet, with names that are hard to encode and compare."""
 
 import random
 
-# The two cafés differ only in how their letters are composed, so they are two boxes.
+# The two cafés differ only in their Unicode normalisation, so they are two boxes.
 BOXES = ["C001", "C002", "Κιβώτιο 3", "Ящик № 4", "箱 5", "caf\u00e9", "cafe\u0301", 'box "8"',
          "back\\slash 9", "❄ Kühlgut 10", "'; DROP TABLE picked_line; --", "two\nlines 12"]
 ITEMS = ["20138A", "ΦΛΙΤΖΆΝΙ", "кружка", "湯呑み", "Größe\tL", "50 % <off> & more", "{item}", "🫖"]
@@ -25,5 +25,5 @@ def _lines(index, seed):
 
 
 def fleet_deliveries(count, seed):
-    """The order lines by delivery number."""
+    """Returns the order lines by delivery number."""
     return {_number(index): list(_lines(index, seed)) for index in range(count)}

@@ -1,9 +1,9 @@
-"""Proves that a fleet of tablets loses and doubles nothing while what serves it breaks down.
+"""Shows that a fleet of tablets loses and duplicates nothing while servers are killed.
 
-The tablets talk to nginx, behind which are two instances of the order service on one PostgreSQL.
-One of the instances is killed every few seconds; PostgreSQL is stopped once, and crashes once. A
-send counts as accepted once it was answered with "0"; until then the tablet repeats it. At the end
-the database must have every accepted fact once, as it was sent, and nothing else.
+The tablets talk to nginx, behind which two instances of the order service use one PostgreSQL. One
+of the instances is killed every few seconds; PostgreSQL is stopped once, and crashes once. A send
+counts as accepted when it is answered with "0"; until then the tablet repeats it. At the end the
+database must have every accepted fact once, as it was sent, and no fact that was not sent.
 
 Usage: python3 fleet_proof.py [--seconds N] [--tablets N] [--seed N] BIN
 
@@ -42,17 +42,18 @@ STORED = ("SELECT json_build_array(delivery, order_no, box, item, barcode, quant
 
 
 def arguments():
-    parser = argparse.ArgumentParser(description="Proves that the order service serves a fleet.")
+    parser = argparse.ArgumentParser(description="Shows that the order service serves a fleet.")
     parser.add_argument("bin", help="the folder of the programs")
-    parser.add_argument("--seconds", type=float, default=20, help="how long; 20 unless told")
-    parser.add_argument("--tablets", type=int, default=500, help="how many; 500 unless told")
+    parser.add_argument("--seconds", type=float, default=20,
+                        help="duration in seconds (default: 20)")
+    parser.add_argument("--tablets", type=int, default=500, help="number of tablets (default: 500)")
     parser.add_argument("--seed", type=int, default=random.SystemRandom().randrange(1_000_000),
-                        help="decides what happens by chance; another one each time unless told")
+                        help="seed of all random choices (default: random)")
     return parser.parse_args()
 
 
 def allow_connections():
-    """As many as the system lets this process have."""
+    """Raises the limit of open files to the maximum that the system permits."""
     _, hard = resource.getrlimit(resource.RLIMIT_NOFILE)
     resource.setrlimit(resource.RLIMIT_NOFILE, (hard, hard))
 
@@ -66,7 +67,7 @@ def load(folder, store, deliveries):
 
 
 class Outages:
-    """What goes wrong while the tablets work."""
+    """Kills and restarts servers while the tablets work."""
 
     def __init__(self, cluster, instances, seed):
         self.counts = collections.Counter()
@@ -76,7 +77,7 @@ class Outages:
         self._chance = random.Random(seed)
 
     def run(self, seconds):
-        """For the time, or a little longer."""
+        """Runs for at least this number of seconds, and a little longer."""
         for how in "fast", "immediate":
             self._kill_for(seconds / 3)
             self._cluster.restart(how)
@@ -117,8 +118,8 @@ def report(fleet, outages, stored, second_attempts):
 
 
 def work_amid(outages, fleet, options):
-    """Lets the tablets work for as long as things go wrong."""
-    # What is started from a thread ends with it, so it is the fleet that runs in another one.
+    """Runs the tablets for the duration of the outages."""
+    # A server process ends with the thread that starts it, so the fleet runs in the other thread.
     work = threading.Thread(target=asyncio.run, args=[fleet.run(options.tablets)], daemon=True)
     work.start()
     outages.run(options.seconds)
@@ -127,8 +128,8 @@ def work_amid(outages, fleet, options):
 
 
 def prove(options):
-    """Returns what was wrong, a text each."""
-    # With some to spare, as the outages take a little longer.
+    """Returns a list of messages about what is wrong."""
+    # The outages take a little longer than asked for, so there are spare deliveries.
     count = math.ceil(options.tablets * (options.seconds + 10) / mean_seconds_a_delivery())
     deliveries = fleet_deliveries(count, options.seed)
     with contextlib.ExitStack() as stack:

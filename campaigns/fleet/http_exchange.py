@@ -1,4 +1,4 @@
-"""One HTTP request and its answer, over a connection of its own."""
+"""One HTTP request and its answer, over a separate connection."""
 
 import asyncio
 
@@ -8,12 +8,12 @@ TIMEOUT_SECONDS = 30
 
 
 class NoAnswer(Exception):
-    """No whole answer came, for the reason that is its text."""
+    """No complete answer was received. The message is the reason."""
 
 
 async def exchange(port, method, path, body=b"", drop_after=None):
-    """Returns the status and the body of the answer. With `drop_after` the connection is dropped so
-    many seconds after the request was sent."""
+    """Returns the status and the body of the answer. With `drop_after`, closes the connection this
+    number of seconds after sending the request. Raises NoAnswer if the answer is not complete."""
     try:
         async with asyncio.timeout(TIMEOUT_SECONDS):
             reader, writer = await asyncio.open_connection(HOST, port)

@@ -12,8 +12,10 @@ def _first_for_clients():
 
 
 def free_ports(count):
-    """Ports that stay free while nobody listens: none that the system gives to clients. One of
-    those could be taken while a server is away, by a client that reaches itself at it."""
+    """Returns free ports outside the system's range for clients.
+
+    A client could take a port of that range while its server is down, and connect to itself.
+    """
     ports = set()
     while len(ports) < count:
         port = random.randrange(10000, _first_for_clients())

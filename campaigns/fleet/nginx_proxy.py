@@ -1,4 +1,4 @@
-"""nginx before the instances of the order service."""
+"""nginx in front of the instances of the order service."""
 
 import os
 import pwd
@@ -9,7 +9,7 @@ import tempfile
 from loopback import HOST
 from owned_process import start_owned, wait_for
 
-# The file that a fleet uses, and what surrounds it there.
+# The site file for production, and a configuration that includes it.
 SITE = os.path.join(os.path.dirname(__file__), "..", "..", "packaging", "nginx.conf")
 CONFIGURATION = """
 daemon off;
@@ -33,7 +33,7 @@ http {{
 
 
 def site_for(port, instances):
-    """The site's file with the ports of this machine in the place of its addresses."""
+    """Returns the site file with these loopback ports in place of its addresses."""
     with open(SITE, encoding="ascii") as file:
         lines = file.read().splitlines()
     first = next(number for number, line in enumerate(lines) if line.startswith("  server "))
@@ -44,7 +44,7 @@ def site_for(port, instances):
 
 
 class NginxProxy:
-    """Hands requests at `port` on to the instances at the other ports, from entering to leaving."""
+    """A context manager: nginx forwards requests from `port` to the ports of the instances."""
 
     def __init__(self, port, instances):
         self.port = port
@@ -68,7 +68,7 @@ class NginxProxy:
         shutil.rmtree(self._folder)
 
     def second_attempts(self):
-        """How many requests went on to the other instance so far."""
+        """Returns the number of requests that nginx has also tried on the other instance."""
         with open(os.path.join(self._folder, "attempts.log"), encoding="ascii") as lines:
             return sum("," in line for line in lines)
 
@@ -79,7 +79,7 @@ class NginxProxy:
             file.write(CONFIGURATION.format(folder=self._folder, user=user))
         with open(os.path.join(self._folder, "site.conf"), "w", encoding="ascii") as file:
             file.write(site_for(self.port, self._instances))
-        # Not everyone's search path has Debian's folder of servers.
+        # /usr/sbin, where Debian has nginx, is not in every user's PATH.
         nginx = shutil.which("nginx", path=f"{os.environ['PATH']}:/usr/sbin")
         with open(os.path.join(self._folder, "output"), "wb") as output:
             self._process = start_owned([nginx, "-p", self._folder, "-e", "stderr", "-c", path],

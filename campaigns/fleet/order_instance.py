@@ -11,10 +11,10 @@ START_SECONDS = 60
 
 
 class OrderInstance:
-    """Listens at the port from entering to leaving, apart from when it is killed."""
+    """A context manager: the service runs and listens on the port, except while it is killed."""
 
     def __init__(self, folder, store, port):
-        """`folder` is that of the programs."""
+        """`folder` is the folder of the programs."""
         self._command = [os.path.join(folder, "cartonpick-orders"), "--exit-with-parent", "--bind",
                          HOST, "--port", str(port), "--store", store, "--trusted-proxy", HOST]
         self._errors = tempfile.TemporaryFile()
@@ -35,7 +35,7 @@ class OrderInstance:
         return self._process.poll() is None
 
     def start(self):
-        """Returns once it listens."""
+        """Starts the service and waits until it listens."""
         self._process = subprocess.Popen(self._command, stdin=subprocess.PIPE,
                                          stdout=subprocess.PIPE, stderr=self._errors)
         ready, _, _ = select.select([self._process.stdout], [], [], START_SECONDS)
@@ -43,17 +43,17 @@ class OrderInstance:
             raise RuntimeError(f"an instance did not start:\n{self.errors()}")
 
     def errors(self):
-        """What it said of errors, the last of it."""
+        """Returns the last 2000 characters of its standard error."""
         self._errors.seek(0)
         return self._errors.read().decode(errors="replace")[-2000:]
 
     def kill(self):
-        """As a crash would."""
+        """Ends the service at once, as a crash does."""
         self._process.kill()
         self._process.communicate()
 
     def end(self):
-        """Ends it as a system would, and returns its exit code."""
+        """Ends the service with SIGTERM, and returns its exit code."""
         self._process.terminate()
         self._process.communicate(timeout=60)
         return self._process.returncode

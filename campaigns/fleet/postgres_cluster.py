@@ -1,4 +1,4 @@
-"""A PostgreSQL cluster for the time of a test."""
+"""A temporary PostgreSQL cluster for a test."""
 
 import glob
 import os
@@ -10,19 +10,21 @@ import urllib.parse
 
 from owned_process import start_owned, wait_for
 
-# What pg_ctl sends: let nobody finish but lose nothing, and end as if it crashed.
+# The signals that pg_ctl sends: "fast" aborts the sessions but loses nothing, "immediate" is like
+# a crash.
 STOPS = {"fast": signal.SIGINT, "immediate": signal.SIGQUIT}
 
 
 def binaries():
-    """The folder of the newest PostgreSQL server, where Debian has it; else the path has it."""
+    """Returns the folder of the newest PostgreSQL server in Debian, or an empty string if there is
+    none there; PATH is searched then."""
     folders = glob.glob("/usr/lib/postgresql/*/bin")
     return max(folders, key=lambda folder: int(folder.split("/")[-2]), default="")
 
 
 class PostgresCluster:
-    """Runs from entering to leaving, in a folder of its own. It listens at a socket in that folder
-    alone, and lets everyone in who can enter the folder. `settings` are the server's."""
+    """A context manager: a server with a temporary folder. It listens only on a socket in that
+    folder, and accepts every user who has access to the folder. `settings` are the server's."""
 
     def __init__(self, **settings):
         self._settings = settings
@@ -50,7 +52,7 @@ class PostgresCluster:
 
     @property
     def folder(self):
-        """The host, for the clients of PostgreSQL; the user is postgres, and so is the database."""
+        """The host name for PostgreSQL's clients. The user and the database are both postgres."""
         return self._folder
 
     @property
@@ -67,7 +69,7 @@ class PostgresCluster:
         wait_for(self._is_ready, "the start of PostgreSQL")
 
     def stop(self, how):
-        """`how` is "fast", or "immediate" for a crash."""
+        """Stops the server. `how` is "fast", or "immediate" for a crash."""
         self._server.send_signal(STOPS[how])
         self._server.wait(60)
         self._server = None
@@ -77,7 +79,7 @@ class PostgresCluster:
         self.start()
 
     def psql(self, script):
-        """Runs SQL or psql's own commands, and returns the rows, one a line, without heads."""
+        """Runs SQL or psql commands, and returns the rows, one per line, without headers."""
         return subprocess.run(
             ["psql", "-h", self._folder, "-U", "postgres", "-v", "ON_ERROR_STOP=1", "-qXAt", "-f-"],
             input=script, env=dict(os.environ, PGCLIENTENCODING="UTF8"), check=True,
@@ -91,12 +93,13 @@ class PostgresCluster:
         return os.path.join(self._folder, name)
 
     def _run(self, program, *arguments, **options):
-        # Whose working folder it may not enter, a program may not start in.
+        # The user may have no access to the current working folder.
         return start_owned([os.path.join(binaries(), program), *arguments], last_signal="INT",
                            user=self._user, cwd=self._folder, **options)
 
     def _make(self):
-        """What is made in vain if the machine fails need not be on disk."""
+        """Creates the cluster. Nothing needs to be synchronised: a test does not outlive a power
+        failure."""
         with open(self._path("log"), "wb") as log:
             made = self._run("initdb", "--no-sync", "--auth=trust", "--username=postgres",
                              "--encoding=UTF8", "--locale=C.UTF-8", self._path("data"),

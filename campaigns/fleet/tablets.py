@@ -1,4 +1,4 @@
-"""A fleet of tablets, each of which looks deliveries up, picks them and sends what was picked."""
+"""A fleet of tablets. Each tablet looks up deliveries, picks them and sends the picked lines."""
 
 import asyncio
 import collections
@@ -14,16 +14,16 @@ CALLS = "/qir_pick/servicepick.svc/json/"
 ALREADY_SENT = b'"This picking has already been sent to the server"'
 # Seconds.
 THINKING, PAUSE, DROPPING = (0.5, 2.0), (0.05, 0.5), (0.0, 0.03)
-# How often.
+# Probabilities.
 DROPPED, CORRECTED, SENT_BY_TWO = 0.1, 0.25, 0.1
 FIRST_PICK = datetime.datetime(2026, 3, 4, 6, 0, 0)
-# For how long after its time a fleet may take to get its last sends accepted.
+# The time limit for the last sends after the end of the run.
 LAST_SENDS_SECONDS = 60
 CHECKS_AT_A_TIME = 32
 
 
 class WrongAnswer(Exception):
-    """An answer that no service in whatever trouble may give."""
+    """An answer that the service must not give, even during an outage."""
 
 
 def mean_seconds_a_delivery():
@@ -35,8 +35,8 @@ def lookup_call(delivery):
 
 
 class Fleet:
-    """What the tablets have in common: the deliveries that nobody has looked up yet, and what came
-    of the others."""
+    """The shared state of the tablets: the deliveries that are left, and the results of the
+    others."""
 
     def __init__(self, port, deliveries, seed):
         self.port = port
@@ -56,7 +56,8 @@ class Fleet:
         return self._deliveries[delivery]
 
     async def run(self, tablets):
-        """Lets so many tablets work until it is over, and then finish what they are at."""
+        """Runs this number of tablets until `is_over`, and waits for them to finish their last
+        delivery."""
         work = [asyncio.create_task(Tablet(self, number).work()) for number in range(tablets)]
         while not self.is_over:
             await asyncio.sleep(0.1)
@@ -69,8 +70,8 @@ class Fleet:
         self.has_ended = True
 
     async def check_sent(self):
-        """Every delivery of which something was accepted must be answered as sent, at once. Ends
-        when something is wrong."""
+        """Checks that a lookup of each delivery with an accepted fact says that it was sent. Stops
+        at the first wrong answer."""
         deliveries = iter(sorted({fact.delivery for fact in self.accepted}))
 
         async def check():
@@ -86,7 +87,8 @@ class Fleet:
 
 
 class Tablet:
-    """One tablet, which acts by chance; the fleet's seed and its number decide."""
+    """One tablet, which acts at random. The random seed is the fleet's seed and the tablet's
+    number."""
 
     def __init__(self, fleet, number):
         self._fleet = fleet
@@ -109,7 +111,7 @@ class Tablet:
         return json.loads(await self._request("lookups", "GET", lookup_call(delivery)))
 
     async def _send(self, facts):
-        """Sends until the facts are accepted."""
+        """Repeats the send until the facts are accepted."""
         self._fleet.sent.update(facts)
         answer = await self._request("sends", "POST", "sendpick", json.dumps(
             [{"barcode": fact.barcode, "box": fact.box, "doc": fact.delivery, "item": fact.item,
@@ -121,7 +123,7 @@ class Tablet:
         self._fleet.accepted.update(facts)
 
     async def _request(self, kind, method, call, body=b""):
-        """Repeats the request until it is answered, and returns the body of that answer."""
+        """Repeats the request until it is answered, and returns the body of the answer."""
         while True:
             drop_after = None
             if body and self._happens(DROPPED):
@@ -148,7 +150,7 @@ class Tablet:
                     picked_at=f"{self._now:%Y-%m-%d %H:%M:%S}")
 
     def _corrected(self, picked):
-        """The same picking, with another quantity of one of its lines besides."""
+        """Returns the same picking with a later quantity of one of its lines added."""
         last = self._chance.choice(picked)
         self._now += datetime.timedelta(seconds=1)
         return [*picked, last._replace(quantity=last.quantity + 1,
