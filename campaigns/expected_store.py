@@ -1,4 +1,4 @@
-"""What must be in the store of a tablet, and what is wrong with one that has something else."""
+"""The expected contents of a tablet's store, compared with the actual contents."""
 
 import collections
 
@@ -6,8 +6,8 @@ SHOWN = 5
 
 
 class ExpectedStore:
-    """What was confirmed is in it for certain. A change that is under way is there whole or not at
-    all, until it is confirmed."""
+    """Confirmed changes must be in the store. A change that is not yet confirmed must be there
+    completely or not at all."""
 
     def __init__(self, contents):
         self._schema = (contents.version, contents.schema)
@@ -34,21 +34,21 @@ class ExpectedStore:
         return bool(self._changed_rows) or self._new_catalogue is not None
 
     def begin_rows(self, rows):
-        """These rows, by line, are being written. One without a time is the program's to date."""
+        """Begins a change of these rows, given by line. A row without a time may get any time."""
         self._changed_rows = rows
 
     def begin_catalogue(self, catalogue):
         self._new_catalogue = catalogue
 
     def confirm(self):
-        """What was being written is on disk, says the program."""
+        """Records that the program has reported the change as saved."""
         self._rows.update(self._changed_rows)
         if self._new_catalogue is not None:
             self._catalogue = self._new_catalogue
         self._forget_change()
 
     def violations(self, contents):
-        """What is wrong with a store that has these contents, a text each."""
+        """Returns a list of messages about what is wrong with these contents."""
         if self._schema != (contents.version, contents.schema):
             return [f"the tables and indexes are not those of the model: version "
                     f"{contents.version}, {contents.schema}"]
@@ -56,14 +56,14 @@ class ExpectedStore:
             contents.catalogue())
 
     def is_changed(self, contents):
-        """Whether sound contents have the change that was under way."""
+        """Returns true if the contents, which have no violations, include the pending change."""
         line = next(iter(self._changed_rows), None)
         if line is not None:
             return _is(contents.picked().get(line), self._changed_rows[line])
         return contents.catalogue() == self._new_catalogue
 
     def settle(self, contents):
-        """Takes the sound contents for what must be there from now on."""
+        """Takes these contents, which have no violations, as the expected ones from now on."""
         self._rows = contents.picked()
         self._catalogue = contents.catalogue()
         self._forget_change()
@@ -94,7 +94,8 @@ class ExpectedStore:
 
 
 def _is(row, expected):
-    """Whether the row is the expected one; one without a time may have any."""
+    """Returns true if the row is the expected one. An expected row without a time matches any
+    time."""
     if row is None or expected is None or expected.datepicked is not None:
         return row == expected
     return row.datepicked is not None and row._replace(datepicked=None) == expected

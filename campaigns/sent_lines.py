@@ -1,4 +1,4 @@
-"""Whether the order service has what a tablet says it has sent."""
+"""Compares what the order service has stored with what a tablet has marked as sent."""
 
 import datetime
 import sqlite3
@@ -10,7 +10,7 @@ _PICKED = ("SELECT delivery, order_no, box, item, barcode, quantity, picked_at F
 
 
 def stored_facts(service_store, delivery):
-    """What the SQLite store of an order service has of the delivery."""
+    """Returns the facts about the delivery in the SQLite store of an order service."""
     database = sqlite3.connect(f"file:{service_store}?mode=ro", uri=True)
     try:
         return [Fact(*row) for row in database.execute(_PICKED, [delivery])]
@@ -19,15 +19,15 @@ def stored_facts(service_store, delivery):
 
 
 def fact_of(row):
-    """What a row of Picking is on its way to the order service, in the time zone of the tablet."""
+    """Returns the fact that the tablet sends for a row of Picking, in the tablet's time zone."""
     picked_at = datetime.datetime.fromtimestamp(row.datepicked // 1000)
     return Fact(row.doc, row.ordernum, row.box, row.item, row.barcode, row.pickqty,
                 picked_at.strftime("%Y-%m-%d %H:%M:%S"))
 
 
 def sent_violations(rows, stored):
-    """What is wrong between the rows of a delivery on the tablet, which are sent together, and the
-    facts that the order service has of it, a text each."""
+    """Returns a list of messages about differences between the rows of a delivery on the tablet,
+    which are sent together, and the facts that the order service has stored."""
     flags = {row.sent for row in rows}
     if len(flags) != 1:
         return [f"the lines of {rows[0].doc} have the sent flags {sorted(flags)}"]

@@ -1,4 +1,4 @@
-"""What a store of the program's holds, read without the program."""
+"""Reads the contents of the program's store without the program."""
 
 import collections
 import os
@@ -7,7 +7,7 @@ import sqlite3
 
 NAME = "QIR_Pick.sqlite"
 LOCK = "QIR_Pick.lock"
-# With what recovers the store after a crash.
+# The store and the files from which SQLite recovers it after a crash.
 FILES = [NAME, NAME + "-wal", NAME + "-journal"]
 
 # A row of Picking.
@@ -17,14 +17,15 @@ Table = collections.namedtuple("Table", "columns rows")
 
 
 class BrokenStore(Exception):
-    """The file is no sound database."""
+    """The file is not a valid database."""
 
 
 class Contents(collections.namedtuple("Contents", "version schema tables")):
-    """All that is in a file. `schema` are the statements that made it, `tables` go by name."""
+    """The whole contents of a store. `schema` has its CREATE statements, `tables` its tables by
+    name."""
 
     def picked(self):
-        """The rows of Picking by line; a second row of a line has its number."""
+        """Returns the rows of Picking by line. The key of a repeated line also has a number."""
         rows, count = {}, collections.Counter()
         for row in map(Row._make, self.columns("Picking", Row._fields)):
             line = (row.doc, row.box, row.item)
@@ -36,18 +37,18 @@ class Contents(collections.namedtuple("Contents", "version schema tables")):
         return self.columns("Items", ["barcode", "item", "descr"])
 
     def columns(self, table, names):
-        """What stands in these columns of the table, in the order of its rows."""
+        """Returns the values of these columns for each row of the table, in order."""
         places = [self.tables[table].columns.index(name) for name in names]
         return [tuple(row[place] for place in places) for row in self.tables[table].rows]
 
 
-# A store that is not made yet.
+# A store that does not exist yet.
 NOTHING = Contents(0, (), {})
 
 
 def read(folder):
-    """The contents of the store in the folder, recovered first as the program would. That changes
-    the files."""
+    """Recovers the store in the folder as the program would, which changes its files, and returns
+    its contents. Raises BrokenStore if it is not a valid database."""
     path = os.path.join(folder, NAME)
     if not os.path.exists(path):
         return NOTHING
@@ -76,7 +77,7 @@ def _table(database, name):
 
 
 def copy(folder, target):
-    """Copies the store of a program that has ended, with what is left to recover and its times."""
+    """Copies the store of a program that has ended, with its recovery files and file times."""
     for name in FILES:
         if os.path.exists(os.path.join(folder, name)):
             shutil.copy2(os.path.join(folder, name), target)

@@ -1,4 +1,5 @@
-"""What the order services of the campaign serve: a delivery to pick, many to send, a catalogue."""
+"""The data that the campaign's order services serve: a delivery to pick, many to send, and a
+catalogue."""
 
 from store_contents import Row
 
@@ -26,12 +27,12 @@ def delivery_to_send(number):
 
 
 def articles(edition):
-    """A catalogue. All editions have the same codes, and no two of them the same article."""
+    """Returns a catalogue. All editions have the same codes, but none of the same articles."""
     return [{"barcode": f"50{number:011}", "item": f"A{number:06}",
              "descr": f"ARTICLE {number} – EDITION {edition}"} for number in range(ARTICLES)]
 
 
 def picked_row(line, quantity, milliseconds=None):
-    """What the tablet stores of an order line of which that many were picked then."""
+    """Returns the row that the tablet stores when `quantity` of an order line is picked."""
     return Row(line["barcode"], line["carton"], milliseconds, line["descr"], line["doc"],
                line["item"], line["ordernum"], line["qty"], quantity, 0)
