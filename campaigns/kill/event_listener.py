@@ -1,11 +1,10 @@
-"""Hears what programs tell a screen reader."""
+"""Receives the accessibility events that programs send to a screen reader."""
 
 import collections
 
 from tablet import Atspi, GLib
 
-# Something with that role and name came into sight, or has the keyboard. Role and name are None if
-# its program could not be asked any more.
+# `event` is "showing" or "focused". Role and name are None if the program has ended meanwhile.
 Event = collections.namedtuple("Event", "program event source role name")
 
 
@@ -30,8 +29,8 @@ class EventListener:
                                  role, name))
 
     def next_of(self, program):
-        """What was heard next of the program with that name on the bus; None if there is nothing.
-        What others said before is forgotten."""
+        """Returns the next event of the program with this bus name, or None if there is no event.
+        Discards earlier events of other programs."""
         context = GLib.MainContext.default()
         while context.iteration(False):
             pass

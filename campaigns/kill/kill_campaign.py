@@ -1,8 +1,8 @@
-"""Proves that a tablet loses nothing when it is killed at any instant.
+"""Shows that a tablet loses nothing when it is killed at any time.
 
-The program is killed at random moments of four works: quantities are picked, the catalogue is
-replaced, a delivery is sent, the program starts. After each kill its store is looked at without it,
-and it has to start again on what was left. Has to run inside a session of its own (own-session).
+The program is killed at random moments of four tasks: picking quantities, replacing the catalogue,
+sending a delivery, and starting. After each kill the campaign checks the store without the program,
+and the program must be able to start on it. Must run in a separate session (own-session).
 
 Usage: own-session python3 kill_campaign.py [--kills N] [--workers N] [--seed N] BIN
 
@@ -32,18 +32,18 @@ COLUMNS = [IDLE, LOST, STORED, "in a transaction"]
 
 
 def arguments():
-    parser = argparse.ArgumentParser(description="Proves that a killed tablet loses nothing.")
+    parser = argparse.ArgumentParser(description="Shows that a killed tablet loses nothing.")
     parser.add_argument("bin", help="the folder of the programs")
-    parser.add_argument("--kills", type=int, default=12, help="how many; 12 unless told")
+    parser.add_argument("--kills", type=int, default=12, help="number of kills (default: 12)")
     parser.add_argument("--workers", type=int, default=1,
-                        help="how many tablets are killed at a time; 1 unless told")
+                        help="number of tablets that run at once (default: 1)")
     parser.add_argument("--seed", type=int, default=random.SystemRandom().randrange(1_000_000),
-                        help="decides what happens by chance; another one each time unless told")
+                        help="seed of all random choices (default: random)")
     return parser.parse_args()
 
 
 class Results:
-    """What the workers tell."""
+    """The results that the workers report."""
 
     def __init__(self):
         self.wrong = []
@@ -75,7 +75,7 @@ class Results:
 
 
 def listen(worker, process, told):
-    """Passes on what the worker tells, and at its end its exit code."""
+    """Queues each report of the worker, and its exit code when it ends."""
     for line in process.stdout:
         told.put((worker, json.loads(line)))
     told.put((worker, process.wait()))

@@ -1,4 +1,4 @@
-"""That the checks after a kill can fail."""
+"""Tests that the checks after a kill can fail."""
 
 import os
 import random
@@ -29,7 +29,7 @@ def key(row):
 
 
 class Store(unittest.TestCase):
-    """A store with some picked lines and a catalogue, as a program would leave it."""
+    """A store with some picked lines and a catalogue, as the program leaves it."""
 
     def setUp(self):
         self.folder = self.enterContext(tempfile.TemporaryDirectory())
@@ -71,24 +71,24 @@ class Quantities(Store):
     def store(self, quantity=77):
         self.change(f"UPDATE Picking SET pickqty = {quantity} WHERE rowid = 1")
 
-    def test_what_was_confirmed_is_right(self):
+    def test_a_confirmed_quantity_is_correct(self):
         self.begin()
         self.expected.confirm()
         self.store()
         self.assertEqual(self.wrong(), "")
 
-    def test_one_that_was_not_confirmed_may_be_there_or_not(self):
+    def test_an_unconfirmed_quantity_may_be_stored(self):
         self.begin()
         self.assertEqual(self.wrong(), "")
         self.store()
         self.assertEqual(self.wrong(), "")
 
-    def test_a_lost_one_that_was_confirmed_is_seen(self):
+    def test_a_lost_confirmed_quantity_is_found(self):
         self.begin()
         self.expected.confirm()
         self.assertRegex(self.wrong(), r"must be .*pickqty=77.*, and is .*pickqty=1,")
 
-    def test_a_lost_one_on_a_new_line_is_seen(self):
+    def test_a_lost_quantity_of_a_new_line_is_found(self):
         new = picked_row(delivery_lines("D", 4)[-1], 5)
         self.expected.begin_rows({key(new): new})
         self.assertEqual(self.wrong(), "")
@@ -97,12 +97,12 @@ class Quantities(Store):
         self.insert("Picking", [new._replace(datepicked=1)])
         self.assertEqual(self.wrong(), "")
 
-    def test_a_wrong_one_is_seen(self):
+    def test_a_wrong_quantity_is_found(self):
         self.begin()
         self.store(76)
         self.assertIn("and is", self.wrong())
 
-    def test_a_change_of_anything_else_of_a_line_is_seen(self):
+    def test_a_change_of_any_other_column_is_found(self):
         for column in Row._fields:
             with self.subTest(column):
                 before = getattr(ROWS[1], column)
@@ -113,7 +113,7 @@ class Quantities(Store):
                     database.execute(f"UPDATE Picking SET {column} = ? WHERE rowid = 2", [before])
                 database.close()
 
-    def test_a_line_twice_and_one_that_nobody_picked_are_seen(self):
+    def test_a_duplicate_line_and_a_line_that_was_not_picked_are_found(self):
         self.insert("Picking", [ROWS[0]])
         self.assertIn("must be None", self.wrong())
         self.change("DELETE FROM Picking WHERE rowid > 12")
@@ -127,7 +127,7 @@ class Catalogue(Store):
         self.change("DELETE FROM Items")
         self.insert("Items", catalogue)
 
-    def test_the_old_one_and_the_new_one_are_right_until_the_new_one_is_confirmed(self):
+    def test_both_catalogues_are_correct_until_the_new_one_is_confirmed(self):
         self.expected.begin_catalogue(NEW)
         self.assertEqual(self.wrong(), "")
         self.expected.confirm()
@@ -135,18 +135,18 @@ class Catalogue(Store):
         self.replace(NEW)
         self.assertEqual(self.wrong(), "")
 
-    def test_half_of_one_is_seen(self):
+    def test_half_a_catalogue_is_found(self):
         self.expected.begin_catalogue(NEW)
         self.replace(NEW[:250])
         self.assertIn("has 250 articles", self.wrong())
 
-    def test_halves_of_both_are_seen_though_none_is_missing(self):
+    def test_a_mix_of_both_catalogues_is_found(self):
         self.expected.begin_catalogue(NEW)
         self.replace(OLD[:250] + NEW[250:])
         self.assertIn("has 500 articles: 250 of the 500 of the last one, 250 of the 500 of the new",
                       self.wrong())
 
-    def test_a_lost_index_is_seen(self):
+    def test_a_lost_index_is_found(self):
         self.change("DROP INDEX Items_item")
         self.assertIn("not those of the model", self.wrong())
 
@@ -156,16 +156,16 @@ class SentFlags(Store):
         super().setUp()
         self.expected.begin_rows({key(row): row._replace(sent=1) for row in ROWS})
 
-    def test_none_or_all_of_them_are_right(self):
+    def test_all_or_no_sent_flags_are_correct(self):
         self.assertEqual(self.wrong(), "")
         self.change("UPDATE Picking SET sent = 1")
         self.assertEqual(self.wrong(), "")
 
-    def test_none_of_them_is_wrong_once_the_send_is_confirmed(self):
+    def test_no_sent_flags_are_wrong_after_the_send_is_confirmed(self):
         self.expected.confirm()
         self.assertIn("sent=1", self.wrong())
 
-    def test_half_of_them_are_seen(self):
+    def test_partly_set_sent_flags_are_found(self):
         self.change("UPDATE Picking SET sent = 1 WHERE rowid <= 6")
         self.assertIn("6 of 12 lines were changed", self.wrong())
 
@@ -174,44 +174,44 @@ class SentLines(unittest.TestCase):
     SENT = [row._replace(sent=1) for row in ROWS]
     FACTS = [fact_of(row) for row in ROWS]
 
-    def test_what_the_service_has_is_right(self):
+    def test_lines_that_the_service_has_are_correct(self):
         self.assertEqual(sent_violations(self.SENT, self.FACTS), [])
         self.assertEqual(sent_violations(ROWS, self.FACTS), [])
         self.assertEqual(sent_violations(ROWS, []), [])
 
-    def test_what_it_has_not_is_seen(self):
+    def test_lines_that_the_service_lacks_are_found(self):
         self.assertEqual(len(sent_violations(self.SENT, [])), len(ROWS))
 
-    def test_half_of_it_is_seen(self):
+    def test_a_delivery_of_which_the_service_has_half_is_found(self):
         self.assertEqual(sent_violations(ROWS, self.FACTS[:6]),
                          ["the service has 6 of 12 lines of D"])
 
-    def test_another_quantity_is_seen(self):
+    def test_another_quantity_is_found(self):
         changed = self.FACTS[0]._replace(quantity=99)
         self.assertIn(f"accepted and not stored: {self.FACTS[0]}",
                       sent_violations(self.SENT, [changed, *self.FACTS[1:]]))
 
-    def test_half_of_the_flags_are_seen(self):
+    def test_partly_set_sent_flags_of_a_delivery_are_found(self):
         self.assertEqual(sent_violations(self.SENT[:6] + ROWS[6:], self.FACTS),
                          ["the lines of D have the sent flags [0, 1]"])
 
 
 class Files(Store):
-    def test_a_broken_one_is_seen(self):
+    def test_a_broken_store_is_found(self):
         with open(self.path(), "r+b") as file:
             file.seek(4096)
             file.write(random.Random(1).randbytes(8192))
         self.assertIn("the store is broken", self.wrong())
 
-    def test_one_cut_short_is_seen(self):
+    def test_a_truncated_store_is_found(self):
         os.truncate(self.path(), 8192)
         self.assertIn("the store is broken", self.wrong())
 
-    def test_one_that_is_gone_is_seen(self):
+    def test_a_missing_store_is_found(self):
         os.remove(self.path())
         self.assertIn("not those of the model", self.wrong())
 
-    def test_what_the_log_has_counts_and_stays_there_for_the_next_program(self):
+    def test_the_write_ahead_log_is_read_and_left_for_the_next_program(self):
         database = sqlite3.connect(self.path())
         with database:
             database.execute("UPDATE Picking SET pickqty = 77 WHERE rowid = 1")
@@ -220,7 +220,7 @@ class Files(Store):
         self.assertEqual(os.path.getsize(self.path() + "-wal"), before)
         database.close()
 
-    def test_an_older_line_that_its_migration_loses_is_seen(self):
+    def test_a_row_and_a_table_that_a_migration_loses_are_found(self):
         with tempfile.TemporaryDirectory() as folder:
             make_older_store(folder)
             older = store_contents.read(folder)
@@ -234,10 +234,11 @@ class Files(Store):
 
 
 class Kills(Store):
-    """Whether one fell into a transaction."""
+    """Detection of an unfinished transaction in the store of a killed program."""
 
     def left_behind(self, *statements, since=0):
-        """Whether a program leaves that which is killed after these statements."""
+        """Returns true if a program that is killed after these statements leaves an unfinished
+        transaction."""
         database = sqlite3.connect(self.path(), isolation_level=None)
         database.execute("PRAGMA cache_size = 10")
         for statement in statements:
@@ -248,28 +249,28 @@ class Kills(Store):
         database.close()
         return left
 
-    # More than fits into memory, so that it is written before its commit.
+    # More rows than the cache holds, so SQLite writes some before the commit.
     GROW = "INSERT INTO Items SELECT one.* FROM Items AS one, Items AS other LIMIT 20000"
 
-    def test_into_one_of_the_log(self):
+    def test_a_kill_during_a_transaction_is_found_in_the_log(self):
         self.assertTrue(self.left_behind("BEGIN", self.GROW))
 
-    def test_into_an_earlier_one(self):
+    def test_an_earlier_transaction_does_not_count(self):
         self.assertFalse(self.left_behind("BEGIN", self.GROW, since=time.time() + 60))
 
-    def test_after_its_commit(self):
+    def test_a_committed_transaction_does_not_count(self):
         self.assertFalse(self.left_behind("BEGIN", self.GROW, "COMMIT"))
 
-    def test_after_it_was_given_up(self):
+    def test_a_rolled_back_transaction_does_not_count(self):
         self.assertFalse(self.left_behind("BEGIN", self.GROW, "ROLLBACK",
                                           "UPDATE Picking SET pickqty = 2 WHERE rowid = 1"))
 
-    def test_into_one_with_a_journal(self):
+    def test_a_kill_during_a_transaction_is_found_in_the_journal(self):
         self.change("PRAGMA journal_mode = DELETE")
         self.assertTrue(self.left_behind("BEGIN", self.GROW))
         self.assertFalse(self.left_behind("BEGIN", self.GROW, "COMMIT"))
 
-    def test_a_program_that_had_ended_by_itself_is_seen(self):
+    def test_a_program_that_ended_before_the_kill_is_found(self):
         self.assertEqual(end_violations(-9, ""), [])
         self.assertEqual(end_violations(-6, "Unresolved error"),
                          ["it ended with -6, saying: Unresolved error"])

@@ -1,7 +1,9 @@
-"""Kills the program at random moments of its work, one after the other, and looks at what is left.
+"""Kills the program repeatedly at random moments, and checks the store after each kill.
 
-Usage: python3 kill_worker.py --kills N --seed TEXT BIN, in a session of its own; BIN is the folder
-of the programs. Writes a line of JSON for each kill, and one of counts at the end.
+Usage: own-session python3 kill_worker.py --kills N --seed TEXT BIN
+
+BIN is the folder of the programs. Prints a line of JSON for each kill, and a line with counts at
+the end.
 """
 
 import argparse
@@ -21,10 +23,10 @@ from sending_work import SendingWork
 from start_up import ExistingStoreStartUp, NewStoreStartUp, OlderStoreStartUp
 from workplace import Workplace
 
-# Each gets the same share of the kills, which its variants share.
+# Each task gets the same number of kills, which its variants share.
 WORKS = [[PickingWork], [ReloadWork], [SendingWork],
          [NewStoreStartUp, ExistingStoreStartUp, OlderStoreStartUp]]
-# How often it is measured how long a work takes, and how many of these count.
+# A task's duration is measured every KILLS_A_MEASUREMENT kills; the median of the LATEST counts.
 KILLS_A_MEASUREMENT, LATEST = 20, 3
 
 
@@ -37,15 +39,15 @@ def arguments():
 
 
 def own_output():
-    """Standard output for this process alone; those that it starts write to standard error. So its
-    reader sees the end of it when this process ends."""
+    """Returns a private copy of standard output, and lets child processes write to standard error
+    instead. The reader of the output sees its end when this process ends."""
     output = os.fdopen(os.dup(sys.stdout.fileno()), "w", buffering=1)
     os.dup2(sys.stderr.fileno(), sys.stdout.fileno())
     return output
 
 
 def plan(kills, chance):
-    """What to kill, one after the other."""
+    """Returns the tasks to kill, in random order."""
     variants = [itertools.cycle(works) for works in WORKS]
     works = [next(variants[number % len(WORKS)]) for number in range(kills)]
     chance.shuffle(works)
@@ -53,7 +55,7 @@ def plan(kills, chance):
 
 
 class Target:
-    """A work, and how long it takes as things are."""
+    """A task and its measured duration."""
 
     def __init__(self, work):
         self.name = work.name
@@ -70,7 +72,7 @@ class Target:
         return attack.seconds
 
     def kill(self, chance):
-        """At a moment that is as likely as any other. Returns what there is to tell of it."""
+        """Kills the program at a uniformly random moment of the task. Returns a report."""
         if self._kills % KILLS_A_MEASUREMENT == 0:
             self._seconds.append(self._finish())
         self._kills += 1
@@ -82,7 +84,7 @@ class Target:
 
 
 def sends(order):
-    """How many deliveries are sent at most."""
+    """Returns the largest number of deliveries that the tasks can send."""
     kills = order.count(SendingWork)
     return SendingWork.rehearsals + kills + math.ceil(kills / KILLS_A_MEASUREMENT)
 
@@ -103,7 +105,7 @@ def main():
             told = targets[Work].kill(chance)
             tell(output, **told)
             if told["wrong"]:
-                return  # What should be there from now on is unknown.
+                return  # The expected contents are unknown from now on.
         workplace.start_once(workplace.home)
         tell(output, counts=workplace.counts)
 

@@ -1,4 +1,4 @@
-"""A store of the model before the present one: fewer tables and columns, and no indexes."""
+"""A store with the previous schema: other tables, fewer columns, and no indexes."""
 
 import os
 import sqlite3
@@ -12,7 +12,7 @@ _FIRST_MS = 1_700_000_000_000
 
 
 def make_older_store(folder):
-    """With many picked lines, so that its migration takes a while."""
+    """Creates a store with many picked lines, so that its migration takes long enough to kill."""
     database = sqlite3.connect(os.path.join(folder, store_contents.NAME))
     rows = [picked_row(line, number % 100, _FIRST_MS + 1000 * number)
             for number, line in enumerate(delivery_lines("OLD", _BOXES))]
@@ -26,7 +26,7 @@ def make_older_store(folder):
 
 
 def migration_violations(older, migrated):
-    """Whether the migrated contents have all of the older ones, a text for what is missing."""
+    """Returns a message for each table whose older contents are not all in the migrated ones."""
     return [f"the migrated table {name} lacks something"
             for name, table in older.tables.items()
             if name not in migrated.tables

@@ -1,4 +1,4 @@
-"""Quantities by keypad, after a scan or a touch."""
+"""The task of picking quantities on the keypad, after a scan or a touch."""
 
 from tablet_deliveries import BOXES, PICKED, delivery_lines, picked_row
 from screen_work import ScreenWork
@@ -51,7 +51,8 @@ class PickingWork(ScreenWork):
             self._confirm(tablet, position, self._quantity_to_add(position))
 
     def _quantity_to_add(self, position):
-        """Now and then some are taken away again; at least one has to remain."""
+        """Returns a random quantity other than 0. It may be negative, but at least one picked
+        piece remains."""
         least = max(-9, 1 - self._picked(position))
         return self.chance.choice([number for number in range(least, 100) if number])
 

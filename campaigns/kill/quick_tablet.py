@@ -1,4 +1,4 @@
-"""A tablet for many short runs: places are looked for once, and what is waited for is heard."""
+"""A tablet for many short runs: finds each control once, and waits for events."""
 
 import re
 import signal
@@ -13,8 +13,11 @@ class Killed(Exception):
 
 
 class QuickTablet(Program):
-    """The program on a screen. `places` remembers, from one program to the next, where things are
-    on it; so a touch has to wait, by what is heard, until that is there. Ends with this process."""
+    """The program on a screen. It ends with this process.
+
+    `places` keeps the positions of controls from one program to the next. A touch therefore does
+    not wait for its control; the caller waits for an event first.
+    """
 
     def __init__(self, listener, places, screen, executable, *options):
         self._listener = listener
@@ -24,13 +27,14 @@ class QuickTablet(Program):
         super().__init__(screen, "setpriv", "--pdeathsig", "KILL", "--", executable, *options)
         self._name_on_bus = self._application.app.bus_name
 
-    # The hand.
+    # Input.
 
     def knows(self, role, name):
         return (role, name) in self._places
 
     def remember(self, role, name, place=None):
-        """Looks where that is, unless it is known: by role and name, or as `place`."""
+        """Returns the position of a control, and finds it the first time. The key is `place`, or
+        the role and the name."""
         key = (role, name) if place is None else place
         if key not in self._places:
             self._places[key] = self.wait_until_still(role, name)
@@ -40,7 +44,7 @@ class QuickTablet(Program):
         self._click(self.remember(role, name, place))
 
     def touch_buttons(self, names):
-        """One after the other."""
+        """Touches push buttons in this order."""
         self._click(*(self.remember("push button", name) for name in names))
 
     def _click(self, *places):
@@ -50,32 +54,31 @@ class QuickTablet(Program):
     def scan(self, code):
         self._screen.run("xdotool", "type", "--delay", "1", "--args", "1", code, "key", "Return")
 
-    # Ways.
+    # Navigation.
 
     def enter_picking(self):
-        """Returns the field that has the keyboard then."""
+        """Returns the field that has the focus afterwards."""
         self.touch("push button", "Picking")
         return self.expect_focused("text", "Delivery number")
 
     def start_picking(self, delivery):
         field = self.enter_picking()
         self.type(delivery)
-        # A key takes a turn to the screen reader, on which a touch would overtake it.
+        # Keys pass through the accessibility bus, so a touch could arrive before them.
         wait_for(lambda: Atspi.Text.get_text(field, 0, -1) == delivery, f"{delivery} to be typed")
         self.touch("push button", "Search")
         self.expect_showing("label", "Customer: .*")
         self.touch("push button", "Start Picking")
         self.expect_focused("text", "Box")
 
-    # The ear.
+    # Events.
 
     def expect_showing(self, role, name):
-        """Waits until something with that role, and a name that matches the pattern, comes into
-        sight."""
+        """Waits until a control with this role, and a name that matches the pattern, is shown."""
         self._expect("showing", role, name)
 
     def expect_focused(self, role, name):
-        """The same for the keyboard. Returns what has it."""
+        """Waits until such a control has the focus, and returns the control."""
         return self._expect("focused", role, name)
 
     def _expect(self, event, role, name):
@@ -93,21 +96,21 @@ class QuickTablet(Program):
 
     def _is(self, found, role, name):
         if found.role is None:
-            # Who is too dead to say its name is known by the place that it spoke from before.
+            # The program has ended, so only the path of the object is known.
             return role == "notification" and found.source.path == self._notifications
         if found.role == "notification":
             self._notifications = found.source.path
         return found.role == role and re.fullmatch(name, found.name) is not None
 
-    # The end.
+    # Kills.
 
     def kill_after(self, seconds):
-        """The program will be killed then, whatever is waited for meanwhile."""
+        """Kills the program after this number of seconds, even during a wait."""
         self._kill = threading.Timer(seconds, self._process.send_signal, [signal.SIGKILL])
         self._kill.start()
 
     def wait_for_kill(self):
-        """Returns how the program ended."""
+        """Waits until the program is killed, and returns its exit code."""
         self._kill.join()
         self._end()
         return self._process.returncode

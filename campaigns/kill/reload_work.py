@@ -1,4 +1,4 @@
-"""A new catalogue takes the place of the last one."""
+"""The task of replacing the catalogue."""
 
 from screen_work import ScreenWork
 
@@ -7,7 +7,7 @@ class ReloadWork(ScreenWork):
     name = "catalogue reload"
 
     def service(self):
-        """One whose catalogue is not the last one."""
+        """Returns a service whose catalogue differs from the stored one."""
         return next(service for service in self.workplace.services
                     if service.catalogue != self.expected.catalogue)
 

@@ -1,4 +1,4 @@
-"""Work at the screen that can be killed."""
+"""A task on the screen during which the program is killed."""
 
 import contextlib
 import time
@@ -8,10 +8,10 @@ from quick_tablet import Killed
 
 
 class ScreenWork:
-    """A subclass says what is done. It tells the workplace's expected store of each change before
-    it is confirmed at the screen, and once the screen says that it is on disk."""
+    """A subclass implements the task. It tells the expected store about each change: before it
+    confirms the change on the screen, and after the screen says that the change is saved."""
 
-    # The first time finds out where things are.
+    # The first run finds the positions of the controls.
     rehearsals = 1
 
     def __init__(self, workplace, chance):
@@ -20,23 +20,23 @@ class ScreenWork:
         self.chance = chance
 
     def service(self):
-        """The order service to work with."""
+        """Returns the order service for the task."""
         return self.workplace.services[0]
 
     def prepare(self, tablet):
-        """What comes before the work; no kill falls into it."""
+        """Does what the task needs first. The program is not killed during this."""
         raise NotImplementedError
 
     def run(self, tablet):
         raise NotImplementedError
 
     def violations(self, contents):
-        """What is wrong, beside the expected store, with these contents."""
+        """Returns a list of messages about what is wrong with these contents."""
         return self.expected.violations(contents)
 
     def attack(self, moment=None):
-        """Does the work, and kills the program so many seconds after its beginning; at its end if
-        nothing is given."""
+        """Runs the task and kills the program `moment` seconds after the task begins, or at the end
+        of the task if `moment` is None. Returns an Attack."""
         since = time.time()
         tablet = self.workplace.start_tablet(self.service())
         self.prepare(tablet)

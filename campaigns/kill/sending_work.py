@@ -1,4 +1,4 @@
-"""A delivery is completed and sent."""
+"""The task of completing and sending a delivery."""
 
 import itertools
 

@@ -1,4 +1,4 @@
-"""The program starts: on no store yet, on one that is there, on one of an older model."""
+"""The task of starting the program: without a store, with a store, and with an older store."""
 
 import os
 import shutil
@@ -10,7 +10,7 @@ from store_examination import IDLE, LOST, STORED, Attack, end_violations, examin
 
 
 class StartUp:
-    """A subclass says what it starts on, and judges what is there afterwards."""
+    """A subclass provides the home folder, and checks the store afterwards."""
 
     rehearsals = 0
 
@@ -18,8 +18,9 @@ class StartUp:
         self.workplace = workplace
 
     def attack(self, moment=None):
-        """Starts the program, and kills it so many seconds later; once its window is there if
-        nothing is given. Another start then has to reach the window, and a whole store."""
+        """Starts the program and kills it `moment` seconds later, or when its window is shown if
+        `moment` is None. A second start must then show the window and leave a complete store.
+        Returns an Attack."""
         home = self.make_home()
         since, began = time.time(), time.monotonic()
         program = self.workplace.start_unobserved(home)
@@ -40,7 +41,7 @@ class StartUp:
 
 
 class ExistingStoreStartUp(StartUp):
-    """Changes nothing."""
+    """A start with a current store, which it does not change."""
 
     name = "start-up, existing store"
 
@@ -57,7 +58,7 @@ class ExistingStoreStartUp(StartUp):
 
 
 class FirstStartUp(StartUp):
-    """Makes a whole store of what there is before, or leaves that as it is."""
+    """A start that creates or migrates the store completely, or leaves it unchanged."""
 
     def __init__(self, workplace, chance):
         super().__init__(workplace, chance)

@@ -1,4 +1,4 @@
-"""Looks at a store as a killed program left it."""
+"""Examines the store of a killed program."""
 
 import collections
 import os
@@ -9,7 +9,7 @@ import tempfile
 import store_contents
 from unfinished_transaction import is_unfinished
 
-# `seconds` is for how long the program worked, `state` what became of the change under way.
+# `seconds` is how long the task ran; `state` is the outcome of the unfinished change.
 Attack = collections.namedtuple("Attack", "seconds state is_unfinished wrong")
 IDLE, LOST, STORED = "nothing under way", "not on disk", "on disk"
 
@@ -17,9 +17,13 @@ Finding = collections.namedtuple("Finding", "contents is_unfinished wrong")
 
 
 def examine(documents, since, violations):
-    """What `violations` says of the contents of the store in the folder, in which a program worked
-    since that time. It is a copy that is recovered and read: the next program has to recover the
-    store itself."""
+    """Examines a copy of the store in the folder `documents`, so that the next program still has
+    to recover the original.
+
+    `since` is the time at which the killed program was started, `violations` a function that
+    returns messages about wrong contents. If something is wrong, the store is kept in a temporary
+    folder.
+    """
     with tempfile.TemporaryDirectory() as folder:
         store_contents.copy(documents, folder)
         was_unfinished = False
@@ -37,5 +41,5 @@ def examine(documents, since, violations):
 
 
 def end_violations(exit_code, log):
-    """A program that was killed had not ended before by itself."""
+    """Returns a message if the program had ended before it was killed."""
     return [] if exit_code == -signal.SIGKILL else [f"it ended with {exit_code}, saying: {log}"]

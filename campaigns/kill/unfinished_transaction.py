@@ -1,4 +1,4 @@
-"""Whether a store was left in the middle of a transaction."""
+"""Detects an unfinished transaction in a store."""
 
 import os
 import sqlite3
@@ -9,9 +9,11 @@ _FRAME_HEADER = struct.Struct(">6I")
 
 
 def is_unfinished(path, since):
-    """Whether a transaction was being written to the store, after that time, when its program was
-    killed: a rollback journal is left, or pages stand behind the last commit of the write-ahead
-    log. It recovers the store."""
+    """Returns true if a transaction was being written to the store when its program was killed.
+
+    Then there is a rollback journal, or the write-ahead log has pages after its last commit. Files
+    that were last written before the time `since` do not count. Recovers the store.
+    """
     return _is_written(path + "-journal", since) or (
         _is_written(path + "-wal", since) and _log_goes_on(path))
 
@@ -30,8 +32,9 @@ def _log_goes_on(path):
 
 
 def _has_frame(log, number):
-    """Whether the log, which has so many frames before, has a whole one there that belongs to it.
-    What was overwritten does not: each frame has a checksum of all that comes before."""
+    """Returns true if a complete, valid frame follows the first `number` frames of the log. A frame
+    of an earlier use of the file is not valid: the checksum of a frame covers all frames before it.
+    """
     with open(log, "rb") as file:
         magic, _, page_size, _, *salts, sum0, sum1 = _LOG_HEADER.unpack(
             file.read(_LOG_HEADER.size))

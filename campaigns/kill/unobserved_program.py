@@ -1,4 +1,4 @@
-"""The program, started without listening to it."""
+"""The program, started without an accessibility client."""
 
 import os
 import signal
@@ -18,7 +18,7 @@ class UnobservedProgram:
                                     stderr=subprocess.PIPE, text=True)
 
     def wait_for_window(self):
-        """Returns once it is on the screen."""
+        """Waits until the window is on the screen."""
         search = ["xdotool", "search", "--all", "--onlyvisible", "--pid", str(self._process.pid),
                   "--name", "CartonPick"]
         environment = dict(os.environ, DISPLAY=self._screen.display)
@@ -32,7 +32,7 @@ class UnobservedProgram:
         wait_for(is_there, "the window of the program")
 
     def kill_after(self, seconds):
-        """Kills it then. Returns how it ended and what it said."""
+        """Kills the program after this number of seconds. Returns its exit code and its log."""
         timer = threading.Timer(seconds, self._process.send_signal, [signal.SIGKILL])
         timer.start()
         _, log = self._process.communicate()

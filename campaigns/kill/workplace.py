@@ -1,4 +1,4 @@
-"""Where the campaign kills: a screen, two order services, and a tablet's home."""
+"""The environment of the campaign: a screen, two order services, and a tablet's home folder."""
 
 import collections
 import contextlib
@@ -26,7 +26,7 @@ _FIRST_MS = 1_774_500_000_000
 
 
 class Service:
-    """An order service with a store and a catalogue of its own."""
+    """An order service with a separate store and catalogue."""
 
     def __init__(self, stack, programs, store, lines, edition):
         self.store = store
@@ -47,8 +47,8 @@ class Service:
 
 
 class Workplace:
-    """From entering to leaving. So many deliveries lie picked in the tablet's store, to be
-    sent."""
+    """A context manager. The tablet's store has `deliveries_to_send` deliveries that are picked and
+    not sent."""
 
     def __init__(self, programs, deliveries_to_send):
         self._programs = programs
@@ -84,7 +84,7 @@ class Workplace:
         return os.path.join(home, "Documents")
 
     def _make_store(self):
-        """Has the program make the store, and lays the lines into it as if it had picked them."""
+        """Lets the program create the store, and inserts the lines as if they were picked."""
         self.start_once(self.home)
         documents = self.documents(self.home)
         rows = [picked_row(line, 1 + number % 99, _FIRST_MS + 1000 * number)
@@ -97,7 +97,7 @@ class Workplace:
         return ExpectedStore(store_contents.read(documents))
 
     def start_tablet(self, service):
-        """Starts the program on the store as the last one left it."""
+        """Starts the program with the store that the last program left, and an event listener."""
         self._note_lock(self.home)
         return QuickTablet(self._listener, self._places, self.screen, self._executable,
                            "--service-host", service.host, "--home", self.home)
@@ -107,7 +107,8 @@ class Workplace:
         return UnobservedProgram(self.screen, self._executable, home)
 
     def start_once(self, home):
-        """Starts the program on the store as the last one left it, until its window is there."""
+        """Starts the program with the store that the last program left, and kills it when its
+        window is shown."""
         program = self.start_unobserved(home)
         program.wait_for_window()
         program.kill_after(0)
