@@ -1,17 +1,18 @@
-"""Picks delivery after delivery at high speed, and looks whether the program stays as it is.
+"""Picks many deliveries at high speed, and checks that the program's resource use does not grow.
 
-The real program on a screen of its own, under real events, against the real order service: lookups,
-scans and touches, quantities on the keypad, corrections, refused scans, summaries, sends, the
-history, reloads of the catalogue, the other theme and larger text. A quantity counts as confirmed
-once it is in the program's store. At fixed counts of quantities the program's memory, descriptors
-and threads are noted. At the end everything confirmed must be in the store, everything sent must be
-in the order service's store once, and after the first fifth nothing may have grown.
+The real program runs on a separate screen, gets real input events, and uses the real order service.
+The campaign covers lookups, scans and touches, quantities on the keypad, corrections, refused
+scans, summaries, sends, the history, reloads of the catalogue, the other theme and larger text. A
+quantity counts as confirmed when it is in the program's store. The campaign samples the program's
+memory, descriptors and threads at fixed numbers of quantities. At the end everything confirmed must
+be in the store, everything sent must be in the order service's store once, and nothing may have
+grown after the first fifth.
 
 Usage: own-session python3 soak_campaign.py [--minutes N] [--picks N] [--deliveries N] [--reloads N]
        [--limit MIB] [--seed N] [--figures FILE.csv] [--picture FILE.svg] [--failure FILE.png]
        BIN
 
-BIN is the folder of the programs. Goes on until all that was asked for is reached.
+BIN is the folder of the programs. The campaign ends when all the given minimums are reached.
 """
 
 import argparse
@@ -40,33 +41,37 @@ HERE = os.path.dirname(os.path.abspath(__file__))
 OWN_SESSION = os.path.join(HERE, os.pardir, os.pardir, "tests", "acceptance", "own-session")
 SAMPLES = 100
 LOOK_AROUND_EVERY = 3
-# No picker is as quick as that.
+# A lower limit, from which the number of deliveries to prepare follows.
 LEAST_SECONDS_A_DELIVERY = 2
 SHOWN = 10
 
 
 def arguments():
-    parser = argparse.ArgumentParser(description="Looks whether the program stays as it is.")
+    parser = argparse.ArgumentParser(description="Checks that the program does not grow.")
     parser.add_argument("bin", help="the folder of the programs")
-    parser.add_argument("--minutes", type=float, default=0, help="how long at least; 0 unless told")
+    parser.add_argument("--minutes", type=float, default=0, help="minimum duration (default: 0)")
     parser.add_argument("--picks", type=int, default=60,
-                        help="so many confirmed quantities at least; 60 unless told")
-    parser.add_argument("--deliveries", type=int, default=3, help="so many at least; 3 unless told")
+                        help="minimum number of confirmed quantities (default: 60)")
+    parser.add_argument("--deliveries", type=int, default=3,
+                        help="minimum number of deliveries (default: 3)")
     parser.add_argument("--reloads", type=int, default=1,
-                        help="so many of the catalogue at least; 1 unless told")
+                        help="minimum number of catalogue reloads (default: 1)")
     parser.add_argument("--limit", type=float, default=6,
-                        help="so many MiB it may grow after the first fifth; 6 unless told")
-    parser.add_argument("--seed", default="1", help="decides what happens by chance; 1 unless told")
-    parser.add_argument("--figures", help="a CSV file to write the samples to")
-    parser.add_argument("--picture", help="an SVG file to draw them into; needs gnuplot")
+                        help="permitted growth in MiB after the first fifth (default: 6)")
+    parser.add_argument("--seed", default="1", help="seed of all random choices (default: 1)")
+    parser.add_argument("--figures", help="CSV file for the samples")
+    parser.add_argument("--picture", help="SVG file for a chart of the samples; needs gnuplot")
     parser.add_argument("--failure",
-                        help="a PNG file for what is on the screen when something does not come")
+                        help="PNG file for a picture of the screen after a time-out")
     return parser.parse_args()
 
 
 def survey(programs, folder):
-    """Where things are on the screen. The program is listened to for that, which changes what
-    memory it takes; so it is not the one that is measured, nor in its session."""
+    """Returns the places and caption shapes of the controls on the screen.
+
+    Accessibility changes the program's memory use. The survey therefore uses another program, in
+    another session, than the one that is measured.
+    """
     path = os.path.join(folder, "survey.json")
     with open(os.path.join(folder, "survey.log"), "w+", encoding="utf-8") as log:
         process = subprocess.Popen([OWN_SESSION, sys.executable,
@@ -86,7 +91,7 @@ def survey(programs, folder):
 
 
 class Soak:
-    """From entering to leaving."""
+    """A context manager with a running program, its order service and a picker."""
 
     def __init__(self, options):
         self._options = options
@@ -158,7 +163,7 @@ class Soak:
 
 
 def soak(options):
-    """Returns what was wrong, a text each."""
+    """Runs the campaign, prints its figures, and returns a list of messages about what is wrong."""
     with Soak(options) as work:
         began = time.monotonic()
         try:

@@ -1,4 +1,4 @@
-"""Whether the soak tells what grows from what is flat, and misses what is lost.
+"""Tests that the soak distinguishes growth from noise, and finds what is lost or duplicated.
 
 Usage: python3 soak_checks_test.py
 """
@@ -26,18 +26,18 @@ def noise(seed):
 
 
 class Flatness(unittest.TestCase):
-    def test_a_flat_noisy_series_is_flat(self):
+    def test_a_flat_series_with_noise_is_flat(self):
         for seed in range(20):
             series = [60 + part for part in noise(seed)]
             self.assertLess(abs(growth(PICKS, series)), LIMIT)
             self.assertLess(abs(rise(series)), LIMIT)
 
-    def test_a_series_that_grows_below_its_noise_grows(self):
+    def test_growth_is_found_in_a_series_with_noise(self):
         for seed in range(20):
             series = [60 + picks * 6 / 10_000 + part for picks, part in zip(PICKS, noise(seed))]
             self.assertGreater(growth(PICKS, series), LIMIT)
 
-    def test_a_leak_of_a_byte_in_a_pick_is_seen_as_what_it_is(self):
+    def test_growth_is_the_increase_over_the_whole_run(self):
         self.assertAlmostEqual(growth(PICKS, list(PICKS)), 9_900)
 
     def test_the_warm_up_does_not_count(self):
@@ -50,13 +50,13 @@ class Flatness(unittest.TestCase):
         self.assertEqual(growth(PICKS, series), 0)
         self.assertEqual(rise(series), 0)
 
-    def test_a_step_that_stays_is_a_rise(self):
+    def test_a_permanent_step_is_a_rise(self):
         series = [60 if place < 60 else 66 for place, _ in enumerate(PICKS)]
         self.assertEqual(rise(series), 6)
 
 
 class Verdict(unittest.TestCase):
-    """On the samples of a run whose figures are flat and noisy, but for those that are given."""
+    """The verdict on samples. Figures that a test does not give are flat with noise."""
 
     def judge(self, **figures):
         usual = {"rss": 80_000, "pss": 60_000, "private_dirty": 34_000, "descriptors": 17,
@@ -84,7 +84,7 @@ class Verdict(unittest.TestCase):
         for figure in "descriptors", "threads":
             self.assertEqual(len(self.judge(**{figure: growing})), 1)
 
-    def test_the_descriptor_that_sqlite_keeps_is_accepted(self):
+    def test_one_descriptor_that_sqlite_keeps_is_accepted(self):
         self.assertEqual(self.judge(descriptors=[16] * 50 + [17] * 50), [])
 
     def test_too_few_samples_are_refused(self):
@@ -92,7 +92,7 @@ class Verdict(unittest.TestCase):
 
 
 class Losses(unittest.TestCase):
-    """Two lines that were picked and sent are in both stores; then somebody changes a store."""
+    """Both stores have two lines that were picked and sent. Then a test changes one store."""
 
     PICKED_AT = 1_774_500_000_000
 
@@ -126,44 +126,44 @@ class Losses(unittest.TestCase):
     def assert_seen(self):
         self.assertNotEqual(self.stores.violations(), [])
 
-    def test_what_was_confirmed_and_sent_is_there(self):
+    def test_correct_stores_are_accepted(self):
         self.assertEqual(self.stores.violations(), [])
 
-    def test_a_confirmed_line_that_the_tablet_lost_is_missed(self):
+    def test_a_confirmed_line_that_the_tablet_lost_is_found(self):
         self.tablet.execute("DELETE FROM Picking WHERE rowid = 1")
         self.assert_seen()
 
-    def test_a_quantity_that_is_another_one_is_seen(self):
+    def test_another_quantity_is_found(self):
         self.tablet.execute("UPDATE Picking SET pickqty = 4 WHERE rowid = 1")
         self.assert_seen()
 
-    def test_a_delivery_that_is_not_marked_as_sent_is_seen(self):
+    def test_a_delivery_that_is_not_marked_as_sent_is_found(self):
         self.tablet.execute("UPDATE Picking SET sent = 0")
         self.assert_seen()
 
-    def test_a_line_that_the_tablet_has_twice_is_seen(self):
+    def test_a_duplicate_line_on_the_tablet_is_found(self):
         self.tablet.execute("INSERT INTO Picking SELECT * FROM Picking WHERE rowid = 1")
         self.assert_seen()
 
-    def test_a_sent_line_that_the_service_lost_is_missed(self):
+    def test_a_sent_line_that_the_service_lost_is_found(self):
         self.service.execute("DELETE FROM picked_line WHERE rowid = 1")
         self.assert_seen()
 
-    def test_a_sent_line_that_the_service_has_twice_is_seen(self):
+    def test_a_duplicate_line_at_the_service_is_found(self):
         self.service.execute("INSERT INTO picked_line SELECT * FROM picked_line WHERE rowid = 1")
         self.assert_seen()
 
-    def test_a_delivery_of_nobodys_is_seen_on_the_tablet(self):
+    def test_an_unknown_delivery_on_the_tablet_is_found(self):
         self.tablet.execute("INSERT INTO Picking (doc) VALUES ('other')")
         self.assert_seen()
 
-    def test_a_delivery_of_nobodys_is_seen_at_the_service(self):
+    def test_an_unknown_delivery_at_the_service_is_found(self):
         self.service.execute("INSERT INTO picked_line (delivery) VALUES ('other')")
         self.assert_seen()
 
 
 class Catalogue(unittest.TestCase):
-    """Two articles are stored after a reload; then somebody changes the store."""
+    """Two articles are stored after a reload. Then a test changes the store."""
 
     ARTICLES = [article(number) for number in (1, 2)]
 
@@ -182,13 +182,13 @@ class Catalogue(unittest.TestCase):
     def test_the_articles_of_the_service_are_accepted_in_any_order(self):
         self.assertEqual(self.stores.catalogue_violations(self.ARTICLES), [])
 
-    def test_another_article_in_the_place_of_one_is_seen(self):
+    def test_a_replaced_article_is_found(self):
         for change in "item = '00009A'", "barcode = '4'", "descr = NULL":
             with self.subTest(change):
                 self.tablet.execute(f"UPDATE Items SET {change} WHERE rowid = 1")
                 self.assertEqual(len(self.stores.catalogue_violations(self.ARTICLES)), 1)
 
-    def test_a_lost_article_and_one_that_is_there_twice_are_seen(self):
+    def test_a_lost_article_and_a_duplicate_article_are_found(self):
         for change in "DELETE FROM Items WHERE rowid = 1", "INSERT INTO Items SELECT * FROM Items":
             with self.subTest(change):
                 self.tablet.execute(change)

@@ -1,13 +1,13 @@
-"""Deliveries and articles for a long time of picking."""
+"""Deliveries and articles for a long run."""
 
 import random
 
 BOXES = ["C001", "C002", "C003", "C004"]
 LINES_IN_A_BOX = 12
-# So many of them are on the screen.
+# The number of lines that fit on the screen.
 LINES_IN_SIGHT = 6
 ARTICLES = 20_000
-# Two deliveries that are looked up one after the other differ in it.
+# Consecutive deliveries have different customers, so that the screen changes with each lookup.
 CUSTOMERS = ["Harbour Shop", "Willow and Oak"]
 MOST = 12
 
@@ -22,7 +22,7 @@ def articles():
 
 
 class Delivery:
-    """A delivery to pick; the same for the same number and seed."""
+    """A delivery to pick. The same index and seed give the same delivery."""
 
     def __init__(self, index, seed):
         chance = random.Random(f"{seed} {index}")
@@ -43,6 +43,6 @@ class Delivery:
 
 
 def deliveries_file(deliveries):
-    """What the order service serves."""
+    """Returns the deliveries file for the order service."""
     return {"deliveries": [line for delivery in deliveries for line in delivery.order_lines()],
             "articles": articles()}

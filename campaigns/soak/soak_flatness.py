@@ -1,23 +1,23 @@
-"""Whether what a process takes stays what it is."""
+"""Checks that a process's resource use does not grow."""
 
 import statistics
 
 KIB_A_MIB = 1024
 LEAST_SAMPLES = 10
-# SQLite keeps the descriptor of a connection that was closed for the next one.
+# SQLite keeps the descriptor of a closed connection for the next one.
 MORE_DESCRIPTORS_OR_THREADS = 1
-# What a run takes to become steady, as a part of it.
+# The fraction of a run that counts as its warm-up.
 WARM_UP = 0.2
 
 
 def steady(series):
-    """What is left of a series after its warm-up."""
+    """Returns the series without its warm-up."""
     return series[int(len(series) * WARM_UP):]
 
 
 def slope(xs, ys):
-    """The median of the slopes between all pairs of points, which single points far off do not
-    change (Theil and Sen)."""
+    """Returns the median of the slopes between all pairs of points (the Theil–Sen estimator), which
+    outliers do not change."""
     points = list(zip(xs, ys))
     return statistics.median((y - before_y) / (x - before_x)
                              for place, (x, y) in enumerate(points)
@@ -25,20 +25,20 @@ def slope(xs, ys):
 
 
 def growth(xs, ys):
-    """How much a figure grows after the warm-up, in as much work as the whole run."""
+    """Returns the slope after the warm-up, times the length of the whole run."""
     return slope(steady(xs), steady(ys)) * (xs[-1] - xs[0])
 
 
 def rise(ys):
-    """By how much the last tenth lies above the first one after the warm-up, in the median."""
+    """Returns the median of the last tenth minus that of the first tenth after the warm-up."""
     rest = steady(ys)
     count = max(1, len(ys) // 10)
     return statistics.median(rest[-count:]) - statistics.median(rest[:count])
 
 
 def judge(samples, limit):
-    """What the figures of a run are, and what of them is wrong, a text each. Its memory may grow by
-    so many MiB."""
+    """Returns a line about each figure of a run, and a list of messages about growth. Memory may
+    grow by `limit` MiB."""
     if len(samples) < LEAST_SAMPLES:
         return [], [f"{len(samples)} samples tell nothing"]
     picks = [sample.picks for sample in samples]
@@ -50,7 +50,7 @@ def judge(samples, limit):
         lines.append(f"{figure:13} {values[0]:6.1f} at first, {values[-1]:6.1f} at last, "
                      f"{max(values):6.1f} at most; {grown:+.2f} by its slope, {risen:+.2f} by its "
                      f"tenths")
-        # How much of the shared memory is a process's own share is also a matter of other ones.
+        # The share of shared memory in PSS also depends on other processes.
         allowed = limit if is_memory else MORE_DESCRIPTORS_OR_THREADS
         if figure != "pss" and max(grown, risen) > allowed:
             wrong.append(f"it grows: {lines[-1]}; {allowed:g} may be")

@@ -1,17 +1,17 @@
-"""What a process takes of the system, over the time of its work."""
+"""Samples a process's memory, descriptors and threads."""
 
 import collections
 import csv
 import os
 import time
 
-# Memory in KiB.
+# Memory and the size of the store in KiB.
 Sample = collections.namedtuple("Sample", "seconds picks deliveries reloads rss pss private_dirty "
                                           "descriptors threads store")
 
 
 def _figures(path):
-    """The figures of a file of the process file system, by name."""
+    """Returns the numbers in a file of /proc by name."""
     with open(path, encoding="ascii") as file:
         parts = (line.split() for line in file)
         return {part[0].rstrip(":"): int(part[1]) for part in parts if part[1:2] and
@@ -19,7 +19,7 @@ def _figures(path):
 
 
 class Meter:
-    """Takes samples of a process from now on; `store` is the path of its store."""
+    """Takes samples of a process. `store` is the path of its store."""
 
     def __init__(self, process_id, store):
         self._folder = f"/proc/{process_id}"

@@ -1,4 +1,4 @@
-"""Draws what a process took over the time of its work."""
+"""Draws a chart of a process's resource use over time."""
 
 import subprocess
 
@@ -9,7 +9,7 @@ THICK = "private, dirty"
 
 
 def draw(samples, path):
-    """Needs gnuplot."""
+    """Draws the samples into an SVG file with gnuplot."""
     plots, data = [], []
     for title, figure in CURVES.items():
         width = 3 if title == THICK else 1.5

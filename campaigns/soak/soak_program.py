@@ -1,4 +1,4 @@
-"""The program on a screen, with nobody but the screen's hand and eye at it."""
+"""The program on a screen, without an accessibility client."""
 
 import subprocess
 import tempfile
@@ -7,12 +7,12 @@ from owned_process import start_owned
 from soak_screen import TIMEOUT_SECONDS, wait_for
 from soak_window import close_window
 
-# Where nothing plays sounds, its multimedia says so.
+# Qt Multimedia logs this on a machine without a sound server.
 EXPECTED = "PulseAudioService: "
 
 
 class SoakedProgram:
-    """Fills the screen from entering to leaving."""
+    """A context manager: the program's window fills the screen."""
 
     def __init__(self, screen, executable, *options):
         self._screen = screen
@@ -53,14 +53,14 @@ class SoakedProgram:
         return self._process.poll() is None
 
     def log(self):
-        """What it said, the last of it."""
+        """Returns the last 4000 characters of its log, without expected lines."""
         self._log.seek(0)
         lines = (line for line in self._log if line.strip() and not line.startswith(EXPECTED))
         return "".join(lines)[-4000:]
 
     def end(self):
-        """Closes its window. Returns what is wrong with its end, and with what it said, a text
-        each."""
+        """Closes the window and waits for the program to end. Returns a list of messages about its
+        exit code and its log."""
         wrong = []
         if self.is_running:
             window, = self._windows()

@@ -1,7 +1,7 @@
-"""A screen whose pixels can be read as fast as memory, and a hand that is always at it.
+"""A screen whose pixels are read from shared memory, and a driver that sends input at once.
 
-What is on it is known by the shapes of captions: which pixels of a small patch are ink. They are
-nearly the same in every theme.
+A caption is recognised by its shape: the set of ink pixels in a small patch. Shapes are nearly the
+same in every theme.
 """
 
 import mmap
@@ -13,26 +13,26 @@ import time
 from owned_process import start_owned
 
 TIMEOUT_SECONDS = 60
-# The patch that is looked at, in pixels.
+# The size of a patch in pixels.
 PATCH_WIDTH, PATCH_HEIGHT = 48, 20
-# From the darkest to the brightest pixel, what counts as bright. With it dark letters on a light
-# ground are as bold as light ones on a dark ground.
+# The threshold between dark and bright, as a fraction of the range from the darkest to the
+# brightest pixel. At this value dark letters on light ground are as bold as light ones on dark.
 BORDER = 0.6
-# As many pixels of a patch may differ, as a part of those that are ink.
+# The number of pixels that may differ, as a fraction of the ink pixels.
 TOLERANCE = 0.3
 LEAST_INK = 50
 INVERSE = bytes([1, 0]) + bytes(254)
 BYTES_A_PIXEL = 4
-# A size of the text, as its choice is called.
+# The caption of a text size on the display sheet.
 LARGE = "125 %"
 
 
 class NotSeen(AssertionError):
-    """What was waited for did not come."""
+    """Something did not appear in time."""
 
 
 def wait_for(look, what, seconds=TIMEOUT_SECONDS):
-    """Waits until the look answers true."""
+    """Waits until `look` returns true. Raises NotSeen after `seconds`."""
     deadline = time.monotonic() + seconds
     while not look():
         if time.monotonic() > deadline:
@@ -41,7 +41,7 @@ def wait_for(look, what, seconds=TIMEOUT_SECONDS):
 
 
 class FrameBuffer:
-    """What an X server shows, in the file that it keeps for that."""
+    """The frame buffer file of an X server."""
 
     def __init__(self, path):
         with open(path, "rb") as file:
@@ -51,7 +51,8 @@ class FrameBuffer:
         self._start = header_size + colours * 12
 
     def shape(self, x, y):
-        """Which pixels of the patch around a point are ink: a number, a byte of 1 for each."""
+        """Returns the ink pixels of the patch around a point, as a number whose bytes are 1 for ink
+        and 0 for ground."""
         greens = b"".join(self._greens(x - PATCH_WIDTH // 2, line)
                           for line in range(y - PATCH_HEIGHT // 2, y + PATCH_HEIGHT // 2))
         darkest, brightest = min(greens), max(greens)
@@ -70,7 +71,7 @@ class FrameBuffer:
 
 
 class WatchedScreen:
-    """An X server with one screen of the given size, and nothing on it but what programs draw."""
+    """An X server with one screen of this size in pixels, without a cursor."""
 
     def __init__(self, folder, width=1280, height=800):
         self.width, self.height = width, height
@@ -99,22 +100,22 @@ class WatchedScreen:
 
 
 class InputDriver:
-    """Touches and types, without waiting for what becomes of it."""
+    """Sends touches and keys, and does not wait for their effect."""
 
     def __init__(self, screen):
         self._xdotool = start_owned(["xdotool", "-"], stdin=subprocess.PIPE, text=True,
                                     env=screen.environment)
 
     def touch(self, *places):
-        """One place after the other."""
+        """Touches these places in order."""
         self._do(*(f"mousemove {x} {y} mousedown 1 mouseup 1" for x, y in places))
 
     def scan(self, code):
-        """As a scanner does: quickly, with a Return. What stands in the field is gone."""
+        """Replaces the text of the field quickly and presses Return, as a scanner does."""
         self._do(f"key --delay 1 ctrl+a type --delay 1 --args 1 {code} key --delay 1 Return")
 
     def type(self, text):
-        """The same without a Return."""
+        """Replaces the text of the field."""
         self._do(f"key --delay 1 ctrl+a type --delay 1 --args 1 {text}")
 
     def _do(self, *commands):
@@ -126,7 +127,8 @@ class InputDriver:
 
 
 class CaptionReader:
-    """Sees what a survey found: `places` are the points, `shapes` the captions there, by name."""
+    """Recognises captions that a survey found. `places` has the points to touch and `shapes` the
+    shapes of the captions, both by name."""
 
     def __init__(self, screen, places, shapes):
         self._pixels = screen.pixels

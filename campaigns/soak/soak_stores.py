@@ -1,5 +1,4 @@
-"""The stores of the program and of the order service, read while both write them, and what must be
-in them."""
+"""Checks the stores of the program and of the order service while both are in use."""
 
 import collections
 import sqlite3
@@ -14,7 +13,7 @@ _ROWS = ("SELECT barcode, box, datepicked, descr, doc, item, ordernum, orderqty,
 
 
 class Stores:
-    """What was confirmed on the tablet, and whether it is where it must be."""
+    """The confirmed quantities, compared with the stores of the tablet and of the service."""
 
     def __init__(self, tablet, service):
         self._tablet = sqlite3.connect(f"file:{tablet}?mode=ro", uri=True)
@@ -25,18 +24,18 @@ class Stores:
         self._tablet.close()
 
     def confirmed(self, line):
-        """How many of an order line were confirmed."""
+        """Returns the confirmed quantity of an order line."""
         return self._confirmed.get(_key(line), (line, 0))[1]
 
     def confirm(self, line, quantity):
         self._confirmed[_key(line)] = line, quantity
 
     def has(self, line, quantity):
-        """Whether the tablet's store has it that way."""
+        """Returns true if the tablet's store has this quantity of the line."""
         return self._tablet.execute(_QUANTITY, _key(line)).fetchall() == [(quantity,)]
 
     def catalogue_violations(self, articles):
-        """What is wrong with the tablet's catalogue after a reload, a text each."""
+        """Returns a list of messages about what is wrong with the catalogue after a reload."""
         stored = self._tablet.execute("SELECT item, barcode, descr FROM Items").fetchall()
         served = [(it["item"], it["barcode"], it["descr"]) for it in articles]
         if collections.Counter(stored) == collections.Counter(served):
@@ -50,7 +49,7 @@ class Stores:
         return {row.sent for row in self.rows(delivery)} == {1}
 
     def sent_violations(self, delivery):
-        """What is wrong with a delivery that was sent, a text each."""
+        """Returns a list of messages about what is wrong with a delivery that was sent."""
         rows = self.rows(delivery)
         if wrong := self._row_violations(delivery, rows):
             return wrong
@@ -68,7 +67,7 @@ class Stores:
             f"{delivery} has lines more than once"]
 
     def violations(self):
-        """What is wrong with all that was confirmed and sent, a text each."""
+        """Returns a list of messages about what is wrong with all confirmed and sent lines."""
         deliveries = sorted({doc for doc, _, _ in self._confirmed})
         wrong = [text for delivery in deliveries for text in self.sent_violations(delivery)]
         for name, count in (("tablet", self._tablet.execute("SELECT count(*) FROM Picking")),

@@ -1,10 +1,10 @@
-"""Finds out where things are on the screen and what they look like, with a screen reader's eye.
+"""Finds the positions and shapes of the controls on the screen through AT-SPI.
 
 Usage: own-session python3 soak_survey.py BIN FILE
 
-BIN is the folder of the programs. Writes JSON to the file: the middle of everything that the soak
-touches, and the shapes of the captions that it looks for. A name is that of a screen, a slash, and
-the caption; a screen's name ends in the size of the text if that is not the usual one.
+BIN is the folder of the programs. Writes JSON to the file: the centre of each control that the soak
+touches, and the shapes of the captions that it recognises. A name consists of a screen, a slash and
+a caption. The screen has the text size as a suffix if it is not the default.
 """
 
 import contextlib
@@ -19,14 +19,15 @@ from soak_screen import LARGE, WatchedScreen
 from tablet import Atspi, OrderService, Program, wait_for
 
 KEYPAD = [*"0123456789", "Minus", "OK", "Cancel"]
-# How far into an item the middle of its patch is; captions stand at the left, but for buttons'.
+# The distance in pixels from the left edge of an item to the centre of its patch. Only buttons have
+# centred captions.
 REACH = 44
-# The same for the customer of a delivery, whose name comes after "Customer:".
+# The same for the label with the customer, whose name follows "Customer:".
 CUSTOMER_REACH = 140
 
 
 class Survey:
-    """Goes through all screens, and looks at the second of two deliveries."""
+    """Opens all screens, and picks the second of two deliveries."""
 
     def __init__(self, screen, tablet, deliveries):
         self._screen = screen
@@ -36,8 +37,11 @@ class Survey:
         self.shapes = {}
 
     def note(self, screen, *captions, reach=REACH, **named):
-        """Waits until these stand still, and notes them. `named` has, by the caption to note it as,
-        the name of a thing, or the part of it before a comma."""
+        """Waits until these controls stop moving, and records them.
+
+        A control in `captions` is recorded by its accessible name. In `named`, the key is the
+        caption to record, and the value is the accessible name, or its part before a comma.
+        """
         wanted = dict(zip(captions, captions)) | {name: caption for caption, name in named.items()}
         boxes = wait_for(lambda: self._resting(wanted), f"{list(wanted)} on {screen}")
         for caption, (role, x, y, width, height) in boxes.items():
@@ -51,7 +55,8 @@ class Survey:
         return boxes if len(boxes) == len(wanted) and boxes == self._boxes(wanted) else None
 
     def _boxes(self, wanted):
-        """Where what is wanted is on the screen; of several what is on top."""
+        """Returns the roles and bounds of the wanted controls. Of several with the same name, the
+        topmost counts."""
         boxes = {}
         for node in self._tablet.showing():
             name = node.get_name()
@@ -96,7 +101,7 @@ class Survey:
             self.note("master", reach=CUSTOMER_REACH,
                       **{delivery.customer: f"Customer: {delivery.customer}"})
         self.note("master", "Start Picking")
-        # The header above it has pushed it down.
+        # The header of the delivery has moved it down.
         self.note("found", "Reload Items")
 
     def _note_alert(self, title):

@@ -1,4 +1,4 @@
-"""Closes a window as its frame's button would, where there is nobody who draws frames."""
+"""Closes a window as a window manager does, on a screen without a window manager."""
 
 import ctypes
 

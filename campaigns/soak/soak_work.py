@@ -1,4 +1,4 @@
-"""What a picker does all day, quickly."""
+"""The work of a picker, at high speed."""
 
 import collections
 import random
@@ -7,15 +7,16 @@ from soak_deliveries import BOXES, LINES_IN_A_BOX, LINES_IN_SIGHT, article, arti
 from soak_screen import LARGE, TIMEOUT_SECONDS, NotSeen, wait_for
 
 UNKNOWN = "0000000"
-# Of the quantities of a box, one in so many corrects an earlier one.
+# One quantity in this number corrects an earlier quantity of the box.
 CORRECTIONS = 5
-# With one of these in its middle, if it can be, the list stands at its beginning.
+# The list is scrolled to its top when one of these rows is current.
 TOP_ROWS = range(4)
 SECONDS_TO_TOUCH_AGAIN = 1
 
 
 class Picker:
-    """`hand` and `eye` are at the screen; `when_picked` is called after each confirmed quantity."""
+    """Picks through a driver and a caption reader. Calls `when_picked` after each confirmed
+    quantity."""
 
     def __init__(self, driver, reader, stores, seed, when_picked):
         self._driver = driver
@@ -27,13 +28,13 @@ class Picker:
         self.counts = collections.Counter()
         self.wrong = []
 
-    # The hand.
+    # Input.
 
     def _touch(self, *names):
         self._driver.touch(*(self._reader.places[name] for name in names))
 
     def _touch_until(self, name, is_done):
-        """What still turns takes no touch; so touches again."""
+        """Touches repeatedly until `is_done`, because a moving control ignores touches."""
         for _ in range(TIMEOUT_SECONDS // SECONDS_TO_TOUCH_AGAIN):
             self._touch(name)
             try:
@@ -68,7 +69,7 @@ class Picker:
         self.wrong += self._stores.catalogue_violations(articles())
 
     def look_around(self):
-        """Leaves for the history, in two sizes of text, and comes back with the other theme."""
+        """Opens the history in two text sizes, changes the theme, and returns to picking."""
         self._touch("master/Close")
         self._answer("Close Picking")
         self._reader.expect("start/History")
@@ -88,7 +89,8 @@ class Picker:
         self.enter_picking()
 
     def _choose(self, screen, choice, then):
-        """On the sheet that opens; `then` is what it becomes."""
+        """Chooses a setting on the display sheet and closes it. `then` is the name of the screen
+        after the change."""
         self._reader.expect(f"{screen}/Done")
         self._touch(f"{screen}/{choice}")
         self._reader.expect(f"{then}/Done")
@@ -105,7 +107,7 @@ class Picker:
     # A delivery.
 
     def pick(self, delivery, quantities):
-        """From its lookup to its sending, with so many confirmed quantities."""
+        """Picks a delivery from its lookup to its sending, with this number of quantities."""
         self._look_up(delivery)
         self._touch("master/Start Picking")
         self._reader.expect("master/Stop Picking")
@@ -171,7 +173,7 @@ class Picker:
         self._when_picked()
 
     def _book_to_last_line(self, number, lines):
-        """An article that is not in the box is booked to the box's last line."""
+        """Scans an article that is not in the box. It is booked to the last line of the box."""
         self._driver.scan(article(number)["barcode"])
         self._enter(lines[-1], 1)
 
