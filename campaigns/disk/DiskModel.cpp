@@ -36,7 +36,7 @@ void DiskModel::open(const Path &file) {
   const auto content =
       std::make_shared<Content>(Content{m_isTold ? std::string() : bytesOf(file), {}});
   m_names[file] = content;
-  // A file of nothing was made a moment ago; nobody has synchronised its folder since.
+  // An empty file is new, and its folder is not synchronised yet.
   if (!content->certain.empty()) {
     m_certainNames[file] = content;
   }

@@ -9,9 +9,9 @@
 #include <string_view>
 #include <vector>
 
-/// What has really reached a disk. Until a file is synchronised, each of its changes may have, or
-/// not, and later ones before earlier ones; a write may have reached it in part, in whole sectors.
-/// A name that is new or gone may be so on the disk or not until its folder is synchronised.
+/// A model of a disk that can lose power. Until a file is synchronised, each of its changes may or
+/// may not be on the disk, in any order; a write may be there in part, in whole sectors. Until its
+/// folder is synchronised, a new or removed name may or may not be on the disk.
 class DiskModel {
  public:
   using Path = std::filesystem::path;
@@ -20,27 +20,27 @@ class DiskModel {
 
   explicit DiskModel(std::uint32_t seed) : m_random(seed) {}
 
-  /// The disk has the files of `image` in the place of `folder`, whatever can be seen there.
+  /// Starts with the files of `image` as the disk's contents of `folder`, whatever `folder` has.
   void startFrom(const Path &image, const Path &folder);
 
-  /// Does nothing for a file that is known. Otherwise the disk has what is in the file, unless it
-  /// is told what it starts from.
+  /// Adds a file with its current contents, or an empty one after startFrom(). Does nothing if the
+  /// file is known.
   void open(const Path &file);
   void write(const Path &file, std::uint64_t offset, std::string_view bytes);
   void truncate(const Path &file, std::uint64_t size);
   void remove(const Path &file);
   void syncFile(const Path &file);
   void syncNames();
-  /// A synchronisation failed: what had not reached the disk by then never will.
+  /// Marks a failed synchronisation. Changes that are not on the disk by then never reach it.
   void failSync(const Path &file);
 
-  /// Writes into `folder`, which is empty, what a loss of power at this moment may leave.
+  /// Writes into the empty `folder` a random state in which a power loss now may leave the disk.
   void writeAfterPowerLoss(const Path &folder);
-  /// Writes into `folder` what is on the disk for certain.
+  /// Writes into `folder` everything that is certainly on the disk.
   void writeCertain(const Path &folder) const;
 
  private:
-  /// A write, or a change of the file's size where there are no bytes.
+  /// A write, or a change of the file's size to `offset` if `bytes` is empty.
   struct Change {
     std::uint64_t offset;
     std::string bytes;
@@ -58,8 +58,8 @@ class DiskModel {
 
   std::mt19937 m_random;
   bool m_isTold = false;
-  /// What the program sees.
+  /// The files that the program sees.
   Names m_names;
-  /// What the disk has for certain.
+  /// The files that are certainly on the disk.
   Names m_certainNames;
 };

@@ -6,23 +6,23 @@
 
 namespace {
 
-/// The files whose content outlives a connection.
+/// The files that remain after a connection is closed.
 constexpr int kLastingFile = SQLITE_OPEN_MAIN_DB | SQLITE_OPEN_MAIN_JOURNAL | SQLITE_OPEN_WAL;
-/// SQLite synchronises the folder along with the first synchronisation of one of these.
+/// SQLite also synchronises the folder with the first synchronisation of one of these files.
 constexpr int kLog = SQLITE_OPEN_MAIN_JOURNAL | SQLITE_OPEN_WAL;
 
 }  // namespace
 
-/// A file of ours; that of the real VFS follows it in memory.
+/// A file of this VFS. The real VFS's file follows it in memory.
 struct FaultyVfs::File {
   sqlite3_file base;
   FaultyVfs *vfs;
-  /// Empty unless the content lasts.
+  /// Empty if the file does not remain after the connection is closed.
   std::string path;
   bool syncsNames;
 
   sqlite3_file *real() { return reinterpret_cast<sqlite3_file *>(this + 1); }
-  /// The model of the disk, if this file is in it.
+  /// Returns the model of the disk, or null if this file is not in it.
   [[nodiscard]] DiskModel *disk() const { return path.empty() ? nullptr : vfs->m_disk; }
 };
 

@@ -8,17 +8,17 @@
 #include <sqlite3.h>
 #include <string>
 
-/// SQLite's way to the disk, on which operations are counted and can be made to fail. It is the way
-/// of all connections that are opened while it lives, and there is one at a time.
+/// A VFS of SQLite that counts its operations and can make them fail. All connections that are
+/// opened during its lifetime use it. There must be only one at a time.
 ///
-/// A failing write leaves half of what it was to write. To give a lock back, or a file, is not
-/// counted and always succeeds.
+/// A failing write writes half of its bytes. Unlocking and closing are not counted and always
+/// succeed.
 class FaultyVfs {
  public:
   enum class Fault {
     Once,
     ForGood,
-    /// From then on nothing that needs room succeeds, everything else does.
+    /// From then on only the operations that need disk space fail.
     DiskFull
   };
   enum class Operation {
@@ -40,15 +40,15 @@ class FaultyVfs {
   FaultyVfs(const FaultyVfs &) = delete;
   FaultyVfs &operator=(const FaultyVfs &) = delete;
 
-  /// The operation of that number, the first being 1, fails as `fault` says.
+  /// Lets the operation with this number fail. The first operation is 1; 0 is none.
   void failAt(std::int64_t number, Fault fault);
-  /// Keeps `disk` up to date with what reaches the disk.
+  /// Passes all changes on to `disk`, which must outlive this object. Null by default.
   void setDisk(DiskModel *disk) { m_disk = disk; }
   using Observer = std::function<void(std::int64_t number, Operation operation)>;
 
-  /// Is called before every operation, one at a time.
+  /// Sets the function that is called before every operation, for one operation at a time.
   void setObserver(Observer observer) { m_observer = std::move(observer); }
-  /// Is called before the first operation that fails.
+  /// Sets the function that is called before the first operation that fails.
   void setFaultObserver(Observer observer) { m_faultObserver = std::move(observer); }
 
   [[nodiscard]] std::int64_t operations() const { return m_operations; }
@@ -62,7 +62,7 @@ class FaultyVfs {
   [[nodiscard]] bool fails(Operation operation);
   [[nodiscard]] int resultOf(Operation operation) const;
 
-  /// One operation at a time, whatever thread it is from.
+  /// Serialises the operations of all threads.
   std::recursive_mutex m_mutex;
   sqlite3_vfs *m_real;
   sqlite3_vfs m_vfs{};

@@ -30,18 +30,18 @@ int rowsIn(SQLite::Database &store) {
   return store.execAndGet("SELECT count(*) FROM Picks").getInt();
 }
 
-/// SQLite's extended code for the failure of `statement`; 0 if it succeeds.
+/// Returns SQLite's extended error code of `statement`, or 0 if it succeeds.
 int codeOf(SQLite::Database &store, const char *statement) {
   return store.tryExec(statement) == SQLITE_OK ? SQLITE_OK : store.getExtendedErrorCode();
 }
 
-/// What plain SQLite finds after a power loss.
+/// The store as plain SQLite finds it after a power loss.
 struct Found {
   QString integrity;
   int rows = 0;
 };
 
-/// What a power loss leaves now of the store that `disk` knows.
+/// Returns what a power loss at this moment leaves of the store on `disk`.
 Found afterPowerLoss(DiskModel &disk) {
   const QTemporaryDir folder;
   disk.writeAfterPowerLoss(folder.path().toStdString());
@@ -51,8 +51,8 @@ Found afterPowerLoss(DiskModel &disk) {
           store.execAndGet("SELECT count(*) FROM Picks").getInt()};
 }
 
-/// Inserts rows with `synchronous`, each a commit of its own, and loses the power after each.
-/// Answers how often a row was missing.
+/// Inserts rows with `synchronous`, one per commit, and loses power after each commit. Returns how
+/// often a row was missing.
 int losses(const char *synchronous) {
   const QTemporaryDir folder;
   DiskModel disk(1);
@@ -60,7 +60,7 @@ int losses(const char *synchronous) {
   vfs.setDisk(&disk);
   SQLite::Database store = openStore(folder.path());
   makeTable(store);
-  // What is on disk for certain when the losses begin.
+  // The table is certainly on the disk before the power losses begin.
   store.exec("INSERT INTO Picks VALUES (0)");
   store.exec(synchronous);
   int missing = 0;
@@ -77,7 +77,7 @@ class FaultyVfsTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void withoutAFaultItIsLikeTheRealOne() {
+  void withoutAFaultItWorksLikeTheRealVfs() {
     const QTemporaryDir folder;
     {
       const FaultyVfs vfs;
@@ -90,7 +90,7 @@ class FaultyVfsTest : public QObject {
     QCOMPARE(rowsIn(store), 1);
   }
 
-  void itsEndGivesTheRealOneBack() {
+  void itsDestructorRestoresTheRealVfs() {
     const std::string real = sqlite3_vfs_find(nullptr)->zName;
     {
       const FaultyVfs vfs;
@@ -99,13 +99,12 @@ class FaultyVfsTest : public QObject {
     QCOMPARE(std::string(sqlite3_vfs_find(nullptr)->zName), real);
   }
 
-  void theOperationOfThatNumberFailsAndNoOther() {
+  void onlyTheOperationWithThatNumberFails() {
     const QTemporaryDir folder;
     FaultyVfs vfs;
     SQLite::Database store = openStore(folder.path());
     makeTable(store);
-    // Each statement is tried with its first operation failing, its second and so on, until there
-    // is none left to fail.
+    // First the statement's first operation fails, then its second and so on, until none is left.
     int failures = 0;
     bool isFaultReached = true;
     for (int n = 1; isFaultReached; ++n) {
@@ -121,7 +120,7 @@ class FaultyVfsTest : public QObject {
              store.execAndGet("SELECT count(*) FROM Picks WHERE id = 1").getInt() + failures);
   }
 
-  void everyOperationFromThatNumberOnFails() {
+  void allOperationsFromThatNumberOnFail() {
     const QTemporaryDir folder;
     FaultyVfs vfs;
     SQLite::Database store = openStore(folder.path());
@@ -132,7 +131,7 @@ class FaultyVfsTest : public QObject {
     }
   }
 
-  void aFullDiskIsSaidToBeFullAndCanBeRead() {
+  void aFullDiskReportsThatItIsFullAndCanBeRead() {
     const QTemporaryDir folder;
     FaultyVfs vfs;
     SQLite::Database store = openStore(folder.path());
@@ -160,7 +159,7 @@ class FaultyVfsTest : public QObject {
     QCOMPARE(reported.front().second, FaultyVfs::Operation::Write);
   }
 
-  void aWriteThatFailsLeavesHalf() {
+  void aFailedWriteWritesHalf() {
     const QTemporaryDir folder;
     FaultyVfs vfs;
     sqlite3_vfs *registered = sqlite3_vfs_find("faulty");
@@ -179,16 +178,16 @@ class FaultyVfsTest : public QObject {
     QCOMPARE(written.readAll(), "1234");
   }
 
-  void whatWasSynchronisedOutlivesEveryPowerLoss() {
+  void synchronisedDataSurvivesEveryPowerLoss() {
     QCOMPARE(losses("PRAGMA synchronous = FULL"), 0);
   }
 
-  void whatWasNotSynchronisedIsLostAtTimes() {
+  void unsynchronisedDataIsSometimesLost() {
     const int missing = losses("PRAGMA synchronous = OFF");
     QVERIFY2(missing > 0 && missing < kRows, qPrintable(QString::number(missing)));
   }
 
-  void whatAFailedSynchronisationLeftIsNotWrittenByALaterOne() {
+  void aLaterSynchronisationDoesNotWriteWhatAFailedOneLeft() {
     DiskModel disk(1);
     const QTemporaryDir home;
     const DiskModel::Path file = home.filePath(QStringLiteral("file")).toStdString();
@@ -235,7 +234,7 @@ class FaultyVfsTest : public QObject {
     QVERIFY(torn > 0);
   }
 
-  void aNewNameMayBeLostAndAnOldOneComeBack() {
+  void aNewNameMayBeLostAndARemovedNameMayReturn() {
     const QTemporaryDir home;
     const DiskModel::Path older = home.filePath(QStringLiteral("older")).toStdString();
     const DiskModel::Path newer = home.filePath(QStringLiteral("newer")).toStdString();
@@ -257,7 +256,7 @@ class FaultyVfsTest : public QObject {
     QCOMPARE(QDir(image.path()).entryList(QDir::Files), QStringList("newer"));
   }
 
-  void theDiskCanStartFromLessThanWhatIsSeen() {
+  void theDiskCanStartWithLessThanTheVisibleFiles() {
     const QTemporaryDir home;
     const QTemporaryDir image;
     QFile seen(home.filePath(QStringLiteral("file")));

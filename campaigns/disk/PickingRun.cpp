@@ -28,7 +28,7 @@ const QString kDelivery = QStringLiteral("4711");
 const QString kFirstBox = QStringLiteral("C1");
 const QString kSecondBox = QStringLiteral("C2");
 
-/// Catalogue `number`; each is larger than the one before.
+/// Returns catalogue `number`. Each is larger than the one before.
 QByteArray catalogueJson(int number) {
   QJsonArray articles;
   for (int i = 0; i < number * kArticlesPerCatalogue; ++i) {
@@ -99,11 +99,11 @@ void PickingRun::work() {
 }
 
 void PickingRun::say(const QString &line) {
-  // Must be out when this returns: the process may end at any time.
+  // The line must be flushed now, because the process may end at any time.
   const QByteArray bytes = line.toUtf8() + '\n';
   if (::write(STDOUT_FILENO, bytes.data(), static_cast<std::size_t>(bytes.size())) !=
       bytes.size()) {
-    qFatal("Nobody listens.");
+    qFatal("The local service cannot listen.");
   }
 }
 
@@ -146,7 +146,7 @@ void PickingRun::waitUntilIdle() {
   if (environment.busy.isActive()) {
     wait.exec();
   }
-  // Messages come after the event that ends the wait.
+  // Alerts are shown after the event that ends the wait.
   QCoreApplication::processEvents();
 }
 

@@ -12,22 +12,22 @@ class detailViewController;
 class masterViewController;
 class startViewController;
 
-/// The whole program without its window, on the home folder that it is given, and a picker who
-/// works through one fixed picking: catalogue, lookup, quantities, corrections, a second lookup,
-/// another catalogue, an export, a send, and quantities after it. The picker does what the screen
-/// allows, and says in a line on standard output what is tried and what the screen says of it.
+/// Runs the program without its window on a home folder, and performs one fixed picking: catalogue,
+/// lookup, quantities, corrections, a second lookup, another catalogue, an export, a send, and
+/// quantities after it. Does only what the screen allows. Prints a line for each action and for
+/// each result on the screen.
 class PickingRun : public TestEnvironment {
  public:
   explicit PickingRun(const QString &home);
 
-  /// Lets the log of the store go into its file whenever it has so many pages.
+  /// Lets the store run a checkpoint whenever its write-ahead log has this number of pages.
   void setPagesBetweenCheckpoints(int pages);
   /// Makes the store's commits return before they are on disk.
   void forgetToSynchronise();
 
   void work();
 
-  /// Says a line to whoever looks on.
+  /// Prints a line to standard output at once.
   static void say(const QString &line);
 
  private:
@@ -44,7 +44,7 @@ class PickingRun : public TestEnvironment {
   void pick(const QString &box, int row, const QString &quantity);
   void exportByMail();
   void sendPicking();
-  /// Waits until fingers are let on again.
+  /// Waits until the screen accepts touches again.
   void waitUntilIdle();
   /// Answers every alert, and returns the title of the last.
   QString answerAlerts();

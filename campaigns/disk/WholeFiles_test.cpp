@@ -24,7 +24,7 @@ void expectWarning(const char *pattern) {
   QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QString::fromLatin1(pattern)));
 }
 
-/// While it lives, no file may become larger than `bytes`, as if the disk were full by then.
+/// Limits the size of every file to `bytes` during its lifetime, as a full disk does.
 class LargestFile {
  public:
   explicit LargestFile(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN)) {
@@ -46,12 +46,12 @@ class LargestFile {
 
 }  // namespace
 
-/// A file beside the store, where there is no room for a new one.
+/// Tests files beside the store on a disk without space for a new file.
 class WholeFilesTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void anExportIsTheOldOneOrTheNewOneWhole() {
+  void anExportIsTheOldOrTheNewOneCompletely() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}, {"C1", "B", 3}});
@@ -84,7 +84,7 @@ class WholeFilesTest : public QObject {
              QStringList());
   }
 
-  void theLooksAreTheOldOnesOrTheNewOnesWhole() {
+  void theDisplaySettingsAreTheOldOrTheNewOnesCompletely() {
     const QTemporaryDir home;
     const QString path = home.filePath(QStringLiteral("display.ini"));
     DisplaySettings display({home.path()},

@@ -1,4 +1,4 @@
-"""Attacks on the disk below disk_worker. Each is judged by what plain SQLite finds afterwards."""
+"""Disk faults during runs of disk_worker. Plain SQLite reads the store for the checks."""
 
 import collections
 import os
@@ -8,23 +8,23 @@ import store_contents
 from disk_homes import documents
 from disk_run import contents_violations
 
-# `what` it is counted as; `again` is what to do the same again with.
+# `what` is the kind of the attack; `again` has the options that repeat it.
 Attack = collections.namedtuple("Attack", "what outcome wrong again")
 
 FAULTS = ["once", "for-good", "full"]
-# So that the log goes into its file several times in a run, not only at its end.
+# Causes several checkpoints in a run, not only one at its end.
 _OFTEN = ["--pages-between-checkpoints", "8"]
 
 
 class Attacks:
-    """Each in a folder of its own below `folder`."""
+    """Runs each attack in a separate folder below `folder`."""
 
     def __init__(self, worker, folder):
         self._worker = worker
         self._folder = folder
 
     def fault(self, start, number, fault):
-        """The operation of that number fails."""
+        """Lets the operation with this number fail, and returns an Attack."""
         options = ["--fail-at", str(number), "--fault", fault]
         with start.copy(self._folder, f"fault-{number}-{fault}") as home:
             promised = start.promised()
@@ -36,8 +36,8 @@ class Attacks:
         return Attack(kind, outcome, wrong, f"{start.name}: {' '.join(options)}")
 
     def power_losses(self, start, seed, chance, *more):
-        """A run without faults, in which the power is lost before one of `chance` operations. A
-        list of attacks."""
+        """Loses power at random during a run without other faults: before one in `chance`
+        operations on average. Returns a list of attacks."""
         options = ["--seed", str(seed), "--chance", str(chance), *more, *_OFTEN[:2 * (seed % 2)]]
         with start.copy(self._folder, f"power-{seed}") as home:
             promised = start.promised()
@@ -48,9 +48,9 @@ class Attacks:
         return attacks + [Attack("run", outcome, wrong, f"{start.name}: {' '.join(options)}")]
 
     def restart(self, start, number, seed, chance):
-        """The synchronisation of that number fails. The next program shows what can be seen of the
-        store, goes on, and the power is lost. A list of attacks; empty if the program did not end
-        by the failure."""
+        """Lets the synchronisation with this number fail, starts the program again on the visible
+        files, and loses power during the second run. Returns a list of attacks, which is empty if
+        the program did not abort."""
         with start.copy(self._folder, f"restart-{number}-{seed}") as home:
             promised = start.promised()
             disk = home + "-disk"
@@ -82,8 +82,8 @@ class Attacks:
 
 
 class _Restarted:
-    """What was promised to a picking whose next program has been started: from its first action on
-    it is promised what that program has read."""
+    """The expectations after a restart. From the first action of the restarted program on, they
+    start from the contents that it has read."""
 
     def __init__(self, promised, settled):
         self._promised = promised

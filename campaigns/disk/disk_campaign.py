@@ -1,9 +1,9 @@
-"""Fails the disk below the program in every way, and looks whether anything is missing afterwards.
+"""Lets the program's disk fail in many ways, and checks that no data is lost.
 
-Every operation of a fixed picking fails in turn; the power is lost at any moment; a synchronisation
-fails and the power is lost after the next start; the disk is full, protected or refused by the
-system. After each, what plain SQLite finds has to be sound, to have everything that was confirmed,
-and nothing that was not. See docs/reliability.md.
+Every operation of a fixed picking fails in turn; power is lost at random moments; a synchronisation
+fails and power is lost after the next start; the disk is full or write-protected, or a system call
+fails. After each fault, plain SQLite must be able to read the store, which must have everything
+that was confirmed and nothing that was not. See docs/reliability.md.
 """
 
 import argparse
@@ -21,14 +21,14 @@ from disk_homes import starting_homes
 from disk_run import OUTCOMES, Worker
 
 SHOWN = 20
-# Runs wait for one another's answers and for their own disks, more than for a core.
+# Runs mostly wait for the network and the disk, so there are more of them than cores.
 AT_ONCE = 2 + (os.cpu_count() or 1)
-# How often the power is lost in a run: before one of so many operations.
+# The power is lost before one in this number of operations on average.
 CHANCE = 2
-# Where there is room for more, a run notices nothing.
+# A run needs no more than this number of bytes.
 LARGEST_FILE, LARGEST_DISK = 160_000, 280_000
 STEP = 512
-# System calls, and the operations of SQLite that they serve.
+# System calls and the SQLite operations that use them.
 CALLS = {"fdatasync": "sync", "pwrite64": "write", "ftruncate": "truncate"}
 
 
@@ -65,11 +65,12 @@ class Campaign:
         self._prove_that_losses_are_found()
 
     def _numbers(self, count, every):
-        """Each `every`-th of so many numbers; which ones, the seed decides."""
+        """Returns every `every`-th number from 1 to `count`. The seed decides which number is
+        first."""
         return range(1 + self._options.seed % every, count + 1, every)
 
     def _all(self, function, cases):
-        """The attacks of `function` on all cases, some at once."""
+        """Calls `function` with each case, some at the same time, and returns the results."""
         return list(self._pool.map(lambda case: function(*case), cases))
 
     def _count(self, attacks):
@@ -97,7 +98,8 @@ class Campaign:
         print_count("power losses after a failed synchronisation and a restart", attacks)
 
     def _until_enough(self, function, cases):
-        """The attacks of `function` on as many cases as it takes to lose the power often enough."""
+        """Calls `function` with cases until the power was lost often enough, and returns all
+        attacks."""
         attacks = []
         while sum(attack.what == "power" for attack in attacks) < self._options.power_losses:
             batch = list(itertools.islice(cases, AT_ONCE))
@@ -127,7 +129,7 @@ class Campaign:
         print_table("attacks from outside", self._count(attacks))
 
     def _prove_that_losses_are_found(self):
-        """Where the program would not synchronise, losses are found."""
+        """Checks that losses are found if the program does not synchronise."""
         attacks = self._attacks.power_losses(self._homes[0], self._options.seed, CHANCE,
                                              "--no-sync")
         found = sum(bool(attack.wrong) for attack in attacks)
@@ -158,7 +160,7 @@ def print_count(title, attacks):
 def main():
     options = arguments()
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
-    # In memory where there is some: it is the campaign that decides what reaches a disk.
+    # A folder in memory is faster, and the simulated disk decides what survives a power loss.
     memory = "/dev/shm" if os.access("/dev/shm", os.W_OK) else None
     with tempfile.TemporaryDirectory(dir=memory) as folder:
         with concurrent.futures.ThreadPoolExecutor(AT_ONCE) as pool:

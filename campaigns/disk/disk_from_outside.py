@@ -1,5 +1,5 @@
-"""Attacks on the disk from outside the program: a limit of the system, a full disk, a folder or a
-file that is not to be written to, a system call that fails."""
+"""Disk faults from outside the program: a file size limit, a full disk, a write-protected folder or
+file, or a failing system call."""
 
 import os
 import subprocess
@@ -13,7 +13,7 @@ from owned_process import start_owned
 _NOT_ATTACKED = 125
 _OWNED = "setpriv --pdeathsig KILL --"
 
-# What a shell says of a command that a signal ended is nothing that the program said.
+# The shell reports a command that a signal ended; this must not appear in the program's log.
 _ON_A_SMALL_DISK = f"""
 size=$1 home=$2 start=$3 left=$4
 shift 4
@@ -41,8 +41,8 @@ exec {_OWNED} "$@"
 
 
 def own_mounts():
-    """The command that lets what it runs mount what nobody else sees; nothing if that is not
-    permitted here, in a container for example."""
+    """Returns the command prefix that gives its program a private mount namespace, or None if that
+    is not permitted here, in a container for example."""
     as_root = [] if os.geteuid() == 0 else ["--user", "--map-root-user"]
     command = ["unshare", *as_root, "--mount"]
     trial = subprocess.run([*command, "mount", "-t", "tmpfs", "disk", "/mnt"], check=False,
@@ -57,7 +57,7 @@ def can_trace():
 
 
 class OutsideAttacks:
-    """On the worker and, where it is about the start, on the program itself."""
+    """Attacks on the worker. The start is tested with the program itself."""
 
     def __init__(self, worker, program, folder, mounts):
         self._worker = worker
@@ -66,11 +66,11 @@ class OutsideAttacks:
         self._mounts = mounts
 
     def file_limit(self, start, size):
-        """No file may become larger than that."""
+        """Limits the size of every file to `size` bytes."""
         return self._attack(start, "largest file", f"{size} bytes", "prlimit", f"--fsize={size}")
 
     def failing_call(self, start, call, number):
-        """The system call of that number, or "N+" for all from then on, fails."""
+        """Lets one system call fail. `number` counts from 1; "N+" lets all calls from N on fail."""
         return self._attack(start, f"{call} fails", number, "strace", "-f", "-qq",
                             "-o", "/dev/null", "-e", f"trace={call}",
                             "-e", f"inject={call}:error=EIO:when={number}")
@@ -91,7 +91,7 @@ class OutsideAttacks:
             return self._judge(run, promised, left, "full disk", f"{start.name}: {size} bytes")
 
     def protected_file(self, start):
-        """The store's file may be read, not written to."""
+        """Makes the store's file read-only."""
         with start.copy(self._folder, "protected") as home:
             promised = start.promised()
             path = os.path.join(documents(home), store_contents.NAME)
@@ -107,7 +107,7 @@ class OutsideAttacks:
         outcome, wrong = run.outcome(promised)
         return Attack(what, outcome, wrong + contents_violations(promised, folder), again)
 
-    # The start of the program itself.
+    # Starts of the program itself.
 
     def start_on_full_disk(self, start):
         return self._refused_start(start, "start on a full disk", _ON_A_FULL_DISK,
@@ -127,11 +127,11 @@ class OutsideAttacks:
         return Attack(what, "said so, not started", wrong, start.name)
 
     def start_without_store(self, start):
-        """What stands in the place of the store's file is none."""
+        """Starts the program with a folder in place of the store's file."""
         with start.copy(self._folder, "no store") as home:
             os.mkdir(os.path.join(documents(home), store_contents.NAME))
             process = self._start(home)
-            # Once as it is, once to migrate it; then it goes on until it is ended.
+            # Opening the store and migrating it log one line each. Then the program continues.
             lines = [process.stderr.readline() for _ in range(2)]
             process.terminate()
             process.communicate()

@@ -1,4 +1,4 @@
-"""The home folders that a campaign starts from: new, of an older model, and picked in before."""
+"""The home folders with which runs start: new, with an older store, and used."""
 
 import contextlib
 import glob
@@ -21,10 +21,10 @@ def documents(home):
 
 
 class StartingHome:
-    """A home folder as it is before a run, and the schemas that runs may make of its store."""
+    """A home folder before a run, and the schemas that its store may have after a run."""
 
     def __init__(self, name, worker, folder):
-        """`folder` is the home; it is the one to copy from then on."""
+        """`folder` is the home folder. It must not change afterwards, because runs get copies."""
         self.name = name
         self._folder = folder
         self._contents = store_contents.read(documents(folder))
@@ -37,8 +37,8 @@ class StartingHome:
 
     @contextlib.contextmanager
     def copy(self, folder, purpose):
-        """A copy for that purpose, gone afterwards with all beside it whose names begin with its
-        own."""
+        """A context manager with a copy of the home. `purpose` is part of its name. Afterwards the
+        copy and all paths that start with its name and "-" are removed."""
         path = os.path.join(folder, f"{self.name}-{purpose}".replace(" ", "-"))
         shutil.copytree(self._folder, path)
         try:
@@ -52,7 +52,7 @@ class StartingHome:
 
     @property
     def operations(self):
-        """The kinds of the operations of a run on which nothing fails, in their order."""
+        """The kinds of the operations of a run without faults, in order."""
         return [line.split(" ", 2)[2] for line in self.trial.said if line.startswith("operation ")]
 
 

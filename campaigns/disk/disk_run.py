@@ -1,4 +1,4 @@
-"""One run of disk_worker, and what became of it."""
+"""A run of disk_worker and its outcome."""
 
 import os
 import signal
@@ -15,17 +15,17 @@ _SHELL_SIGNALS = 128
 
 
 class Worker:
-    """The worker program; what it keeps for itself goes into `scratch`."""
+    """The worker program. Its temporary files are in `scratch`."""
 
     def __init__(self, executable, scratch):
         self._executable = executable
         self._scratch = scratch
 
     def run(self, home, *options, around=()):
-        """`around` are the words of a command that runs the one that follows it."""
+        """Runs the worker until it ends, and returns a Run. `around` is a command prefix."""
         environment = dict(os.environ, TMPDIR=self._scratch, TZ="Europe/Athens",
                            LC_ALL="C.UTF-8")
-        # Signals stay as Python has them: to write beyond the largest file is an error, no end.
+        # Python ignores SIGXFSZ. The worker inherits this, so it gets an error instead of a signal.
         process = start_owned([*around, self._executable, "--home", home, *options], "KILL",
                               env=environment, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
                               text=True, encoding="utf-8", errors="replace",
@@ -45,7 +45,7 @@ class Run:
 
     @property
     def fault(self):
-        """The number and kind of the operation that failed first; nothing if none did."""
+        """The number and kind of the first failed operation, or None."""
         return next((line.split(" ", 2)[1:] for line in self.said if line.startswith("fault ")),
                     None)
 
@@ -54,8 +54,8 @@ class Run:
         return self._code in (-signal.SIGABRT, _SHELL_SIGNALS + signal.SIGABRT)
 
     def replay(self, promised, at_power_loss=None):
-        """Lets `promised` hear everything. `at_power_loss` is called with each folder in which a
-        power loss was written down, at that moment of the run."""
+        """Passes the lines of the run to `promised`. For each power loss, calls `at_power_loss`
+        with the folder of the resulting files."""
         for line in self.said:
             if at_power_loss and line.startswith("power-loss "):
                 at_power_loss(line.removeprefix("power-loss "))
@@ -63,8 +63,8 @@ class Run:
                 promised.take(line)
 
     def outcome(self, promised):
-        """What became of the run that `promised` has heard: one of OUTCOMES, and texts for what is
-        wrong."""
+        """Returns one of OUTCOMES, and a list of messages about what is wrong. `promised` must have
+        the lines of the run."""
         unresolved = [line for line in self._log if line.startswith("Unresolved error ")]
         wrong = list(promised.wrong)
         if self.has_ended_by_itself:
@@ -80,7 +80,8 @@ class Run:
 
 
 def contents_violations(promised, folder):
-    """What is wrong with the store in the folder, which is recovered by plain SQLite."""
+    """Recovers the store in the folder with plain SQLite, and returns a list of messages about what
+    is wrong."""
     try:
         return promised.violations(store_contents.read(folder))
     except store_contents.BrokenStore as error:

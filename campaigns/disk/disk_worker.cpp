@@ -1,9 +1,8 @@
-// Works through one fixed picking on a disk that fails or loses its power, for disk_campaign.py.
+// Performs one fixed picking on a disk that fails or loses power, for disk_campaign.py.
 //
-// Says on standard output, a line each: what the picker tries and what the screen says of it; that
-// an operation fails ("fault NUMBER OPERATION"); that a power loss was written down ("power-loss
-// FOLDER"); of every operation its number and kind, if asked for ("operation NUMBER KIND"); that
-// the program has ended as it should ("end").
+// Prints a line for each action of the picker and its result on the screen; for a failing operation
+// ("fault NUMBER OPERATION"); for a folder with the files after a power loss ("power-loss FOLDER");
+// with --list, for every operation ("operation NUMBER KIND"); and for a normal end ("end").
 
 #include "disk/FaultyVfs.h"
 #include "disk/PickingRun.h"
@@ -63,7 +62,7 @@ FaultyVfs::Fault faultOf(const QString &word) {
   return word == QStringLiteral("full") ? FaultyVfs::Fault::DiskFull : FaultyVfs::Fault::ForGood;
 }
 
-/// The disk below the program, as the options have it.
+/// The program's disk, configured by the options.
 class Disk {
  public:
   explicit Disk(const QCommandLineParser &options)

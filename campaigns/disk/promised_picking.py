@@ -1,4 +1,4 @@
-"""What a picking has been promised, by the lines that disk_worker says, to be on disk."""
+"""The data that must be on disk, according to the lines that disk_worker prints."""
 
 import re
 
@@ -18,7 +18,8 @@ def catalogue(number):
 
 
 def _in_order(contents):
-    """The same with the columns as they stand here; what is not there has nothing in it."""
+    """Returns the contents with the columns of _COLUMNS. Missing tables are empty, and missing
+    columns are None."""
     def rows(name, columns):
         table = contents.tables.get(name)
         if table is None:
@@ -32,8 +33,8 @@ def _in_order(contents):
 
 
 class PromisedPicking:
-    """Starts on a store that has the contents `start`; `models` are the schemas that the program
-    may make of it."""
+    """The expectations for a run on a store with the contents `start`. `models` are the schemas
+    that the store may have afterwards."""
 
     def __init__(self, start, models):
         self._start = start
@@ -47,7 +48,7 @@ class PromisedPicking:
         self.undone = 0
 
     def take(self, line):
-        """Takes a line of what the worker says."""
+        """Handles a line that the worker has printed."""
         what, _, words = line.partition(" ")
         if what == "try":
             self._try(*words.split())
@@ -87,7 +88,7 @@ class PromisedPicking:
         self._expected.confirm()
 
     def _leave(self):
-        """What was tried was left undone."""
+        """Records that the last action was not done."""
         self.undone += 1
         if len(self._tried) == 3:
             box, item, quantity = self._tried
@@ -107,12 +108,11 @@ class PromisedPicking:
         return self._is_started
 
     def settle(self, contents):
-        """Takes the sound contents for what is promised from now on, as the next program shows
-        them."""
+        """Takes these contents, which have no violations, as the expected ones from now on."""
         self._expected.settle(_in_order(contents))
 
     def violations(self, contents):
-        """What is wrong with a store that has these contents, a text each."""
+        """Returns a list of messages about what is wrong with these contents."""
         is_whole = (contents.version, contents.schema) in self._models
         if not is_whole and (self._has_promised or contents != self._start):
             return [f"the store is half made: {contents.version}, {contents.schema}"]
