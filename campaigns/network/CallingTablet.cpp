@@ -38,7 +38,7 @@ QString nameOf(Call call) {
 
 void waitUntil(const std::function<bool()> &condition, const char *what) {
   QDeadlineTimer deadline(1min);
-  // Not everything that is waited for is an event.
+  // The condition may become true without an event.
   QTimer tick;
   tick.start(2ms);
   while (!condition() && !deadline.hasExpired()) {
@@ -85,7 +85,7 @@ QStringList CallingTablet::deliveryBefore() {
 void CallingTablet::makeReady(Call call) {
   prepareStore();
   const auto *master = controller<masterViewController>("masterViewController");
-  // A lookup without an answer makes the pane deaf to all that follow.
+  // After a lookup without an answer, the pane ignores further lookups.
   if (master != nullptr && !master->connectionDict().isEmpty()) {
     leavePicking();
   }
@@ -99,7 +99,7 @@ void CallingTablet::makeReady(Call call) {
   letPickingRun(call == Call::Send);
 }
 
-/// One pick that is not sent, and two articles.
+/// Fills the store with one pick that is not sent, and two articles.
 void CallingTablet::prepareStore() const {
   if (stored() == storedBefore()) {
     return;

@@ -10,42 +10,42 @@
 #include <array>
 #include <functional>
 
-/// The three calls of the program to its service.
+/// The three calls that the program makes to its service.
 enum class Call { Lookup, Catalogue, Send };
 inline constexpr std::array kCalls{Call::Lookup, Call::Catalogue, Call::Send};
 
-/// Its name in the service's addresses.
+/// Returns the name of the call in the service's URLs.
 QString nameOf(Call call);
 
-/// The program in its window, made ready for any call: with a catalogue, a delivery that is shown,
-/// and a quantity of it that was picked and not sent. A hand makes the calls and reads the alerts.
+/// The program in its window, ready for any call: with a catalogue, a delivery on the screen, and
+/// one picked quantity that is not sent. The test makes the calls and reads the alerts by touch.
 class CallingTablet : public TestWindow {
  public:
   CallingTablet();
 
-  /// A good answer to `call`; of a delivery and a catalogue other than those that the tablet has.
+  /// Returns a correct answer to `call`, with another delivery or catalogue than the tablet has.
   static QByteArray goodBody(Call call);
 
-  /// The rows of its store, and what it shows of its delivery, once it is ready.
+  /// The rows of the store, and the texts of the delivery on the screen, after makeReady().
   static QStringList storedBefore();
   static QStringList deliveryBefore();
 
   [[nodiscard]] ShortTimeoutHttpClient &client() const { return *m_client; }
 
-  /// Brings the tablet to where `call` can be made, whatever the last one has left.
+  /// Resets the store and the screen so that `call` can be made.
   void makeReady(Call call);
-  /// Touches what makes `call`.
+  /// Makes `call` by touch.
   void make(Call call);
-  /// Waits for the end of the call, and until nothing of its connection is left.
+  /// Waits until the call has ended and its connection and network thread are gone.
   void waitForEnd();
   /// Touches the button of every alert, the topmost first, and waits until the last has gone.
   void answerAlerts();
-  /// Touches the field that codes go to, and waits until it has the keyboard.
+  /// Touches the scan field, and waits until it has the focus.
   void touchField();
 
-  /// The rows of the store, as the next start will find them.
+  /// Returns the rows of the store on disk.
   [[nodiscard]] QStringList stored() const;
-  /// The lists of the delivery, and what is shown of it.
+  /// Returns the texts and lists of the delivery on the screen.
   [[nodiscard]] QStringList delivery() const;
 
  private:
@@ -58,5 +58,5 @@ class CallingTablet : public TestWindow {
   ShortTimeoutHttpClient *m_client;
 };
 
-/// Waits much longer than anything takes, and fails the test if `condition` does not come true.
+/// Waits until `condition` is true. Fails the test with the message `what` after one minute.
 void waitUntil(const std::function<bool()> &condition, const char *what);

@@ -51,7 +51,7 @@ void CuttingProxy::connectThrough(QTcpSocket *tablet) {
     service->write(bytes.first(std::min(bytes.size(), m_requestLimit - m_requestSize)));
     m_requestSize += bytes.size();
     if (m_requestSize > m_requestLimit) {
-      // What got through is sent, then the connection ends.
+      // The connection ends after the permitted bytes are sent.
       service->disconnectFromHost();
     }
   });

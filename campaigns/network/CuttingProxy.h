@@ -8,24 +8,23 @@
 
 class QTcpSocket;
 
-/// A bad cable between a tablet and its service: every connection goes through it, and may be cut
-/// on its way there or back.
+/// A proxy between a tablet and its service that can cut connections in both directions.
 class CuttingProxy : public QObject {
   Q_OBJECT
 
  public:
   static constexpr qsizetype kWhole = std::numeric_limits<qsizetype>::max();
 
-  /// `upstream` is the service's HOST:PORT.
+  /// Listens on a free loopback port. `upstream` is the service's HOST:PORT.
   explicit CuttingProxy(QString upstream);
 
   /// HOST:PORT.
   [[nodiscard]] QString host() const;
 
-  /// From now on no more than so many bytes get through in each direction. The service has
-  /// answered before anything is held back of the answer.
+  /// Sets how many bytes of the request and of the answer are passed on in later connections. The
+  /// proxy reads the whole answer before it cuts it.
   void cut(qsizetype request, qsizetype answer);
-  /// How long the last request and the last answer were, as far as they got.
+  /// The number of bytes received of the last request and of the last answer.
   [[nodiscard]] qsizetype requestSize() const { return m_requestSize; }
   [[nodiscard]] qsizetype answerSize() const { return m_answerSize; }
 

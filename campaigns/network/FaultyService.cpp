@@ -25,12 +25,12 @@ QByteArray nothing(const QByteArray & /*body*/) {
   return {};
 }
 
-/// Two thirds of `body`.
+/// Returns two thirds of `body`.
 QByteArray mostOf(const QByteArray &body) {
   return body.first(body.size() * 2 / 3);
 }
 
-/// The connection is torn down, not closed.
+/// Returns an answer that resets the connection instead of closing it.
 Answer reset() {
   Answer answer;
   answer.stream = [](QTcpSocket &socket) {
@@ -42,7 +42,7 @@ Answer reset() {
   return answer;
 }
 
-/// One byte after the other.
+/// Returns an answer that sends one byte of `bytes` at a time.
 Answer drip(const QByteArray &bytes, std::chrono::milliseconds every) {
   Answer answer;
   answer.stream = [bytes, every](QTcpSocket &socket) {
@@ -59,7 +59,7 @@ Answer drip(const QByteArray &bytes, std::chrono::milliseconds every) {
   return answer;
 }
 
-/// `block` over and over, at a pace that leaves time for other things.
+/// Returns an answer that sends `block` repeatedly, with pauses for other events.
 Answer flow(const QByteArray &head, const QByteArray &block) {
   Answer answer{head};
   answer.stream = [block](QTcpSocket &socket) {
@@ -93,7 +93,8 @@ quint32 crc32Of(const QByteArray &bytes) {
   return ~crc;
 }
 
-/// `bytes` in the gzip format: what is between the header and the checksum of Qt's own format.
+/// Returns `bytes` in the gzip format. Its data are those between the header and the checksum of
+/// Qt's own format.
 QByteArray gzip(const QByteArray &bytes) {
   constexpr qsizetype kHead = 6;  // the size, and the header of zlib
   constexpr qsizetype kTail = 4;
@@ -112,12 +113,12 @@ QByteArray redirect(int status, const QByteArray &location, const QByteArray &bo
          announced(body.size()) + body;
 }
 
-/// An answer whose bytes are `head` and the body, after which the connection is closed.
+/// Returns an answer of `head` and the body, after which the connection is closed.
 Fault::Answer headed(const QByteArray &head) {
   return [head](const QByteArray &body) { return Answer{head + body}; };
 }
 
-/// An answer of `bytes`, after which the connection is closed.
+/// Returns an answer of `bytes`, after which the connection is closed.
 Fault::Answer fixed(const QByteArray &bytes) {
   return [bytes](const QByteArray & /*body*/) { return Answer{bytes}; };
 }

@@ -8,44 +8,44 @@
 #include <functional>
 #include <vector>
 
-/// What the program makes of an answer.
+/// How the program handles an answer.
 enum class Ending {
-  /// It is as good as any other.
+  /// The program accepts the answer.
   Taken,
-  /// It is one, but it does not say what it should.
+  /// The program receives an answer with invalid contents.
   Unreadable,
-  /// There is none.
+  /// The program receives no answer.
   None,
-  /// One of the two before, as it happens.
+  /// Unreadable or None, depending on the timing.
   NotTaken,
 };
 
-/// One way in which a service, or what is between, deals with a request.
+/// One way in which a service, or the network, handles a request.
 struct Fault {
   using Answer = std::function<LoopbackService::Answer(const QByteArray &body)>;
 
   QByteArray name;
-  /// What goes over the wire where `body` should.
+  /// The answer that is sent in place of `body`.
   Answer answer;
   Ending ending = Ending::Taken;
-  /// What reaches the program of `body`, as it is shown where replies are; nobody knows if empty.
+  /// The part of `body` that the program shows where it shows replies. Null if it is not certain.
   std::function<QByteArray(const QByteArray &body)> arrives = [](const QByteArray &body) {
     return body;
   };
-  /// Whether nothing but the client's time-out ends it.
+  /// True if only the client's time-out ends the call.
   bool isSilent = false;
 };
 
-/// Everything that a service does wrong on a bad day, and what it may do although few do.
-/// `elsewhere` is the host that its redirects lead to, if not to the service itself.
+/// Returns all faults, and some unusual answers that are correct. `elsewhere` is the HOST:PORT of
+/// redirects that do not lead to the service itself.
 std::vector<Fault> everyFault(const QString &elsewhere);
 
-/// The bytes of an answer as it should be.
+/// Returns the bytes of a correct answer.
 QByteArray wholeAnswer(const QByteArray &body);
-/// The same in pieces of a few bytes each, with a trailer.
+/// Returns the bytes of a correct answer in chunks of a few bytes, with a trailer.
 QByteArray chunkedAnswer(const QByteArray &body);
-/// The same, packed.
+/// Returns the bytes of a correct answer that is compressed with gzip.
 QByteArray packedAnswer(const QByteArray &body);
 
-/// `head`, followed by `size` blanks as fast as they are taken.
+/// Returns an answer with `head` and `size` spaces, sent as fast as the client reads them.
 LoopbackService::Answer flood(const QByteArray &head, qint64 size);

@@ -9,12 +9,12 @@
 #include <memory>
 #include <string>
 
-// A picking on its way from the program in its window to the real order service, over a connection
-// that is cut: at every byte of the reply, after the service has stored the picking, and at every
-// byte of the request, before. Whatever was lost, the tablet says so and keeps the picking; sent
-// again it is stored, and stored once.
+// The program sends a picking to the real order service over a connection that is cut: at every
+// byte of the reply, after the service has stored the picking, or at every byte of the request,
+// before that. Each time the tablet reports the failure and keeps the picking. When it is sent
+// again, the service has it exactly once.
 //
-// Every byte is cut with CARTONPICK_FAULTS=long; without, every seventh.
+// With CARTONPICK_FAULTS=long the connection is cut at every byte, otherwise at every seventh.
 
 class LostReplyTest : public QObject {
   Q_OBJECT
@@ -26,7 +26,7 @@ class LostReplyTest : public QObject {
     m_tablet = std::make_unique<CallingTablet>();
     m_tablet->makeReady(Call::Send);
     m_tablet->environment.serviceHost = m_proxy->host();
-    pickAnew();
+    pickAgain();
     send("Picking was sent||OK");
     QCOMPARE(m_service->storedLines(), m_picks);
     m_requestSize = m_proxy->requestSize();
@@ -39,13 +39,13 @@ class LostReplyTest : public QObject {
     qInfo("%lld pickings were cut off, and each was stored once.", m_picks - 1);
   }
 
-  void aPickingWhoseReplyIsLostIsStoredOnceWhenItIsSentAgain() {
+  void aPickingWhoseReplyIsLostIsStoredOnce() {
     for (qsizetype size = 0; size < m_answerSize && !QTest::currentTestFailed(); size += step()) {
       loseThenSendAgain(CuttingProxy::kWhole, size, true);
     }
   }
 
-  void aPickingThatIsLostOnItsWayIsStoredOnceWhenItIsSentAgain() {
+  void aPickingWhoseRequestIsLostIsStoredOnce() {
     for (qsizetype size = 0; size < m_requestSize && !QTest::currentTestFailed(); size += step()) {
       loseThenSendAgain(size, CuttingProxy::kWhole, false);
     }
@@ -57,17 +57,17 @@ class LostReplyTest : public QObject {
     return qEnvironmentVariable("CARTONPICK_FAULTS") == u"long" ? 1 : kSome;
   }
 
-  /// Changes the quantity: one more fact for the service.
-  void pickAnew() {
+  /// Changes the quantity, which is a new fact for the service.
+  void pickAgain() {
     ++m_picks;
     SQLite::Database(m_tablet->storePath().toStdString(), SQLite::OPEN_READWRITE)
         .exec("UPDATE Picking SET sent = 0, pickqty = " + std::to_string(m_picks));
   }
 
-  /// Sends with so many bytes getting through, and again with all of them. `isStored` tells whether
-  /// the first time is enough for the service.
+  /// Sends over a connection that passes this number of bytes, and again over a whole one.
+  /// `isStored` is true if the service stores the picking the first time.
   void loseThenSendAgain(qsizetype request, qsizetype answer, bool isStored) {
-    pickAnew();
+    pickAgain();
     m_proxy->cut(request, answer);
     send("Could not contact server|");
     QCOMPARE(m_tablet->stored().first(), pick(0));
@@ -82,7 +82,7 @@ class LostReplyTest : public QObject {
     return QStringLiteral("4711 C1 A %1 %2").arg(m_picks).arg(sent);
   }
 
-  /// Sends, and answers the one alert, which begins with `alert`.
+  /// Sends, and answers the only alert, which must begin with `alert`.
   void send(const QString &alert) {
     m_tablet->make(Call::Send);
     m_tablet->waitForEnd();

@@ -14,14 +14,12 @@
 #include <memory>
 #include <optional>
 
-// A service that misbehaves in every way that comes to mind, against the program in its window with
-// its real network client. After every single fault: the message that is promised; lists and store
-// as they are promised; no connection, no thread of the network and no descriptor left over; and a
-// window that answers a touch.
+// Tests the program in its window, with its real network client, against a service that misbehaves
+// in many ways. After every fault, the test checks the message, the lists and the store, that no
+// connection, network thread or descriptor is left, and that the window accepts touches.
 //
-// With CARTONPICK_FAULTS=long, 3,000 faults one after the other instead of a few, in an order that
-// comes from the number CARTONPICK_SEED, and packed and chunked answers that are cut at every byte
-// instead of some.
+// With CARTONPICK_FAULTS=long, the test makes 3,000 faults in a random order with the seed
+// CARTONPICK_SEED, and cuts compressed and chunked answers at every byte. Otherwise it makes fewer.
 
 namespace {
 
@@ -39,12 +37,13 @@ constexpr qint64 kSlack = 100 * kMebibyte;
 const Fault kNoFault{"no fault", [](const QByteArray &body) { return Answer{wholeAnswer(body)}; }};
 const QString kUnreachable = QStringLiteral("No connection could be opened to server");
 
-/// "title|message|button", as an alert shows it.
+/// Returns an alert as "title|message|button".
 QString alert(const QString &title, const QString &message) {
   return title + u'|' + message + QStringLiteral("|OK");
 }
 
-/// The alerts that are promised, the topmost last; of one without a button, only the beginning.
+/// Returns the expected alerts, the topmost last. A text that ends in '|' is only the beginning of
+/// an alert.
 QStringList promisedAlerts(Call call, Ending ending, const Fault &fault, const QByteArray &body) {
   const QString noContact = "Could not contact server";
   const bool isTaken = ending == Ending::Taken;
@@ -91,7 +90,7 @@ bool areAsPromised(const QStringList &alerts, Call call, const Fault &fault,
                                           : isIt(fault.ending);
 }
 
-/// What the tablet has in the end. A call that is not taken leaves everything as it was.
+/// The tablet's store and screen after a call. A call whose answer is not accepted changes neither.
 struct Kept {
   QStringList stored = CallingTablet::storedBefore();
   QStringList delivery = CallingTablet::deliveryBefore();
@@ -138,7 +137,7 @@ class NetworkFaultsTest : public QObject {
     }
     m_tablet = std::make_unique<CallingTablet>();
     m_descriptors.reset();
-    // Some things are opened when they are needed first.
+    // Some descriptors are opened when they are first needed.
     for (const Call call : kCalls) {
       meet(call, kNoFault);
     }
@@ -146,7 +145,7 @@ class NetworkFaultsTest : public QObject {
   }
 
   void cleanup() {
-    // The next test is not to suffer from this one.
+    // A failed test must not affect the next one.
     if (QTest::currentTestFailed()) {
       m_tablet.reset();
     }
@@ -157,7 +156,7 @@ class NetworkFaultsTest : public QObject {
     qInfo("%d calls were met by a fault.", m_faults);
   }
 
-  void everyCallHasItsPatience() {
+  void everyCallHasItsTimeout() {
     const std::array expected{60s, 150s, 120s};
     for (const Call call : kCalls) {
       meet(call, kNoFault);
@@ -165,14 +164,14 @@ class NetworkFaultsTest : public QObject {
     }
   }
 
-  void aServiceThatIsNotThereIsReported_data() { addCalls(); }
-  void aServiceThatIsNotThereIsReported() {
+  void anUnreachableServiceIsReported_data() { addCalls(); }
+  void anUnreachableServiceIsReported() {
     QFETCH(const Call, call);
     meet(call, {"refused", [](const QByteArray &) { return Answer::none(); }, Ending::None},
          LoopbackService::unreachableHost());
   }
 
-  void everyFaultHasItsOutcome_data() {
+  void everyFaultHasItsExpectedOutcome_data() {
     QTest::addColumn<Call>("call");
     QTest::addColumn<Fault>("fault");
     for (const Call call : kCalls) {
@@ -181,15 +180,15 @@ class NetworkFaultsTest : public QObject {
       }
     }
   }
-  void everyFaultHasItsOutcome() {
+  void everyFaultHasItsExpectedOutcome() {
     QFETCH(const Call, call);
     QFETCH(const Fault, fault);
     meet(call, fault);
     QCOMPARE(m_strays, 0);
   }
 
-  void anAnswerThatIsCutAnywhereChangesNothing_data() { addCalls(); }
-  void anAnswerThatIsCutAnywhereChangesNothing() {
+  void aTruncatedAnswerChangesNothing_data() { addCalls(); }
+  void aTruncatedAnswerChangesNothing() {
     QFETCH(const Call, call);
     const QByteArray bytes = wholeAnswer(CallingTablet::goodBody(call));
     const qsizetype head = bytes.indexOf("\r\n\r\n") + 4;
@@ -201,17 +200,17 @@ class NetworkFaultsTest : public QObject {
     }
   }
 
-  void anAnswerInPiecesThatIsCutAnywhereIsTakenWholeOrNotAtAll_data() {
+  void aTruncatedChunkedOrCompressedAnswerIsTakenCompletelyOrNotAtAll_data() {
     QTest::addColumn<Call>("call");
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<qsizetype>("tooFew");
     QTest::addColumn<qsizetype>("enough");
-    // The mark of the end, the checksum and the size: whoever has all before them has the body.
+    // The end mark, the checksum and the size. Everything before them is the body.
     constexpr qsizetype kAfterBody = 9;
     for (const Call call : kCalls) {
       const QByteArray body = CallingTablet::goodBody(call);
       const QByteArray chunked = chunkedAnswer(body);
-      // In between, the body is there and what follows it is not: who takes it is right, too.
+      // Between these sizes the body is complete and its end is not, so both outcomes are right.
       const qsizetype end = chunked.indexOf("\r\n0\r\n");
       QTest::addRow("%s, chunked", qPrintable(nameOf(call)))
           << call << chunked << end - 1 << end + 6;
@@ -220,7 +219,7 @@ class NetworkFaultsTest : public QObject {
           << call << packed << packed.size() - kAfterBody - 1 << packed.size();
     }
   }
-  void anAnswerInPiecesThatIsCutAnywhereIsTakenWholeOrNotAtAll() {
+  void aTruncatedChunkedOrCompressedAnswerIsTakenCompletelyOrNotAtAll() {
     constexpr qsizetype kSome = 23;
     QFETCH(const Call, call);
     QFETCH(const QByteArray, bytes);
@@ -231,7 +230,7 @@ class NetworkFaultsTest : public QObject {
       Fault fault{"cut after " + QByteArray::number(size) + " bytes",
                   [&](const QByteArray &) { return Answer{bytes.first(size)}; }};
       if (size <= tooFew) {
-        // Within the length of a chunk, the end of the connection may go unnoticed.
+        // If the connection ends within the length of a chunk, the client may not notice it.
         fault.ending = Ending::NotTaken;
         fault.arrives = nullptr;
         fault.isSilent = true;
@@ -267,8 +266,8 @@ class NetworkFaultsTest : public QObject {
     }
   }
 
-  void framesGoOnWhileNothingComes_data() { addCalls(); }
-  void framesGoOnWhileNothingComes() {
+  void framesAreRenderedDuringACall_data() { addCalls(); }
+  void framesAreRenderedDuringACall() {
     constexpr int kSome = 10;
     QFETCH(const Call, call);
     m_tablet->makeReady(call);
@@ -277,9 +276,9 @@ class NetworkFaultsTest : public QObject {
     const auto counting =
         connect(&m_tablet->window(), &QQuickWindow::frameSwapped, this, [&frames] { ++frames; });
     m_tablet->make(call);
-    waitUntil([&] { return m_tablet->shows("busyTitle"); }, "nothing says what is going on");
+    waitUntil([&] { return m_tablet->shows("busyTitle"); }, "the busy screen is not shown");
     frames = 0;
-    waitUntil([&] { return frames >= kSome; }, "the window stands still");
+    waitUntil([&] { return frames >= kSome; }, "the window does not render");
     disconnect(counting);
     m_tablet->service.answerSilentConnection(Answer::http("refused"));
     m_tablet->waitForEnd();
@@ -289,7 +288,7 @@ class NetworkFaultsTest : public QObject {
   void anAnswerOf300MebibytesIsCutOff_data() { addCalls(); }
   void anAnswerOf300MebibytesIsCutOff() {
     constexpr qint64 kSize = 300 * kMebibyte;
-    // The answer up to its limit, what goes to and fro, and what a sanitizer keeps of both.
+    // The answer up to its limit, other buffers, and the memory that a sanitizer keeps.
     constexpr qint64 kAtMost = HttpConnection::kMaxAnswerBytes + kSlack;
     QFETCH(const Call, call);
     m_tablet->makeReady(call);
@@ -302,7 +301,7 @@ class NetworkFaultsTest : public QObject {
     QVERIFY(peakMemory() - before < kAtMost);
   }
 
-  void aLateSecondAnswerIsTakenForNoOther() {
+  void aSecondAnswerIsNotTakenForTheNextCall() {
     m_tablet->makeReady(Call::Catalogue);
     QPointer<QTcpSocket> first;
     m_tablet->service.answerWith([&](const auto &) {
@@ -333,7 +332,7 @@ class NetworkFaultsTest : public QObject {
     return QStringLiteral("127.0.0.1:%1").arg(m_elsewhere.serverPort());
   }
 
-  /// Makes `call` to a service with `fault`, and checks all that is promised for it.
+  /// Makes `call` to a service with `fault`, and checks the expected outcome.
   void meet(Call call, const Fault &fault, const QString &host = {}) {
     m_tablet->makeReady(call);
     const QByteArray body = CallingTablet::goodBody(call);
@@ -357,7 +356,7 @@ class NetworkFaultsTest : public QObject {
     QCOMPARE(m_tablet->stored(), kept.stored);
     QCOMPARE(m_tablet->delivery(), kept.delivery);
     if (call == Call::Send) {
-      // Never twice, and not at all if it had to be quick.
+      // A send is never repeated. After a short time-out the request may not have arrived.
       QVERIFY(m_tablet->service.requests().size() - requests <= 1);
     }
     m_tablet->answerAlerts();

@@ -4,10 +4,10 @@
 #include <QString>
 #include <QTemporaryDir>
 
-/// The real order service with a store of its own, as a process that ends with this object.
+/// The real order service with a separate store, as a process that ends with this object.
 class OrderService {
  public:
-  /// `program` is its executable.
+  /// Starts the executable `program`.
   explicit OrderService(QString program);
   ~OrderService();
   OrderService(const OrderService &) = delete;
@@ -15,7 +15,7 @@ class OrderService {
 
   /// HOST:PORT.
   [[nodiscard]] const QString &host() const { return m_host; }
-  /// The number of lines that were sent and are on its disk.
+  /// Returns the number of sent lines in the store.
   [[nodiscard]] qsizetype storedLines() const;
 
  private:

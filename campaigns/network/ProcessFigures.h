@@ -2,12 +2,12 @@
 
 #include <QStringList>
 
-/// What this process has open at the moment: files, sockets, pipes. Not so a database's main file,
-/// of which SQLite keeps descriptors for its next connection; what is left of a connection shows by
-/// its log.
+/// Returns the open files, sockets and pipes of this process. A database's main file is left out,
+/// because SQLite keeps its descriptor for the next connection; an open connection shows by its
+/// log.
 QStringList openDescriptors();
-/// The number of threads in which Qt's network runs. A reply that is pending has one.
+/// Returns the number of Qt's network threads. Every pending reply has one.
 qsizetype networkThreads();
-/// The most memory that was in use since `forgetPeakMemory`, in bytes.
+/// Returns the peak memory use in bytes since the last call of forgetPeakMemory().
 qint64 peakMemory();
 void forgetPeakMemory();

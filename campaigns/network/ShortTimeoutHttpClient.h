@@ -8,17 +8,17 @@
 #include <chrono>
 #include <optional>
 
-/// The real client, which may be told to lose its patience sooner.
+/// The real client, whose time-out can be shortened.
 class ShortTimeoutHttpClient : public HttpClient {
  public:
   HttpConnection *start(const HttpRequest &request, WeakDelegate<HttpConnectionDelegate> delegate,
                         QObject *owner) override;
 
-  /// From now on requests time out after `timeout` instead of what they ask for, if there is one.
+  /// Sets the time-out of later requests. std::nullopt, the default, keeps each request's own.
   void setTimeout(std::optional<std::chrono::milliseconds> timeout) { m_timeout = timeout; }
-  /// What the last request asked for.
+  /// Returns the time-out that the last request asked for.
   [[nodiscard]] std::chrono::milliseconds askedTimeout() const { return m_askedTimeout; }
-  /// Whether a connection was started that is still there.
+  /// Returns true while a connection exists.
   [[nodiscard]] bool isBusy() const;
 
  private:
