@@ -120,7 +120,7 @@ class Survey:
         self.note("keypad", *KEYPAD)
         self.touch("keypad/1")
         self.touch("keypad/OK")
-        self._tablet.expect_keyboard_in("Item or barcode")
+        self._tablet.expect_focus_in("Item or barcode")
         self._tablet.type("UNKNOWN")
         self._tablet.press("Return")
         self._note_alert("Unknown Item")

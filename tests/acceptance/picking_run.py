@@ -1,4 +1,4 @@
-"""A test of the real program and the real order service: how deliveries are picked in it."""
+"""The base class of tests that pick deliveries with the real program and order service."""
 
 import os
 import sqlite3
@@ -11,7 +11,7 @@ DELIVERIES = os.path.join(os.path.dirname(os.path.abspath(__file__)), "deliverie
 
 
 class PickingRun(unittest.TestCase):
-    """A subclass says in which folder the `programs` are."""
+    """A subclass sets `programs`, the folder of the programs."""
 
     programs = None
 
@@ -51,7 +51,7 @@ class PickingRun(unittest.TestCase):
     def look_up(self, number):
         tablet = self.tablet
         tablet.touch("push button", "Picking")
-        tablet.expect_keyboard_in("Delivery number")
+        tablet.expect_focus_in("Delivery number")
         tablet.type(number)
         tablet.touch("push button", "Search")
 
@@ -59,14 +59,14 @@ class PickingRun(unittest.TestCase):
         self.look_up(number)
         self.tablet.find("label", "Customer: Harbour Café")
         self.tablet.touch("push button", "Start Picking")
-        self.tablet.expect_keyboard_in("Box")
+        self.tablet.expect_focus_in("Box")
 
     def enter(self, quantity):
-        self.tablet.expect_keyboard_in("Quantity to add")
+        self.tablet.expect_focus_in("Quantity to add")
         self.tablet.type(quantity)
         self.tablet.touch("push button", "OK")
         self.tablet.expect_gone("text", "Quantity to add")
-        self.tablet.expect_keyboard_in("Item or barcode")
+        self.tablet.expect_focus_in("Item or barcode")
 
     def scan(self, code):
         self.tablet.type(code)

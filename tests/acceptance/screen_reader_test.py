@@ -1,4 +1,4 @@
-"""What a screen reader finds and hears, on the real program, from outside its process.
+"""What a screen reader finds and announces, tested with the real program over AT-SPI.
 
 Usage: own-session python3 screen_reader_test.py FOLDER-OF-THE-PROGRAMS
 """
@@ -18,12 +18,12 @@ HEART = "85123A, 4000000000013, WHITE HANGING HEART HOLDER"
 LANTERN = "71053, 4000000000020, METAL LANTERN"
 FILTER = [("panel", "Filter", "")] + [("radio button", name, "") for name in
                                       ("All", "Not picked", "Different", "Matching")]
-# What can be used, or leads to what can be.
+# Controls and containers of controls. All of them need names.
 INTERACTIVE = {"push button", "radio button", "text", "list", "list item", "dialog", "panel"}
 
 
 class EventListener:
-    """Listens to the events that a screen reader speaks at."""
+    """Receives the events that a screen reader announces."""
 
     EVENTS = ("object:state-changed:showing", "object:state-changed:focused")
 
@@ -41,11 +41,11 @@ class EventListener:
             self._events.append((event.type.rsplit(":", 1)[1], source.get_role_name(),
                                 source.get_name(), self._dialog_around(source)))
         except GLib.Error:
-            pass  # It is gone already.
+            pass  # The object no longer exists.
 
     @staticmethod
     def _dialog_around(node):
-        """Name and description of the dialog that the node is in."""
+        """Returns the name and the description of the dialog around the node, or None."""
         while node and node.get_role_name() != "dialog":
             node = node.get_parent()
         return (node.get_name(), node.get_description()) if node else None
@@ -60,7 +60,7 @@ class EventListener:
             pass
 
     def expect(self, event, role, name, dialog=None):
-        """Waits for an event at what has that role, and a name that matches the pattern."""
+        """Waits for an event of a control with this role, and a name that matches the pattern."""
         def has_occurred():
             self._listen()
             return any((event, role, dialog) == (one[0], one[1], one[3])
@@ -69,7 +69,7 @@ class EventListener:
         try:
             wait_for(has_occurred, f"{role} {name} to be {event} in {dialog}")
         except NotSeen as not_seen:
-            raise NotSeen(f"{not_seen}, where was heard: {self._events}") from None
+            raise NotSeen(f"{not_seen}; received: {self._events}") from None
 
     def close(self):
         for event in self.EVENTS:
@@ -91,11 +91,11 @@ class ScreenReader(unittest.TestCase):
         self.listener = EventListener()
         self.addCleanup(self.listener.close)
 
-    # Ways.
+    # Navigation.
 
     def enter_picking(self):
         self.tablet.touch("push button", "Picking")
-        self.tablet.expect_keyboard_in("Delivery number")
+        self.tablet.expect_focus_in("Delivery number")
 
     def start_picking(self):
         self.enter_picking()
@@ -103,12 +103,12 @@ class ScreenReader(unittest.TestCase):
         self.tablet.touch("push button", "Search")
         self.tablet.find("label", "Customer: Harbour Café")
         self.tablet.touch("push button", "Start Picking")
-        self.tablet.expect_keyboard_in("Box")
+        self.tablet.expect_focus_in("Box")
 
     def open_box(self):
         self.start_picking()
         self.tablet.touch("list item", "Box C1, picked 0, ordered 11, unopened")
-        self.tablet.expect_keyboard_in("Item or barcode")
+        self.tablet.expect_focus_in("Item or barcode")
 
     def scan(self, code):
         self.tablet.type(code)
@@ -116,22 +116,23 @@ class ScreenReader(unittest.TestCase):
 
     def pick(self, code, quantity):
         self.scan(code)
-        self.tablet.expect_keyboard_in("Quantity to add")
+        self.tablet.expect_focus_in("Quantity to add")
         self.tablet.type(quantity)
         self.tablet.touch("push button", "OK")
-        self.tablet.expect_keyboard_in("Item or barcode")
+        self.tablet.expect_focus_in("Item or barcode")
 
     def choose(self, action):
         self.tablet.touch("push button", "Options")
         self.tablet.touch("list item", action)
 
-    # Eyes and hands of the screen reader.
+    # What the screen reader finds and does.
 
     def expect(self, *expected):
-        """All of (role, name, description) is on the screen, and all of the screen has names."""
+        """Waits until controls with each (role, name, description) are on the screen, and all
+        controls on the screen have names."""
         for role, name, description in expected:
             self.tablet.find(role, name, description)
-        wait_for(lambda: all(map(self.has_name, self.tablet.showing())), "names for all there is")
+        wait_for(lambda: all(map(self.has_name, self.tablet.showing())), "names of all controls")
 
     @staticmethod
     def has_name(node):
@@ -140,7 +141,7 @@ class ScreenReader(unittest.TestCase):
         return node.get_name() != "" or not needs_one
 
     def act(self, role, name):
-        """Does what a touch would do, as the screen reader itself does it."""
+        """Performs the control's action through AT-SPI."""
         self.assertTrue(Atspi.Action.do_action(self.tablet.find(role, name), 0))
 
     def expect_checked(self, *names):
@@ -150,7 +151,7 @@ class ScreenReader(unittest.TestCase):
 
         wait_for(lambda: checked() == list(names), f"{names} to be checked")
 
-    # What is there.
+    # What is on the screen.
 
     def test_the_start_screen(self):
         self.expect(("heading", "CartonPick", ""), ("push button", "Picking", ""),
@@ -242,7 +243,7 @@ class ScreenReader(unittest.TestCase):
         self.expect(("dialog", "Close Picking", message), ("heading", "Close Picking", ""),
                     ("label", message, ""), ("push button", "OK", ""), ("push button", "Cancel", ""))
 
-    # What is said.
+    # What is announced.
 
     def test_every_saved_quantity_is_announced(self):
         self.open_box()
@@ -252,7 +253,7 @@ class ScreenReader(unittest.TestCase):
             self.listener.expect("showing", "notification",
                             rf"Saved {sum_of_all} × 71053 in box C1, \d\d:\d\d:\d\d")
 
-    def test_an_alert_takes_the_focus_and_has_its_message_to_read(self):
+    def test_an_alert_takes_the_focus_and_its_message_can_be_read(self):
         self.open_box()
         self.listener.forget()
         self.scan("no such code")
@@ -268,25 +269,25 @@ class ScreenReader(unittest.TestCase):
         self.listener.expect("focused", "push button", "NO",
                         ("Picking Completed?", "Are you sure that picking is completed?"))
 
-    def test_the_keypad_says_for_which_line_it_is(self):
+    def test_the_keypad_announces_its_line(self):
         self.open_box()
         self.listener.forget()
         self.scan("71053")
         self.listener.expect("focused", "text", "Quantity to add",
                         ("Quantity", "71053, METAL LANTERN"))
 
-    def test_the_row_that_the_arrow_keys_lead_to_is_said(self):
+    def test_the_arrow_keys_announce_the_current_row(self):
         self.open_box()
         self.tablet.touch("push button", "Options")
         self.listener.expect("focused", "list item", "View Summary", ("Options", ""))
         self.tablet.press("Down")
         self.listener.expect("focused", "list item", "Send Email", ("Options", ""))
 
-    # What the screen reader does itself.
+    # Actions of the screen reader.
 
-    def test_its_own_actions_lead_from_the_start_to_a_saved_quantity(self):
+    def test_a_quantity_can_be_saved_with_accessibility_actions_only(self):
         self.act("push button", "Picking")
-        self.tablet.expect_keyboard_in("Delivery number")
+        self.tablet.expect_focus_in("Delivery number")
         self.tablet.type("A-100")
         self.act("push button", "Search")
         self.tablet.find("label", "Customer: Harbour Café")
@@ -297,7 +298,7 @@ class ScreenReader(unittest.TestCase):
         self.act("push button", "OK")
         self.tablet.find("list item", f"{LANTERN}, picked 2, ordered 2, difference 0")
 
-    def test_it_chooses_a_filter_and_hears_which_one_is_chosen(self):
+    def test_a_filter_can_be_chosen_and_its_state_is_reported(self):
         self.open_box()
         self.expect_checked("All")
         self.act("radio button", "Matching")

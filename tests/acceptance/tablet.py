@@ -1,9 +1,8 @@
-"""A tablet for whole runs: a screen, the program on it, a hand that touches and types, and an eye.
+"""A tablet for whole runs: a screen, the program, an input driver and a screen reader.
 
-The screen is an X server of its own (Xvfb); the hand sends real pointer and key events (xdotool);
-the eye is a screen reader's (AT-SPI), so it finds things by role and name. Has to run inside a
-session of its own (own-session). A program on another screen, under another hand, is another kind
-of Tablet.
+The screen is a separate X server (Xvfb). xdotool sends real pointer and key events. AT-SPI finds
+controls by role and name. Must run in a separate session (own-session). A program with another
+screen or input driver is another subclass of Tablet.
 """
 
 import os
@@ -20,17 +19,18 @@ TIMEOUT_SECONDS = 60
 
 
 class NotSeen(AssertionError):
-    """What was waited for did not come."""
+    """Something did not appear in time."""
 
 
 def wait_for(look, what):
-    """Looks until there is something to see, and returns it."""
+    """Calls `look` until it returns a true value, and returns that value. Raises NotSeen after
+    TIMEOUT_SECONDS."""
     deadline = time.monotonic() + TIMEOUT_SECONDS
     while True:
         try:
             seen = look()
         except GLib.Error:
-            seen = None  # The tree changed while it was walked.
+            seen = None  # The tree changed while `look` walked it.
         if seen:
             return seen
         if time.monotonic() > deadline:
@@ -39,8 +39,8 @@ def wait_for(look, what):
 
 
 class Screen:
-    """An X server with one screen of the given size. It ends with this process, and lasts when the
-    last program on it has ended."""
+    """An X server with one screen of this size in pixels. It ends with this process, and continues
+    when its last client has ended."""
 
     def __init__(self, width, height):
         self.width, self.height = width, height
@@ -66,7 +66,7 @@ class Screen:
 
 
 class OrderService:
-    """The order service as a process of its own, on a free loopback port."""
+    """The order service as a process, on a free loopback port."""
 
     def __init__(self, executable, *options):
         self._process = subprocess.Popen([executable, "--port", "0", *options],
@@ -80,9 +80,9 @@ class OrderService:
 
 
 class Tablet:
-    """The program with that process id, as its screen reader and its user's hand know it.
+    """The program with this process id, used through AT-SPI and an input driver.
 
-    A subclass is the hand: it has click(x, y), type(text) and press(key).
+    A subclass is the input driver: it implements click(x, y), type(text) and press(key).
     """
 
     def __init__(self, process_id):
@@ -92,7 +92,7 @@ class Tablet:
     @staticmethod
     def _find_application(process_id):
         desktop = Atspi.get_desktop(0)
-        # What the desktop said before may be what is remembered of it.
+        # The cached list of applications may be out of date.
         desktop.clear_cache()
         for index in range(desktop.get_child_count()):
             application = desktop.get_child_at_index(index)
@@ -110,13 +110,13 @@ class Tablet:
             waiting.extend(child for child in reversed(children) if child)
 
     def showing(self):
-        """Everything that is on the screen, what is on top last."""
+        """Returns all nodes on the screen, the topmost last."""
         return (node for node in self._nodes()
                 if node.get_state_set().contains(Atspi.StateType.SHOWING))
 
     def seen(self, role=None, name=None, description=None):
-        """What is on the screen with that role, name and description; the last one, which is the
-        one on top, of several."""
+        """Returns the topmost node on the screen with this role, name and description, or None.
+        An argument that is None matches everything."""
         found = None
         for node in self.showing():
             if ((role is None or node.get_role_name() == role)
@@ -136,23 +136,24 @@ class Tablet:
             raise NotSeen(f"{not_seen}, where there is: {self.description()}") from None
 
     def description(self):
-        """Everything that is on the screen, in words."""
+        """Returns the roles and names of all nodes on the screen."""
         return "; ".join(f"{node.get_role_name()} {node.get_name()}" for node in self.showing())
 
     def expect_value(self, caption, value):
-        """Waits until the value with that caption is `value`."""
+        """Waits until the node with this caption as its description has the name `value`."""
         self._wait_for(lambda: self.seen(None, value, caption), f"{caption} to be {value}")
 
     def expect_gone(self, role=None, name=None):
         self._wait_for(lambda: self.seen(role, name) is None, f"{role} {name} to be gone")
 
     def names(self, role, part):
-        """The names, with that part in them, of all that has that role on the screen."""
+        """Returns the names of all nodes on the screen with this role whose names contain
+        `part`."""
         return [node.get_name() for node in self.showing()
                 if node.get_role_name() == role and part in node.get_name()]
 
     def wait_until_still(self, role, name):
-        """Waits until what has that role and name stands still, and returns its middle."""
+        """Waits until the node with this role and name stops moving, and returns its centre."""
         def resting_place():
             place = self._place(role, name)
             time.sleep(0.05)
@@ -170,12 +171,12 @@ class Tablet:
         box = node.get_extents(Atspi.CoordType.SCREEN)
         return box.x + box.width // 2, box.y + box.height // 2
 
-    def expect_keyboard_in(self, name):
-        def has_keyboard():
+    def expect_focus_in(self, name):
+        def has_focus():
             node = self.seen("text", name)
             return node and node.get_state_set().contains(Atspi.StateType.FOCUSED)
 
-        self._wait_for(has_keyboard, f"the keyboard to be in {name}")
+        self._wait_for(has_focus, f"the focus to be in {name}")
 
     def answer_alert(self, title, button):
         self.find("dialog", title)
@@ -184,7 +185,7 @@ class Tablet:
 
 
 class Program(Tablet):
-    """The program as a process of its own, on a screen."""
+    """The program as a process, on a screen."""
 
     def __init__(self, screen, executable, *options):
         self._screen = screen
@@ -214,7 +215,7 @@ class Program(Tablet):
         self._screen.run("xdotool", "key", key)
 
     def kill(self):
-        """Ends the program at once, as a flat battery would."""
+        """Ends the program at once, as an empty battery does."""
         self._process.send_signal(signal.SIGKILL)
         self._end()
 

@@ -2,8 +2,8 @@
 
 Usage: own-session python3 take_screenshots.py PROGRAMS PICTURES [--all]
 
-PROGRAMS is the folder of the programs, PICTURES where the pictures go. Without --all only those are
-taken that the documentation keeps; with it, those of every screen in every look.
+PROGRAMS is the folder of the programs, PICTURES the folder of the pictures. Takes the pictures for
+the documentation, or, with --all, every screen in every look.
 """
 
 import os
@@ -21,7 +21,7 @@ THEMES = ("light", "dark")
 
 
 class Look:
-    """How a tablet's screen looks."""
+    """The size, theme and text size of a screen."""
 
     def __init__(self, width, height, theme="light", text_size=100):
         self.width, self.height = width, height
@@ -33,14 +33,14 @@ class Look:
         return f"{self.width}x{self.height}{theme}{text}"
 
     def remember_in(self, home):
-        """Makes it the choice of the program with that home."""
+        """Stores the look in the display settings of this home folder."""
         with open(os.path.join(home, "display.ini"), "w", encoding="ascii") as file:
             file.write(f"[General]\ntheme={self.theme}\ntextSize={self.text_size}\n")
 
 
 EVERY_LOOK = [Look(width, height, theme) for width, height in SIZES for theme in THEMES] + [
     Look(1024, 768, theme, 200) for theme in THEMES] + [Look(800, 1280, "light", 200)]
-# The looks that the documentation keeps, and which pictures of them; None for all.
+# The looks in the documentation, and the names of their pictures; None for all pictures.
 KEPT = [(Look(1280, 800), None),
         (Look(800, 1280), None),
         (Look(1280, 800, "dark"), ("picking", "keypad", "trail")),
@@ -48,7 +48,7 @@ KEPT = [(Look(1280, 800), None),
 
 
 class HalfAnAnswer:
-    """A service that begins to answer, with so many bytes, and does not go on."""
+    """A service that sends `sent` bytes of an answer of `announced` bytes, and then nothing."""
 
     def __init__(self, sent, announced):
         self._socket = socket.create_server(("127.0.0.1", 0))
@@ -63,7 +63,7 @@ class HalfAnAnswer:
             try:
                 connection, _ = self._socket.accept()
             except OSError:
-                return  # It is closed.
+                return  # The socket is closed.
             connection.recv(65536)
             connection.sendall(self._answer)
             self._connections.append(connection)
@@ -75,8 +75,8 @@ class HalfAnAnswer:
 
 
 class Visit:
-    """The program in one look, with a service. Takes the pictures of those names, or, without
-    names, all."""
+    """The program in one look, with a service. Takes the pictures in `names`, or all if it is
+    None."""
 
     def __init__(self, service, program, pictures, look, names=None, height=None):
         self._pictures = pictures
@@ -106,7 +106,7 @@ class Visit:
 
 
 class Tour(Visit):
-    """One delivery."""
+    """A tour through all screens with one delivery."""
 
     def __init__(self, programs, *look):
         super().__init__(OrderService(os.path.join(programs, "cartonpick-orders")),
@@ -133,12 +133,12 @@ class Tour(Visit):
     def _find_delivery(self):
         tablet = self._tablet
         tablet.touch("push button", "Picking")
-        tablet.expect_keyboard_in("Delivery number")
+        tablet.expect_focus_in("Delivery number")
         tablet.touch("push button", "Search")
         tablet.find("dialog", "Please fill in data first")
         self.picture("alert")
         tablet.answer_alert("Please fill in data first", "OK")
-        tablet.expect_keyboard_in("Delivery number")
+        tablet.expect_focus_in("Delivery number")
         tablet.type("4711")
         tablet.touch("push button", "Search")
         tablet.find("label", "Customer: Rosie's Kitchen")
@@ -146,7 +146,7 @@ class Tour(Visit):
         self.picture("delivery")
         self._take_trail("Open a box first", "trail-empty")
         tablet.touch("push button", "Start Picking")
-        tablet.expect_keyboard_in("Box")
+        tablet.expect_focus_in("Box")
         self.picture("boxes")
 
     def _take_trail(self, pill, name):
@@ -158,13 +158,13 @@ class Tour(Visit):
         tablet.expect_gone("heading", "Last scans")
 
     def _enter(self, quantity):
-        self._tablet.expect_keyboard_in("Quantity to add")
+        self._tablet.expect_focus_in("Quantity to add")
         self._tablet.type(quantity)
 
     def _confirm(self):
         self._tablet.touch("push button", "OK")
         self._tablet.expect_gone("text", "Quantity to add")
-        self._tablet.expect_keyboard_in("Item or barcode")
+        self._tablet.expect_focus_in("Item or barcode")
 
     def _scan(self, code, quantity):
         self._tablet.type(code)
@@ -177,7 +177,7 @@ class Tour(Visit):
         tablet.type("C002")
         tablet.press("Return")
         tablet.find("list item", "Box C002, picked 0, ordered 30, unopened")
-        tablet.expect_keyboard_in("Item or barcode")
+        tablet.expect_focus_in("Item or barcode")
         for name in tablet.names("list item", ", picked 0, ordered"):
             code = name.split(", ")[0]
             ordered = name.split("ordered ")[1].split(",")[0]
@@ -241,12 +241,12 @@ class Tour(Visit):
         self.picture("history-summary")
 
     def _scroll_to_the_top(self):
-        """Turns the wheel over the upper pane, which large text may have scrolled."""
+        """Scrolls the upper pane, which may be scrolled at large text sizes, to its top."""
         self._screen.run("xdotool", "mousemove", "100", "300", "click", "--repeat", "30", "4")
 
 
 class Download(Visit):
-    """The catalogue, half of it received."""
+    """The download of the catalogue, half of it received."""
 
     def __init__(self, programs, *look):
         super().__init__(HalfAnAnswer(sent=12_345_678, announced=25_000_000),
@@ -255,15 +255,15 @@ class Download(Visit):
     def take(self):
         tablet = self._tablet
         tablet.touch("push button", "Picking")
-        tablet.expect_keyboard_in("Delivery number")
+        tablet.expect_focus_in("Delivery number")
         tablet.touch("push button", "Reload Items")
         tablet.find("label", "12.3 of 25.0 MB")
-        time.sleep(1)  # What is over in a moment is not shown.
+        time.sleep(1)  # The progress is shown only after a delay.
         self.picture("download")
 
 
 class Gallery(Visit):
-    """All parts of the screens in all states, on a screen that is high enough for them."""
+    """All controls in all states, on a screen that is high enough for them."""
 
     def __init__(self, programs, pictures, look, names):
         super().__init__(HalfAnAnswer(0, 0),

@@ -1,4 +1,4 @@
-"""One delivery from its lookup to the history, on the real program and the real order service.
+"""One delivery from its lookup to the history, with the real program and the real order service.
 
 Usage: own-session python3 whole_run_test.py FOLDER-OF-THE-PROGRAMS
 """
@@ -27,7 +27,7 @@ class WholeRun(PickingRun):
         tablet.expect_value("Unopened", "2")
 
         tablet.touch("list item", "Box C1, picked 0, ordered 11, unopened")
-        tablet.expect_keyboard_in("Item or barcode")
+        tablet.expect_focus_in("Item or barcode")
         tablet.expect_value("Difference", "-11")
         tablet.touch("list item", "85123A, 4000000000013, WHITE HANGING HEART HOLDER, "
                                   "picked 0, ordered 6, difference -6")
@@ -64,14 +64,14 @@ class WholeRun(PickingRun):
         tablet.touch("push button", "Reload Items")
         tablet.answer_alert("Saved", "OK")
         self.assertEqual(self.stored("SELECT count(*) FROM Items"), [(7,)])
-        # The catalogue took the place of the lookup's answer; another search brings it back.
+        # The catalogue has replaced the lookup's answer, so the delivery is looked up again.
         tablet.touch("push button", "Search")
         tablet.expect_gone("label", "Looking up the delivery …")
         tablet.touch("push button", "Start Picking")
-        tablet.expect_keyboard_in("Box")
+        tablet.expect_focus_in("Box")
         tablet.type("C1")
         tablet.press("Return")
-        tablet.expect_keyboard_in("Item or barcode")
+        tablet.expect_focus_in("Item or barcode")
 
         self.scan(LANTERN)
         self.enter("3")
@@ -82,13 +82,13 @@ class WholeRun(PickingRun):
         self.assertEqual(self.stored()[-1], ("C1", "22752", 3, 1, 0))
         self.scan("no such code")
         tablet.answer_alert("Unknown Item", "OK")
-        tablet.expect_keyboard_in("Item or barcode")
-        # One lantern too many goes back.
+        tablet.expect_focus_in("Item or barcode")
+        # One lantern too many is removed.
         self.scan("71053")
         tablet.touch("push button", "Minus")
         tablet.type("1")
         tablet.touch("push button", "OK")
-        tablet.expect_keyboard_in("Item or barcode")
+        tablet.expect_focus_in("Item or barcode")
         self.assertEqual(self.stored()[0], ("C1", "71053", 2, 2, 0))
 
         self.choose("View Summary")
@@ -121,9 +121,9 @@ class WholeRun(PickingRun):
             table = db.execute("SELECT name FROM sqlite_master WHERE type = 'table'").fetchone()[0]
             self.assertEqual(db.execute(f"SELECT count(*) FROM {table}").fetchone(), (2,))
 
-        # One more line after the send. The menu took the keyboard away from the scan field.
+        # One more line after the send. The scan field lost the focus to the menu.
         tablet.touch("text", "Item or barcode")
-        tablet.expect_keyboard_in("Item or barcode")
+        tablet.expect_focus_in("Item or barcode")
         self.scan("85123A")
         self.enter("6")
         tablet.touch("push button", "Stop Picking")

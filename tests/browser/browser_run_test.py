@@ -1,5 +1,5 @@
-"""Whole runs through a browser: the real script serves the real program, which is used only through
-its page in a headless Chromium.
+"""Whole runs in a browser. The real script serves the real program, and the test uses the program
+only through its page in a headless Chromium.
 
 Usage: ../acceptance/own-session python3 browser_run_test.py FOLDER-OF-THE-PROGRAMS
 """
@@ -22,18 +22,19 @@ from tablet import OrderService, wait_for
 PROGRAMS = sys.argv.pop(1)
 TWELVE_LINES = "4711"
 ONE_LINE = "4715"
-# Scaling alone makes a difference of 0.005, one line's confirmed quantity one of 0.04.
+# Scaling causes a difference of 0.005, and one confirmed quantity a difference of 0.04.
 ALIKE = 0.02
 
 
 def row_name(line, picked):
-    """How a screen reader names the line's row."""
+    """Returns the accessible name of the line's row."""
     return (f"{line['item']}, {line['barcode']}, {line['descr']}, picked {picked}, "
             f"ordered {line['qty']}, difference {picked - line['qty']}")
 
 
 def listening_addresses(process_ids):
-    """The local addresses, in the kernel's spelling, on which the processes listen for TCP."""
+    """Returns the local addresses, in the kernel's hexadecimal form, on which the processes listen
+    for TCP."""
     files = []
     for process_id in process_ids:
         folder = f"/proc/{process_id}/fd"
@@ -86,7 +87,7 @@ class Picking(BrowserRun):
         self.open_browser()
 
     def ordered(self, delivery):
-        """The delivery's order lines, as the order service has them."""
+        """Returns the order lines of a delivery from the order service."""
         address = f"http://{self.service.host}/qir_pick/servicepick.svc/json/getorderpercarton/"
         with urllib.request.urlopen(address + delivery) as answer:
             return json.load(answer)
@@ -103,27 +104,27 @@ class Picking(BrowserRun):
         """Looks up the delivery that has these lines, and starts picking it."""
         tablet = self.tablet
         tablet.touch("push button", "Picking")
-        tablet.expect_keyboard_in("Delivery number")
+        tablet.expect_focus_in("Delivery number")
         tablet.type(lines[0]["doc"])
         tablet.touch("push button", "Search")
         tablet.find("label", f"Customer: {lines[0]['cusname']}")
         tablet.expect_gone("dialog")
         tablet.touch("push button", "Start Picking")
-        tablet.expect_keyboard_in("Box")
+        tablet.expect_focus_in("Box")
 
     def scan(self, code):
         self.tablet.type(code)
         self.tablet.press("Return")
 
     def scan_item(self, code):
-        self.tablet.expect_keyboard_in("Item or barcode")
+        self.tablet.expect_focus_in("Item or barcode")
         self.scan(code)
-        self.tablet.expect_keyboard_in("Quantity to add")
+        self.tablet.expect_focus_in("Quantity to add")
 
     def confirm(self):
         self.tablet.touch("push button", "OK")
         self.tablet.expect_gone("text", "Quantity to add")
-        self.tablet.expect_keyboard_in("Item or barcode")
+        self.tablet.expect_focus_in("Item or barcode")
 
     def open_box_by_touch(self, lines):
         ordered = sum(line["qty"] for line in lines)
@@ -149,7 +150,7 @@ class Picking(BrowserRun):
         self.open_box_by_touch(by_touch)
         for line in by_touch:
             tablet.touch("list item", row_name(line, 0))
-            tablet.expect_keyboard_in("Quantity to add")
+            tablet.expect_focus_in("Quantity to add")
             for digit in str(line["qty"]):
                 tablet.touch("push button", digit)
             self.confirm()
@@ -160,7 +161,7 @@ class Picking(BrowserRun):
             self.scan_item(line["item"])
             tablet.type(str(line["qty"]))
             self.confirm()
-        # One too many in the last line, which goes back.
+        # One piece too many is removed from the last line.
         last = lines[-1]
         self.scan_item(last["item"])
         tablet.touch("push button", "Minus")
@@ -189,7 +190,7 @@ class Picking(BrowserRun):
         self.tablet.type("1")
         self.tablet.press("Escape")
         self.tablet.expect_gone("text", "Quantity to add")
-        self.tablet.expect_keyboard_in("Item or barcode")
+        self.tablet.expect_focus_in("Item or barcode")
         self.assertEqual(self.stored(), [])
 
     def test_a_click_beside_the_screen_does_not_lose_a_scan(self):
@@ -212,7 +213,7 @@ class Picking(BrowserRun):
         self.assertGreater(self.difference("page-before", "page-after"), ALIKE)
 
     def expect_page_like_screen(self, moment):
-        """Waits until the page and the program's own screen look alike."""
+        """Waits until the page and the program's screen look alike."""
         def alike():
             subprocess.run(["import", "-window", "root", self.picture(f"screen-{moment}")],
                            env=self.served.environment(), check=True)
@@ -225,7 +226,7 @@ class Picking(BrowserRun):
         return self.path(f"{name}.png")
 
     def difference(self, one, other):
-        """How different two pictures are, from 0 to 1, both made small."""
+        """Returns the difference of two pictures from 0 to 1, after scaling both down."""
         compared = subprocess.run(
             ["compare", "-metric", "RMSE", self.picture(one) + "[320x200!]",
              self.picture(other) + "[320x200!]", "null:"], capture_output=True, text=True)
@@ -238,7 +239,8 @@ class Access(BrowserRun):
         self.serve("--demo")
 
     def answer_to(self, word):
-        """What the server says to one who asks for the screen with that word."""
+        """Returns the first line of the server's answer to a request for the screen with this
+        access word."""
         port = urlsplit(self.served.address).port
         with socket.create_connection(("127.0.0.1", port)) as connection:
             connection.sendall(f"GET /websockify?token={word} HTTP/1.1\r\n"
@@ -247,13 +249,13 @@ class Access(BrowserRun):
                                "Sec-WebSocket-Key: AAAAAAAAAAAAAAAAAAAAAA==\r\n\r\n".encode())
             return connection.makefile("rb").readline()
 
-    def test_the_word_alone_leads_to_the_screen(self):
+    def test_only_the_access_word_opens_the_screen(self):
         word = urlsplit(self.served.address).fragment
         self.assertIn(b"101 Switching Protocols", self.answer_to(word))
         for wrong in ("", word[:-1], word[::-1], "unix_socket"):
             self.assertEqual(self.answer_to(wrong), b"")
 
-    def test_it_listens_on_the_loopback_address_alone(self):
+    def test_it_listens_only_on_the_loopback_address(self):
         self.assertEqual(listening_addresses(self.served.processes()), {"0100007F"})
 
     def test_everything_ends_with_the_program(self):
@@ -269,7 +271,7 @@ class Access(BrowserRun):
         self.expect_nothing_left()
 
     def expect_nothing_left(self):
-        # The order service of the demo ends by itself, once it has lost its parent.
+        # The order service of the demo ends by itself after its parent process.
         wait_for(lambda: not self.served.processes(), "all processes to end")
         self.assertEqual(os.listdir(self.temporary_folder), [])
 

@@ -19,7 +19,7 @@ def read(path):
 
 
 class ServedProgram:
-    """scripts/serve-in-browser with the program, in a process session of its own."""
+    """scripts/serve-in-browser with the program, in a separate process session."""
 
     def __init__(self, temporary_folder, executable, *options):
         environment = dict(os.environ, TMPDIR=temporary_folder,
@@ -33,13 +33,13 @@ class ServedProgram:
         self.program_id = wait_for(lambda: self.processes(name), f"{name} to run")[0]
 
     def processes(self, name=None):
-        """The ids of the session's processes, or of those with that name, that have not ended."""
+        """Returns the ids of the session's running processes, or of those with this name."""
         found = []
         for process_id in filter(str.isdigit, os.listdir("/proc")):
             try:
                 start, _, rest = read(f"/proc/{process_id}/stat").rpartition(")")
             except (FileNotFoundError, ProcessLookupError):
-                continue  # It has just ended.
+                continue  # The process has just ended.
             state, _, _, session = rest.split()[:4]
             if (int(session) == self._script.pid and state != "Z"
                     and name in (None, start.partition("(")[2])):
@@ -47,7 +47,7 @@ class ServedProgram:
         return found
 
     def environment(self):
-        """The environment of the program, its display included."""
+        """Returns the environment of the program, its display included."""
         variables = read(f"/proc/{self.program_id}/environ").rstrip("\0").split("\0")
         return dict(variable.split("=", 1) for variable in variables)
 
@@ -65,8 +65,8 @@ class ProgramPage(Chromium):
     """A browser on the page that shows the program's window."""
 
     def open(self, address):
-        """Opens the page and waits until the window is there."""
-        # Not the size of the program's screen, so that the page has to scale it.
+        """Opens the page and waits until it shows the program's screen."""
+        # The size differs from the program's screen, so that the page must scale it.
         self.clear(1100, 720)
         self.driver.get(address)
         wait_for(lambda: self.message() == "", "the page to show the program's screen")
@@ -98,7 +98,7 @@ class ProgramPage(Chromium):
 
 
 class BrowserTablet(Tablet):
-    """A served program that is used through its page alone."""
+    """A served program that is used only through its page."""
 
     def __init__(self, served, page):
         self._page = page

@@ -61,14 +61,14 @@ class IntruderRun(unittest.TestCase):
 
     def pick_and_mail(self, tablet):
         tablet.touch("push button", "Picking")
-        tablet.expect_keyboard_in("Delivery number")
+        tablet.expect_focus_in("Delivery number")
         tablet.type("A-100")
         tablet.touch("push button", "Search")
         tablet.find("label", "Customer: Harbour Café")
         tablet.touch("push button", "Start Picking")
         tablet.touch("list item", "Box C1, picked 0, ordered 11, unopened")
         tablet.touch("list item", TOUCHED_ROW)
-        tablet.expect_keyboard_in("Quantity to add")
+        tablet.expect_focus_in("Quantity to add")
         tablet.type("6")
         tablet.touch("push button", "OK")
         tablet.expect_value("Picked", "6")

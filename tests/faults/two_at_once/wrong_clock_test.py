@@ -33,7 +33,7 @@ class TimedPicking(PickingRun):
     def open_box(self):
         self.start_picking("A-100")
         self.scan("C1")
-        self.tablet.expect_keyboard_in("Item or barcode")
+        self.tablet.expect_focus_in("Item or barcode")
 
     def pick(self, item, quantity):
         self.scan(item)
