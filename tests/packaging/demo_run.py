@@ -1,10 +1,10 @@
-"""Starts an installed cartonpick on its demo deliveries, without a screen, and ends it again.
+"""Starts an installed cartonpick with its demo deliveries, without a screen, and ends it.
 
 Usage: demo_run.py HOME ORDER-SERVICE COMMAND...
 
-COMMAND starts cartonpick and becomes it; ORDER-SERVICE is the executable that has to serve the
-demo. Fails unless the window is drawn without a word of warning, that service runs, and both
-processes end after one SIGTERM.
+COMMAND starts cartonpick in its own process; ORDER-SERVICE is the executable that must serve the
+demo. Fails unless the window is drawn without a warning, the service runs, and both processes end
+after one SIGTERM.
 """
 
 import os
@@ -13,22 +13,22 @@ import signal
 import subprocess
 import sys
 
-# What Qt logs, then, when it has drawn the window.
+# Qt logs this when it has drawn the window.
 DRAWN = "qt.scenegraph.time.renderloop: Frame rendered"
 
 
 class DemoRunFailed(AssertionError):
-    """What was expected of the demo did not happen."""
+    """The demo did not behave as expected."""
 
 
 def children(process):
-    """The process ids of a process's children."""
+    """Returns the process ids of a process's children."""
     listed = subprocess.run(["pgrep", "--parent", str(process)], stdout=subprocess.PIPE, text=True)
     return [int(child) for child in listed.stdout.split()]
 
 
 def wait_until_ended(process):
-    """Waits until the process that this file descriptor stands for has ended."""
+    """Waits until the process of this pidfd has ended."""
     waiting = select.poll()
     waiting.register(process, select.POLLIN)
     waiting.poll()

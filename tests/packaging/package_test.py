@@ -1,4 +1,4 @@
-"""The Debian packages: what they say of themselves, what they hold, and that what they hold runs.
+"""The Debian packages: their metadata, their files, and the installed programs.
 
 Usage: package_test.py CPACK BUILD-FOLDER VERSION
 """
@@ -57,7 +57,7 @@ def output_of(*command):
 
 
 def packages_of(group):
-    """The packages that the scripts install for that group."""
+    """Returns the packages that the scripts install for this group."""
     with open(os.path.join(SOURCES, "scripts", "packages"), encoding="utf-8") as lines:
         packages = {line.split()[1] for line in lines if line.startswith(f"{group} ")}
     if not packages:
@@ -72,7 +72,7 @@ class Package(unittest.TestCase):
         cls.addClassCleanup(folder.cleanup)
         os.environ["XDG_RUNTIME_DIR"] = folder.name
         os.environ["QT_QPA_PLATFORM"] = "offscreen"
-        # Modes in the package must not depend on the umask of whoever builds it.
+        # The file modes in the package must not depend on the umask of the build.
         built = subprocess.run(
             [CPACK, "-G", "DEB", "--config", f"{BUILD}/CPackConfig.cmake", "-B", folder.name],
             umask=0o077, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
@@ -116,7 +116,7 @@ class Package(unittest.TestCase):
     def run_program(self, *command):
         return output_of(self.program(command[0]), *command[1:])
 
-    def test_names_and_versions_are_the_projects(self):
+    def test_the_packages_have_the_projects_names_and_version(self):
         for package in FILES:
             self.assertEqual(self.field(package, "Package"), package)
             self.assertEqual(self.field(package, "Version").rsplit("-")[0], VERSION)
@@ -132,14 +132,14 @@ class Package(unittest.TestCase):
         metainfo = xml.etree.ElementTree.parse(self.path(METAINFO))
         self.assertEqual(metainfo.find("releases/release").get("version"), VERSION)
 
-    def test_the_program_depends_on_what_the_linker_cannot_see(self):
+    def test_the_program_depends_on_libraries_that_the_linker_does_not_find(self):
         self.assertEqual(packages_of("run") - self.packages_in(TABLET, "Depends"), set())
 
-    def test_the_program_recommends_what_its_keyboard_and_its_demo_need(self):
+    def test_the_program_recommends_the_packages_for_its_keyboard_and_its_demo(self):
         self.assertEqual((packages_of("keyboard") | {ORDERS})
                          - self.packages_in(TABLET, "Recommends"), set())
 
-    def test_they_depend_on_what_the_programs_are_linked_with(self):
+    def test_they_depend_on_the_libraries_of_the_programs(self):
         self.assertLess({"libc6", "libqt6quick6", "libsqlite3-0"},
                         self.packages_in(TABLET, "Depends"))
         self.assertLess({"libc6", "libsoci-sqlite3-4.0", "libsoci-postgresql4.0"},
@@ -149,12 +149,12 @@ class Package(unittest.TestCase):
         for needed in self.packages_in(ORDERS, "Depends"):
             self.assertNotRegex(needed, "qt|qml|x11|gl|cartonpick$")
 
-    def test_they_hold_these_files_and_no_other(self):
+    def test_they_contain_exactly_these_files(self):
         for package in FILES:
             files = {member.name[2:] for member in self.members(package) if not member.isdir()}
             self.assertEqual(files, FILES[package])
 
-    def test_everything_is_roots_and_only_the_programs_can_be_run(self):
+    def test_all_files_belong_to_root_and_only_the_programs_are_executable(self):
         for package in FILES:
             for member in self.members(package):
                 with self.subTest(package, member=member.name):
@@ -162,17 +162,17 @@ class Package(unittest.TestCase):
                     self.assertEqual(oct(member.mode), oct(0o755 if runs else 0o644))
                     self.assertEqual((member.uname, member.gname), ("root", "root"))
 
-    def test_the_programs_look_for_libraries_where_the_system_has_them(self):
+    def test_the_programs_search_libraries_only_in_the_systems_folders(self):
         for package in FILES:
             self.assertNotRegex(output_of("readelf", "--dynamic", self.program(package)),
                                 "R(UN)?PATH")
 
-    def test_the_desktop_entry_has_its_program_and_its_icon(self):
+    def test_the_program_and_the_icon_of_the_desktop_entry_exist(self):
         entry = self.entry(ENTRY)
         self.assertEqual(entry["Desktop Entry"]["Exec"], TABLET)
         self.assertEqual(entry["Desktop Entry"]["Icon"], DESKTOP_ID)
 
-    def test_the_commands_of_the_entries_are_understood(self):
+    def test_the_programs_accept_the_commands_of_the_desktop_entries(self):
         for name in ENTRY, KIOSK:
             entry = self.entry(name)
             for section in entry.sections():
@@ -198,11 +198,11 @@ class Package(unittest.TestCase):
                               stdout=subprocess.PIPE, text=True).stdout
         self.assertIn("--service-host", said)
 
-    def test_both_programs_say_their_version(self):
+    def test_both_programs_print_their_version(self):
         for package in FILES:
             self.assertIn(VERSION, self.run_program(package, "--version"))
 
-    def test_the_demo_comes_up_with_the_service_beside_it_and_both_end(self):
+    def test_the_demo_starts_with_its_service_and_both_end(self):
         run_demo(self.home, self.program(ORDERS), [self.program(TABLET)])
 
 

@@ -31,7 +31,7 @@ def order_line(**members):
             "qty": 3, "carton": "C001", **members}
 
 
-# Whatever a scanner may have to read.
+# Numbers and codes that are hard to encode or to scan.
 ODD = "/&#?% 7"
 DELIVERIES = [
     order_line(),
@@ -46,8 +46,8 @@ DELIVERIES = [
 
 
 def barcodes_in(picture, height):
-    """Kind and text of every barcode in a picture, from its top to its bottom. It is read in strips
-    of a height of which no two barcodes have part, but every barcode has some."""
+    """Returns the format and the text of every barcode in a picture, from top to bottom. Reads the
+    picture in strips of `height` pixels; a strip must not contain parts of two barcodes."""
     image = Image.open(picture).convert("L")
     strips = (image.crop((0, top, image.width, top + height))
               for top in range(0, image.height, height))
@@ -78,7 +78,7 @@ class SupervisorPage(unittest.TestCase):
         return os.path.join(self.folder, name)
 
     def send(self, line, quantity, picked_at="2026-03-04 09:15:00"):
-        """Reports that so many pieces of an order line were picked."""
+        """Reports to the service that `quantity` pieces of an order line were picked."""
         picked = {"barcode": line["barcode"], "box": line["carton"], "doc": line["doc"],
                   "item": line["item"], "ordernum": line["ordernum"], "qty": quantity,
                   "datepicked": picked_at, "sent": 0}
@@ -89,7 +89,7 @@ class SupervisorPage(unittest.TestCase):
             self.assertEqual(answer.read(), b'"0"')
 
     def states(self, caption=ALL):
-        """The state of every delivery that the list shows."""
+        """Returns the state of every delivery in the list, by delivery number."""
         return {row[0]: row[-1] for row in self.pages.rows(caption)}
 
     def expect_no_console_errors(self):
@@ -101,7 +101,7 @@ class List(SupervisorPage):
         super().setUp()
         self.assertEqual(self.pages.open("/"), 200)
 
-    def test_it_shows_what_the_service_was_given(self):
+    def test_it_shows_the_loaded_deliveries(self):
         self.assertEqual(self.pages.heading(), "Deliveries")
         self.assertEqual(sorted(self.pages.rows(ALL)), [
             [ODD, "Ann & <b>Söhne</b>", "3", "15", "0", "", "○ open"],
@@ -138,12 +138,12 @@ class List(SupervisorPage):
         wait_for(lambda: self.states()["D2"] == "+ over", "the delivery to be over")
         self.assertEqual(self.pages.focused_text(), "D2")
 
-    def test_it_tells_when_it_was_up_to_date_last(self):
+    def test_it_shows_the_time_of_the_last_update(self):
         first = self.pages.updated_at()
         wait_for(lambda: self.pages.updated_at() != first, "an update")
         self.assertFalse(self.pages.says("No answer since then"))
         self.service.close()
-        wait_for(lambda: self.pages.says("No answer since then"), "the page to miss the service")
+        wait_for(lambda: self.pages.says("No answer since then"), "the page to report a missing answer")
 
     def test_no_page_is_wider_than_a_narrow_window(self):
         self.send(DELIVERIES[2], 4)
@@ -159,7 +159,7 @@ class Delivery(SupervisorPage):
         self.pages.open("/")
         self.pages.follow("D1")
 
-    def test_it_shows_lines_and_corrections_as_they_come_in(self):
+    def test_it_shows_new_lines_and_corrections(self):
         self.assertEqual(self.pages.heading(), "Delivery D1")
         row = ["20138A", "5012746100000", 'MUG "350ML" <script>alert(1)</script>', "3", "5", "+2"]
         self.assertEqual(self.pages.rows("Lines of box C001"), [row])
@@ -168,12 +168,12 @@ class Delivery(SupervisorPage):
         wait_for(lambda: self.pages.rows("Lines of box C001") == [corrected], "the correction")
         self.expect_no_console_errors()
 
-    def test_it_shows_what_was_not_ordered(self):
+    def test_it_shows_lines_that_were_not_ordered(self):
         self.send({**DELIVERIES[0], "item": "X"}, 1)
         wait_for(lambda: ["X", "5012746100000", "", "not ordered", "1", "+1"]
                  in self.pages.rows("Lines of box C001"), "the line without an order")
 
-    def test_an_unknown_one_is_not_found(self):
+    def test_an_unknown_delivery_is_not_found(self):
         self.assertEqual(self.pages.open("/deliveries/<b>"), 404)
         self.assertEqual(self.pages.heading(), "Unknown delivery")
         self.assertTrue(self.pages.says("There is no delivery “<b>”."))
@@ -203,11 +203,11 @@ class Sheet(SupervisorPage):
 
     def test_a_scanner_reads_every_barcode_on_the_screen(self):
         self.pages.save_picture(self.path("sheet.png"))
-        # A longer one has less than a pixel for each of its bars.
+        # The bars of longer codes are narrower than a pixel.
         self.assertEqual(barcodes_in(self.path("sheet.png"), 12),
                          [code for code in self.expected() if len(code[1]) < 30])
 
-    def test_a_code_that_no_barcode_holds_is_there_to_read(self):
+    def test_a_code_that_cannot_be_a_barcode_is_shown_as_text(self):
         self.assertTrue(self.pages.says("Größe"))
 
 

@@ -1,4 +1,4 @@
-"""The supervisor's pages, as a browser shows them."""
+"""The supervisor's pages in a browser."""
 
 import base64
 
