@@ -241,7 +241,8 @@ class ScreenReader(unittest.TestCase):
         self.tablet.touch("push button", "Close")
         message = "Are you sure you want to leave picking?"
         self.expect(("dialog", "Close Picking", message), ("heading", "Close Picking", ""),
-                    ("label", message, ""), ("push button", "OK", ""), ("push button", "Cancel", ""))
+                    ("label", message, ""), ("push button", "OK", ""),
+                    ("push button", "Cancel", ""))
 
     # What is announced.
 

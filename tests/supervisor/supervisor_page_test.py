@@ -143,7 +143,7 @@ class List(SupervisorPage):
         wait_for(lambda: self.pages.updated_at() != first, "an update")
         self.assertFalse(self.pages.says("No answer since then"))
         self.service.close()
-        wait_for(lambda: self.pages.says("No answer since then"), "the page to report a missing answer")
+        wait_for(lambda: self.pages.says("No answer since then"), "the report of no answer")
 
     def test_no_page_is_wider_than_a_narrow_window(self):
         self.send(DELIVERIES[2], 4)
