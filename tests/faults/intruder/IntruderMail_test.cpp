@@ -1,5 +1,5 @@
-// Delivery numbers that try to become commands, paths, header fields or markup on their way through
-// the export to a mail program, which is a recorder in the place of the desktop's.
+// Hostile delivery numbers must not become commands, paths, header fields or markup when they are
+// sent by mail. A recorder takes the place of the desktop's mail program.
 
 #include "device/DesktopMailComposer.h"
 #include "support/TestClass.h"
@@ -23,7 +23,8 @@ void write(const QString &path, const QByteArray &content) {
   QCOMPARE(file.write(content), content.size());
 }
 
-/// A desktop with one mail program, the recorder. Stands before anything asks for its folders.
+/// A desktop with the recorder as its only mail program. It must exist before Qt asks for its
+/// folders.
 class RecordingDesktop {
  public:
   RecordingDesktop() {
@@ -44,9 +45,9 @@ class RecordingDesktop {
           "[MIME Cache]\nmessage/rfc822=recorder.desktop;\n");
   }
 
-  /// Whether the mail program was started since its record was taken last.
+  /// Returns true if the mail program was started since the last call of takeRecord().
   [[nodiscard]] bool hasRecord() const { return QFile::exists(record()); }
-  /// How it was started, and what it read.
+  /// Returns how the mail program was started and what it read, and removes the record.
   [[nodiscard]] QJsonObject takeRecord() const {
     QFile file(record());
     const QByteArray text = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
@@ -71,7 +72,7 @@ QStringList filesBelow(const QString &folder) {
   return files;
 }
 
-/// The program with delivery `number` picked, whose mails go to the desktop.
+/// The program with the picked delivery `number`. It sends mails through the desktop.
 class MailProgramRun : public TestProgram {
  public:
   explicit MailProgramRun(const QString &number) {
@@ -129,11 +130,11 @@ class IntruderMailTest : public QObject {
     add("a file name of a mail", "\"; filename=\"pwned.exe");
     add("markup", "<img src=x onerror=alert(1)>&lt;b&gt;");
     add("a NUL", QStringLiteral("4711%1Bcc").arg(QChar(0)));
-    add("nothing but blanks at its ends", "  4711  ");
-    add("letters of the world", QStringLiteral("Лиферунг 納品書 שלום 🚚"));
-    add("turned letters", QStringLiteral("4711\u202efdp.exe"));
+    add("spaces at its ends", "  4711  ");
+    add("letters of many scripts", QStringLiteral("Лиферунг 納品書 שלום 🚚"));
+    add("reversed letters", QStringLiteral("4711\u202efdp.exe"));
     add("a long number", QString(10'000, 'x'));
-    add("a long number of large letters", QStringLiteral("納").repeated(5'000));
+    add("a long number of multi-byte letters", QStringLiteral("納").repeated(5'000));
   }
   void aNumberIsNothingButANumber() {
     QFETCH(const QString, number);
@@ -143,7 +144,7 @@ class IntruderMailTest : public QObject {
     QTRY_VERIFY(m_desktop.hasRecord());
     const QJsonObject record = m_desktop.takeRecord();
 
-    // Its argument is the draft, and nothing else anywhere is new.
+    // The mail program's argument is the draft, and no other file is new.
     const QStringList drafts = QDir(program.home() + "/Drafts").entryList(QDir::Files);
     QCOMPARE(drafts.size(), 1);
     QVERIFY(QRegularExpression("^Mail-[A-Za-z]{6}\\.eml$").match(drafts.front()).hasMatch());
@@ -163,7 +164,7 @@ class IntruderMailTest : public QObject {
     checkMail(record["mail"].toObject(), number);
   }
 
-  void noDraftIsWrittenIntoAFolderThatIsALinkAndNoneIsRemovedThere() {
+  void draftsAreNeitherWrittenNorRemovedThroughALinkedFolder() {
     const QString kept = m_folder->filePath("kept.eml");
     write(kept, "a mail of the user's");
     MailProgramRun program("4711");
@@ -175,7 +176,7 @@ class IntruderMailTest : public QObject {
     QVERIFY(!m_desktop.hasRecord());
   }
 
-  void aDraftThatIsALinkIsRemovedAndNotFollowed() {
+  void aLinkAmongTheDraftsIsRemovedAndNotFollowed() {
     const QString kept = m_folder->filePath("kept");
     write(kept, "what the user keeps");
     MailProgramRun program("4711");

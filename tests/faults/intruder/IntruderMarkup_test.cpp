@@ -1,5 +1,5 @@
-// An order service, or whoever answers in its place, that sends markup for texts: every screen
-// shows it as it is, a screen reader hears it as it is, and nothing that it names is fetched.
+// A hostile order service sends markup in all texts. Every screen and the screen reader must
+// present it as plain text, and the program must not fetch what it links to.
 
 #include "store/ManagedObjectContext.h"
 #include "support/TestClass.h"
@@ -18,8 +18,8 @@ namespace {
 
 constexpr auto kFetched = "/fetched";
 
-/// Whether `item` shows texts that may be anybody's; whether only as they are. What stands in an
-/// empty field is the program's own.
+/// Returns true if `item` may show texts from the service. Placeholders are the program's own
+/// texts.
 bool showsText(const QQuickItem *item) {
   return (item->inherits("QQuickText") && !item->inherits("QQuickPlaceholderText")) ||
          item->inherits("QQuickTextEdit");
@@ -34,7 +34,8 @@ void choose(TestWindow &ui, int option) {
   ui.touch(QStringLiteral("tableViewRow%1").arg(option));
 }
 
-QString heard(QQuickItem *item) {
+/// Returns the texts that a screen reader announces for `item`.
+QString accessibleText(QQuickItem *item) {
   QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(item);
   return interface == nullptr ? QString()
                               : interface->text(QAccessible::Name) + u'\n' +
@@ -42,7 +43,7 @@ QString heard(QQuickItem *item) {
                                     interface->text(QAccessible::Value);
 }
 
-/// The program, before an order service in which every text is markup.
+/// The program, with an order service in which every text is markup.
 class HostileService {
  public:
   HostileService()
@@ -54,22 +55,22 @@ class HostileService {
   TestWindow ui;
   const QString markup;
 
-  /// Fails if anything in sight is more than plain text, and if `isShown` and the markup is neither
-  /// to be read nor to be heard.
+  /// Fails if a visible text is not plain text, or if the markup is shown or announced and
+  /// `isShown` is false, or the reverse.
   void check(const char *screen, bool isShown) const {
     ui.settle();
     bool isSeen = false;
-    bool isHeard = false;
+    bool isAnnounced = false;
     for (QQuickItem *item : ui.visibleItems()) {
       const QString text = item->property("text").toString();
       if (showsText(item)) {
         QVERIFY2(isPlain(item), qPrintable(screen + u": "_qs + text));
         isSeen = isSeen || text.contains(markup);
       }
-      isHeard = isHeard || heard(item).contains(markup);
+      isAnnounced = isAnnounced || accessibleText(item).contains(markup);
     }
     QVERIFY2(isSeen == isShown, screen);
-    QVERIFY2(isHeard == isShown, screen);
+    QVERIFY2(isAnnounced == isShown, screen);
   }
 
   [[nodiscard]] bool wasNothingFetched() const {
@@ -95,7 +96,7 @@ class IntruderMarkupTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void markupIsTextOnEveryScreen() {
+  void everyScreenShowsMarkupAsText() {
     HostileService hostile;
     TestWindow &ui = hostile.ui;
     hostile.check("the start", false);
@@ -146,15 +147,15 @@ class IntruderMarkupTest : public QObject {
     QVERIFY(hostile.wasNothingFetched());
   }
 
-  /// As a proof that it would be seen if anything were markup.
-  void aTextThatIsMarkupIsFound() {
+  /// Shows that the other test can fail.
+  void aTextWithMarkupIsFound() {
     HostileService hostile;
     TestWindow &ui = hostile.ui;
     const QList<QQuickItem *> items = ui.visibleItems();
     const auto text = std::find_if(items.begin(), items.end(), showsText);
     QVERIFY(text != items.end());
     QVERIFY(isPlain(*text));
-    // An image, so that what is fetched is taken.
+    // The answer is an image, so that the program accepts what it fetches.
     ui.service.answerWith(
         QByteArray::fromBase64("R0lGODlhAQABAIAAAAAAAP///yH5BAEAAAAALAAAAAABAAEAAAIBRAA7"));
     (*text)->setProperty("textFormat", Qt::RichText);

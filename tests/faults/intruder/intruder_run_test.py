@@ -109,7 +109,7 @@ class IntruderRun(unittest.TestCase):
 
     @staticmethod
     def children(name):
-        """Returns the ids of this test's child processes of that name."""
+        """Returns the ids of this test's child processes with this name."""
         output = subprocess.run(["pgrep", "--exact", "--parent", str(os.getpid()), name],
                                 capture_output=True, text=True, check=True)
         return [int(word) for word in output.stdout.split()]

@@ -1,4 +1,4 @@
-"""Someone who should not, at the real order service: strangers, floods and web pages.
+"""The real order service with hostile clients: other users, floods of requests and web pages.
 
 Usage: python3 intruder_service_test.py FOLDER-OF-THE-PROGRAMS
 """
@@ -49,7 +49,8 @@ class IntruderService(unittest.TestCase):
 
     @staticmethod
     def ask(port, path, method="GET", body=None, **headers):
-        """The status and the body of the answer; `Content_Type` stands for the field's name."""
+        """Returns the status and the body of the answer. An underscore in a header's name becomes
+        a hyphen."""
         connection = http.client.HTTPConnection(HOST, port, timeout=30)
         with contextlib.closing(connection):
             connection.request(method, path, body,
@@ -57,13 +58,13 @@ class IntruderService(unittest.TestCase):
             answer = connection.getresponse()
             return answer.status, answer.read().decode()
 
-    def test_it_listens_on_loopback_unless_told(self):
+    def test_it_listens_on_loopback_by_default(self):
         process, port = self.start()
         self.assertEqual(listening(process.pid), [(HOST, port)])
         process, port = self.start("--bind", "0.0.0.0")
         self.assertEqual(listening(process.pid), [("0.0.0.0", port)])
 
-    def test_its_store_is_its_users_alone(self):
+    def test_only_its_user_can_read_its_store(self):
         before = os.umask(0)
         self.addCleanup(os.umask, before)
         store = os.path.join(self.folder.name, "store.sqlite")
@@ -73,7 +74,7 @@ class IntruderService(unittest.TestCase):
             self.assertEqual((name, mode), (name, 0o600))
         self.assertIn("store.sqlite-wal", os.listdir(self.folder.name))
 
-    def test_no_store_is_written_through_a_link(self):
+    def test_a_store_is_not_opened_through_a_link(self):
         store = os.path.join(self.folder.name, "store.sqlite")
         os.symlink(os.path.join(self.folder.name, "elsewhere"), store)
         run = subprocess.run([os.path.join(PROGRAMS, "cartonpick-orders"), "--port", "0",
@@ -82,7 +83,7 @@ class IntruderService(unittest.TestCase):
         self.assertIn("it is a symbolic link", run.stderr)
         self.assertEqual(os.listdir(self.folder.name), ["store.sqlite"])
 
-    def test_a_flood_of_half_requests_keeps_no_tablet_from_its_answer(self):
+    def test_tablets_are_answered_during_a_flood_of_incomplete_requests(self):
         process, port = self.start()
         with contextlib.ExitStack() as flood:
             for number in range(FLOOD):
@@ -94,11 +95,11 @@ class IntruderService(unittest.TestCase):
             self.assertEqual(self.ask(port, LOOKUP)[0], 200)
             self.assertEqual(self.ask(port, CALLS + "sendpick", "POST", PICKING,
                                       Content_Type="application/json"), (200, '"0"'))
-            # Nor do they keep it from ending.
+            # The service can also end during the flood.
             process.terminate()
             self.assertEqual(process.wait(timeout=60), 0)
 
-    def test_what_is_too_large_is_refused(self):
+    def test_oversized_requests_are_refused(self):
         _, port = self.start()
         self.assertEqual(self.ask(port, "/" + "x" * 10_000)[0], 414)
         self.assertEqual(self.ask(port, "/", X="x" * 70_000)[0], 431)
@@ -106,7 +107,8 @@ class IntruderService(unittest.TestCase):
                                 Content_Type="application/json")
         self.assertEqual((status, text), (413, "the body is larger than 16 MiB"))
         with socket.create_connection((HOST, port), timeout=60) as endless:
-            wait_for(lambda: self.is_closed_after(endless, b"x" * 65536), "the end of a head")
+            wait_for(lambda: self.is_closed_after(endless, b"x" * 65536),
+                     "the oversized header to be refused")
         self.assertEqual(self.ask(port, LOOKUP)[0], 200)
 
     @staticmethod
@@ -117,7 +119,7 @@ class IntruderService(unittest.TestCase):
             return True
         return False
 
-    def test_a_web_page_from_elsewhere_sees_no_page_and_sends_no_picking(self):
+    def test_a_foreign_web_page_can_neither_read_pages_nor_send_pickings(self):
         _, port = self.start()
         self.assertEqual(self.ask(port, "/")[0], 200)
         self.assertEqual(self.ask(port, "/", Host=f"localhost:{port}")[0], 200)
@@ -126,12 +128,12 @@ class IntruderService(unittest.TestCase):
         for origin in ("http://evil.example", "null"):
             self.assertEqual(self.ask(port, CALLS + "sendpick", "POST", PICKING, Origin=origin,
                                       Content_Type="application/json")[0], 403)
-        # What a page may send without asking first is no picking.
+        # The content types that a page may send without a preflight request are refused.
         self.assertEqual(self.ask(port, CALLS + "sendpick", "POST", PICKING,
                                   Content_Type="text/plain")[0], 400)
         status, _ = self.ask(port, CALLS + "sendpick", "OPTIONS", Origin="http://evil.example")
         self.assertEqual(status, 405)
-        # A tablet's call may come through a proxy of any name.
+        # A tablet may call through a proxy, whose host name is arbitrary.
         self.assertEqual(self.ask(port, LOOKUP, Host="orders.example")[0], 200)
 
 

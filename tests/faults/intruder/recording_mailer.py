@@ -1,4 +1,4 @@
-"""A mail program that opens nothing: it writes down how it was started and what it reads of the mail.
+"""A mail program that only records how it was started and what it reads from the mail.
 
 Usage: recording_mailer.py RECORD [ARGUMENT]...
 """
@@ -33,7 +33,7 @@ def read_mail(path):
             "raw": raw.decode("ascii")}
 
 
-# Written first and named then, so that it is there as a whole.
+# The record is renamed when it is complete, so that a test never reads a part of it.
 with open(RECORD + ".part", "w", encoding="utf-8") as record:
     json.dump({"arguments": ARGUMENTS, "environment": dict(os.environ), "folder": os.getcwd(),
                "mail": read_mail(ARGUMENTS[0])}, record)

@@ -1,4 +1,4 @@
-"""What a process listens on, as the system knows it."""
+"""The sockets on which a process listens, according to the kernel."""
 
 import os
 import re
@@ -16,7 +16,7 @@ def _own_inodes(process_id):
         try:
             target = os.readlink(os.path.join(folder, name))
         except FileNotFoundError:
-            continue  # Closed meanwhile.
+            continue  # The descriptor was closed meanwhile.
         socket_inode = re.fullmatch(r"socket:\[(\d+)\]", target)
         if socket_inode:
             yield socket_inode[1]
@@ -30,7 +30,7 @@ def _address(text):
 
 
 def listening(process_id):
-    """The addresses and ports at which others can reach the process."""
+    """Returns the TCP and UDP addresses and ports on which others can reach the process."""
     own = set(_own_inodes(process_id))
     found = []
     for table, state in _TABLES.items():

@@ -1,6 +1,5 @@
-// Two lookups under way at once, in every order in which what arrives for them can arrive: what is
-// imported is what the rule of the one buffer makes of it, and never anything of a lookup that was
-// not registered.
+// Two lookups at once, with their events in every possible order. The imported delivery is the one
+// that the rule of the shared buffer gives, and never one of the lookup that is not registered.
 
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
@@ -13,7 +12,7 @@
 
 namespace {
 
-/// Connections over which a test lets arrive what it likes.
+/// A client whose connections deliver the events of a test.
 class ScriptedClient : public HttpClient {
  public:
   HttpConnection *start(const HttpRequest & /*request*/,
@@ -38,8 +37,8 @@ class ScriptedClient : public HttpClient {
   std::vector<HttpConnection *> m_connections;
 };
 
-/// What the rule makes of a run: one buffer, which every response empties and all data goes into;
-/// it is read when the first lookup, the registered one, finishes.
+/// The rule: all data goes into one buffer, which every response clears. The buffer is read when
+/// the first lookup, which is the registered one, finishes.
 class Rule {
  public:
   void respond() { m_buffer.clear(); }
@@ -67,8 +66,8 @@ class TwoAtOnceLookupsTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void everyOrderOfArrivalKeepsTheRule() {
-    // Which lookup something arrives for: its response, two pieces of its answer, its end.
+  void everyOrderOfEventsFollowsTheRule() {
+    // The lookup of each event. Each lookup has a response, two pieces of data, and an end.
     std::string order = "00001111";
     int imports = 0;
     int refusals = 0;
@@ -84,7 +83,7 @@ class TwoAtOnceLookupsTest : public QObject {
   }
 
  private:
-  /// Returns whether anything was imported.
+  /// Returns true if a delivery was imported.
   static bool run(const std::string &order) {
     TestProgram program;
     auto owned = std::make_unique<ScriptedClient>();

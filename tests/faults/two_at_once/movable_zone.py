@@ -1,4 +1,4 @@
-"""A time zone that can change while a program runs, and that only this program sees."""
+"""A time zone that can change while a program runs, and that only this program uses."""
 
 import os
 import subprocess
@@ -36,7 +36,7 @@ class MovableZone:
         self.move(name)
 
     def move(self, name):
-        """Changes the zone to the one of that name, in the way the system's settings do."""
+        """Changes the zone to the one with this name, as the system settings do."""
         new = os.path.join(self._etc, "localtime-new")
         os.symlink(os.path.join("/usr/share/zoneinfo", name), new)
         os.replace(new, os.path.join(self._etc, "localtime"))

@@ -12,7 +12,7 @@ class SettableClock:
 
     def __init__(self, path, time):
         self._path = path
-        # faketime itself knows where its library is.
+        # faketime knows the path of its library.
         library = subprocess.run(["faketime", "-f", "+0", "printenv", "LD_PRELOAD"], check=True,
                                  stdout=subprocess.PIPE, text=True).stdout.strip()
         # Timers keep running, as they do when a real clock is set.

@@ -1,4 +1,4 @@
-"""Two at once, as real processes: two programs on one store, before and after a crash; two order
+"""Two real processes at once: two programs on one store, before and after a crash, and two order
 services on one SQLite file while deliveries are loaded.
 
 Usage: own-session python3 two_at_once_test.py FOLDER-OF-THE-PROGRAMS

@@ -1,7 +1,7 @@
 """The real program while its clock is set back, or its time zone changes, during a picking.
 
-How times are kept, shown, mailed and sent is tested where it is done. This is the system's clock and
-zone, as the program sees them.
+The class tests check how times are stored, shown, mailed and sent. This test checks that the
+program follows the system's clock and zone.
 
 Usage: own-session python3 wrong_clock_test.py FOLDER-OF-THE-PROGRAMS
 """
@@ -48,7 +48,7 @@ class TimedPicking(PickingRun):
         self.tablet.answer_alert("Picking was sent", "OK")
 
     def expect_sent(self, times):
-        """The order service has the lines with these times, in the order of their picking."""
+        """Checks that the order service has lines with these times, in the order of picking."""
         expected = {(item, quantity, f"{time:%Y-%m-%d %H:%M:%S}")
                     for (item, quantity, _), time in zip(self.picked(), times, strict=True)}
         self.assertEqual({(fact.item, fact.quantity, fact.picked_at)
@@ -98,7 +98,7 @@ class ZoneChanges(TimedPicking):
         return super().new_tablet(*self.zone.around, *command)
 
     def times(self, zone):
-        """The local times, in the zone, at which the lines were picked according to the store."""
+        """Returns the local times in this zone at which the lines were picked, from the store."""
         return [datetime.datetime.fromtimestamp(time / 1000, zoneinfo.ZoneInfo(zone))
                 for _, _, time in self.picked()]
 
