@@ -1,10 +1,15 @@
 #include "command_line.h"
 
 #include "model/calendar.h"
+#include "model/stored_text.h"
 
 #include <CLI/CLI.hpp>
 #include <chrono>
+#include <iostream>
 #include <map>
+#include <span>
+#include <sstream>
+#include <string_view>
 
 namespace cartonpick::orders {
 
@@ -50,6 +55,18 @@ void declareServing(CLI::App &app, ServeOptions &options) {
   app.add_flag("--demo", options.demo, "Serve the demo deliveries, also with a store")
       ->excludes(deliveries);
   app.add_option("--store", options.store, std::string(kStoreText) + "; without it in memory");
+  app.add_option_function<int>(
+         "--store-timeout",
+         [&options](int seconds) { options.storeTimeout = std::chrono::seconds(seconds); },
+         "How many seconds a call of the store may take")
+      ->check(CLI::Range(1, 3600))
+      ->default_str(std::to_string(options.storeTimeout.count()));
+  app.add_option_function<int>(
+         "--wait-for-store",
+         [&options](int seconds) { options.storeWait = std::chrono::seconds(seconds); },
+         "For how many seconds to try again if the database is away at the start")
+      ->check(CLI::Range(0, 86'400))
+      ->default_str(std::to_string(options.storeWait.count()));
   app.add_option(
       "--token-file", options.tokenFile,
       "The file whose first line is the token for pages and metrics; without it they are "
@@ -78,12 +95,17 @@ std::string checkDay(const std::string &day) {
   return isDateTime(day + " 00:00:00") ? "" : "not a day written yyyy-MM-dd: " + day;
 }
 
+std::string checkNumber(const std::string &number) {
+  return isStorable(number) ? "" : "not a number of a delivery: it is not UTF-8";
+}
+
 CLI::App *declareExporting(CLI::App &app, ExportOptions &options) {
   static const std::map<std::string, ExportFormat> kFormats{{"csv", ExportFormat::Csv},
                                                             {"json", ExportFormat::Json}};
   CLI::App *command = app.add_subcommand("export", "Prints what was picked");
   command->add_option("--store", options.store, kStoreText)->required();
-  command->add_option("--delivery", options.filter.delivery, "Of this delivery only");
+  command->add_option("--delivery", options.filter.delivery, "Of this delivery only")
+      ->check(CLI::Validator(checkNumber, "NUMBER"));
   command
       ->add_option("--day", options.filter.day,
                    "Picked on this day only, by the tablet's clock, yyyy-MM-dd")
@@ -99,7 +121,45 @@ CLI::App *declareExporting(CLI::App &app, ExportOptions &options) {
   return command;
 }
 
+CLI::App *declareReopening(CLI::App &app, ReopenOptions &options) {
+  CLI::App *reopen = app.add_subcommand(
+      "reopen", "Undoes what was reported of a delivery, so that it can be picked again");
+  reopen->add_option("DELIVERY", options.delivery, "The number of the delivery")
+      ->required()
+      ->check(CLI::Validator(checkNumber, "NUMBER"));
+  reopen->add_option("--store", options.store, kStoreText)->required();
+  return reopen;
+}
+
+/// Prints what the library has to say, and returns the exit code.
+int finish(const CLI::App &app, const CLI::ParseError &error, int argc, const char *const *argv) {
+  std::ostringstream out;
+  std::ostringstream complaint;
+  const int code = app.exit(error, out, complaint);
+  std::cout << out.str();
+  std::cerr << withoutUrls(complaint.str(), argc, argv);
+  return code == 0 ? 0 : kBadUsage;
+}
+
 }  // namespace
+
+std::string withoutUrls(std::string message, int argc, const char *const *argv) {
+  constexpr std::string_view kShown = "URL";
+  for (std::string_view argument : std::span(argv, static_cast<std::size_t>(argc))) {
+    if (argument.starts_with("--")) {
+      argument.remove_prefix(argument.find('=') + 1);
+    }
+    if (argument.find("://") == std::string_view::npos &&
+        argument.find("password=") == std::string_view::npos) {
+      continue;
+    }
+    for (auto at = message.find(argument); at != std::string::npos;
+         at = message.find(argument, at + kShown.size())) {
+      message.replace(at, argument.size(), kShown);
+    }
+  }
+  return message;
+}
 
 Command parseCommandLine(int argc, const char *const *argv) {
   CLI::App app("Serves deliveries to pick and takes in what was picked.", "cartonpick-orders");
@@ -107,17 +167,22 @@ Command parseCommandLine(int argc, const char *const *argv) {
   ServeOptions serve;
   LoadOptions load;
   ExportOptions exported;
+  ReopenOptions reopened;
   declareServing(app, serve);
   const CLI::App *loading = declareLoading(app, load);
   const CLI::App *exporting = declareExporting(app, exported);
+  const CLI::App *reopening = declareReopening(app, reopened);
   app.require_subcommand(0, 1);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError &error) {
-    return ExitCode{app.exit(error) == 0 ? 0 : kBadUsage};
+    return ExitCode{finish(app, error, argc, argv)};
   }
   if (loading->parsed()) {
     return load;
+  }
+  if (reopening->parsed()) {
+    return reopened;
   }
   return exporting->parsed() ? Command(exported) : Command(serve);
 }

@@ -62,4 +62,9 @@ void StopRequest::wait() const {
   } while (watched[0].revents == 0 && (watched[1].revents == 0 || !isInputAtEnd()));
 }
 
+bool StopRequest::waitFor(std::chrono::milliseconds time) const {
+  pollfd signals{m_signals, POLLIN, 0};
+  return ::poll(&signals, 1, static_cast<int>(time.count())) > 0;
+}
+
 }  // namespace cartonpick::orders

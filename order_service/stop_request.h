@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+
 namespace cartonpick::orders {
 
 /// A request from outside that this process end: SIGTERM, SIGINT and, when it is to end with its
@@ -15,6 +17,10 @@ class StopRequest {
 
   /// Returns once the request came; what arrives on standard input until then is dropped.
   void wait() const;
+
+  /// Waits for a signal for at most that time. Returns true if there is one, which wait() then
+  /// finds.
+  bool waitFor(std::chrono::milliseconds time) const;
 
  private:
   bool m_endWithParent;

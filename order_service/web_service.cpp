@@ -1,6 +1,8 @@
 #include "web_service.h"
 
+#include "pages/assets.h"
 #include "pages/html_page.h"
+#include "store/store_error.h"
 
 #include <chrono>
 #include <exception>
@@ -16,6 +18,8 @@ constexpr auto kPage = "page";
 
 constexpr std::string_view kLiveness = "/livez";
 constexpr std::string_view kMetrics = "/metrics";
+
+constexpr int kUnavailable = 503;
 
 /// Returns whether the path asks for the state of the store.
 bool isProbe(std::string_view path) {
@@ -40,20 +44,37 @@ std::string kindOf(const Request &request) {
   return isProbe(path) || path == kLiveness ? "health" : path == kMetrics ? "metrics" : kPage;
 }
 
+/// Returns whether the request may change what is stored of a delivery.
+bool isChange(const Request &request) {
+  const std::string kind = kindOf(request);
+  return kind == "send" || (kind == kPage && request.method == "POST" &&
+                            SupervisorPages::isReopening(pathOf(request)));
+}
+
+/// Nothing in a page runs or styles it; files of this service alone do.
+constexpr auto kPolicy =
+    "default-src 'none'; base-uri 'none'; form-action 'self'; frame-ancestors 'none'; "
+    "img-src 'self'; style-src 'self'; script-src 'self'; connect-src 'self'";
+
 /// What a browser is told of every page, besides what stands in it.
 void protectPage(Answer &answer) {
   if (answer.contentType.starts_with("text/html")) {
-    answer.headers.insert(answer.headers.end(),
-                          {{"Content-Security-Policy", "frame-ancestors 'none'"},
-                           {"X-Content-Type-Options", "nosniff"},
-                           {"Cache-Control", "no-store"}});
+    answer.headers.insert(answer.headers.end(), {{"Content-Security-Policy", kPolicy},
+                                                 {"X-Content-Type-Options", "nosniff"},
+                                                 {"Cache-Control", "no-store"}});
   }
 }
 
 }  // namespace
 
-WebService::WebService(SqlStore &store, AccessGuard guard, RequestLog *log)
-    : m_store(store), m_calls(store), m_pages(store), m_guard(std::move(guard)), m_log(log) {}
+WebService::WebService(SqlStore &store, AccessGuard guard, RequestLog *log, ErrorLog *errors)
+    : m_store(store),
+      m_calls(store),
+      m_pages(store, guard.takesToken()),
+      m_guard(std::move(guard)),
+      m_log(log),
+      m_errors(errors),
+      m_readiness([this] { return checkStore(); }) {}
 
 Answer WebService::answer(const Request &request) {
   const auto begin = std::chrono::steady_clock::now();
@@ -62,8 +83,11 @@ Answer WebService::answer(const Request &request) {
   bool hasFailed = false;
   try {
     answer = route(request);
+  } catch (const StoreUnavailable &error) {
+    answer = failure(kUnavailable, StoreUnavailable::kOutward, error);
+    hasFailed = true;
   } catch (const std::exception &error) {
-    answer = textAnswer(500, error.what());
+    answer = failure(500, "the request failed", error);
     hasFailed = true;
   }
   const std::chrono::duration<double> time = std::chrono::steady_clock::now() - begin;
@@ -72,7 +96,9 @@ Answer WebService::answer(const Request &request) {
     m_log->write(request, answer, time);
   }
   if (hasFailed && kind == kPage) {
-    answer = messagePage(answer.status, "No deliveries now", answer.body);
+    Answer page = messagePage(answer.status, "No deliveries now", answer.body);
+    page.headers.insert(page.headers.end(), answer.headers.begin(), answer.headers.end());
+    answer = std::move(page);
   }
   protectPage(answer);
   return answer;
@@ -84,10 +110,13 @@ Answer WebService::route(const Request &request) const {
     return textAnswer(200, "ok\n");
   }
   if (isProbe(path)) {
-    return readiness();
+    return m_readiness.answer();
   }
   if (path.starts_with(OrderService::kPrefix)) {
     return m_calls.answer(request);
+  }
+  if (const auto asset = assetAnswer(request)) {
+    return *asset;
   }
   if (auto refusal = m_guard.refusal(request)) {
     return *refusal;
@@ -111,7 +140,7 @@ RequestPool WebService::poolOf(const Request &request) {
   if (isProbe(path)) {
     return RequestPool::Probes;
   }
-  return kindOf(request) == "send" ? RequestPool::Sends : RequestPool::Lookups;
+  return isChange(request) ? RequestPool::Sends : RequestPool::Lookups;
 }
 
 void WebService::logRefusal(const Request &request, const Answer &answer) {
@@ -120,12 +149,25 @@ void WebService::logRefusal(const Request &request, const Answer &answer) {
   }
 }
 
-Answer WebService::readiness() const {
+/// The details go to the log alone.
+Answer WebService::failure(int status, const std::string &outward,
+                           const std::exception &error) const {
+  if (m_errors != nullptr) {
+    m_errors->write(error.what());
+  }
+  Answer answer = textAnswer(status, outward);
+  if (status == kUnavailable) {
+    answer.headers.emplace_back("Retry-After", "1");
+  }
+  return answer;
+}
+
+Answer WebService::checkStore() const {
   try {
-    static_cast<void>(m_store.delivery(""));
+    m_store.probe();
     return textAnswer(200, "ok\n");
   } catch (const std::exception &error) {
-    return textAnswer(503, error.what());
+    return failure(kUnavailable, StoreUnavailable::kOutward, error);
   }
 }
 

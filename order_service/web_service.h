@@ -1,7 +1,9 @@
 #pragma once
 
+#include "error_log.h"
 #include "http/http_message.h"
 #include "http/http_server.h"
+#include "http/kept_answer.h"
 #include "http/metrics.h"
 #include "http/request_log.h"
 #include "pages/access_guard.h"
@@ -18,8 +20,8 @@ namespace cartonpick::orders {
 /// Prometheus and the supervisor's pages. May be called from several threads at once.
 class WebService {
  public:
-  /// The store and the log must outlive the service; without a log nothing is written.
-  WebService(SqlStore &store, AccessGuard guard, RequestLog *log);
+  /// The store and the logs must outlive the service; without a log nothing is written to it.
+  WebService(SqlStore &store, AccessGuard guard, RequestLog *log, ErrorLog *errors = nullptr);
 
   Answer answer(const Request &request);
 
@@ -33,13 +35,16 @@ class WebService {
 
  private:
   Answer route(const Request &request) const;
-  Answer readiness() const;
+  Answer checkStore() const;
+  Answer failure(int status, const std::string &outward, const std::exception &error) const;
 
   SqlStore &m_store;
   OrderService m_calls;
   SupervisorPages m_pages;
   AccessGuard m_guard;
   RequestLog *m_log;
+  ErrorLog *m_errors;
+  mutable KeptAnswer m_readiness;
   Metrics m_metrics;
 };
 

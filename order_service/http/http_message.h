@@ -18,6 +18,7 @@ struct Request {
   std::string cookie = {};         ///< the same
   std::string host = {};           ///< the same, or that of a target in absolute form
   std::string origin = {};         ///< the same; web pages have one when they send
+  std::string ifNoneMatch = {};    ///< the same
   std::string id = {};             ///< for the log and the answer
   std::string client = {};         ///< IP address of the client, or what a trusted proxy says it is
   bool isForwarded = false;        ///< true if anything about the request shows a proxy

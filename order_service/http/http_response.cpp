@@ -53,7 +53,10 @@ http::response<http::string_body> responseOf(Answer answer, const std::string &r
   } else if (traits.isToHttp10) {
     response.set(http::field::connection, "keep-alive");
   }
-  response.content_length(answer.body.size());
+  // With "not modified" the length would be that of the file that is not sent.
+  if (response.result() != http::status::not_modified) {
+    response.content_length(answer.body.size());
+  }
   if (!traits.isToHead) {
     response.body() = std::move(answer.body);
   }

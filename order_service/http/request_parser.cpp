@@ -213,6 +213,10 @@ void RequestParser::readField(Field field, std::string_view name, std::string_vi
       return readSingle(m_request.authorization, name, value);
     case Field::origin:
       return readSingle(m_request.origin, name, value);
+    case Field::if_none_match:
+      m_request.ifNoneMatch += m_request.ifNoneMatch.empty() ? "" : ", ";
+      m_request.ifNoneMatch += value;
+      return;
     case Field::expect:
       return readSingle(m_expectation, name, value);
     case Field::content_encoding:

@@ -19,7 +19,7 @@ class Boxes {
       const std::size_t boxIndex = indexOf(box);
       std::vector<LineFulfilment> &lines = m_boxes[boxIndex].lines;
       place->second = {boxIndex, lines.size()};
-      lines.push_back({.order = order, .box = box, .article = {barcode, item, {}}, .reports = {}});
+      lines.push_back({.order = order, .box = box, .article = {barcode, item, {}}});
     }
     return m_boxes[place->second.first].lines[place->second.second];
   }
@@ -42,14 +42,6 @@ class Boxes {
            std::pair<std::size_t, std::size_t>>
       m_places;
 };
-
-void sortByTime(std::vector<ReceivedReport> &reports) {
-  std::stable_sort(reports.begin(), reports.end(),
-                   [](const ReceivedReport &a, const ReceivedReport &b) {
-                     return std::tie(a.receivedAt, a.report.pickedAt) <
-                            std::tie(b.receivedAt, b.report.pickedAt);
-                   });
-}
 
 DeliveryState stateOf(const std::vector<PickedBox> &boxes, bool isOrdered, bool isSent) {
   DeliveryTraits traits = {.isOrdered = isOrdered, .isSent = isSent};
@@ -74,17 +66,20 @@ PickedDelivery pickedDelivery(const std::vector<OrderLine> &lines,
     line.isOrdered = true;
     line.ordered += ordered.quantity;
   }
-  sortByTime(reports);
-  for (const ReceivedReport &received : reports) {
-    boxes
-        .line(received.report.order, received.report.box, received.report.item,
-              received.report.barcode)
-        .reports.push_back(received.report.quantity);
-  }
   PickedDelivery delivery;
+  bool isSent = false;
+  std::stable_sort(reports.begin(), reports.end(), &wasReceivedBefore);
+  for (const ReceivedReport &received : reports) {
+    LineFulfilment &line = boxes.line(received.report.order, received.report.box,
+                                      received.report.item, received.report.barcode);
+    (received.isUndone ? line.undone : line.reports).push_back(received.report.quantity);
+    if (!received.isUndone) {
+      delivery.sentAt = received.receivedAt;
+      isSent = true;
+    }
+  }
   delivery.boxes = boxes.take();
-  delivery.sentAt = reports.empty() ? std::string() : reports.back().receivedAt;
-  delivery.state = stateOf(delivery.boxes, !lines.empty(), !reports.empty());
+  delivery.state = stateOf(delivery.boxes, !lines.empty(), isSent);
   return delivery;
 }
 

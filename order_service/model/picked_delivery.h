@@ -16,8 +16,10 @@ struct LineFulfilment {
   std::string box;
   Article article;
   bool isOrdered = false;
-  std::int64_t ordered = 0;           ///< pieces
-  std::vector<std::int32_t> reports;  ///< the quantities that were reported; the last one holds
+  std::int64_t ordered = 0;  ///< pieces
+  /// The quantities that were reported; the last one holds.
+  std::vector<std::int32_t> reports = {};
+  std::vector<std::int32_t> undone = {};  ///< those that a reopening undid
 
   std::int64_t picked() const { return reports.empty() ? 0 : reports.back(); }
   std::int64_t difference() const { return picked() - ordered; }
@@ -32,7 +34,7 @@ struct PickedBox {
 /// A delivery box by box: those that are ordered in their given order, then the others.
 struct PickedDelivery {
   std::vector<PickedBox> boxes;
-  std::string sentAt;  ///< when the latest line was received; may be empty
+  std::string sentAt;  ///< when the latest line that counts was received; may be empty
   DeliveryState state = DeliveryState::Open;
 };
 

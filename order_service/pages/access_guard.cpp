@@ -3,9 +3,11 @@
 #include "model/input_error.h"
 #include "pages/html.h"
 #include "pages/login_page.h"
+#include "pages/login_session.h"
 
 #include <algorithm>
 #include <cctype>
+#include <chrono>
 #include <fstream>
 #include <string_view>
 #include <utility>
@@ -16,18 +18,12 @@ namespace {
 
 constexpr std::size_t kMinTokenLength = 16;
 constexpr std::string_view kBearer = "bearer ";
-constexpr std::string_view kCookie = "cartonpick_token=";
+constexpr std::string_view kCookie = "cartonpick_session=";
+constexpr auto kLogoutPath = "/logout";
+constexpr int kTooManyRequests = 429;
+
 bool isTokenCharacter(char c) {
   return c > ' ' && c < '\x7f' && std::string_view("\",;\\").find(c) == std::string_view::npos;
-}
-
-/// Takes the same time wherever the two differ.
-bool areEqual(std::string_view a, std::string_view b) {
-  unsigned difference = a.size() == b.size() ? 0 : 1;
-  for (std::size_t i = 0; i < std::min(a.size(), b.size()); ++i) {
-    difference |= static_cast<unsigned char>(a[i]) ^ static_cast<unsigned char>(b[i]);
-  }
-  return difference == 0;
 }
 
 /// The token of an Authorization header; empty for another scheme. The scheme's case does not
@@ -54,7 +50,7 @@ bool isLoopbackName(std::string_view name) {
 }
 
 /// The value of our cookie among those of a Cookie header.
-std::string_view tokenInCookies(std::string_view cookies) {
+std::string_view sessionInCookies(std::string_view cookies) {
   while (!cookies.empty()) {
     const auto end = std::min(cookies.find(';'), cookies.size());
     const std::string_view cookie = cookies.substr(0, end);
@@ -73,7 +69,7 @@ std::string ownPage(const std::string &page) {
   const bool isPath = page.starts_with('/') && page.find_first_of("/\\", 1) != 1;
   const bool isVisible =
       std::all_of(page.begin(), page.end(), [](char c) { return c > ' ' && c < '\x7f'; });
-  return isPath && isVisible && page != AccessGuard::kLoginPath ? page : "/";
+  return isPath && isVisible && page != AccessGuard::kLoginPath && page != kLogoutPath ? page : "/";
 }
 
 Answer goTo(const std::string &path, const std::string &cookie) {
@@ -83,37 +79,75 @@ Answer goTo(const std::string &path, const std::string &cookie) {
           .headers = {{"Location", path}, {"Set-Cookie", cookie}}};
 }
 
+void checkToken(const std::string &token, const std::string &line) {
+  if (token.size() < kMinTokenLength ||
+      !std::all_of(token.begin(), token.end(), isTokenCharacter)) {
+    throw InputError("the " + line +
+                     " line is no token: it takes 16 or more letters, digits and signs, "
+                     "but no blank, quotation mark, comma, semicolon or backslash");
+  }
+}
+
+/// The end of the cookie is that of the session.
+Answer withCookie(const std::string &path, const std::string &session, std::chrono::seconds age,
+                  const Request &request) {
+  // A browser that reaches a proxy by TLS says so where it sends the form from.
+  const bool isSecure = request.origin.starts_with("https://");
+  return goTo(path, std::string(kCookie) + session +
+                        "; Path=/; Max-Age=" + std::to_string(age.count()) +
+                        "; HttpOnly; SameSite=Strict" + (isSecure ? "; Secure" : ""));
+}
+
 }  // namespace
 
-std::string readToken(const std::filesystem::path &file) {
+AccessTokens readTokens(const std::filesystem::path &file) {
   return readAt(file.string(), [&] {
     std::ifstream stream(file);
-    std::string token;
-    if (!std::getline(stream, token)) {
+    AccessTokens tokens;
+    if (!std::getline(stream, tokens.current)) {
       throw InputError("the file can't be read, or is empty");
     }
-    if (token.size() < kMinTokenLength ||
-        !std::all_of(token.begin(), token.end(), isTokenCharacter)) {
-      throw InputError(
-          "the first line is no token: it takes 16 or more letters, digits and signs, "
-          "but no blank, quotation mark, comma, semicolon or backslash");
+    checkToken(tokens.current, "first");
+    std::string former;
+    if (std::getline(stream, former) && !former.empty()) {
+      checkToken(former, "second");
+      tokens.former = former;
     }
-    return token;
+    return tokens;
   });
 }
 
 AccessGuard::AccessGuard(std::optional<std::string> token, bool isOpen)
-    : m_token(std::move(token)), m_isOpen(isOpen) {}
+    : m_isOpen(isOpen), m_guesses(std::make_unique<GuessLimit>()) {
+  if (token) {
+    m_tokens.push_back(std::move(*token));
+  }
+}
+
+AccessGuard::AccessGuard(const AccessTokens &tokens) : AccessGuard(tokens.current, false) {
+  if (tokens.former) {
+    m_tokens.push_back(*tokens.former);
+  }
+}
 
 std::optional<Answer> AccessGuard::refusal(const Request &request) const {
-  if (!m_token) {
+  if (m_tokens.empty()) {
     return refusalWithoutToken(request);
   }
   if (request.target == kLoginPath && request.method == "POST") {
     return login(request);
   }
-  return hasToken(request) ? std::nullopt
-                           : std::optional(loginPage(ownPage(request.target), false));
+  if (request.target == kLogoutPath && request.method == "POST") {
+    return withCookie("/", "", std::chrono::seconds(0), request);
+  }
+  if (hasSession(request)) {
+    return std::nullopt;
+  }
+  const std::string page = ownPage(request.target);
+  if (request.authorization.empty()) {
+    return loginPage(page, LoginState::Asked);
+  }
+  return checkGuess(request, bearerToken(request.authorization), page);
 }
 
 std::optional<Answer> AccessGuard::refusalWithoutToken(const Request &request) const {
@@ -131,18 +165,38 @@ std::optional<Answer> AccessGuard::refusalWithoutToken(const Request &request) c
   return std::nullopt;
 }
 
-bool AccessGuard::hasToken(const Request &request) const {
-  return areEqual(bearerToken(request.authorization), *m_token) ||
-         areEqual(tokenInCookies(request.cookie), *m_token);
+bool AccessGuard::hasSession(const Request &request) const {
+  const std::string_view session = sessionInCookies(request.cookie);
+  return std::any_of(m_tokens.begin(), m_tokens.end(), [&](const std::string &token) {
+    return LoginSession::isValid(session, token);
+  });
+}
+
+std::optional<Answer> AccessGuard::checkGuess(const Request &request, std::string_view guess,
+                                              const std::string &page) const {
+  // Also the right token is refused then: else the limit would not slow down who guesses.
+  if (m_guesses->isReached(request.client)) {
+    Answer answer = loginPage(page, LoginState::Refused);
+    answer.status = kTooManyRequests;
+    answer.headers = {
+        {"Retry-After", std::to_string(std::chrono::seconds(GuessLimit::kPeriod).count())}};
+    return answer;
+  }
+  if (std::any_of(m_tokens.begin(), m_tokens.end(),
+                  [&](const std::string &token) { return areEqual(guess, token); })) {
+    return std::nullopt;
+  }
+  m_guesses->noteWrongGuess(request.client);
+  return loginPage(page, LoginState::Wrong);
 }
 
 Answer AccessGuard::login(const Request &request) const {
   const std::string form = '?' + request.body;
   const std::string page = ownPage(queryParameter(form, "page"));
-  if (!areEqual(queryParameter(form, "token"), *m_token)) {
-    return loginPage(page, true);
+  if (auto refused = checkGuess(request, queryParameter(form, "token"), page)) {
+    return *refused;
   }
-  return goTo(page, std::string(kCookie) + *m_token + "; Path=/; HttpOnly; SameSite=Strict");
+  return withCookie(page, LoginSession::begin(m_tokens.front()), LoginSession::kDuration, request);
 }
 
 }  // namespace cartonpick::orders

@@ -58,7 +58,8 @@ std::string svg(const Symbology &symbology, const std::string &text) {
   const std::string width =
       std::to_string(symbology.leftQuietZone + symbol->width + symbology.rightQuietZone);
   return R"(<svg class="barcode" role="img" aria-label=")" + std::string(symbology.name) + ' ' +
-         escaped(text) + "\" style=\"--modules:" + width + "\" viewBox=\"0 0 " + width +
+         // A module is one em wide.
+         escaped(text) + "\" width=\"" + width + "em\" viewBox=\"0 0 " + width +
          R"( 1" preserveAspectRatio="none" shape-rendering="crispEdges"><path d=")" +
          barsOf(*symbol, symbology.leftQuietZone) + "\"/></svg>";
 }

@@ -58,13 +58,16 @@ std::string contentOf(const std::vector<DeliverySummary> &deliveries, const std:
 
 }  // namespace
 
-Answer deliveryListPage(const std::vector<DeliverySummary> &deliveries, const std::string &search) {
+Answer deliveryListPage(const std::vector<DeliverySummary> &deliveries, const std::string &search,
+                        bool hasLogin) {
+  const std::string logout =
+      hasLogin ? "<form method=\"post\" action=\"/logout\"><button>Log out</button></form>\n" : "";
   const std::string all = search.empty() ? "" : "<p><a href=\"/\">All deliveries</a></p>\n";
   return htmlAnswer(200, PageKind::Live, "Deliveries",
                     barElement() +
                         "<main>\n<div class=\"head\">"
                         "<h1>Deliveries</h1>\n" +
-                        searchForm(search) + "</div>\n" + all + updatedParagraph() +
+                        searchForm(search) + logout + "</div>\n" + all + updatedParagraph() +
                         R"(<div class="card" id="deliveries" data-live>)" +
                         contentOf(deliveries, search) + "</div>\n</main>\n");
 }

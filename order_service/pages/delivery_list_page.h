@@ -8,7 +8,9 @@
 
 namespace cartonpick::orders {
 
-/// The page of all deliveries or of those that a search found.
-Answer deliveryListPage(const std::vector<DeliverySummary> &deliveries, const std::string &search);
+/// The page of all deliveries or of those that a search found, with a button to log out if there is
+/// a login.
+Answer deliveryListPage(const std::vector<DeliverySummary> &deliveries, const std::string &search,
+                        bool hasLogin);
 
 }  // namespace cartonpick::orders

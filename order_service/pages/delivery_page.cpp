@@ -42,25 +42,48 @@ std::string formerQuantities(const LineFulfilment &line) {
       former += (former.empty() ? "was " : ", then ") + figure(line.reports[i]);
     }
   }
+  for (const std::int32_t quantity : line.undone) {
+    former += (former.empty() ? "undone " : ", undone ") + figure(quantity);
+  }
   return former.empty() ? former : " <span class=\"note\">" + former + "</span>";
 }
 
-std::string rowOf(const LineFulfilment &line, DeliveryState state, bool hasOrderColumn) {
+std::string mark(const std::string &words) {
+  return "<span class=\"state yellow\">" + words + "</span>";
+}
+
+bool isUnknown(const LineFulfilment &line, const std::vector<Article> &unknown) {
+  return std::any_of(unknown.begin(), unknown.end(), [&](const Article &article) {
+    return article.item == line.article.item && article.barcode == line.article.barcode;
+  });
+}
+
+/// What was ordered of the line, or why it can't be right.
+std::string orderedCell(const LineFulfilment &line, const std::vector<Article> &unknown) {
+  if (line.isOrdered) {
+    return figure(line.ordered);
+  }
+  return mark("not ordered") + (isUnknown(line, unknown) ? ' ' + mark("unknown article") : "");
+}
+
+std::string rowOf(const LineFulfilment &line, DeliveryState state, bool hasOrderColumn,
+                  const std::vector<Article> &unknown) {
   const std::string order =
       hasOrderColumn ? R"(<td class="text" data-label="Order">)" + escaped(line.order) + "</td>"
                      : std::string();
-  const std::string ordered =
-      line.isOrdered ? figure(line.ordered) : "<span class=\"state yellow\">not ordered</span>";
+  const std::string excess =
+      line.isOrdered && line.difference() > 0 ? ' ' + mark("more than ordered") : std::string();
   return "<tr><th scope=\"row\">" + escaped(line.article.item) + "</th><td class=\"text\">" +
          escaped(line.article.barcode) + "</td><td class=\"text wide\">" +
          escaped(line.article.description) + "</td>" + order +
-         R"(<td class="figure" data-label="Ordered">)" + ordered +
-         R"(</td><td class="figure" data-label="Picked">)" + figure(line.picked()) +
+         R"(<td class="figure" data-label="Ordered">)" + orderedCell(line, unknown) +
+         R"(</td><td class="figure" data-label="Picked">)" + figure(line.picked()) + excess +
          formerQuantities(line) + "</td><td class=\"" + differenceClass(line.difference(), state) +
          R"(" data-label="Difference">)" + signedFigure(line.difference()) + "</td></tr>\n";
 }
 
-std::string sectionOf(const PickedBox &box, DeliveryState state, bool hasOrderColumn) {
+std::string sectionOf(const PickedBox &box, DeliveryState state, bool hasOrderColumn,
+                      const std::vector<Article> &unknown) {
   const Sums sums = sumsOf({box});
   std::string html =
       R"(<section class="card lines"><div class="box-head"><h2>Box )" + escaped(box.name) +
@@ -74,7 +97,7 @@ std::string sectionOf(const PickedBox &box, DeliveryState state, bool hasOrderCo
       "<th scope=\"col\" class=\"figure\">Picked</th>"
       "<th scope=\"col\" class=\"figure\">Difference</th></tr></thead>\n<tbody>\n";
   for (const LineFulfilment &line : box.lines) {
-    html += rowOf(line, state, hasOrderColumn);
+    html += rowOf(line, state, hasOrderColumn, unknown);
   }
   return html + "</tbody></table></section>\n";
 }
@@ -92,13 +115,22 @@ std::string figureTerm(const std::string &term, const std::string &number,
   return "<div><dt>" + term + "</dt><dd class=\"" + classes + "\">" + number + "</dd></div>\n";
 }
 
-std::string stateTerms(const PickedDelivery &delivery) {
+std::string reopeningTerm(const std::vector<std::string> &reopenings) {
+  std::string times;
+  for (const std::string &time : reopenings) {
+    times += (times.empty() ? "" : ", ") + timeElement(time);
+  }
+  return times.empty() ? times : "<div><dt>Reopened</dt><dd>" + times + "</dd></div>\n";
+}
+
+std::string stateTerms(const PickedDelivery &delivery, const DeliveryNotes &notes) {
   const Sums sums = sumsOf(delivery.boxes);
   const std::int64_t difference = sums.picked - sums.ordered;
   const std::string sentAt = timeElement(delivery.sentAt);
   return "<dl><div><dt>State</dt><dd>" + stateElement(delivery.state) + "</dd></div>\n" +
          (sentAt.empty() ? "" : "<div><dt>Sent</dt><dd>" + sentAt + "</dd></div>\n") +
-         figureTerm("Ordered", figure(sums.ordered)) + figureTerm("Picked", figure(sums.picked)) +
+         reopeningTerm(notes.reopenings) + figureTerm("Ordered", figure(sums.ordered)) +
+         figureTerm("Picked", figure(sums.picked)) +
          figureTerm("Difference", signedFigure(difference),
                     differenceClass(difference, delivery.state)) +
          "</dl>\n";
@@ -115,18 +147,30 @@ std::string sheetLink(const std::string &number) {
          "/sheet\">Sheet to print</a>";
 }
 
+/// The button that undoes what was sent.
+std::string reopenForm(const std::string &number) {
+  return R"(<form method="post" action="/deliveries/)" + percentEncoded(number) +
+         "/reopen\"><button>Reopen</button> <span class=\"note\">What was sent no longer counts, "
+         "and "
+         "the delivery can be picked again.</span></form>\n";
+}
+
 }  // namespace
 
 Answer deliveryPage(const std::string &number, const std::vector<OrderLine> &lines,
-                    const PickedDelivery &delivery) {
+                    const PickedDelivery &delivery, const DeliveryNotes &notes) {
   std::string body = headOf("Delivery " + number, sheetLink(number)) + updatedParagraph();
-  body += R"(<div id="delivery" data-live><div class="card">)" + stateTerms(delivery) +
+  body += R"(<div id="delivery" data-live><div class="card">)" + stateTerms(delivery, notes) +
           (lines.empty() ? "" : "<dl>" + orderHeads(lines) + "</dl>") + "</div>\n";
   const bool hasOrderColumn = hasSeveralOrders(delivery.boxes);
   for (const PickedBox &box : delivery.boxes) {
-    body += sectionOf(box, delivery.state, hasOrderColumn);
+    body += sectionOf(box, delivery.state, hasOrderColumn, notes.unknownArticles);
   }
-  return htmlAnswer(200, PageKind::Live, "Delivery " + number, body + "</div>\n</main>\n");
+  body += "</div>\n";
+  if (notes.canReopen && !delivery.sentAt.empty()) {
+    body += reopenForm(number);
+  }
+  return htmlAnswer(200, PageKind::Live, "Delivery " + number, body + "</main>\n");
 }
 
 Answer unknownDeliveryPage(const std::string &number) {

@@ -41,12 +41,6 @@ std::string cssString(std::string_view text) {
   return string.str();
 }
 
-/// The delivery's number on every page of paper.
-std::string pageFoot(const std::string &number) {
-  return "<style>@page { @bottom-left { content: " + cssString("Delivery " + number) +
-         "; font: 9pt sans-serif; } }</style>\n";
-}
-
 /// Nothing for a box of which nothing was ordered.
 std::string sectionOf(const PickedBox &box) {
   std::string items;
@@ -63,15 +57,22 @@ std::string sectionOf(const PickedBox &box) {
 
 Answer deliverySheet(const std::string &number, const std::vector<OrderLine> &lines,
                      const PickedDelivery &delivery) {
-  std::string body = pageFoot(number) + "<nav><a href=\"/deliveries/" + percentEncoded(number) +
-                     "\">← Delivery " + escaped(number) +
+  const std::string path = "/deliveries/" + percentEncoded(number);
+  std::string body = "<nav><a href=\"" + path + "\">← Delivery " + escaped(number) +
                      "</a></nav>\n<main>\n<header><div class=\"what\"><h1>Delivery " +
                      escaped(number) + "</h1>\n<dl>" + orderHeads(lines) + "</dl></div>" +
                      figureOf(code128(number), number) + "</header>\n";
   for (const PickedBox &box : delivery.boxes) {
     body += sectionOf(box);
   }
-  return htmlAnswer(200, PageKind::Sheet, "Sheet of delivery " + number, body + "</main>\n");
+  return htmlAnswer(200, PageKind::Sheet, "Sheet of delivery " + number, body + "</main>\n",
+                    path + "/sheet.css");
+}
+
+Answer deliverySheetStyle(const std::string &number) {
+  return {.contentType = "text/css; charset=utf-8",
+          .body = "@page { @bottom-left { content: " + cssString("Delivery " + number) +
+                  "; font: 9pt sans-serif; } }\n"};
 }
 
 }  // namespace cartonpick::orders

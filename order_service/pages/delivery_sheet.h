@@ -13,4 +13,7 @@ namespace cartonpick::orders {
 Answer deliverySheet(const std::string &number, const std::vector<OrderLine> &lines,
                      const PickedDelivery &delivery);
 
+/// The style sheet that has the delivery's number on every page of paper.
+Answer deliverySheetStyle(const std::string &number);
+
 }  // namespace cartonpick::orders

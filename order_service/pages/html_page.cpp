@@ -1,11 +1,10 @@
 #include "pages/html_page.h"
 
+#include "pages/assets.h"
 #include "pages/html.h"
-#include "pages/page_style.h"
 
 #include <ctime>
 #include <iomanip>
-#include <random>
 #include <sstream>
 #include <string_view>
 
@@ -13,78 +12,20 @@ namespace cartonpick::orders {
 
 namespace {
 
-/// Fetches the page that is shown again and again, and replaces what has changed. What has the
-/// focus there gets it again.
-constexpr std::string_view kScript = R"js(
-const parts = document.querySelectorAll('[data-live]');
-const replace = (part, news) => {
-  const link = part.contains(document.activeElement) && document.activeElement.getAttribute('href');
-  part.replaceChildren(...news.childNodes);
-  if (link) part.querySelector(`[href="${CSS.escape(link)}"]`)?.focus();
-};
-const update = async () => {
-  const answer = await fetch(location.href, {cache: 'no-store'});
-  if (answer.status === 401) location.reload();
-  if (!answer.ok) throw new Error(answer.statusText);
-  const page = new DOMParser().parseFromString(await answer.text(), 'text/html');
-  for (const part of parts) {
-    const news = page.getElementById(part.id);
-    if (news.innerHTML !== part.innerHTML) replace(part, news);
-  }
-};
-const keepUpdating = async () => {
-  try {
-    if (!document.hidden) await update();
-    document.body.classList.remove('stale');
-  } catch {
-    document.body.classList.add('stale');
-  }
-  setTimeout(keepUpdating, 3000);
-};
-setTimeout(keepUpdating, 3000);
-)js";
-
-constexpr std::string_view kIcon =
-    "data:image/svg+xml,%3Csvg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 16 16'%3E"
-    "%3Cpath fill='%231550b8' d='M1 5 8 1l7 4v7l-7 4-7-4z'/%3E"
-    "%3Cpath fill='none' stroke='white' d='M1.5 5.2 8 9l6.5-3.8M8 9v6.5'/%3E%3C/svg%3E";
-
-/// A word that no one can know before: only the script that has it runs.
-std::string newNonce() {
-  std::random_device random;
-  std::ostringstream nonce;
-  nonce << std::hex << std::setfill('0');
-  for (int i = 0; i < 4; ++i) {
-    nonce << std::setw(8) << random();
-  }
-  return nonce.str();
+std::string styleLink(const std::string &path) {
+  return R"(<link rel="stylesheet" href=")" + path + "\">\n";
 }
 
-std::string policyOf(PageKind kind, const std::string &nonce) {
-  const std::string policy =
-      "default-src 'none'; base-uri 'none'; form-action 'self'; img-src data:; "
-      "style-src 'unsafe-inline'";
-  return kind == PageKind::Live ? policy + "; connect-src 'self'; script-src 'nonce-" + nonce + '\''
-                                : policy;
-}
-
-std::string headOf(PageKind kind, const std::string &title, const std::string &nonce) {
+std::string headOf(PageKind kind, const std::string &title) {
   return "<meta charset=\"utf-8\">\n"
-         "<meta http-equiv=\"Content-Security-Policy\" content=\"" +
-         policyOf(kind, nonce) +
-         "\">\n"
          "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
-         "<meta name=\"referrer\" content=\"no-referrer\">\n"
+         "<meta name=\"referrer\" content=\"same-origin\">\n"
          "<title>" +
-         escaped(title) + " – CartonPick</title>\n<link rel=\"icon\" href=\"" + std::string(kIcon) +
-         "\">\n<style>" + std::string(kind == PageKind::Sheet ? kSheetStyle : kScreenStyle) +
-         "</style>\n";
-}
-
-std::string scriptOf(PageKind kind, const std::string &nonce) {
-  return kind == PageKind::Live
-             ? "<script nonce=\"" + nonce + "\">" + std::string(kScript) + "</script>\n"
-             : std::string();
+         escaped(title) + " – CartonPick</title>\n<link rel=\"icon\" href=\"" +
+         assetPath("icon.svg") + "\">\n" +
+         styleLink(assetPath(kind == PageKind::Sheet ? "sheet.css" : "screen.css")) +
+         (kind == PageKind::Live ? "<script src=\"" + assetPath("live.js") + "\" defer></script>\n"
+                                 : std::string());
 }
 
 std::string shown(std::time_t time, const char *format) {
@@ -122,12 +63,13 @@ StateWords wordsOf(DeliveryState state) {
 
 }  // namespace
 
-Answer htmlAnswer(int status, PageKind kind, const std::string &title, const std::string &body) {
-  const std::string nonce = newNonce();
+Answer htmlAnswer(int status, PageKind kind, const std::string &title, const std::string &body,
+                  const std::string &stylePath) {
   return {.status = status,
           .contentType = "text/html; charset=utf-8",
-          .body = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n" + headOf(kind, title, nonce) +
-                  "</head>\n<body>\n" + body + scriptOf(kind, nonce) + "</body>\n</html>\n"};
+          .body = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n" + headOf(kind, title) +
+                  (stylePath.empty() ? "" : styleLink(stylePath)) + "</head>\n<body>\n" + body +
+                  "</body>\n</html>\n"};
 }
 
 Answer messagePage(int status, const std::string &title, const std::string &message) {

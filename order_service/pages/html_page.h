@@ -14,8 +14,10 @@ enum class PageKind {
   Sheet,  ///< for paper
 };
 
-/// A whole page, of a title, which is plain text, and HTML to stand in its body.
-Answer htmlAnswer(int status, PageKind kind, const std::string &title, const std::string &body);
+/// A whole page, of a title, which is plain text, and HTML for its body. `stylePath` is that of one
+/// more style sheet, if any.
+Answer htmlAnswer(int status, PageKind kind, const std::string &title, const std::string &body,
+                  const std::string &stylePath = {});
 
 /// A page that says one thing, and leads back to the first page.
 Answer messagePage(int status, const std::string &title, const std::string &message);

@@ -5,9 +5,27 @@
 
 namespace cartonpick::orders {
 
-Answer loginPage(const std::string &target, bool isWrong) {
+namespace {
+
+std::string complaintOf(LoginState state) {
+  switch (state) {
+    case LoginState::Asked:
+      break;
+    case LoginState::Wrong:
+      return "That is not the token.";
+    case LoginState::Refused:
+      return "Too many wrong tokens came from your address. Try again in some minutes.";
+  }
+  return {};
+}
+
+}  // namespace
+
+Answer loginPage(const std::string &target, LoginState state) {
+  const std::string complaint = complaintOf(state);
+  const bool isWrong = !complaint.empty();
   const std::string wrong =
-      isWrong ? "<p class=\"wrong\" id=\"wrong\" role=\"alert\">That is not the token.</p>\n" : "";
+      isWrong ? R"(<p class="wrong" id="wrong" role="alert">)" + complaint + "</p>\n" : "";
   Answer page =
       htmlAnswer(401, PageKind::Plain, "Token",
                  barElement() +

@@ -6,8 +6,13 @@
 
 namespace cartonpick::orders {
 
-/// The page that asks for the token, and then leads to the page `target`; `isWrong` says that the
-/// token that was given is not the right one.
-Answer loginPage(const std::string &target, bool isWrong);
+enum class LoginState {
+  Asked,    ///< for the token
+  Wrong,    ///< the token that was sent is not the right one
+  Refused,  ///< too many were wrong
+};
+
+/// The page that asks for the token, and then leads to the page `target`.
+Answer loginPage(const std::string &target, LoginState state);
 
 }  // namespace cartonpick::orders

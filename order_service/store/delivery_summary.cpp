@@ -1,6 +1,7 @@
 #include "store/delivery_summary.h"
 
 #include "store/letter_case.h"
+#include "store/sql_words.h"
 
 #include <soci/soci.h>
 #include <string_view>
@@ -22,8 +23,9 @@ constexpr std::string_view kSelect = R"(
   fact AS (
     SELECT delivery, order_no, box, item, barcode, quantity, received_at,
            row_number() OVER (PARTITION BY delivery, order_no, box, item, barcode
-                              ORDER BY received_at DESC, picked_at DESC) AS age
-    FROM picked_line WHERE delivery IN (SELECT number FROM shown)),
+                              ORDER BY received_at DESC, received_no DESC,
+                                       picked_at DESC) AS age
+    FROM picked_line WHERE delivery IN (SELECT number FROM shown) AND NOT {undone}),
   part AS (
     SELECT delivery, order_no, box, item, barcode, quantity AS ordered, 0 AS picked,
            box AS ordered_box, 0 AS is_sent, '' AS received_at
@@ -86,7 +88,8 @@ std::string replaced(std::string text, std::string_view from, std::string_view t
 
 std::string selectOf(std::size_t patterns) {
   const std::string select = replaced(std::string(kSelect), "{search}", conditionOf(patterns));
-  return replaced(select, "{limit}", std::to_string(kMaxSummaries));
+  return replaced(replaced(select, "{undone}", kIsUndone), "{limit}",
+                  std::to_string(kMaxSummaries));
 }
 
 }  // namespace

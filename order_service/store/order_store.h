@@ -17,7 +17,7 @@ struct Delivery {
 };
 
 /// Where the deliveries to pick come from and what was picked of them goes. Implementations may be
-/// called from several threads at once, and throw std::exception when the store can't be used.
+/// called from several threads at once, and throw StoreError (see store_error.h).
 class OrderStore {
  public:
   OrderStore() = default;
@@ -25,7 +25,7 @@ class OrderStore {
   OrderStore &operator=(const OrderStore &) = delete;
   virtual ~OrderStore() = default;
 
-  /// The number is compared byte by byte.
+  /// The number, which must be storable (see isStorable), is compared byte by byte.
   virtual Delivery delivery(const std::string &number) const = 0;
 
   /// The articles of all deliveries, and those that were given besides.

@@ -1,20 +1,34 @@
 #include "store/sql_connection.h"
 
+#include "store/postgres_socket.h"
+#include "store/sql_words.h"
+
+#include <algorithm>
+#include <chrono>
+#include <map>
 #include <soci/postgresql/soci-postgresql.h>
 #include <soci/sqlite3/soci-sqlite3.h>
-#include <utility>
 
 namespace cartonpick::orders {
 
 namespace {
 
-/// In seconds.
-constexpr auto kSqliteOptions = "timeout=5 db=";
-constexpr auto kPostgresOptions =
-    "connect_timeout=5&tcp_user_timeout=10000&keepalives_idle=5&application_name=cartonpick-orders"
-    "&options=-c%20client_min_messages%3Dwarning"
-    // An instance that hangs with a delivery in its hands does not keep it from the others.
-    "%20-c%20idle_in_transaction_session_timeout%3D20s%20-c%20lock_timeout%3D30s";
+/// The connection parameters that hold where a URL has no others.
+const std::map<std::string, std::string> kPostgresDefaults = {
+    {"application_name", "cartonpick-orders"},
+    {"connect_timeout", "3"},
+    {"keepalives_idle", "5"},
+    {"tcp_user_timeout", "10000"},
+};
+
+/// Settings of the server. An instance that hangs in a transaction does not keep the delivery from
+/// the others.
+std::string postgresSettings(const StoreLimits &limits) {
+  return "-c client_min_messages=warning -c idle_in_transaction_session_timeout=20s"
+         " -c lock_timeout=" +
+         std::to_string(limits.lock.count()) +
+         " -c statement_timeout=" + std::to_string(limits.statement.count());
+}
 
 /// SOCI reads a value in quotes up to the next quote.
 std::string quoted(const std::string &file) {
@@ -24,12 +38,48 @@ std::string quoted(const std::string &file) {
   return '"' + file + '"';
 }
 
-soci::connection_parameters parametersOf(const SqlAddress &address) {
-  if (address.dialect == SqlDialect::Postgres) {
-    const char separator = address.text.find('?') == std::string::npos ? '?' : '&';
-    return {soci::postgresql, address.text + separator + kPostgresOptions};
+/// The value as libpq's connection strings have it.
+std::string escaped(const std::string &value) {
+  std::string text = "'";
+  for (const char c : value) {
+    text += c == '\'' || c == '\\' ? std::string{'\\', c} : std::string{c};
   }
-  return {soci::sqlite3, kSqliteOptions + quoted(address.text)};
+  return text + '\'';
+}
+
+bool hasSeveralHosts(const std::map<std::string, std::string> &parameters) {
+  return std::any_of(parameters.begin(), parameters.end(), [](const auto &parameter) {
+    return parameter.first.starts_with("host") && parameter.second.find(',') != std::string::npos;
+  });
+}
+
+/// What the URL says comes last, as the last one of several settings counts.
+std::map<std::string, std::string> withDefaults(std::map<std::string, std::string> parameters,
+                                                const StoreLimits &limits) {
+  std::string &options = parameters["options"];
+  options = postgresSettings(limits) + (options.empty() ? "" : ' ' + options);
+  parameters.insert(kPostgresDefaults.begin(), kPostgresDefaults.end());
+  if (hasSeveralHosts(parameters)) {
+    parameters.try_emplace("target_session_attrs", "read-write");
+  }
+  return parameters;
+}
+
+std::string connectionString(const SqlAddress &address, const StoreLimits &limits) {
+  std::string text;
+  for (const auto &[keyword, value] : withDefaults(address.parameters(), limits)) {
+    text += keyword + '=' + escaped(value) + ' ';
+  }
+  return text;
+}
+
+soci::connection_parameters parametersOf(const SqlAddress &address, const StoreLimits &limits) {
+  if (address.dialect() == SqlDialect::Postgres) {
+    return {soci::postgresql, connectionString(address, limits)};
+  }
+  const auto seconds = std::chrono::ceil<std::chrono::seconds>(limits.lock);
+  return {soci::sqlite3,
+          "timeout=" + std::to_string(seconds.count()) + " db=" + quoted(address.file())};
 }
 
 /// The file keeps that it has a write-ahead log.
@@ -43,46 +93,37 @@ void switchToLog(soci::session &session) {
 
 }  // namespace
 
-struct SqlConnection::Statements {
-  explicit Statements(soci::session &session)
-      : selectLines(
+/// A statement with what it takes and gives.
+struct SqlConnection::Lookup {
+  explicit Lookup(soci::session &session)
+      : select(
             // The databases count what was sent once, not for every line.
             (session.prepare << "SELECT customer, brand, order_date, shipping_date, delivery, "
                                 "order_no, barcode, item, description, quantity, box, "
                                 "(SELECT count(*) FROM (SELECT 1 FROM picked_line "
-                                "WHERE delivery = :sent LIMIT 1) AS sent) "
+                                "WHERE delivery = :sent AND NOT "
+                             << kIsUndone
+                             << " LIMIT 1) AS sent) "
                                 "FROM order_line WHERE delivery = :delivery ORDER BY position",
              soci::use(delivery), soci::use(delivery), soci::into(line.customer),
              soci::into(line.brand), soci::into(line.orderDate), soci::into(line.shippingDate),
              soci::into(line.delivery), soci::into(line.order), soci::into(line.article.barcode),
              soci::into(line.article.item), soci::into(line.article.description),
-             soci::into(line.quantity), soci::into(line.carton), soci::into(sent))),
-        touchDelivery(
-            (session.prepare << "UPDATE delivery SET changed_at = :now WHERE number = :delivery",
-             soci::use(receivedAt), soci::use(delivery))),
-        insertPicked((session.prepare
-                          << "INSERT INTO picked_line (delivery, order_no, box, item, barcode, "
-                             "quantity, picked_at, received_at) VALUES (:delivery, :order, "
-                             ":box, :item, :barcode, :quantity, :picked, :received) "
-                             "ON CONFLICT DO NOTHING",
-                      soci::use(picked.delivery), soci::use(picked.order), soci::use(picked.box),
-                      soci::use(picked.item), soci::use(picked.barcode), soci::use(picked.quantity),
-                      soci::use(picked.pickedAt), soci::use(receivedAt))) {}
+             soci::into(line.quantity), soci::into(line.carton), soci::into(sent))) {}
 
-  // What the statements take and give.
   std::string delivery;
   OrderLine line;
   int sent = 0;
-  PickReport picked;
-  std::string receivedAt;
-
-  soci::statement selectLines;
-  soci::statement touchDelivery;
-  soci::statement insertPicked;
+  soci::statement select;
 };
 
-SqlConnection::SqlConnection(const SqlAddress &address) : m_session(parametersOf(address)) {
-  if (address.dialect == SqlDialect::Sqlite) {
+SqlConnection::SqlConnection(const SqlAddress &address, const StoreLimits &limits)
+    : m_dialect(address.dialect()), m_session(parametersOf(address, limits)) {
+  if (address.dialect() == SqlDialect::Postgres) {
+    m_socket = std::make_unique<PostgresSocket>(
+        static_cast<soci::postgresql_session_backend *>(m_session.get_backend())->conn_);
+  } else {
+    addClock(m_session);
     switchToLog(m_session);
     m_session << "PRAGMA synchronous = FULL";
   }
@@ -90,34 +131,42 @@ SqlConnection::SqlConnection(const SqlAddress &address) : m_session(parametersOf
 
 SqlConnection::~SqlConnection() = default;
 
-SqlConnection::Statements &SqlConnection::statements() {
-  if (!m_statements) {
-    m_statements = std::make_unique<Statements>(m_session);
+void SqlConnection::interrupt() noexcept {
+  if (m_socket) {
+    m_socket->shutDown();
+    m_socket->cancel();
+  } else {
+    sqlite3_interrupt(static_cast<soci::sqlite3_session_backend *>(m_session.get_backend())->conn_);
   }
-  return *m_statements;
+}
+
+void SqlConnection::liftLimits() {
+  if (m_socket) {
+    m_session << "SET LOCAL statement_timeout = 0";
+    m_session << "SET LOCAL lock_timeout = '30s'";
+  }
 }
 
 Delivery SqlConnection::delivery(const std::string &number) {
+  if (!m_lookup) {
+    m_lookup = std::make_unique<Lookup>(m_session);
+  }
   Delivery found;
-  statements().delivery = number;
-  statements().selectLines.execute();
+  m_lookup->delivery = number;
+  m_lookup->select.execute();
   // To the end: a statement that waits at a row would keep its view of the database.
-  while (statements().selectLines.fetch()) {
-    found.lines.push_back(statements().line);
-    found.isSent = statements().sent != 0;
+  while (m_lookup->select.fetch()) {
+    found.lines.push_back(m_lookup->line);
+    found.isSent = m_lookup->sent != 0;
   }
   return found;
 }
 
-void SqlConnection::insert(const std::vector<PickReport> &lines, const std::string &receivedAt) {
-  statements().receivedAt = receivedAt;
-  statements().delivery = lines.front().delivery;
-  // First, so that two senders of one delivery wait for each other here and nowhere else.
-  statements().touchDelivery.execute(true);
-  for (const PickReport &line : lines) {
-    statements().picked = line;
-    statements().insertPicked.execute(true);
+DeliveryEvents &SqlConnection::events() {
+  if (!m_events) {
+    m_events = std::make_unique<DeliveryEvents>(m_session, m_dialect);
   }
+  return *m_events;
 }
 
 }  // namespace cartonpick::orders

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "model/pick_report.h"
+#include "store/delivery_events.h"
 #include "store/order_store.h"
 #include "store/sql_address.h"
+#include "store/store_limits.h"
 
 #include <memory>
 #include <soci/soci.h>
@@ -11,10 +13,12 @@
 
 namespace cartonpick::orders {
 
+class PostgresSocket;
+
 /// One connection with its prepared statements. Everything throws soci::soci_error.
 class SqlConnection {
  public:
-  explicit SqlConnection(const SqlAddress &address);
+  explicit SqlConnection(const SqlAddress &address, const StoreLimits &limits = {});
   ~SqlConnection();
   SqlConnection(const SqlConnection &) = delete;
   SqlConnection &operator=(const SqlConnection &) = delete;
@@ -22,18 +26,24 @@ class SqlConnection {
   bool isAlive() const { return m_session.is_connected(); }
   soci::session &session() { return m_session; }
 
+  /// Has the statement under way fail, from another thread. PostgreSQL's connection is lost then.
+  void interrupt() noexcept;
+  /// Lets the statements of the current transaction take their time. SQLite has no limit to lift.
+  void liftLimits();
+
   Delivery delivery(const std::string &number);
-  /// Inserts what is not there yet; to be called in a transaction.
-  void insert(const std::vector<PickReport> &lines, const std::string &receivedAt);
+  DeliveryEvents &events();
 
  private:
-  struct Statements;
+  struct Lookup;
 
-  /// Prepared at their first use.
-  Statements &statements();
-
+  SqlDialect m_dialect;
   soci::session m_session;
-  std::unique_ptr<Statements> m_statements;
+  // Prepared at their first use.
+  std::unique_ptr<Lookup> m_lookup;
+  std::unique_ptr<DeliveryEvents> m_events;
+  /// Null for SQLite. The last member: what the others send at their end need not arrive.
+  std::unique_ptr<PostgresSocket> m_socket;
 };
 
 }  // namespace cartonpick::orders

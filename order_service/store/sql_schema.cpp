@@ -1,27 +1,23 @@
 #include "store/sql_schema.h"
 
+#include "store/lone_transaction.h"
+#include "store/sql_words.h"
+
 #include <array>
 #include <soci/soci.h>
+#include <span>
 #include <string>
-#include <string_view>
 
 namespace cartonpick::orders {
 
 namespace {
 
-/// The words in which the two differ. A text is compared and ordered byte by byte.
-struct Words {
-  std::string_view text;
-  std::string_view counter;
-  std::string_view tableOfItsKey;
-};
-
-constexpr Words kSqlite = {"TEXT NOT NULL", "INTEGER PRIMARY KEY", "STRICT, WITHOUT ROWID"};
-constexpr Words kPostgres = {"TEXT COLLATE \"C\" NOT NULL", "BIGSERIAL PRIMARY KEY", ""};
+/// The version of stores that have no table of their version.
+constexpr int kUnnumbered = 1;
 
 // The key of a picked line is all that the tablet reported, so that a fact that arrives twice is
 // the same row. It starts with the delivery, which is what rows are looked up by.
-constexpr std::array kTables = {
+constexpr std::array kFirstTables = {
     R"(CREATE TABLE IF NOT EXISTS delivery (
       number {text}, customer {text}, changed_at {text}, PRIMARY KEY (number)) {tableOfItsKey})",
     "CREATE INDEX IF NOT EXISTS delivery_by_change ON delivery (changed_at DESC, number, customer)",
@@ -38,35 +34,69 @@ constexpr std::array kTables = {
       delivery {text}, order_no {text}, box {text}, item {text}, barcode {text},
       quantity INTEGER NOT NULL, picked_at {text}, received_at {text} DEFAULT '',
       PRIMARY KEY (delivery, order_no, box, item, barcode, quantity, picked_at)) {tableOfItsKey})",
+    // A program may use the store if its own version is `oldest_program` or newer.
+    R"(CREATE TABLE schema_version (
+      version INTEGER NOT NULL, oldest_program INTEGER NOT NULL))",
+    "INSERT INTO schema_version (version, oldest_program) VALUES (1, 1)",
 };
 
-/// What the statements above make. To run them, though they would find everything, waits for
-/// whoever is writing.
-constexpr int kObjects = 6;
-constexpr auto kCountInSqlite =
-    "SELECT count(*) FROM sqlite_master WHERE name IN ('delivery', 'delivery_by_change', "
-    "'order_line', 'article', 'article_identity', 'picked_line')";
-constexpr auto kCountInPostgres =
-    "SELECT count(*) FROM pg_class WHERE pg_table_is_visible(oid) AND relname IN ('delivery', "
-    "'delivery_by_change', 'order_line', 'article', 'article_identity', 'picked_line')";
+// The number of a report counts those of its delivery and its reopenings, in the order of commit:
+// where the clock does not tell which one was later, the number does.
+constexpr std::array kNumberedReports = {
+    "ALTER TABLE delivery ADD COLUMN reports {number} DEFAULT 0",
+    "ALTER TABLE picked_line ADD COLUMN received_no {number} DEFAULT 0",
+    R"(CREATE TABLE reopening (
+      delivery {text}, number {number}, reopened_at {text},
+      PRIMARY KEY (delivery, number)) {tableOfItsKey})",
+};
 
-/// Any number that nothing else uses.
-constexpr auto kLockSchema = "SELECT pg_advisory_xact_lock(471147114711)";
+struct Migration {
+  int version;        ///< that it leads to
+  int oldestProgram;  ///< that can use the store afterwards: the version before, at least
+  std::span<const char *const> statements;
+};
 
-std::string replaced(std::string text, std::string_view from, std::string_view to) {
-  for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
-    text.replace(at, from.size(), to);
+constexpr std::array kMigrations = {
+    Migration{2, 1, kNumberedReports},
+};
+static_assert(kMigrations.back().version == kSchemaVersion);
+
+struct StoredVersion {
+  int version = 0;
+  int oldestProgram = 0;
+};
+
+/// Returns the version 0 if the store has none.
+StoredVersion storedVersion(soci::session &session, SqlDialect dialect) {
+  int tables = 0;
+  session << (dialect == SqlDialect::Postgres
+                  ? "SELECT count(*) FROM pg_class WHERE pg_table_is_visible(oid) AND "
+                    "relname = 'schema_version'"
+                  : "SELECT count(*) FROM sqlite_master WHERE name = 'schema_version'"),
+      soci::into(tables);
+  StoredVersion stored;
+  if (tables > 0) {
+    session << "SELECT version, oldest_program FROM schema_version", soci::into(stored.version),
+        soci::into(stored.oldestProgram);
   }
-  return text;
+  return stored;
 }
 
-std::string statementOf(const char *table, const Words &words) {
-  std::string sql = replaced(table, "{text}", words.text);
-  sql = replaced(sql, "{counter}", words.counter);
-  return replaced(sql, "{tableOfItsKey}", words.tableOfItsKey);
+void checkUsable(const StoredVersion &stored) {
+  if (stored.oldestProgram > kSchemaVersion) {
+    throw soci::soci_error("it has version " + std::to_string(stored.version) +
+                           ", and this program knows versions up to " +
+                           std::to_string(kSchemaVersion));
+  }
 }
 
-/// A file of the first version does not know when a line was received.
+void runAll(soci::session &session, SqlDialect dialect, std::span<const char *const> statements) {
+  for (const char *statement : statements) {
+    session << sqlOf(statement, dialect);
+  }
+}
+
+/// An SQLite file of the very first programs does not know when a line was received.
 void addReceivedAt(soci::session &session) {
   int columns = 0;
   session << "SELECT count(*) FROM pragma_table_info('picked_line') WHERE name = 'received_at'",
@@ -76,67 +106,40 @@ void addReceivedAt(soci::session &session) {
   }
 }
 
-bool isComplete(soci::session &session, SqlDialect dialect) {
-  int objects = 0;
-  session << (dialect == SqlDialect::Postgres ? kCountInPostgres : kCountInSqlite),
-      soci::into(objects);
-  return objects == kObjects;
-}
-
-/// A transaction that no other process's runs beside.
-class LoneTransaction {
- public:
-  LoneTransaction(soci::session &session, SqlDialect dialect) : m_session(session) {
-    if (dialect == SqlDialect::Sqlite) {
-      session << "BEGIN IMMEDIATE";
-    } else {
-      session.begin();
-      session << kLockSchema;
-    }
-  }
-  ~LoneTransaction() {
-    if (!m_isDone) {
-      rollBack();
-    }
-  }
-  LoneTransaction(const LoneTransaction &) = delete;
-  LoneTransaction &operator=(const LoneTransaction &) = delete;
-
-  void commit() {
-    m_session.commit();
-    m_isDone = true;
-  }
-
- private:
-  void rollBack() {
-    try {
-      m_session.rollback();
-    } catch (const soci::soci_error &) {
-      // The connection is lost, and the transaction with it.
-    }
-  }
-
-  soci::session &m_session;
-  bool m_isDone = false;
-};
-
-void makeTables(soci::session &session, SqlDialect dialect) {
-  LoneTransaction transaction(session, dialect);
-  for (const char *table : kTables) {
-    session << statementOf(table, dialect == SqlDialect::Postgres ? kPostgres : kSqlite);
-  }
+void makeFirstTables(soci::session &session, SqlDialect dialect) {
+  runAll(session, dialect, kFirstTables);
   if (dialect == SqlDialect::Sqlite) {
     addReceivedAt(session);
   }
-  transaction.commit();
+}
+
+void migrate(soci::session &session, SqlDialect dialect, const Migration &migration) {
+  runAll(session, dialect, migration.statements);
+  session << "UPDATE schema_version SET version = :version, oldest_program = :oldest",
+      soci::use(migration.version), soci::use(migration.oldestProgram);
 }
 
 }  // namespace
 
 void makeSchema(soci::session &session, SqlDialect dialect) {
-  if (!isComplete(session, dialect)) {
-    makeTables(session, dialect);
+  StoredVersion stored = storedVersion(session, dialect);
+  checkUsable(stored);
+  if (stored.version >= kSchemaVersion) {
+    return;
   }
+  LoneTransaction transaction(session, dialect);
+  // Another process may have done it by now.
+  stored = storedVersion(session, dialect);
+  checkUsable(stored);
+  if (stored.version < kUnnumbered) {
+    makeFirstTables(session, dialect);
+  }
+  for (const Migration &migration : kMigrations) {
+    if (migration.version > stored.version) {
+      migrate(session, dialect, migration);
+    }
+  }
+  transaction.commit();
 }
 
 }  // namespace cartonpick::orders

@@ -8,8 +8,13 @@ class session;
 
 namespace cartonpick::orders {
 
-/// Makes the tables that are missing, and brings older ones up to date. Several processes may do so
-/// at the same moment. Throws soci::soci_error.
+/// The version of the schema that this program makes and uses.
+inline constexpr int kSchemaVersion = 2;
+
+/// Brings the schema up to kSchemaVersion, from nothing or from any older version. Several
+/// processes may do so at the same moment, and programs of the version before go on using it.
+/// Throws soci::soci_error, also if a newer program has changed the schema so that this one cannot
+/// use it.
 void makeSchema(soci::session &session, SqlDialect dialect);
 
 }  // namespace cartonpick::orders

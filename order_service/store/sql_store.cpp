@@ -1,44 +1,21 @@
 #include "store/sql_store.h"
 
-#include "model/utc_time.h"
 #include "store/sql_connection.h"
 #include "store/sql_schema.h"
+#include "store/sql_words.h"
+#include "store/store_error.h"
 #include "store/store_file.h"
 
-#include <stdexcept>
-#include <string_view>
-#include <utility>
+#include <random>
 
 namespace cartonpick::orders {
 
 namespace {
 
-/// As many as there are threads that answer requests, so that no kind of request takes another's.
-constexpr std::size_t kMaxConnections = 18;
-
 /// Neither a server nor memory, nor SQLite's URL of something.
 bool isFile(const SqlAddress &address) {
-  return address.dialect == SqlDialect::Sqlite && address.text != SqlAddress::kInMemory &&
-         !address.text.starts_with("file:");
-}
-
-/// Every connection would have a memory of its own.
-std::size_t maxConnectionsOf(const SqlAddress &address) {
-  return address.text == SqlAddress::kInMemory ? 1 : kMaxConnections;
-}
-
-/// The first line of the database's message, without what SOCI adds of its own.
-std::string reasonOf(const soci::soci_error &error) {
-  constexpr std::string_view kNoConnection = "Cannot establish connection to the database.\n";
-  std::string message = error.get_error_message();
-  if (message.starts_with(kNoConnection)) {
-    message.erase(0, kNoConnection.size());
-  }
-  return message.substr(0, message.find('\n'));
-}
-
-[[noreturn]] void fail(const SqlAddress &address, const soci::soci_error &error) {
-  throw std::runtime_error("the store " + address.shown() + " can't be used: " + reasonOf(error));
+  return address.dialect() == SqlDialect::Sqlite && address.file() != SqlAddress::kInMemory &&
+         !address.file().starts_with("file:");
 }
 
 void removeEverything(soci::session &session) {
@@ -68,12 +45,19 @@ void replaceLines(soci::session &session, const std::string &delivery,
   }
 }
 
-void noteDelivery(soci::session &session, const std::string &delivery, const std::string &customer,
-                  const std::string &time) {
-  session << "INSERT INTO delivery (number, customer, changed_at) VALUES (:number, :customer, "
-             ":now) ON CONFLICT (number) DO UPDATE SET customer = excluded.customer, "
-             "changed_at = excluded.changed_at",
-      soci::use(delivery), soci::use(customer), soci::use(time);
+struct DeliveryNote {
+  std::string number;
+  std::string customer;
+  std::string time;
+};
+
+void noteDelivery(soci::session &session, SqlDialect dialect, const DeliveryNote &note) {
+  session << sqlOf(
+      "INSERT INTO delivery (number, customer, changed_at) VALUES (:number, :customer, :now) "
+      "ON CONFLICT (number) DO UPDATE SET customer = excluded.customer, "
+      "changed_at = {later}(delivery.changed_at, excluded.changed_at)",
+      dialect),
+      soci::use(note.number), soci::use(note.customer), soci::use(note.time);
 }
 
 void addArticles(soci::session &session, const std::vector<Article> &articles) {
@@ -89,89 +73,32 @@ void addArticles(soci::session &session, const std::vector<Article> &articles) {
   }
 }
 
-}  // namespace
-
-/// A connection that no one else uses meanwhile.
-class SqlStore::Lease {
- public:
-  explicit Lease(const SqlStore &store) : m_store(store) {
-    std::unique_lock lock(store.m_mutex);
-    store.m_isIdle.wait(lock, [&] {
-      return !store.m_idle.empty() || store.m_connections < store.m_maxConnections;
-    });
-    if (store.m_idle.empty()) {
-      ++store.m_connections;
-    } else {
-      m_connection = std::move(store.m_idle.back());
-      store.m_idle.pop_back();
-    }
-  }
-  ~Lease() {
-    const std::lock_guard lock(m_store.m_mutex);
-    if (m_connection) {
-      m_store.m_idle.push_back(std::move(m_connection));
-    } else {
-      --m_store.m_connections;
-    }
-    m_store.m_isIdle.notify_one();
-  }
-  Lease(const Lease &) = delete;
-  Lease &operator=(const Lease &) = delete;
-
-  SqlConnection &connection() {
-    if (!m_connection) {
-      m_connection = std::make_unique<SqlConnection>(m_store.m_address);
-    }
-    return *m_connection;
-  }
-  /// Whether there is a connection, and it is lost: asked after a failure only, as it takes a round
-  /// trip.
-  bool isLost() const { return m_connection && !m_connection->isAlive(); }
-  void drop() { m_connection.reset(); }
-
- private:
-  const SqlStore &m_store;
-  std::unique_ptr<SqlConnection> m_connection;
-};
-
-/// All work may be done twice: what is stored already changes nothing.
-template <class Work>
-auto SqlStore::with(const Work &work) const {
-  Lease lease(*this);
-  try {
-    try {
-      return work(lease.connection());
-    } catch (const soci::soci_error &) {
-      if (!lease.isLost()) {
-        throw;
-      }
-      lease.drop();
-      return work(lease.connection());
-    }
-  } catch (const soci::soci_error &error) {
-    if (lease.isLost()) {
-      lease.drop();
-    }
-    fail(m_address, error);
-  }
+/// A number that no delivery has, nor another probe.
+std::string uniqueNumber() {
+  std::random_device random;
+  return "probe " + std::to_string(random()) + ' ' + std::to_string(random());
 }
 
-SqlStore::SqlStore(const SqlAddress &address)
-    : m_address(address), m_maxConnections(maxConnectionsOf(address)) {
+}  // namespace
+
+SqlStore::SqlStore(const SqlAddress &address, const StoreLimits &limits) : m_pool(address, limits) {
   if (isFile(address)) {
-    claimStoreFile(address.text);
+    claimStoreFile(address.file());
   }
-  with([&](SqlConnection &connection) { makeSchema(connection.session(), address.dialect); });
+  m_pool.withoutLimit(StoreUse::Write, [&](SqlConnection &connection) {
+    makeSchema(connection.session(), address.dialect());
+  });
 }
 
 SqlStore::~SqlStore() = default;
 
 Delivery SqlStore::delivery(const std::string &number) const {
-  return with([&](SqlConnection &connection) { return connection.delivery(number); });
+  return m_pool.with(StoreUse::Read,
+                     [&](SqlConnection &connection) { return connection.delivery(number); });
 }
 
 std::vector<Article> SqlStore::catalogue() const {
-  return with([](SqlConnection &connection) {
+  return m_pool.with(StoreUse::Read, [](SqlConnection &connection) {
     Article article;
     soci::statement select =
         (connection.session().prepare << "SELECT barcode, item, description FROM article "
@@ -186,39 +113,106 @@ std::vector<Article> SqlStore::catalogue() const {
   });
 }
 
-void SqlStore::store(const std::vector<PickReport> &lines) {
-  const std::string receivedAt = utcTime();
+std::unique_lock<std::timed_mutex> SqlStore::turnToWrite() const {
   std::unique_lock writing(m_writing, std::defer_lock);
-  if (m_address.dialect == SqlDialect::Sqlite) {
-    writing.lock();
+  if (m_pool.address().dialect() == SqlDialect::Sqlite &&
+      !writing.try_lock_for(m_pool.limits().lock)) {
+    throw StoreUnavailable("the store " + m_pool.address().shown() +
+                           " can't be used: other calls write for too long");
   }
-  with([&](SqlConnection &connection) {
+  return writing;
+}
+
+void SqlStore::probe() const {
+  const std::unique_lock writing = turnToWrite();
+  m_pool.with(StoreUse::Probe, [](SqlConnection &connection) {
+    const std::string number = uniqueNumber();
+    const soci::transaction rolledBack(connection.session());
+    connection.session() << "INSERT INTO delivery (number, customer, changed_at) "
+                            "VALUES (:number, '', '')",
+        soci::use(number);
+  });
+}
+
+void SqlStore::store(const std::vector<PickReport> &lines) {
+  const std::unique_lock writing = turnToWrite();
+  m_pool.with(StoreUse::Write, [&](SqlConnection &connection) {
     soci::transaction transaction(connection.session());
-    connection.insert(lines, receivedAt);
+    connection.events().insert(lines);
     transaction.commit();
   });
 }
 
+bool SqlStore::reopen(const std::string &delivery) {
+  const std::unique_lock writing = turnToWrite();
+  return m_pool.with(StoreUse::Write, [&](SqlConnection &connection) {
+    soci::transaction transaction(connection.session());
+    const bool isReopened = connection.events().reopen(delivery);
+    if (isReopened) {
+      transaction.commit();
+    }
+    return isReopened;
+  });
+}
+
+std::vector<std::string> SqlStore::reopenings(const std::string &delivery) const {
+  return m_pool.with(StoreUse::Read, [&](SqlConnection &connection) {
+    std::string time;
+    soci::statement select =
+        (connection.session().prepare << "SELECT reopened_at FROM reopening "
+                                         "WHERE delivery = :delivery ORDER BY number",
+         soci::use(delivery), soci::into(time));
+    std::vector<std::string> times;
+    select.execute();
+    while (select.fetch()) {
+      times.push_back(time);
+    }
+    return times;
+  });
+}
+
+std::vector<Article> SqlStore::unknownArticles(const std::string &delivery) const {
+  return m_pool.with(StoreUse::Read, [&](SqlConnection &connection) {
+    Article article;
+    soci::statement select =
+        (connection.session().prepare
+             << "SELECT DISTINCT item, barcode FROM picked_line WHERE delivery = :delivery "
+                "AND NOT EXISTS (SELECT 1 FROM article WHERE article.item = picked_line.item "
+                "AND article.barcode = picked_line.barcode) ORDER BY item, barcode",
+         soci::use(delivery), soci::into(article.item), soci::into(article.barcode));
+    std::vector<Article> articles;
+    select.execute();
+    while (select.fetch()) {
+      articles.push_back(article);
+    }
+    return articles;
+  });
+}
+
 void SqlStore::loadInto(SqlConnection &connection, const Deliveries &deliveries) const {
-  const std::string time = utcTime();
+  std::string time;
+  connection.session() << "SELECT " + sqlWords(m_pool.address().dialect()).now, soci::into(time);
   for (const auto &[delivery, lines] : deliveries.all()) {
     replaceLines(connection.session(), delivery, lines);
-    noteDelivery(connection.session(), delivery, lines.front().customer, time);
+    noteDelivery(connection.session(), m_pool.address().dialect(),
+                 {delivery, lines.front().customer, time});
   }
   addArticles(connection.session(), deliveries.catalogue());
 }
 
 void SqlStore::load(const Deliveries &deliveries) {
-  with([&](SqlConnection &connection) {
+  m_pool.withoutLimit(StoreUse::Write, [&](SqlConnection &connection) {
     soci::transaction transaction(connection.session());
+    connection.liftLimits();
     loadInto(connection, deliveries);
     transaction.commit();
   });
 }
 
 void SqlStore::replace(const Deliveries &deliveries) {
-  with([&](SqlConnection &connection) {
+  m_pool.withoutLimit(StoreUse::Write, [&](SqlConnection &connection) {
     soci::transaction transaction(connection.session());
+    connection.liftLimits();
     removeEverything(connection.session());
     loadInto(connection, deliveries);
     transaction.commit();
@@ -226,9 +220,11 @@ void SqlStore::replace(const Deliveries &deliveries) {
 }
 
 std::vector<ReceivedReport> SqlStore::picked(const ReportFilter &filter) const {
-  return with([&](SqlConnection &connection) {
+  return m_pool.with(StoreUse::Read, [&](SqlConnection &connection) {
     ReceivedReport stored;
     PickReport &line = stored.report;
+    long long number = 0;
+    int isUndone = 0;
     soci::statement select(connection.session());
     // A condition that may be there or not would keep SQLite from using the index.
     std::string where;
@@ -248,16 +244,21 @@ std::vector<ReceivedReport> SqlStore::picked(const ReportFilter &filter) const {
     select.exchange(soci::into(line.quantity));
     select.exchange(soci::into(line.pickedAt));
     select.exchange(soci::into(stored.receivedAt));
+    select.exchange(soci::into(number));
+    select.exchange(soci::into(isUndone));
     select.alloc();
     select.prepare(
-        "SELECT delivery, order_no, box, item, barcode, quantity, picked_at, received_at "
-        "FROM picked_line" +
+        "SELECT delivery, order_no, box, item, barcode, quantity, picked_at, received_at, "
+        "received_no, CASE WHEN " +
+        std::string(kIsUndone) + " THEN 1 ELSE 0 END FROM picked_line" +
         (where.empty() ? where : " WHERE " + where) +
-        " ORDER BY delivery, order_no, box, item, picked_at, received_at");
+        " ORDER BY delivery, order_no, box, item, picked_at, received_at, received_no");
     select.define_and_bind();
     select.execute();
     std::vector<ReceivedReport> lines;
     while (select.fetch()) {
+      stored.number = number;
+      stored.isUndone = isUndone != 0;
       lines.push_back(stored);
     }
     return lines;
@@ -265,8 +266,9 @@ std::vector<ReceivedReport> SqlStore::picked(const ReportFilter &filter) const {
 }
 
 std::vector<DeliverySummary> SqlStore::summaries(const std::string &search) const {
-  return with(
-      [&](SqlConnection &connection) { return selectSummaries(connection.session(), search); });
+  return m_pool.with(StoreUse::Read, [&](SqlConnection &connection) {
+    return selectSummaries(connection.session(), search);
+  });
 }
 
 }  // namespace cartonpick::orders

@@ -38,14 +38,15 @@ TEST(CommandLine, MayBeEmpty) {
 }
 
 TEST(CommandLine, SetsEveryOption) {
-  const auto options =
-      std::get<ServeOptions>(parse({"--port", "0", "--bind", "0.0.0.0", "--deliveries", "d.csv",
-                                    "--store", "s.db", "--exit-with-parent"})
-                                 .parsed);
+  const auto options = std::get<ServeOptions>(
+      parse({"--port", "0", "--bind", "0.0.0.0", "--deliveries", "d.csv", "--store", "s.db",
+             "--store-timeout", "3", "--exit-with-parent"})
+          .parsed);
   EXPECT_EQ(options.port, 0);
   EXPECT_EQ(options.bindAddress, "0.0.0.0");
   EXPECT_EQ(options.deliveriesFile, "d.csv");
   EXPECT_EQ(options.store, "s.db");
+  EXPECT_EQ(options.storeTimeout, std::chrono::seconds(3));
   EXPECT_TRUE(options.exitWithParent);
 }
 
@@ -74,6 +75,20 @@ TEST(CommandLine, MayExportADeliveryOrADay) {
   EXPECT_EQ(some.format, ExportFormat::Json);
 }
 
+TEST(CommandLine, MayReopenADelivery) {
+  const auto options = std::get<ReopenOptions>(parse({"reopen", "4711", "--store", "s.db"}).parsed);
+  EXPECT_EQ(options.delivery, "4711");
+  EXPECT_EQ(options.store, "s.db");
+}
+
+TEST(CommandLine, WaitsAMinuteForTheStoreByDefault) {
+  const auto wait = [](const std::vector<const char *> &arguments) {
+    return std::get<ServeOptions>(parse(arguments).parsed).storeWait;
+  };
+  EXPECT_EQ(wait({}), std::chrono::seconds(60));
+  EXPECT_EQ(wait({"--wait-for-store", "0"}), std::chrono::seconds(0));
+}
+
 TEST(CommandLine, PrintsTheVersion) {
   const Outcome outcome = parse({"--version"});
   EXPECT_EQ(exitCode(outcome), 0);
@@ -86,18 +101,41 @@ TEST(CommandLine, PrintsItsOptions) {
   EXPECT_NE(outcome.output.find("--exit-with-parent"), std::string::npos);
 }
 
+TEST(CommandLine, QuotesNoUrlInAnError) {
+  const char *const url = "postgresql://me:secret@db/picking";
+  const std::vector<std::vector<const char *>> wrong = {
+      {url},
+      {"export", url},
+      {"--port", url},
+      {"--stor=postgresql://me:secret@db/picking"},
+      {"load", "d.csv", url},
+      {"export", "--store", "s", "--format", url},
+      {"host=db password=secret"},
+  };
+  for (const auto &arguments : wrong) {
+    const Outcome outcome = parse(arguments);
+    EXPECT_EQ(exitCode(outcome), 2);
+    EXPECT_EQ(outcome.error.find("secret"), std::string::npos) << outcome.error;
+  }
+}
+
 TEST(CommandLine, IsRefusedWhenWrong) {
   const std::vector<std::vector<const char *>> wrong = {
       {"--port", "65536"},
       {"--port", "-1"},
       {"--port", "x"},
       {"--port"},
+      {"--store-timeout", "0"},
+      {"--wait-for-store", "-1"},
+      {"reopen", "4711"},
+      {"reopen", "--store", "s"},
       {"--nonsense"},
       {"extra"},
       {"load", "d.csv"},
       {"load", "--store", "s"},
       {"export"},
       {"export", "--store", "s", "--day", "today"},
+      {"export", "--store", "s", "--delivery", "\xFF"},
       {"export", "--store", "s", "--format", "x"}};
   for (const auto &arguments : wrong) {
     const Outcome outcome = parse(arguments);

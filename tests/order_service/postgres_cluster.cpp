@@ -63,18 +63,34 @@ PostgresCluster::PostgresCluster() : m_folder(makeFolder()) {
   start();
 }
 
+PostgresCluster::PostgresCluster(StandbyOf standby) : m_folder(makeFolder()) {
+  if (!run("pg_basebackup",
+           {"--pgdata", m_folder / "data", "--host", standby.primary.host(), "--username", kUser,
+            "--write-recovery-conf", "--checkpoint=fast", "--no-sync"})) {
+    throw std::runtime_error("pg_basebackup failed");
+  }
+  start();
+}
+
 PostgresCluster::~PostgresCluster() {
   crash();
   std::filesystem::remove_all(m_folder);
 }
 
 std::string PostgresCluster::url() const {
-  return std::string("postgresql://") + kUser + "@/postgres?host=" + m_folder.string();
+  return std::string("postgresql://") + kUser + "@/postgres?host=" + host();
+}
+
+void PostgresCluster::execute(const std::string &sql) const {
+  if (!run("psql", {"--quiet", "--no-psqlrc", "--host", host(), "--username", kUser, "--set",
+                    "ON_ERROR_STOP=1", "--command", sql})) {
+    throw std::runtime_error("psql failed");
+  }
 }
 
 void PostgresCluster::start() {
   m_server = orders::start(
-      "postgres", {"-D", m_folder / "data", "-c", "listen_addresses=", "-c",
+      "postgres", {"-D", m_folder / "data", "-c", "listen_addresses=", "-c", "fsync=off", "-c",
                    "unix_socket_directories=" + m_folder.string(), "-c", "log_min_messages=panic"});
   while (!run("pg_isready", {"--quiet", "--host", m_folder})) {
     if (m_server->hasEnded()) {

@@ -123,6 +123,9 @@ bool ServiceProcess::hasEnded() {
 }
 
 int ServiceProcess::wait() {
+  if (m_pid <= 0) {
+    return -1;
+  }
   int status = 0;
   ::waitpid(std::exchange(m_pid, -1), &status, 0);
   return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);

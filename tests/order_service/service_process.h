@@ -24,6 +24,7 @@ class ServiceProcess {
   /// Waits for the first line of output and returns the port that it tells; 0 when it tells none.
   std::uint16_t readPort() const;
 
+  /// Does nothing once the child's end was waited for.
   void signal(int number) const;
   void writeInput(const std::string &text) const;
   void closeInput();
@@ -33,7 +34,8 @@ class ServiceProcess {
 
   bool hasEnded();
 
-  /// Waits for the child's end. Its exit code, or minus the signal that ended it.
+  /// Waits for the child's end. Returns its exit code, or minus the signal that ended it; -1 if it
+  /// was waited for before.
   int wait();
 
  private:

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <sstream>
+#include <thread>
 
 namespace cartonpick::orders {
 
@@ -62,6 +63,10 @@ TEST_F(WebServiceTest, HasEachKindOfRequestAnsweredByItsOwnThreads) {
                                 .contentType = kJsonType,
                                 .body = "[]"}),
             RequestPool::Sends);
+  EXPECT_EQ(
+      WebService::poolOf(
+          {.method = "POST", .target = "/deliveries/D1/reopen", .contentType = {}, .body = {}}),
+      RequestPool::Sends);
 }
 
 TEST_F(WebServiceTest, LogsWhatTheHttpServerRefuses) {
@@ -106,11 +111,19 @@ TEST_F(WebServiceTest, KeepsPagesOutOfFramesAndCaches) {
   using Header = std::pair<std::string, std::string>;
   const auto headers = withToken("/").headers;
   for (const Header &header :
-       {Header("Content-Security-Policy", "frame-ancestors 'none'"),
+       {Header("Content-Security-Policy",
+               "default-src 'none'; base-uri 'none'; form-action 'self'; frame-ancestors 'none'; "
+               "img-src 'self'; style-src 'self'; script-src 'self'; connect-src 'self'"),
         Header("X-Content-Type-Options", "nosniff"), Header("Cache-Control", "no-store")}) {
     EXPECT_EQ(std::count(headers.begin(), headers.end(), header), 1) << header.first;
   }
   EXPECT_TRUE(answer(get("/healthz")).headers.empty());
+}
+
+TEST_F(WebServiceTest, GivesItsStyleSheetsToThePageThatAsksForTheToken) {
+  EXPECT_EQ(answer(get("/assets/screen.css")).status, 200);
+  EXPECT_EQ(answer(get("/assets/nothing.css")).status, 401);
+  EXPECT_EQ(withToken("/assets/nothing.css").status, 404);
 }
 
 TEST_F(WebServiceTest, CountsAndLogsWhatItAnswers) {
@@ -126,17 +139,49 @@ TEST_F(WebServiceTest, CountsAndLogsWhatItAnswers) {
 }
 
 TEST(WebService, IsNotHealthyWithoutItsDatabase) {
+  const std::vector<std::pair<std::string, std::string>> kRetryAfter = {{"Retry-After", "1"}};
   PostgresCluster cluster;
   SqlStore store(SqlAddress(cluster.url()));
   WebService service(store, AccessGuard(std::nullopt, true), nullptr);
   EXPECT_EQ(service.answer(get("/healthz")).status, 200);
   cluster.crash();
-  EXPECT_EQ(service.answer(get("/healthz")).status, 503);
-  EXPECT_EQ(service.answer(get("/readyz")).status, 503);
+  while (service.answer(get("/healthz")).status == 200) {
+    std::this_thread::yield();
+  }
+  for (const std::string probe : {"/readyz", "/healthz"}) {
+    const Answer answer = service.answer(get(probe));
+    EXPECT_EQ(answer.status, 503) << probe;
+    EXPECT_EQ(answer.headers, kRetryAfter) << probe;
+  }
   EXPECT_EQ(service.answer(get("/livez")).status, 200);
-  EXPECT_EQ(service.answer(get(kCalls + "getorderpercarton/D1")).status, 500);
+  const Answer lookup = service.answer(get(kCalls + "getorderpercarton/D1"));
+  EXPECT_EQ(lookup.status, 503);
+  EXPECT_EQ(lookup.headers, kRetryAfter);
   cluster.start();
-  EXPECT_EQ(service.answer(get("/healthz")).status, 200);
+  EXPECT_EQ(service.answer(get(kCalls + "getorderpercarton/D1")).status, 200);
+  while (service.answer(get("/healthz")).status != 200) {
+    std::this_thread::yield();
+  }
+}
+
+TEST(WebService, TellsTheLogAloneWhyItsStoreIsNotAvailable) {
+  PostgresCluster cluster;
+  SqlStore store(SqlAddress(cluster.url() + "&user=postgres&password=top-secret"));
+  std::ostringstream requests;
+  std::ostringstream errors;
+  RequestLog log(requests);
+  ErrorLog errorLog(errors);
+  WebService service(store, AccessGuard(std::nullopt, true), &log, &errorLog);
+  cluster.crash();
+  for (const std::string target : {"getitems", "getorderpercarton/D1"}) {
+    const Answer answer = service.answer(get(kCalls + target));
+    EXPECT_EQ(answer.status, 503) << target;
+    EXPECT_EQ(answer.body, "the store is not available") << target;
+  }
+  EXPECT_EQ(service.answer(get("/healthz")).body, "the store is not available");
+  EXPECT_NE(service.answer(get("/")).body.find("the store is not available"), std::string::npos);
+  EXPECT_NE(errors.str().find("the store postgresql:///postgres?host=/"), std::string::npos);
+  EXPECT_EQ((requests.str() + errors.str()).find("top-secret"), std::string::npos);
 }
 
 }  // namespace cartonpick::orders

@@ -161,7 +161,8 @@ class Delivery(SupervisorPage):
 
     def test_it_shows_new_lines_and_corrections(self):
         self.assertEqual(self.pages.heading(), "Delivery D1")
-        row = ["20138A", "5012746100000", 'MUG "350ML" <script>alert(1)</script>', "3", "5", "+2"]
+        row = ["20138A", "5012746100000", 'MUG "350ML" <script>alert(1)</script>', "3",
+               "5 more than ordered", "+2"]
         self.assertEqual(self.pages.rows("Lines of box C001"), [row])
         self.send(DELIVERIES[0], 3, "2026-03-04 09:30:00")
         corrected = row[:4] + ["3 was 5", "0"]
@@ -170,7 +171,7 @@ class Delivery(SupervisorPage):
 
     def test_it_shows_lines_that_were_not_ordered(self):
         self.send({**DELIVERIES[0], "item": "X"}, 1)
-        wait_for(lambda: ["X", "5012746100000", "", "not ordered", "1", "+1"]
+        wait_for(lambda: ["X", "5012746100000", "", "not ordered unknown article", "1", "+1"]
                  in self.pages.rows("Lines of box C001"), "the line without an order")
 
     def test_an_unknown_delivery_is_not_found(self):

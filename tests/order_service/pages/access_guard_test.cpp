@@ -134,11 +134,16 @@ TEST(AccessGuard, TakesTheTokenFromTheCookieThatALoginSets) {
   EXPECT_EQ(answer->status, 303);
   EXPECT_EQ(header(*answer, "Location"), "/");
   const std::string cookie = header(*answer, "Set-Cookie");
-  EXPECT_TRUE(cookie.ends_with("; Path=/; HttpOnly; SameSite=Strict")) << cookie;
+  EXPECT_TRUE(cookie.ends_with("; Path=/; Max-Age=43200; HttpOnly; SameSite=Strict")) << cookie;
+  EXPECT_EQ(cookie.find(kToken), std::string::npos) << "the cookie is not the token";
   Request request = get("/");
   request.cookie = "a=b; " + cookie.substr(0, cookie.find(';')) + "; c=d";
   EXPECT_FALSE(guard.refusal(request));
-  request.cookie = "cartonpick_token=";
+  for (const std::string wrong : {"", "x", "--", "99999999999-1-", "99999999999-1-00"}) {
+    request.cookie = "cartonpick_session=" + wrong;
+    EXPECT_TRUE(guard.refusal(request)) << wrong;
+  }
+  request.cookie = "cartonpick_session=" + kToken;
   EXPECT_TRUE(guard.refusal(request));
 }
 
@@ -174,14 +179,82 @@ TEST(AccessGuard, RefusesALoginWithAnotherToken) {
   }
 }
 
-TEST(AccessGuard, ReadsTheTokenFromTheFirstLineOfAFile) {
-  const TemporaryFolder folder;
-  EXPECT_EQ(readToken(folder.write("token", kToken + "\nmore\n")), kToken);
-  for (const auto &text :
-       std::vector<std::string>{"", "too short\n", "token of 16 signs\n", "token-of-16-sign;s\n"}) {
-    EXPECT_THROW(readToken(folder.write("token", text)), InputError) << text;
+TEST(AccessGuard, HasItsCookieSentByTlsAloneWhereTheLoginWas) {
+  Request request = login("token=" + kToken);
+  request.origin = "https://orders.example";
+  EXPECT_TRUE(
+      header(*AccessGuard(kToken, false).refusal(request), "Set-Cookie").ends_with("; Secure"));
+  request.origin = "http://orders.example";
+  EXPECT_FALSE(
+      header(*AccessGuard(kToken, false).refusal(request), "Set-Cookie").ends_with("; Secure"));
+}
+
+TEST(AccessGuard, TakesTheCookieAwayAtALogout) {
+  Request request = login("");
+  request.target = "/logout";
+  const auto answer = AccessGuard(kToken, false).refusal(request);
+  EXPECT_EQ(answer->status, 303);
+  EXPECT_TRUE(header(*answer, "Set-Cookie").starts_with("cartonpick_session=; Path=/; Max-Age=0;"));
+}
+
+TEST(AccessGuard, TakesTheFormerTokenWhileItIsExchanged) {
+  const std::string former = "former-token-of-some-signs";
+  const AccessGuard guard(AccessTokens{kToken, former});
+  Request request = get("/");
+  for (const std::string &token : {kToken, former}) {
+    request.authorization = "Bearer " + token;
+    EXPECT_FALSE(guard.refusal(request)) << token;
+    EXPECT_EQ(guard.refusal(login("token=" + token))->status, 303) << token;
   }
-  EXPECT_THROW(readToken(folder.path("missing")), InputError);
+}
+
+TEST(AccessGuard, EndsTheSessionsOfATokenThatIsWithdrawn) {
+  const std::string cookie =
+      header(*AccessGuard(kToken, false).refusal(login("token=" + kToken)), "Set-Cookie");
+  Request request = get("/");
+  request.cookie = cookie.substr(0, cookie.find(';'));
+  EXPECT_FALSE(AccessGuard(AccessTokens{"another-token-of-signs", kToken}).refusal(request));
+  EXPECT_TRUE(AccessGuard(AccessTokens{"another-token-of-signs"}).refusal(request));
+}
+
+TEST(AccessGuard, LimitsTheGuessesOfAnAddress) {
+  const AccessGuard guard(kToken, false);
+  Request guess = login("token=wrong");
+  guess.client = "10.0.0.7";
+  for (int i = 0; i < GuessLimit::kGuesses; ++i) {
+    EXPECT_EQ(guard.refusal(guess)->status, 401) << i;
+  }
+  EXPECT_EQ(guard.refusal(guess)->status, 429);
+  EXPECT_EQ(header(*guard.refusal(guess), "Retry-After"), "300");
+  Request right = login("token=" + kToken);
+  right.client = "10.0.0.7";
+  EXPECT_EQ(guard.refusal(right)->status, 429);
+  Request bearer = get("/");
+  bearer.client = "10.0.0.7";
+  bearer.authorization = "Bearer " + kToken;
+  EXPECT_EQ(guard.refusal(bearer)->status, 429);
+  right.client = "10.0.0.8";
+  const auto session = guard.refusal(right);
+  EXPECT_EQ(session->status, 303);
+  Request page = get("/");
+  page.client = "10.0.0.7";
+  EXPECT_EQ(guard.refusal(page)->status, 401);
+  page.cookie = header(*session, "Set-Cookie").substr(0, header(*session, "Set-Cookie").find(';'));
+  EXPECT_FALSE(guard.refusal(page)) << "a session is no guess";
+}
+
+TEST(AccessGuard, ReadsItsTokensFromTheFirstLinesOfAFile) {
+  const TemporaryFolder folder;
+  const std::string former = "former-token-of-some-signs";
+  EXPECT_EQ(readTokens(folder.write("token", kToken + "\n")).current, kToken);
+  EXPECT_FALSE(readTokens(folder.write("token", kToken + "\n\n")).former);
+  EXPECT_EQ(readTokens(folder.write("token", kToken + '\n' + former)).former, former);
+  for (const auto &text :
+       std::vector<std::string>{"", "too short\n", "token of 16 signs\n", "token-of-16-sign;s\n",
+                                kToken + "\ntoo short\n"}) {
+    EXPECT_THROW(readTokens(folder.write("token", text)), InputError) << text;
+  }
+  EXPECT_THROW(readTokens(folder.path("missing")), InputError);
 }
 
 }  // namespace cartonpick::orders

@@ -241,8 +241,9 @@ TEST(SqlStoreInPostgres, GoesOnAfterARestartOfTheDatabase) {
 TEST(SqlStoreInPostgres, DoesNotWaitForEverForAnInstanceThatHangs) {
   const PostgresCluster cluster;
   SqlConnection connection{SqlAddress(cluster.url())};
-  for (const auto &[setting, limit] :
-       {std::pair{"idle_in_transaction_session_timeout", "20s"}, {"lock_timeout", "30s"}}) {
+  for (const auto &[setting, limit] : {std::pair{"idle_in_transaction_session_timeout", "20s"},
+                                       {"lock_timeout", "4s"},
+                                       {"statement_timeout", "6s"}}) {
     std::string value;
     connection.session() << std::string("SHOW ") + setting, soci::into(value);
     EXPECT_EQ(value, limit) << setting;
@@ -296,7 +297,7 @@ TEST(SqlStoreInSqlite, TakesOverAFileOfTheFirstVersion) {
           "'2026-02-28 23:59:59')");
   SqlStore store{SqlAddress(file)};
   store.store({pickReport()});
-  EXPECT_EQ(store.picked({}), (std::vector{ReceivedReport{pickReport(), ""}}));
+  EXPECT_EQ(store.picked({}), (std::vector{ReceivedReport{pickReport(), "", 0, false}}));
 }
 
 TEST(SqlStoreInSqlite, RefusesAFileThatIsNoStore) {
