@@ -13,10 +13,10 @@ START_SECONDS = 60
 class OrderInstance:
     """A context manager: the service runs and listens on the port, except while it is killed."""
 
-    def __init__(self, folder, store, port):
-        """`folder` is the folder of the programs."""
+    def __init__(self, folder, store, port, options=("--trusted-proxy", HOST)):
+        """`folder` is the folder of the programs; `options` are further ones of the service."""
         self._command = [os.path.join(folder, "cartonpick-orders"), "--exit-with-parent", "--bind",
-                         HOST, "--port", str(port), "--store", store, "--trusted-proxy", HOST]
+                         HOST, "--port", str(port), "--store", store, *options]
         self._errors = tempfile.TemporaryFile()
         self._process = None
 

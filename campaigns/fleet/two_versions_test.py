@@ -36,7 +36,8 @@ def command(program, *words):
 class Instance(OrderInstance):
     def __init__(self, program, store):
         self._port = free_ports(1)[0]
-        super().__init__(os.path.dirname(program), store, self._port)
+        # The version before has no further options.
+        super().__init__(os.path.dirname(program), store, self._port, options=())
 
     def lookup(self, delivery):
         return self._call("getorderpercarton/" + urllib.parse.quote(delivery, safe=""))
