@@ -84,11 +84,11 @@ CommandLine CommandLine::parse(const QStringList &arguments) {
     refuse(QStringLiteral("\"%1\" is not an option. --help lists the options.")
                .arg(parser.positionalArguments().constFirst()));
   }
-  const CommandLine options{.serviceHost = valueOr(parser, serviceHost, "CARTONPICK_SERVICE_HOST"),
-                            .home = valueOr(parser, home, "CARTONPICK_HOME"),
-                            .demo = parser.isSet(demo),
-                            .fullScreen = parser.isSet(fullScreen),
-                            .onScreenKeyboard = parser.isSet(onScreenKeyboard)};
+  CommandLine options{.serviceHost = valueOr(parser, serviceHost, "CARTONPICK_SERVICE_HOST"),
+                      .home = valueOr(parser, home, "CARTONPICK_HOME"),
+                      .demo = parser.isSet(demo),
+                      .fullScreen = parser.isSet(fullScreen),
+                      .onScreenKeyboard = parser.isSet(onScreenKeyboard)};
   checkServiceHost(options, parser.isSet(serviceHost));
   return options;
 }

@@ -97,7 +97,7 @@ std::unique_ptr<ManagedObjectContext> openStore(const QString &path) {
 /// Loads the large catalogue into the store at the given path and prints the progress. Runs in a
 /// process that a test kills.
 int reloadAndPrint(const QStringList &arguments) {
-  const QString path = arguments.at(0);
+  const QString &path = arguments.at(0);
   LoopbackService service;
   service.answerWith(catalogueOf(kLargeCount));
   Environment environment{.clock = nullptr,

@@ -33,8 +33,8 @@ void forbidFileGrowth() {
 
 /// Runs in the other process: saves once successfully, then once in the given scenario.
 int savePick(const QStringList &arguments) {
-  const QString scenario = arguments.at(0);
-  const QString path = arguments.at(1);
+  const QString &scenario = arguments.at(0);
+  const QString &path = arguments.at(1);
   const rlimit none{0, 0};
   setrlimit(RLIMIT_CORE, &none);
   const auto coordinator = openStore(path);
