@@ -12,14 +12,14 @@ FLAGS = ["--headless=new", "--disable-gpu", "--disable-quic", "--no-first-run",
          "--disable-background-networking", "--disable-component-update", "--disable-sync",
          # No host name resolves, so Chromium connects to the loopback address only.
          "--host-resolver-rules=MAP * ~NOTFOUND, EXCLUDE 127.0.0.1",
-         # Chromium ends with its driver, even if that is killed.
+         # Chromium exits with its driver, even if the driver is killed.
          "--remote-debugging-pipe"]
 if os.geteuid() == 0:
-    FLAGS.append("--no-sandbox")  # root cannot have one
+    FLAGS.append("--no-sandbox")  # the sandbox does not work as root
 
 
 class Driver(Service):
-    """Debian's chromedriver. It ends with this process, even if that is killed."""
+    """Debian's chromedriver. It exits with this process, even if this process is killed."""
 
     def __init__(self):
         super().__init__("/usr/bin/setpriv")
@@ -42,13 +42,13 @@ class Chromium:
         self.driver = webdriver.Chrome(service=Driver(), options=options)
 
     def clear(self, width, height):
-        """Replaces the page by an empty one of this size, and clears the log of the console."""
+        """Replaces the page with a blank one of this size, and clears the console log."""
         self.driver.get("about:blank")
         self.driver.get_log("browser")
         self.resize(width, height)
 
     def resize(self, width, height):
-        """Gives the page this size in CSS pixels, which may be smaller than a window can be."""
+        """Resizes the page, in CSS pixels. It can be smaller than the smallest window."""
         self.driver.execute_cdp_cmd("Emulation.setDeviceMetricsOverride",
                                     {"width": width, "height": height, "deviceScaleFactor": 1,
                                      "mobile": False})

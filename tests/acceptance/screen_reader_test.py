@@ -1,6 +1,6 @@
 """What a screen reader finds and announces, tested with the real program over AT-SPI.
 
-Usage: own-session python3 screen_reader_test.py FOLDER-OF-THE-PROGRAMS
+Usage: own-session python3 screen_reader_test.py PROGRAM-FOLDER
 """
 
 import os
@@ -45,7 +45,7 @@ class EventListener:
 
     @staticmethod
     def _dialog_around(node):
-        """Returns the name and the description of the dialog around the node, or None."""
+        """Returns the name and the description of the dialog that contains the node, or None."""
         while node and node.get_role_name() != "dialog":
             node = node.get_parent()
         return (node.get_name(), node.get_description()) if node else None
@@ -153,18 +153,18 @@ class ScreenReader(unittest.TestCase):
 
     # What is on the screen.
 
-    def test_the_start_screen(self):
+    def test_the_start_screen_is_accessible(self):
         self.expect(("heading", "CartonPick", ""), ("push button", "Picking", ""),
                     ("push button", "History", ""), ("push button", "Display", ""),
                     ("label", f"Order service: {self.service.host}", "Order service in use"))
 
-    def test_the_display_sheet(self):
+    def test_the_display_sheet_is_accessible(self):
         self.tablet.touch("push button", "Display")
         self.expect(("dialog", "Display", ""), ("panel", "Theme", ""),
                     ("radio button", "Light", ""), ("panel", "Text size", ""),
                     ("radio button", "100 %", ""), ("push button", "Done", ""))
 
-    def test_the_picking_screen_before_a_lookup(self):
+    def test_the_picking_screen_is_accessible_before_a_lookup(self):
         self.enter_picking()
         self.expect(("text", "Delivery number", None), ("text", "Box", None),
                     ("push button", "Search", ""), ("push button", "Start Picking", ""),
@@ -172,7 +172,7 @@ class ScreenReader(unittest.TestCase):
                     ("label", "0", "Boxes"), ("label", "-", "Picked"),
                     ("push button", "Open a box first", "Shows the last scans"))
 
-    def test_the_picking_screen_with_an_open_box(self):
+    def test_the_picking_screen_is_accessible_with_an_open_box(self):
         self.open_box()
         self.pick("71053", "2")
         self.expect(("push button", "Stop Picking", ""), ("push button", "Close", ""),
@@ -188,7 +188,7 @@ class ScreenReader(unittest.TestCase):
                     ("list item", f"{HEART}, picked 0, ordered 6, difference -6", ""),
                     ("list item", f"{LANTERN}, picked 2, ordered 2, difference 0", ""))
 
-    def test_the_last_scans(self):
+    def test_the_last_scans_are_accessible(self):
         self.open_box()
         self.pick("71053", "2")
         self.tablet.touch("push button", "Ready to scan")
@@ -196,7 +196,7 @@ class ScreenReader(unittest.TestCase):
         row = wait_for(lambda: self.tablet.names("list item", "71053, Booked"), "the scan")[0]
         self.assertRegex(row, r"^\d\d:\d\d:\d\d, 71053, Booked to line 2$")
 
-    def test_the_keypad(self):
+    def test_the_keypad_is_accessible(self):
         self.open_box()
         self.pick("71053", "2")
         self.scan("71053")
@@ -208,7 +208,7 @@ class ScreenReader(unittest.TestCase):
                     ("label", "METAL LANTERN", "Description"), ("label", "2", "Current"),
                     ("label", "2", "Total"), ("label", "2", "Ordered"))
 
-    def test_the_action_list_and_the_summary(self):
+    def test_the_action_list_and_the_summary_are_accessible(self):
         self.open_box()
         self.pick("71053", "2")
         self.tablet.touch("push button", "Options")
@@ -221,7 +221,7 @@ class ScreenReader(unittest.TestCase):
                     ("label", "20", "Ordered"), ("label", "-18", "Difference"),
                     ("list item", f"{LANTERN}, picked 2, ordered 2, difference 0", ""))
 
-    def test_the_history(self):
+    def test_the_history_is_accessible(self):
         self.open_box()
         self.pick("71053", "2")
         self.tablet.touch("push button", "Stop Picking")
@@ -236,7 +236,7 @@ class ScreenReader(unittest.TestCase):
         self.tablet.touch("list item", row)
         self.expect(("panel", "Summary", ""), ("label", "2", "Ordered"))
 
-    def test_an_alert(self):
+    def test_an_alert_is_accessible(self):
         self.enter_picking()
         self.tablet.touch("push button", "Close")
         message = "Are you sure you want to leave picking?"
@@ -254,7 +254,7 @@ class ScreenReader(unittest.TestCase):
             self.listener.expect("showing", "notification",
                             rf"Saved {sum_of_all} × 71053 in box C1, \d\d:\d\d:\d\d")
 
-    def test_an_alert_takes_the_focus_and_its_message_can_be_read(self):
+    def test_an_alert_takes_the_focus_and_announces_its_message(self):
         self.open_box()
         self.listener.forget()
         self.scan("no such code")
@@ -263,7 +263,7 @@ class ScreenReader(unittest.TestCase):
         self.tablet.press("Escape")
         self.listener.expect("focused", "text", "Item or barcode")
 
-    def test_a_question_puts_the_focus_on_no(self):
+    def test_a_question_initially_focuses_no(self):
         self.open_box()
         self.listener.forget()
         self.choose("Complete and Send")
@@ -284,7 +284,7 @@ class ScreenReader(unittest.TestCase):
         self.tablet.press("Down")
         self.listener.expect("focused", "list item", "Send Email", ("Options", ""))
 
-    # Actions of the screen reader.
+    # Actions performed by a screen reader.
 
     def test_a_quantity_can_be_saved_with_accessibility_actions_only(self):
         self.act("push button", "Picking")

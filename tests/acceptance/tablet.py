@@ -1,4 +1,4 @@
-"""A tablet for whole runs: a screen, the program, an input driver and a screen reader.
+"""A tablet for end-to-end runs: a screen, the program, an input driver and a screen reader.
 
 The screen is a separate X server (Xvfb). xdotool sends real pointer and key events. AT-SPI finds
 controls by role and name. Must run in a separate session (own-session). A program with another
@@ -23,7 +23,7 @@ class NotSeen(AssertionError):
 
 
 def wait_for(look, what):
-    """Calls `look` until it returns a true value, and returns that value. Raises NotSeen after
+    """Calls `look` until it returns a truthy value, and returns that value. Raises NotSeen after
     TIMEOUT_SECONDS."""
     deadline = time.monotonic() + TIMEOUT_SECONDS
     while True:
@@ -39,8 +39,8 @@ def wait_for(look, what):
 
 
 class Screen:
-    """An X server with one screen of this size in pixels. It ends with this process, and continues
-    when its last client has ended."""
+    """An X server with one screen of this size in pixels. It exits with this process, but keeps
+    running when its last client disconnects."""
 
     def __init__(self, width, height):
         self.width, self.height = width, height
@@ -215,7 +215,7 @@ class Program(Tablet):
         self._screen.run("xdotool", "key", key)
 
     def kill(self):
-        """Ends the program at once, as an empty battery does."""
+        """Kills the program at once, as an empty battery would."""
         self._process.send_signal(signal.SIGKILL)
         self._end()
 

@@ -1,9 +1,9 @@
-"""Takes pictures of every screen, on the demo deliveries.
+"""Takes pictures of every screen, using the demo deliveries.
 
 Usage: own-session python3 take_screenshots.py PROGRAMS PICTURES [--all]
 
-PROGRAMS is the folder of the programs, PICTURES the folder of the pictures. Takes the pictures for
-the documentation, or, with --all, every screen in every look.
+PROGRAMS is the folder with the programs. PICTURES is the folder in which the pictures are saved. By
+default, these are the pictures for the documentation; with --all, every screen in every look.
 """
 
 import os
@@ -48,7 +48,7 @@ KEPT = [(Look(1280, 800), None),
 
 
 class HalfAnAnswer:
-    """A service that sends `sent` bytes of an answer of `announced` bytes, and then nothing."""
+    """A service that announces `announced` bytes, but stops after it has sent `sent` bytes."""
 
     def __init__(self, sent, announced):
         self._socket = socket.create_server(("127.0.0.1", 0))
@@ -101,7 +101,7 @@ class Visit:
         if self._names is None or name in self._names:
             path = os.path.join(self._pictures, f"{name}-{self._look}.png")
             self._screen.save_picture(path)
-            # Few colours are enough for flat surfaces, and make small files.
+            # A few colours are enough for flat surfaces, and keep the files small.
             self._screen.run("mogrify", "+dither", "-colors", "96", "-strip", path)
 
 
@@ -241,12 +241,12 @@ class Tour(Visit):
         self.picture("history-summary")
 
     def _scroll_to_the_top(self):
-        """Scrolls the upper pane, which may be scrolled at large text sizes, to its top."""
+        """Scrolls the upper pane, which may be scrolled down at large text sizes, to its top."""
         self._screen.run("xdotool", "mousemove", "100", "300", "click", "--repeat", "30", "4")
 
 
 class Download(Visit):
-    """The download of the catalogue, half of it received."""
+    """A catalogue download, half of which has been received."""
 
     def __init__(self, programs, *look):
         super().__init__(HalfAnAnswer(sent=12_345_678, announced=25_000_000),
@@ -263,7 +263,7 @@ class Download(Visit):
 
 
 class Gallery(Visit):
-    """All controls in all states, on a screen that is high enough for them."""
+    """All controls in all states, on a screen that is tall enough for them."""
 
     def __init__(self, programs, pictures, look, names):
         super().__init__(HalfAnAnswer(0, 0),

@@ -1,6 +1,6 @@
 """One delivery from its lookup to the history, with the real program and the real order service.
 
-Usage: own-session python3 whole_run_test.py FOLDER-OF-THE-PROGRAMS
+Usage: own-session python3 whole_run_test.py PROGRAM-FOLDER
 """
 
 import os
@@ -20,7 +20,7 @@ CACTUS = "4000000000914"
 class WholeRun(PickingRun):
     programs = PROGRAMS
 
-    def test_a_delivery_is_picked_and_found_again_after_a_restart(self):
+    def test_a_picked_quantity_is_restored_after_the_program_is_killed(self):
         tablet = self.tablet
         self.start_picking("A-100")
         tablet.expect_value("Boxes", "2")
@@ -47,7 +47,7 @@ class WholeRun(PickingRun):
         self.tablet.find("list item", "85123A, 4000000000013, WHITE HANGING HEART HOLDER, "
                                       "picked 6, ordered 6, difference 0")
 
-    def test_the_demo_is_offered_where_no_service_is_configured(self):
+    def test_the_demo_is_offered_when_no_service_is_configured(self):
         self.tablet.close()
         home = self.path("home")
         self.tablet = Program(self.screen, self.program("cartonpick"), "--home", home)
@@ -57,7 +57,7 @@ class WholeRun(PickingRun):
         self.tablet.find("label", "Customer: Rosie's Kitchen")
         self.assertTrue(os.path.exists(os.path.join(home, "demo", "Documents", "QIR_Pick.sqlite")))
 
-    def test_a_delivery_goes_from_its_lookup_to_the_history(self):
+    def test_a_delivery_is_picked_corrected_sent_and_listed_in_the_history(self):
         tablet = self.tablet
         self.start_picking("A-100")
         tablet.touch("push button", "Stop Picking")
