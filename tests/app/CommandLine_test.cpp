@@ -17,8 +17,8 @@ int parseArguments(const QStringList &arguments) {
   return EXIT_SUCCESS;
 }
 
-/// Parses `arguments` in another process. Returns what it says on standard error; empty if it
-/// accepts them.
+/// Parses `arguments` in another process. Returns its message on standard error, or an empty string
+/// if it accepts them.
 QString refusalOf(const QStringList &arguments) {
   QProcess process;
   process.start(QCoreApplication::applicationFilePath(), QStringList(kParse) + arguments);
@@ -38,7 +38,7 @@ class CommandLineTest : public QObject {
     qunsetenv("CARTONPICK_HOME");
   }
 
-  void withoutOptionsThereIsNoHostAndTheHomeIsTheDefault() {
+  void withoutOptionsThereIsNoHostAndTheDefaultHomeIsUsed() {
     const CommandLine options = CommandLine::parse({"cartonpick"});
     QCOMPARE(options.serviceHost, QString());
     QVERIFY(!options.demo);
@@ -74,7 +74,7 @@ class CommandLineTest : public QObject {
     QCOMPARE(options.withDemo().folders().home, "/srv/picking/demo");
   }
 
-  void byDefaultTheWindowHasAFrameAndNoKeyboard() {
+  void fullScreenAndTheOnScreenKeyboardAreOffByDefault() {
     const CommandLine options = CommandLine::parse({"cartonpick"});
     QVERIFY(!options.fullScreen);
     QVERIFY(!options.onScreenKeyboard);
@@ -87,14 +87,14 @@ class CommandLineTest : public QObject {
     QVERIFY(options.onScreenKeyboard);
   }
 
-  void aHostThatCannotBeUsedIsRefused() {
+  void anInvalidHostIsRefused() {
     QCOMPARE(
         refusalOf({"--service-host", "http://picking.local"}),
         "cartonpick: --service-host \"http://picking.local\": it has to be without \"http://\".");
     QCOMPARE(refusalOf({"--service-host", "[::1]:8080"}), QString());
   }
 
-  void aHostOfTheEnvironmentThatCannotBeUsedIsRefused() {
+  void anInvalidHostInTheEnvironmentIsRefused() {
     qputenv("CARTONPICK_SERVICE_HOST", "127.0.0.1:99999");
     QVERIFY(refusalOf({}).startsWith("cartonpick: CARTONPICK_SERVICE_HOST \"127.0.0.1:99999\": "));
     QCOMPARE(refusalOf({"--service-host", "127.0.0.1:8080"}), QString());

@@ -26,7 +26,7 @@ class DemoServiceTest : public QObject {
     QVERIFY(answers(host));
   }
 
-  void stopsWhenItsObjectIsDestroyed() {
+  void stopsOnDestruction() {
     QString host;
     {
       DemoService service(CARTONPICK_ORDERS);

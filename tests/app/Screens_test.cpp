@@ -61,7 +61,7 @@ class ScreensTest : public QObject {
     QCOMPARE(test.open().visibility(), QWindow::Maximized);
   }
 
-  void aFullScreenWindowFillsTheScreenAndIsNotRemembered() {
+  void fullScreenDoesNotChangeTheRememberedWindowSize() {
     TestScreens test;
     test.window.fullScreen = true;
     const QQuickWindow &window = test.open();

@@ -57,7 +57,7 @@ class splitViewControllerTest : public QObject {
     QCOMPARE(program.delegate.window()->scanField(), nullptr);
   }
 
-  void bothPanesAreEmptyWhenThePickingIsReopened() {
+  void bothPanesAreEmptyWhenThePickingScreenIsReopened() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}, {"C2", "B", 2}});

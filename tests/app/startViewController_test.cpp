@@ -34,7 +34,7 @@ class startViewControllerTest : public QObject {
     QCOMPARE(requests.count(), 1);
   }
 
-  void openingThePickingPassesTheContextToBothPanes() {
+  void openingThePickingScreenPassesTheContextToBothPanes() {
     TestProgram program;
     program.start().performSegueWithIdentifier(QStringLiteral("segueToSplitView"));
     QCOMPARE(program.start().presentedViewController()->identifier(), "splitViewController");
@@ -42,7 +42,7 @@ class startViewControllerTest : public QObject {
     QCOMPARE(program.detail().managedObjectContext(), &program.context());
   }
 
-  void openingTheHistoryPassesTheContext() {
+  void openingTheHistoryPassesItTheContext() {
     TestProgram program;
     program.start().performSegueWithIdentifier(QStringLiteral("segueHistory"));
     QCOMPARE(history(program)->managedObjectContext(), &program.context());
@@ -74,7 +74,7 @@ class startViewControllerTest : public QObject {
     QTRY_VERIFY(screen.isNull());
   }
 
-  void returningFromThePickingPassesTheContextBack() {
+  void returningFromThePickingScreenPassesTheContextBack() {
     TestProgram program;
     program.enterPicking();
     const QPointer<ViewController> screen = &program.split();

@@ -14,11 +14,11 @@
 
 namespace {
 
-/// An app delegate before its launch.
+/// An app delegate that has not been launched.
 struct TestDelegate : TestEnvironment {
   vekAppDelegate delegate{environment};
 
-  /// A second connection to the store file; creates the file if it is missing.
+  /// Opens a second connection to the store file; creates the file if it is missing.
   [[nodiscard]] SQLite::Database connect() const {
     return {storePath().toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE};
   }
@@ -105,7 +105,7 @@ class vekAppDelegateTest : public QObject {
     QCOMPARE(test.connect().execAndGet("SELECT doc FROM Picking").getString(), "4711");
   }
 
-  void theLaunchShowsTheStartScreenAndGivesItTheContext() {
+  void launchingShowsTheStartScreenAndPassesItTheContext() {
     TestDelegate test;
     QVERIFY(test.delegate.didFinishLaunchingWithOptions());
     auto *start = qobject_cast<startViewController *>(test.delegate.window()->rootViewController());
