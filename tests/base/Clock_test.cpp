@@ -17,7 +17,7 @@ class ClockTest : public QObject {
     QVERIFY(now <= after);
   }
 
-  void theTimeZoneIsReadAtEveryCall() {
+  void theTimeZoneIsReadOnEveryCall() {
     const QByteArray zone = qgetenv("TZ");
     const SystemClock clock;
     qputenv("TZ", "Asia/Tokyo");

@@ -25,7 +25,7 @@ class FoldersTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void foldersAreCreatedForTheirOwnerOnly() {
+  void newFoldersAreAccessibleToTheirOwnerOnly() {
     const QTemporaryDir root;
     const Folders folders{root.filePath(QStringLiteral("a/home"))};
     QVERIFY(folders.create());
@@ -34,7 +34,7 @@ class FoldersTest : public QObject {
     QVERIFY(isForItsOwnerOnly(folders.documents()));
   }
 
-  void existingDocumentsKeepTheirFilesAndBecomeAccessibleToTheirOwnerOnly() {
+  void anExistingDocumentsFolderKeepsItsFilesAndBecomesPrivate() {
     const QTemporaryDir root;
     const Folders folders{root.filePath(QStringLiteral("home"))};
     QVERIFY(QDir().mkpath(folders.documents()));
@@ -47,7 +47,7 @@ class FoldersTest : public QObject {
     QVERIFY(isForItsOwnerOnly(folders.documents()));
   }
 
-  void anExistingHomeKeepsItsPermissionsWithAWarning() {
+  void aWorldWritableHomeKeepsItsPermissionsAndCausesAWarning() {
     const QTemporaryDir root;
     const Folders folders{root.path()};
     QVERIFY(QFile::setPermissions(root.path(), kOwner | kOthers));
@@ -58,7 +58,7 @@ class FoldersTest : public QObject {
     QVERIFY(isForItsOwnerOnly(folders.documents()));
   }
 
-  void aFileInPlaceOfTheDocumentsIsAFailure() {
+  void aFileInPlaceOfTheDocumentsFolderIsRefused() {
     const QTemporaryDir root;
     const Folders folders{root.path()};
     QFile file(folders.documents());

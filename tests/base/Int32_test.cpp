@@ -16,7 +16,7 @@ class Int32Test : public QObject {
   Q_OBJECT
 
  private slots:
-  void aTextReadsAsItsLeadingNumber_data() {
+  void aStringIsReadAsItsLeadingNumber_data() {
     QTest::addColumn<QString>("text");
     QTest::addColumn<std::int32_t>("number");
     QTest::newRow("digits") << "42" << 42;
@@ -55,7 +55,7 @@ class Int32Test : public QObject {
     QTest::newRow("far below the minimum") << u'-' + QString(10'000, u'9') << kMin;
     QTest::newRow("many leading zeros") << QString(10'000, u'0') + u'7' << 7;
   }
-  void aTextReadsAsItsLeadingNumber() {
+  void aStringIsReadAsItsLeadingNumber() {
     QFETCH(const QString, text);
     QFETCH(const std::int32_t, number);
     QCOMPARE(intValue(text), number);
@@ -77,7 +77,7 @@ class Int32Test : public QObject {
     QCOMPARE(wrappingSubtract(0, kMin), kMin);
   }
 
-  void aNumberIsClampedToTheRange() {
+  void aNumberIsTruncatedAndClampedToTheRange() {
     QCOMPARE(clampToInt32(2.9), 2);
     QCOMPARE(clampToInt32(-2.9), -2);
     QCOMPARE(clampToInt32(2147483647.0), kMax);

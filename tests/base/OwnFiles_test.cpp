@@ -46,7 +46,7 @@ class OwnFilesTest : public QObject {
     QVERIFY(!QFile::exists(path("x")));
   }
 
-  void anOrdinaryFileBecomesReadableByItsOwnerOnly() {
+  void aRegularFileBecomesReadableByItsOwnerOnly() {
     write(path("x"), "kept");
     for (const mode_t mode : {0644U, 0666U, 0777U, 0600U, 0400U, 04755U}) {
       chmod(path("x"), mode);
@@ -73,7 +73,7 @@ class OwnFilesTest : public QObject {
     QCOMPARE(modeOf(path("victim")), 0640U);
   }
 
-  void aPipeAFolderOrADeviceIsRefused() {
+  void pipesFoldersAndDevicesAreRefused() {
     QCOMPARE(::mkfifo(encoded("pipe").constData(), 0600), 0);
     QVERIFY(QDir().mkdir(path("folder")));
     for (const QString &it : {path("pipe"), path("folder"), QStringLiteral("/dev/null")}) {
@@ -109,21 +109,21 @@ class OwnFilesTest : public QObject {
     QVERIFY(!replaceFile(path("missing/x"), "new").isEmpty());
   }
 
-  void aMissingFolderIsCreatedForItsOwnerOnly() {
+  void aNewFolderIsAccessibleToItsOwnerOnly() {
     const mode_t before = ::umask(0);
     QCOMPARE(claimFolder(path("x")), QString());
     ::umask(before);
     QCOMPARE(modeOf(path("x")), 0700U);
   }
 
-  void aFolderIsCreatedForItsOwnerWhateverTheUmask() {
+  void theUmaskDoesNotRestrictANewFolder() {
     const mode_t before = ::umask(0777);
     QCOMPARE(claimFolder(path("x")), QString());
     ::umask(before);
     QCOMPARE(modeOf(path("x")), 0700U);
   }
 
-  void aFolderBecomesAccessibleToItsOwnerOnlyAndKeepsItsFiles() {
+  void anExistingFolderKeepsItsFilesAndBecomesPrivate() {
     QVERIFY(QDir().mkdir(path("x")));
     chmod(path("x"), 0777);
     write(path("x/kept"), "kept");

@@ -8,7 +8,7 @@ class Utf8Test : public QObject {
   Q_OBJECT
 
  private slots:
-  void utf8BytesBecomeTheSameText_data() {
+  void decodingUtf8KeepsEveryCharacter_data() {
     QTest::addColumn<QString>("text");
     QTest::newRow("empty") << QStringLiteral("");
     QTest::newRow("letters") << QStringLiteral("aéκ📦");
@@ -19,14 +19,14 @@ class Utf8Test : public QObject {
     QTest::newRow("U+FEFF in the middle") << QStringLiteral("a\uFEFFb");
   }
 
-  void utf8BytesBecomeTheSameText() {
+  void decodingUtf8KeepsEveryCharacter() {
     QFETCH(const QString, text);
     const QString read = textOfUtf8(text.toStdString());
     QCOMPARE(read, text);
     QVERIFY(!read.isNull());
   }
 
-  void invalidUtf8GivesNoText() {
+  void invalidUtf8IsRejected() {
     QVERIFY(!utf8Text("\xC0\xAF"));
     QVERIFY(!utf8Text("a\xE2\x82"));
     QCOMPARE(utf8Text("κ"), QStringLiteral("κ"));
