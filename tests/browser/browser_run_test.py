@@ -1,7 +1,7 @@
-"""Whole runs in a browser. The real script serves the real program, and the test uses the program
-only through its page in a headless Chromium.
+"""End-to-end runs in a browser. The real script serves the real program, and the test uses the
+program only through its page in a headless Chromium.
 
-Usage: ../acceptance/own-session python3 browser_run_test.py FOLDER-OF-THE-PROGRAMS
+Usage: ../acceptance/own-session python3 browser_run_test.py PROGRAM-FOLDER
 """
 
 import json
@@ -182,7 +182,7 @@ class Picking(BrowserRun):
         self.assertCountEqual(sent, [(line["carton"], line["item"], line["barcode"], quantity)
                                      for line, quantity in zip(lines, picked)])
 
-    def test_escape_leaves_the_keypad_and_changes_nothing(self):
+    def test_escape_closes_the_keypad_without_storing_anything(self):
         line, = self.ordered(ONE_LINE)
         self.start_picking([line])
         self.scan(line["carton"])
@@ -193,7 +193,7 @@ class Picking(BrowserRun):
         self.tablet.expect_focus_in("Item or barcode")
         self.assertEqual(self.stored(), [])
 
-    def test_a_click_beside_the_screen_does_not_lose_a_scan(self):
+    def test_a_scan_arrives_after_a_click_beside_the_screen(self):
         line, = self.ordered(ONE_LINE)
         self.start_picking([line])
         self.page.click_beside_screen()
@@ -258,14 +258,14 @@ class Access(BrowserRun):
     def test_it_listens_only_on_the_loopback_address(self):
         self.assertEqual(listening_addresses(self.served.processes()), {"0100007F"})
 
-    def test_everything_ends_with_the_program(self):
+    def test_everything_ends_when_the_program_exits(self):
         self.open_browser()
         self.served.end_program()
         self.expect_nothing_left()
         wait_for(lambda: self.page.message().startswith("No connection"),
                  "the page to tell the end")
 
-    def test_everything_ends_with_the_script(self):
+    def test_everything_ends_when_the_script_is_terminated(self):
         self.open_browser()
         self.served.close()
         self.expect_nothing_left()

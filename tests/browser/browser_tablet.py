@@ -1,4 +1,4 @@
-"""A tablet whose screen is a page in a headless Chromium, as scripts/serve-in-browser serves it."""
+"""A tablet whose screen is a page in a headless Chromium, served by scripts/serve-in-browser."""
 
 import os
 import signal
@@ -47,7 +47,7 @@ class ServedProgram:
         return found
 
     def environment(self):
-        """Returns the environment of the program, its display included."""
+        """Returns the environment of the program, including its display."""
         variables = read(f"/proc/{self.program_id}/environ").rstrip("\0").split("\0")
         return dict(variable.split("=", 1) for variable in variables)
 
@@ -85,7 +85,7 @@ class ProgramPage(Chromium):
         self._click(1, 1)
 
     def save_picture(self, path):
-        """Saves a picture of the program's screen, as large as the page shows it."""
+        """Saves a picture of the program's screen, at the size shown on the page."""
         self._screen().screenshot(path)
 
     def _screen(self):
