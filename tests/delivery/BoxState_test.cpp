@@ -30,7 +30,7 @@ class BoxStateTest : public QObject {
     QTEST(wordFor(boxStateOf(pickqty, orderqty)), "word");
   }
 
-  void theCountersCountEachStateAndTreatALoosePickAsCompleted() {
+  void theCountersCountBoxesByStateAndLoosePicksAsCompleted() {
     const PickList list{BoxRecord{.boxorderqty = 5},
                         BoxRecord{.boxorderqty = 5},
                         BoxRecord{.boxorderqty = 5},

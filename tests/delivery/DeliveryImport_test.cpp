@@ -68,7 +68,7 @@ class DeliveryImportTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void aLineHasWhatWasDelivered() {
+  void aLineHasTheDeliveredValues() {
     const auto answer = deliveryOf({lineOf("C1", "A", Quantity::delivered(QStringLiteral("05")))});
     for (const BoxLine &line :
          {itemLinesOf(answer).front(), boxitemsOf(boxesOf(answer).front()).front()}) {
@@ -146,13 +146,13 @@ class DeliveryImportTest : public QObject {
     QCOMPARE(boxesOf(answer).size(), 3U);
   }
 
-  void emptyCodesAreCodesToo() {
+  void emptyCodesAreTreatedLikeAnyOtherCode() {
     const auto answer = deliveryOf({lineOf("", "", 2), lineOf("", "", 3)});
     QCOMPARE(textOf(itemLinesOf(answer)), " 0/5");
     QCOMPARE(textsOf(boxesOf(answer)), QStringList(" 0/5:  0/2,  0/3"));
   }
 
-  void anEarlierPickComesBack() {
+  void anEarlierPickIsRestored() {
     const auto answer = deliveryOf({lineOf("C1", "A", 5), lineOf("C1", "B", 5)});
     const std::vector<Picking> picks{pickOf("C1", "B", 4)};
     QCOMPARE(textsOf(restored(boxesOf(answer), picks)), QStringList("C1 4/10: A 0/5, B 4/5"));
@@ -173,27 +173,27 @@ class DeliveryImportTest : public QObject {
              "A 0/1, B 0/1, C 0/1, D 0/1, E 3/1");
   }
 
-  void aPickOfAnItemThatTheBoxLacksCountsForTheBoxOnly() {
+  void aPickOfAnItemMissingFromTheBoxCountsOnlyForTheBox() {
     const auto answer = deliveryOf({lineOf("C1", "A")});
     const std::vector<Picking> picks{pickOf("C1", "X", 4)};
     QCOMPARE(textsOf(restored(boxesOf(answer), picks)), QStringList("C1 4/1: A 0/1"));
     QCOMPARE(textOf(restored(itemLinesOf(answer), picks)), "A 0/1");
   }
 
-  void aPickOfABoxThatTheDeliveryLacksCountsForTheItemOnly() {
+  void aPickFromABoxMissingFromTheDeliveryCountsOnlyForTheItem() {
     const auto answer = deliveryOf({lineOf("C1", "A")});
     const std::vector<Picking> picks{pickOf("C9", "A", 4)};
     QCOMPARE(textsOf(restored(boxesOf(answer), picks)), QStringList("C1 0/1: A 0/1"));
     QCOMPARE(textOf(restored(itemLinesOf(answer), picks)), "A 4/1");
   }
 
-  void theFirstOfTwoEqualLinesInABoxIsRestored() {
+  void theFirstOfTwoLinesOfTheSameItemInABoxIsRestored() {
     const auto answer = deliveryOf({lineOf("C1", "A", 2), lineOf("C1", "A", 3)});
     QCOMPARE(textsOf(restored(boxesOf(answer), {pickOf("C1", "A", 2)})),
              QStringList("C1 2/5: A 2/2, A 0/3"));
   }
 
-  void anItemPickedInTwoBoxesShowsItsLastPick() {
+  void anItemPickedFromTwoBoxesHasItsLastPick() {
     const auto answer = deliveryOf({lineOf("C1", "A", 2), lineOf("C2", "A", 3)});
     const std::vector<Picking> picks{pickOf("C1", "A", 2), pickOf("C2", "A", 3)};
     QCOMPARE(textsOf(restored(boxesOf(answer), picks)),
@@ -203,7 +203,7 @@ class DeliveryImportTest : public QObject {
     QCOMPARE(textOf(restored(itemLinesOf(answer), reversed)), "A 2/5");
   }
 
-  void twoPicksOfOneLineAddUpInTheBoxWhileTheLineHasTheLast() {
+  void twoPicksOfALineAddUpInTheBoxButTheLineHasOnlyTheLast() {
     const auto answer = deliveryOf({lineOf("C1", "A", 5)});
     QCOMPARE(textsOf(restored(boxesOf(answer), {pickOf("C1", "A", 2), pickOf("C1", "A", 3)})),
              QStringList("C1 5/5: A 3/5"));
@@ -215,7 +215,7 @@ class DeliveryImportTest : public QObject {
              QStringList(" 1/2:  1/2"));
   }
 
-  void restoringTwiceGivesTheSame() {
+  void restoringTheSameDeliveryTwiceGivesTheSameResult() {
     const auto answer = deliveryOf({lineOf("C1", "A", 2), lineOf("C2", "A", 3)});
     const std::vector<Picking> picks{pickOf("C1", "A", 1)};
     QCOMPARE(textsOf(restored(boxesOf(answer), picks)), textsOf(restored(boxesOf(answer), picks)));
@@ -264,7 +264,7 @@ class DeliveryImportTest : public QObject {
                                << "3/25/2026";
     QTest::newRow("with a time") << "03/25/2026 10:00"
                                  << "03/25/2026 10:00";
-    QTest::newRow("trailing blank") << "03/25/2026 "
+    QTest::newRow("trailing space") << "03/25/2026 "
                                     << "03/25/2026 ";
     QTest::newRow("empty") << ""
                            << "";

@@ -32,7 +32,7 @@ LoosePick looseOf(const QString &item, int qty) {
           .qty = qty};
 }
 
-/// Every attribute of `row` as text.
+/// Returns every attribute of `row` as text.
 QStringList textsOf(const Picking &row) {
   return {row.barcode,
           row.box,
@@ -90,7 +90,7 @@ class PickRecorderTest : public QObject {
     QCOMPARE(program.context().pickings(QStringLiteral("4712"))->size(), 1U);
   }
 
-  void emptyTextsIdentifyALineToo() {
+  void emptyStringsIdentifyALineToo() {
     TestProgram program;
     BoxLine line = lineOf(QStringLiteral(""), 1);
     line.doc = QStringLiteral("");
@@ -102,7 +102,7 @@ class PickRecorderTest : public QObject {
     QCOMPARE(rows->front().pickqty, 2);
   }
 
-  void theFirstOfSeveralRowsOfALineChanges() {
+  void onlyTheFirstOfSeveralRowsForALineChanges() {
     TestProgram program;
     for (const int pickqty : {1, 2}) {
       program.context().insert(Picking{.box = QStringLiteral("C1"),
@@ -134,7 +134,7 @@ class PickRecorderTest : public QObject {
     QVERIFY(!program.context().hasChanges());
   }
 
-  void boxesInAListChangeNoRow() {
+  void boxesInAListDoNotChangeAnyRow() {
     TestProgram program;
     program.context().insert(Picking{.doc = kDoc, .item = QStringLiteral("A"), .pickqty = 1});
     recordPickList(program.context(), kDoc,
@@ -142,7 +142,7 @@ class PickRecorderTest : public QObject {
     QCOMPARE(picksOf(program), QList<int>({1}));
   }
 
-  void entriesBeyondTheStoredRowsAreInserted() {
+  void onlyEntriesBeyondTheStoredRowsAreInserted() {
     TestProgram program;
     program.context().insert(Picking{.doc = kDoc, .item = QStringLiteral("Z"), .pickqty = 1});
     recordPickList(program.context(), kDoc,
@@ -153,7 +153,7 @@ class PickRecorderTest : public QObject {
                                       "B", "A1", "0", "6", "0"}));
   }
 
-  void noListIsRecordedIfTheStoreCannotBeRead() {
+  void aListIsNotRecordedIfTheStoreCannotBeRead() {
     TestProgram program;
     SQLite::Database store(program.storePath().toStdString(), SQLite::OPEN_READWRITE);
     store.exec("ALTER TABLE Picking RENAME TO Lost");

@@ -40,7 +40,7 @@ class PickRecordsTest : public QObject {
     QVERIFY(boxitemsOf(kLoose).empty());
   }
 
-  void aNewLineIsNotPicked() {
+  void aNewLineHasTheDefaultValues() {
     const BoxLine line;
     QCOMPARE(line.datepicked, "01/01/2001");
     QCOMPARE(line.pickqty.value(), 0);

@@ -24,12 +24,12 @@ struct TestSession {
     isImported = session.importDelivery(delivery);
   }
 
-  /// Starts a picking with its first box open.
+  /// Starts a picking and opens its first box.
   void openFirstBox() {
     session.start();
     session.openBox(0);
   }
-  /// Stores `pick`, of 7 pieces.
+  /// Stores `pick` with a quantity of 7.
   void addPick(Picking pick) {
     pick.pickqty = 7;
     context.insert(pick);
@@ -87,7 +87,7 @@ class PickingSessionTest : public QObject {
     QCOMPARE(test.stored(), QStringList());
   }
 
-  void aSecondImportReplacesBothListsAndRestoresWhatWasPicked() {
+  void aSecondImportReplacesBothListsAndRestoresPickedQuantities() {
     TestSession test;
     test.openFirstBox();
     test.session.bookQuantity(1, false, 0, 2);
@@ -103,7 +103,7 @@ class PickingSessionTest : public QObject {
     QCOMPARE(test.session.arrayItems()->at(1).pickqty.value(), 2);
   }
 
-  void onlyPicksOfTheFirstLinesOrderAreRestoredSentOrNot() {
+  void onlyPicksOfTheFirstLinesOrderAreRestoredWhetherSentOrNot() {
     TestSession test;
     test.addPick({.box = "C1", .doc = "4711", .item = "A", .ordernum = "A1", .sent = 1});
     test.addPick({.box = "C2", .doc = "4711", .item = "A", .ordernum = "A2"});
@@ -136,14 +136,14 @@ class PickingSessionTest : public QObject {
     QCOMPARE(test.session.curBoxIndex(), -1);
   }
 
-  void aCatalogueLoadedAfterTheLookupLeavesThePickingWithoutANumber() {
+  void aCatalogueLoadedAfterTheLookupLeavesThePickingWithoutADeliveryNumber() {
     TestSession test;
     test.session.setJsonResult(JsonResult{});
     test.session.start();
     QVERIFY(test.session.doc().isNull());
   }
 
-  void aStoppedPickingKeepsItsListsAndNumber() {
+  void aStoppedPickingKeepsItsListsAndDeliveryNumber() {
     TestSession test;
     test.openFirstBox();
     const QSignalSpy stopped(&test.session, &PickingSession::stopped);
@@ -176,7 +176,7 @@ class PickingSessionTest : public QObject {
     QCOMPARE(std::get<std::size_t>(*test.session.find(QStringLiteral("bB"))), 1U);
   }
 
-  void openingAnotherBoxChangesTheCodes() {
+  void openingAnotherBoxChangesWhichCodesAreFound() {
     TestSession test;
     test.openFirstBox();
     QVERIFY(test.session.find(QStringLiteral("B")));
@@ -184,7 +184,7 @@ class PickingSessionTest : public QObject {
     QVERIFY(!test.session.find(QStringLiteral("B")));
   }
 
-  void aBookedQuantityChangesTheLineTheItemTheTotalAndTheStore() {
+  void aBookedQuantityUpdatesTheLineTheItemTheTotalAndTheStore() {
     TestSession test;
     test.openFirstBox();
     const QSignalSpy saved(&test.session, &PickingSession::lineSaved);
@@ -197,7 +197,7 @@ class PickingSessionTest : public QObject {
     QCOMPARE(saved.count(), 1);
   }
 
-  void underAFilterTheFirstLineOfTheItemTakesTheQuantityToo() {
+  void withAFilterTheFirstLineOfTheItemGetsTheQuantityToo() {
     TestSession test;
     test.openFirstBox();
     test.session.bookQuantity(2, true, 0, 3);
@@ -207,7 +207,7 @@ class PickingSessionTest : public QObject {
     QCOMPARE(test.stored(), QStringList("C1 A 3"));
   }
 
-  void aLineThatTheStoreDoesNotTakeIsNotReportedAsSaved() {
+  void aLineThatCannotBeStoredIsNotReportedAsSaved() {
     TestSession test;
     test.openFirstBox();
     const QSignalSpy saved(&test.session, &PickingSession::lineSaved);
@@ -218,7 +218,7 @@ class PickingSessionTest : public QObject {
     QCOMPARE(saved.count(), 0);
   }
 
-  void aQuantityIsBookedOnTheFirstLoosePickWithTheBarcode() {
+  void aQuantityIsBookedToTheFirstLoosePickWithTheBarcode() {
     TestSession test;
     test.session.addLoosePick({.barcode = QStringLiteral("77")});
     test.session.addLoosePick({.barcode = QStringLiteral("77")});

@@ -27,7 +27,7 @@ class QuantityTest : public QObject {
     QVERIFY(!(quantity == Quantity(7)));
   }
 
-  void aDeliveredNumberKeepsItsForm() {
+  void aDeliveredNumberIsShownUnchanged() {
     const Quantity quantity = Quantity::delivered(2, QStringLiteral("2.5"));
     QCOMPARE(quantity.value(), 2);
     QCOMPARE(quantity.text(), "2.5");

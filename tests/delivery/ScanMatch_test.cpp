@@ -28,7 +28,7 @@ class ScanMatchTest : public QObject {
     QCOMPARE(loosePickWithCode(list, QStringLiteral("3")), nullptr);
   }
 
-  void aBoxIsNeverALoosePick() {
+  void aBoxIsNeverMatchedAsALoosePick() {
     const PickList list{BoxRecord{kCode, 1, 1, {{.barcode = kCode, .item = kCode}}}};
     QCOMPARE(loosePickWithCode(list, kCode), nullptr);
   }
