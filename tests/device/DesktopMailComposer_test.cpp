@@ -33,7 +33,7 @@ class Desktop {
     qputenv("XDG_DATA_HOME", path("data").toUtf8());
     qputenv("XDG_DATA_DIRS", path("share").toUtf8());
     qunsetenv("DBUS_SESSION_BUS_ADDRESS");
-    // As on any desktop, a program for plain text opens mail files too.
+    // As on any desktop, a plain-text program can open mail files too.
     writeFile(path("share/mime/subclasses"), "message/rfc822 text/plain\n");
   }
 
@@ -52,8 +52,9 @@ class Desktop {
     writeRegister();
   }
 
-  /// Makes `name` the user's default for mail files. The file is in the same folder as the register
-  /// of programs, so a reader that has noticed the register has noticed it too.
+  /// Makes `name` the user's default for mail files. This setting is in the same folder as the list
+  /// of installed programs, so a reader that has noticed a change of the list has noticed the
+  /// setting too.
   void choose(const QString &name) {
     writeFile(path("data/applications/mimeapps.list"),
               "[Default Applications]\nmessage/rfc822=" + name.toUtf8() + ".desktop\n");
@@ -78,10 +79,11 @@ class Desktop {
   [[nodiscard]] bool wasStarted(const QString &name) const {
     return QFile::exists(path(name + ".argument"));
   }
-  /// The argument and the file that the program `name` was started with.
+  /// Returns the argument that the program `name` was started with.
   [[nodiscard]] QString argumentOf(const QString &name) const {
     return QString::fromUtf8(contentOf(path(name + ".argument")));
   }
+  /// Returns the contents of the file that the program `name` was started with.
   [[nodiscard]] QByteArray fileOf(const QString &name) const {
     return contentOf(path(name + ".file"));
   }

@@ -109,7 +109,7 @@ class DesktopWakeLockTest : public QObject {
     QCOMPARE(desktop.requestCount, 2U);
   }
 
-  void withoutAScreenSaverServiceNothingHappens() {
+  void aMissingScreenSaverServiceIsHarmless() {
     SessionBus bus;
     DesktopWakeLock lock(bus.connect());
     lock.acquire();

@@ -53,19 +53,19 @@ class MailFileNameTest : public QObject {
     QVERIFY(safe.toUtf8().size() <= 255);
   }
 
-  void aPlainNameOfPlainCharactersStaysAsItIs() {
+  void aPlainNameOfSafeAsciiIsUnchanged() {
     QCOMPARE(plainFileName("Vardex_4711 50% <b>.csv"), "Vardex_4711 50% <b>.csv");
   }
 
-  void aPlainNameHasNothingButHarmlessAscii() {
+  void aPlainNameContainsOnlySafeAscii() {
     QCOMPARE(plainFileName("a \"é\\\r\n.csv"), "a _____.csv");
   }
 
-  void aPlainNameHasNoEncodedWord() {
+  void aPlainNameNeverContainsAnEncodedWord() {
     QCOMPARE(plainFileName("a =?UTF-8?B?QUJD?=.csv"), "a =_UTF-8?B?QUJD?=.csv");
   }
 
-  void aLongPlainNameKeepsBothItsEnds() {
+  void aLongPlainNameLosesItsMiddle() {
     const QString half = QStringLiteral("x").repeated(20);
     QCOMPARE(plainFileName(half + half), half + half);
     QCOMPARE(plainFileName(half + "-----" + half), half + half);

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// A Python script that reads a mail and prints its contents as JSON.
+/// A Python script that reads an email and prints its contents as JSON.
 constexpr auto kReadMail = R"(
 import base64, email, email.policy, json, sys
 mail = email.message_from_binary_file(sys.stdin.buffer, policy=email.policy.default)
@@ -52,7 +52,7 @@ QByteArray outputOf(const QString &program, const QStringList &arguments, const 
   return isDone ? process.readAllStandardOutput() : QByteArray();
 }
 
-/// Returns the mail as Python's mail library reads it.
+/// Returns the email as Python's email library reads it.
 QJsonObject readByPython(const QByteArray &mail) {
   const QByteArray json = outputOf(QStringLiteral("/usr/bin/python3"), {"-c", kReadMail}, mail);
   return QJsonDocument::fromJson(json).object();
@@ -65,7 +65,8 @@ void writeFile(const QString &path, const QByteArray &content) {
   QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
 }
 
-/// Opens `draft` in mutt, addresses it and sends it. Returns the mail that mutt passes to sendmail.
+/// Opens `draft` in mutt, addresses it and sends it. Returns the email that mutt passes to
+/// sendmail.
 QByteArray sentByMutt(const QByteArray &draft) {
   const QTemporaryDir folder;
   writeFile(folder.filePath("draft.eml"), draft);
@@ -126,8 +127,8 @@ void addNumbers() {
   addUnchanged("percent signs", "100%41%0A%");
   addUnchanged("an encoded word", "=?UTF-8?B?QUJD?=");
   addUnchanged("the start of an encoded word", "=?x");
-  addUnchanged("blanks between letters", "4  7");
-  addUnchanged("letters beyond ASCII between blanks", " é  é ");
+  addUnchanged("spaces between letters", "4  7");
+  addUnchanged("non-ASCII letters between spaces", " é  é ");
   addUnchanged("Greek", "Παραλαβή");
   addUnchanged("emoji", "📦👩‍🔧4711");
   const auto addLong = [&add](const char *name, const QString &number) {
@@ -151,7 +152,7 @@ class MailMessageTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void isAnUnsentMailWithoutRecipients() {
+  void isAnUnsentEmailWithoutRecipients() {
     const QJsonObject mail = readByPython(mailFor("4711"));
     QCOMPARE(mail["fields"].toArray(),
              QJsonArray({"X-Unsent", "Date", "Subject", "MIME-Version", "Content-Type"}));
@@ -171,7 +172,7 @@ class MailMessageTest : public QObject {
     checkLines(mailFor(number));
   }
 
-  void itsLinesAreShortWhateverTheLengthOfTheNumber() {
+  void linesAreShortForNumbersOfAnyLength() {
     for (int length = 0; length <= 100; ++length) {
       checkLines(mailFor(QString(length, 'x')));
       checkLines(mailFor(QString(length, ';')));
@@ -180,8 +181,8 @@ class MailMessageTest : public QObject {
     }
   }
 
-  void pythonReadsTheMailBack_data() { addNumbers(); }
-  void pythonReadsTheMailBack() {
+  void pythonReadsTheEmailBack_data() { addNumbers(); }
+  void pythonReadsTheEmailBack() {
     QFETCH(QString, number);
     QFETCH(QString, inSubject);
     QFETCH(QString, inFileName);
@@ -195,8 +196,8 @@ class MailMessageTest : public QObject {
     QCOMPARE(mail["attachment"].toString().toLatin1(), kAttachment.toBase64());
   }
 
-  void muttOpensAndSendsTheMail_data() { addNumbers(); }
-  void muttOpensAndSendsTheMail() {
+  void muttOpensAndSendsTheEmail_data() { addNumbers(); }
+  void muttOpensAndSendsTheEmail() {
     QFETCH(QString, number);
     QFETCH(QString, inSubject);
     QFETCH(QString, inFileName);

@@ -48,7 +48,7 @@ class Listener : public QObject, public HttpConnectionDelegate {
   void whenEnded(const std::function<void()> &action) { m_whenEnded = action; }
   void dropData() { m_keepsData = false; }
 
-  /// The callbacks in order; consecutive pieces of data count once.
+  /// Returns the callbacks in order; consecutive pieces of data count once.
   [[nodiscard]] QString calls() const { return m_calls.join(u' '); }
   [[nodiscard]] bool hasEnded() const { return m_hasEnded; }
   [[nodiscard]] const QByteArray &data() const { return m_data; }
@@ -82,7 +82,7 @@ struct TestConnection {
 
   void start(const HttpRequest &request) { client.start(request, &listener, &owner); }
 
-  /// Starts `request` and waits for its end.
+  /// Starts `request` and waits until it ends.
   void run(const HttpRequest &request) {
     start(request);
     waitForEnd();
@@ -118,7 +118,7 @@ HttpRequest post(const QUrl &url, const QByteArray &body) {
           .body = body};
 }
 
-/// Repetitions of a test in which the order of Qt's events varies.
+/// The number of repetitions of a test in which the order of Qt's events varies.
 constexpr int kRepetitions = 30;
 
 }  // namespace
@@ -425,7 +425,7 @@ class NetworkHttpClientTest : public QObject {
     QCOMPARE(connection.service.requests().size(), 1);
   }
 
-  void aPostOnAReusedConnectionIsNotRetriedEither() {
+  void aPostOnAReusedConnectionIsNotRetried() {
     TestConnection connection;
     connection.service.answerWith([](const Request &request) {
       return request.method == "POST"
@@ -440,7 +440,7 @@ class NetworkHttpClientTest : public QObject {
     QCOMPARE(connection.service.requests().size(), 2);
   }
 
-  void theAnswerToAPostMayEndWithTheConnection() {
+  void theAnswerToAPostCanEndWithTheConnection() {
     for (int i = 0; i < kRepetitions; ++i) {
       TestConnection connection;
       connection.answerWith("HTTP/1.1 200 OK\r\n\r\n\"0\"");
@@ -450,7 +450,7 @@ class NetworkHttpClientTest : public QObject {
     }
   }
 
-  void truncatedChunksAreNotAnAnswerToAPost() {
+  void aPostAnswerWithTruncatedChunksIsReportedAsDamaged() {
     for (int i = 0; i < kRepetitions; ++i) {
       TestConnection connection;
       connection.answerWith("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n3\r\n\"0\"\r\n");
@@ -460,7 +460,7 @@ class NetworkHttpClientTest : public QObject {
     }
   }
 
-  void anExtraAnswerIsNotUsedForTheNextRequest() {
+  void anUnsolicitedAnswerIsNotUsedForTheNextRequest() {
     TestConnection connection;
     QPointer<QTcpSocket> first;
     connection.service.answerWith([&](const Request &request) {
@@ -482,7 +482,7 @@ class NetworkHttpClientTest : public QObject {
     QCOMPARE(posted.data(), "refused");
   }
 
-  void anAnswerThatIsOnlyPartlyPassedOnIsReportedAsDamaged() {
+  void anIncompletelyReadAnswerIsReportedAsDamaged() {
     constexpr qsizetype kMoreThanIsBuffered = 4'000'000;
     TestConnection connection;
     connection.service.answerWith(
@@ -535,7 +535,7 @@ class NetworkHttpClientTest : public QObject {
     QCOMPARE(connection.service.requests().size(), 1);
   }
 
-  void theOwnerMayBeDestroyedWhenItsConnectionEnds() {
+  void theOwnerCanBeDestroyedInTheFinalCallback() {
     TestConnection connection;
     auto owner = std::make_unique<QObject>();
     connection.listener.whenEnded([&] { owner.reset(); });
@@ -556,7 +556,7 @@ class NetworkHttpClientTest : public QObject {
     QTRY_VERIFY(running.isNull());
   }
 
-  void aConnectionIsDeletedAfterItsEnd() {
+  void aConnectionIsDeletedAfterItEnds() {
     TestConnection connection;
     const QPointer<HttpConnection> running =
         connection.client.start({.url = connection.url()}, &connection.listener, &connection.owner);

@@ -8,7 +8,7 @@ class OneLineTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void textWithoutLineBreaksStaysAsItIs() {
+  void textWithoutLineBreaksIsUnchanged() {
     QCOMPARE(inOneLine("  4711 \"é\" 📦 ", u'_'), "  4711 \"é\" 📦 ");
     QCOMPARE(inOneLine("", u'_'), "");
   }
@@ -18,7 +18,7 @@ class OneLineTest : public QObject {
     QCOMPARE(inOneLine(QStringLiteral("a\0b\x7F\u0085c"), u'_'), "a_b__c");
   }
 
-  void separatorsOfLinesAndParagraphsAreReplaced() {
+  void lineAndParagraphSeparatorsAreReplaced() {
     QCOMPARE(inOneLine("a\u2028b\u2029c", u'_'), "a_b_c");
   }
 };

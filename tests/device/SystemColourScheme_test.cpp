@@ -17,7 +17,7 @@ const QString kKey = QStringLiteral("color-scheme");
 
 }  // namespace
 
-/// The D-Bus service that tells programs the desktop's settings.
+/// The D-Bus service that provides the desktop's settings to programs.
 class SettingsPortal : public QObject, protected QDBusContext {
   Q_OBJECT
   Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
