@@ -1,5 +1,6 @@
-// Another user has planted a link in place of one of the program's files. Whatever reads or writes
-// the file refuses it, with a line in the log. OwnFiles_test has the other kinds of planted files.
+// Another user has planted a link in place of one of the program's files. The code that reads or
+// writes the file refuses it and logs a line. OwnFiles_test covers the other kinds of planted
+// files.
 
 #include "store/CatalogueWriter.h"
 #include "store/PersistentStoreCoordinator.h"
@@ -27,7 +28,7 @@ QByteArray contentOf(const QString &path) {
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(nothing)");
 }
 
-/// A folder of another user with a file in it, to which the user of the program has access.
+/// Another user's folder that contains a file to which the program's user has access.
 class Intruder {
  public:
   Intruder() { write(victim(), kSecret); }
@@ -35,7 +36,7 @@ class Intruder {
   /// Plants a symbolic link to the file at `path`.
   void plantLink(const QString &path) const { QVERIFY(QFile::link(victim(), path)); }
 
-  /// Returns whether the file is unchanged and nothing was created beside it.
+  /// Returns true if the file is unchanged and nothing was created next to it.
   [[nodiscard]] bool hasGainedNothing() const {
     return contentOf(victim()) == kSecret &&
            QDir(m_folder.path()).entryList(QDir::Files) == QStringList("victim");
@@ -96,7 +97,7 @@ class IntruderFilesTest : public QObject {
     QVERIFY(intruder.hasGainedNothing());
   }
 
-  void theStoreOpensInAHomeThatIsALinkMadeByItsAdministrator() {
+  void theStoreOpensInALinkedHome() {
     const QTemporaryDir disk;
     const QTemporaryDir root;
     const QString home = root.filePath("home");
@@ -124,7 +125,7 @@ class IntruderFilesTest : public QObject {
     QVERIFY(intruder.hasGainedNothing());
   }
 
-  void theExportIsNotWrittenThroughALinkAndTheMailIsStillSent() {
+  void theExportIsNotWrittenThroughALinkButTheEmailIsStillComposed() {
     const Intruder intruder;
     TestProgram program;
     program.enterPicking();
@@ -152,10 +153,10 @@ class IntruderFilesTest : public QObject {
     QVERIFY(intruder.hasGainedNothing());
   }
 
-  void theDisplaySettingsIgnoreAPlantedLock() {
+  void theDisplaySettingsIgnoreAPlantedLockFile() {
     const QTemporaryDir home;
     write(home.filePath("display.ini"), "[General]\ntheme=dark\n");
-    // QSettings would wait for a new lock of this name, and remove an old one.
+    // QSettings would wait for a new lock file of this name, and remove an old one.
     const QString lock = home.filePath("display.ini.lock");
     write(lock, "planted");
     QFile file(lock);

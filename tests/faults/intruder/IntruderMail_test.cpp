@@ -1,5 +1,5 @@
 // Hostile delivery numbers must not become commands, paths, header fields or markup when they are
-// sent by mail. A recorder takes the place of the desktop's mail program.
+// sent by email. A recorder replaces the desktop's mail program.
 
 #include "device/DesktopMailComposer.h"
 #include "support/TestClass.h"
@@ -23,7 +23,7 @@ void write(const QString &path, const QByteArray &content) {
   QCOMPARE(file.write(content), content.size());
 }
 
-/// A desktop with the recorder as its only mail program. It must exist before Qt asks for its
+/// A desktop with the recorder as its only mail program. Create it before Qt reads the desktop's
 /// folders.
 class RecordingDesktop {
  public:
@@ -45,7 +45,7 @@ class RecordingDesktop {
           "[MIME Cache]\nmessage/rfc822=recorder.desktop;\n");
   }
 
-  /// Returns true if the mail program was started since the last call of takeRecord().
+  /// Returns true if the mail program was started since the last call to takeRecord().
   [[nodiscard]] bool hasRecord() const { return QFile::exists(record()); }
   /// Returns how the mail program was started and what it read, and removes the record.
   [[nodiscard]] QJsonObject takeRecord() const {
@@ -72,7 +72,7 @@ QStringList filesBelow(const QString &folder) {
   return files;
 }
 
-/// The program with the picked delivery `number`. It sends mails through the desktop.
+/// The program after delivery `number` has been picked. It sends email through the desktop.
 class MailProgramRun : public TestProgram {
  public:
   explicit MailProgramRun(const QString &number) {
@@ -106,7 +106,7 @@ class IntruderMailTest : public QObject {
     QVERIFY(QDir::setCurrent(m_folder->path()));
   }
 
-  void aNumberIsNothingButANumber_data() {
+  void aHostileDeliveryNumberRemainsPlainText_data() {
     QTest::addColumn<QString>("number");
     const auto add = [](const char *name, const QString &number) { QTest::newRow(name) << number; };
     add("a command", "$(touch pwned)");
@@ -115,28 +115,28 @@ class IntruderMailTest : public QObject {
     add("a pipe", "4711 | touch pwned > pwned & ");
     add("a variable", "$HOME ${IFS} %f %u %c");
     add("an option", "--attach=/etc/passwd");
-    add("an option of one letter", "-e");
-    add("a path upwards", "../../../pwned");
+    add("a one-letter option", "-e");
+    add("a path to a parent folder", "../../../pwned");
     add("an absolute path", "/etc/passwd");
-    add("a path of another system", "..\\..\\C:pwned");
+    add("a Windows path", "..\\..\\C:pwned");
     add("a URL", "file:///etc/passwd?attach=/etc/shadow");
-    add("a new line", "4711\ntouch pwned");
+    add("a line break", "4711\ntouch pwned");
     add("a header field", "4711\r\nBcc: thief@example.com\r\n\r\n<b>body</b>");
     add("a folded header field", "4711\r\n\tBcc: thief@example.com");
-    add("a new line of Unicode", QStringLiteral("4711\u2028Bcc: thief@example.com\u0085x"));
-    add("a part of a mail", "4711\r\n--=_CartonPick_part\r\nContent-Type: text/html\r\n");
+    add("a Unicode line break", QStringLiteral("4711\u2028Bcc: thief@example.com\u0085x"));
+    add("a MIME part", "4711\r\n--=_CartonPick_part\r\nContent-Type: text/html\r\n");
     add("an encoded word", "=?UTF-8?B?QmNjOiB0aGllZg==?=");
-    add("an encoded new line", "=?UTF-8?Q?=0D=0ABcc:_thief?=");
-    add("a file name of a mail", "\"; filename=\"pwned.exe");
+    add("an encoded line break", "=?UTF-8?Q?=0D=0ABcc:_thief?=");
+    add("an attachment name", "\"; filename=\"pwned.exe");
     add("markup", "<img src=x onerror=alert(1)>&lt;b&gt;");
     add("a NUL", QStringLiteral("4711%1Bcc").arg(QChar(0)));
-    add("spaces at its ends", "  4711  ");
-    add("letters of many scripts", QStringLiteral("Лиферунг 納品書 שלום 🚚"));
-    add("reversed letters", QStringLiteral("4711\u202efdp.exe"));
+    add("leading and trailing spaces", "  4711  ");
+    add("letters from many scripts", QStringLiteral("Лиферунг 納品書 שלום 🚚"));
+    add("a right-to-left override", QStringLiteral("4711\u202efdp.exe"));
     add("a long number", QString(10'000, 'x'));
     add("a long number of multi-byte letters", QStringLiteral("納").repeated(5'000));
   }
-  void aNumberIsNothingButANumber() {
+  void aHostileDeliveryNumberRemainsPlainText() {
     QFETCH(const QString, number);
     MailProgramRun program(number);
     const QStringList before = filesBelow(program.home());

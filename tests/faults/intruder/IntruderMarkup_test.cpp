@@ -18,7 +18,7 @@ namespace {
 
 constexpr auto kFetched = "/fetched";
 
-/// Returns true if `item` may show texts from the service. Placeholders are the program's own
+/// Returns true if `item` can show texts from the service. Placeholders are the program's own
 /// texts.
 bool showsText(const QQuickItem *item) {
   return (item->inherits("QQuickText") && !item->inherits("QQuickPlaceholderText")) ||
@@ -43,7 +43,7 @@ QString accessibleText(QQuickItem *item) {
                                     interface->text(QAccessible::Value);
 }
 
-/// The program, with an order service in which every text is markup.
+/// The program with an order service that sends markup in every text.
 class HostileService {
  public:
   HostileService()
@@ -55,8 +55,8 @@ class HostileService {
   TestWindow ui;
   const QString markup;
 
-  /// Fails if a visible text is not plain text, or if the markup is shown or announced and
-  /// `isShown` is false, or the reverse.
+  /// Fails if a visible text is not plain text. Also fails if the markup is shown or announced
+  /// although `isShown` is false, or is missing although it is true.
   void check(const char *screen, bool isShown) const {
     ui.settle();
     bool isSeen = false;
@@ -96,7 +96,7 @@ class IntruderMarkupTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void everyScreenShowsMarkupAsText() {
+  void everyScreenShowsMarkupAsPlainText() {
     HostileService hostile;
     TestWindow &ui = hostile.ui;
     hostile.check("the start", false);
@@ -147,8 +147,8 @@ class IntruderMarkupTest : public QObject {
     QVERIFY(hostile.wasNothingFetched());
   }
 
-  /// Shows that the other test can fail.
-  void aTextWithMarkupIsFound() {
+  /// Proves that the other test can fail.
+  void renderedMarkupIsDetected() {
     HostileService hostile;
     TestWindow &ui = hostile.ui;
     const QList<QQuickItem *> items = ui.visibleItems();

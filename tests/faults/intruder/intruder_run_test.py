@@ -1,6 +1,6 @@
 """The real program and another user: what that user could read, connect to, or plant.
 
-Usage: own-session python3 intruder_run_test.py FOLDER-OF-THE-PROGRAMS
+Usage: own-session python3 intruder_run_test.py PROGRAM-FOLDER
 """
 
 import json
@@ -76,7 +76,7 @@ class IntruderRun(unittest.TestCase):
         tablet.touch("list item", "Send Email")
         wait_for(lambda: os.path.exists(self.path("record")), "the mail program to be started")
 
-    def test_only_its_user_can_read_its_files_and_it_does_not_listen(self):
+    def test_only_its_user_can_read_its_files_and_it_does_not_listen_on_any_port(self):
         self.install_recorder()
         before = os.umask(0)
         self.addCleanup(os.umask, before)
@@ -123,7 +123,7 @@ class IntruderRun(unittest.TestCase):
         self.addCleanup(process.kill)
         return process
 
-    def test_a_lock_that_cannot_be_taken_ends_the_program(self):
+    def test_the_program_exits_if_it_cannot_lock_its_store(self):
         os.makedirs(os.path.join(self.home, "Documents"))
         os.mkfifo(os.path.join(self.home, "Documents", "QIR_Pick.lock"))
         process = self.start_offscreen()
@@ -131,7 +131,7 @@ class IntruderRun(unittest.TestCase):
         self.assertEqual(process.wait(), 1)
         self.assertIn("cannot be locked", log)
 
-    def test_a_listening_socket_would_be_found(self):
+    def test_listening_sockets_are_detected(self):
         with socket.create_server(("127.0.0.1", 0)) as server, \
                 socket.socket(socket.AF_INET, socket.SOCK_DGRAM) as datagrams:
             datagrams.bind(("127.0.0.1", 0))

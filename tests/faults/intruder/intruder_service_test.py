@@ -1,6 +1,6 @@
 """The real order service with hostile clients: other users, floods of requests and web pages.
 
-Usage: python3 intruder_service_test.py FOLDER-OF-THE-PROGRAMS
+Usage: python3 intruder_service_test.py PROGRAM-FOLDER
 """
 
 import contextlib
@@ -95,7 +95,7 @@ class IntruderService(unittest.TestCase):
             self.assertEqual(self.ask(port, LOOKUP)[0], 200)
             self.assertEqual(self.ask(port, CALLS + "sendpick", "POST", PICKING,
                                       Content_Type="application/json"), (200, '"0"'))
-            # The service can also end during the flood.
+            # The service can also be stopped during the flood.
             process.terminate()
             self.assertEqual(process.wait(timeout=60), 0)
 
@@ -119,7 +119,7 @@ class IntruderService(unittest.TestCase):
             return True
         return False
 
-    def test_a_foreign_web_page_can_neither_read_pages_nor_send_pickings(self):
+    def test_a_cross_origin_web_page_can_neither_read_pages_nor_send_pickings(self):
         _, port = self.start()
         self.assertEqual(self.ask(port, "/")[0], 200)
         self.assertEqual(self.ask(port, "/", Host=f"localhost:{port}")[0], 200)
@@ -128,12 +128,12 @@ class IntruderService(unittest.TestCase):
         for origin in ("http://evil.example", "null"):
             self.assertEqual(self.ask(port, CALLS + "sendpick", "POST", PICKING, Origin=origin,
                                       Content_Type="application/json")[0], 403)
-        # The content types that a page may send without a preflight request are refused.
+        # The content types that a page can send without a preflight request are refused.
         self.assertEqual(self.ask(port, CALLS + "sendpick", "POST", PICKING,
                                   Content_Type="text/plain")[0], 400)
         status, _ = self.ask(port, CALLS + "sendpick", "OPTIONS", Origin="http://evil.example")
         self.assertEqual(status, 405)
-        # A tablet may call through a proxy, whose host name is arbitrary.
+        # A tablet can call through a proxy, whose host name is arbitrary.
         self.assertEqual(self.ask(port, LOOKUP, Host="orders.example")[0], 200)
 
 

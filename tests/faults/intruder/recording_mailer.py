@@ -1,4 +1,4 @@
-"""A mail program that only records how it was started and what it reads from the mail.
+"""A mail program that only records how it was started and what the email contains.
 
 Usage: recording_mailer.py RECORD [ARGUMENT]...
 """
@@ -33,7 +33,7 @@ def read_mail(path):
             "raw": raw.decode("ascii")}
 
 
-# The record is renamed when it is complete, so that a test never reads a part of it.
+# The record is renamed when it is complete, so that a test never reads a partial one.
 with open(RECORD + ".part", "w", encoding="utf-8") as record:
     json.dump({"arguments": ARGUMENTS, "environment": dict(os.environ), "folder": os.getcwd(),
                "mail": read_mail(ARGUMENTS[0])}, record)

@@ -16,7 +16,7 @@ def _own_inodes(process_id):
         try:
             target = os.readlink(os.path.join(folder, name))
         except FileNotFoundError:
-            continue  # The descriptor was closed meanwhile.
+            continue  # The descriptor was closed in the meantime.
         socket_inode = re.fullmatch(r"socket:\[(\d+)\]", target)
         if socket_inode:
             yield socket_inode[1]
