@@ -1,5 +1,5 @@
 // Two lookups at once, with their events in every possible order. The imported delivery is the one
-// that the rule of the shared buffer gives, and never one of the lookup that is not registered.
+// that the shared-buffer rule below predicts; an unregistered lookup never imports one.
 
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
@@ -12,7 +12,7 @@
 
 namespace {
 
-/// A client whose connections deliver the events of a test.
+/// A client whose connections replay the events scripted by the test.
 class ScriptedClient : public HttpClient {
  public:
   HttpConnection *start(const HttpRequest & /*request*/,
@@ -37,8 +37,8 @@ class ScriptedClient : public HttpClient {
   std::vector<HttpConnection *> m_connections;
 };
 
-/// The rule: all data goes into one buffer, which every response clears. The buffer is read when
-/// the first lookup, which is the registered one, finishes.
+/// The shared-buffer rule: all data goes into one buffer, which every response clears. The buffer
+/// is read when the first lookup, which is the registered one, finishes.
 class Rule {
  public:
   void respond() { m_buffer.clear(); }
@@ -66,8 +66,9 @@ class TwoAtOnceLookupsTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void everyOrderOfEventsFollowsTheRule() {
-    // The lookup of each event. Each lookup has a response, two pieces of data, and an end.
+  void everyOrderOfEventsFollowsTheSharedBufferRule() {
+    // The lookup that each event belongs to. Each lookup has four events: a response, two pieces of
+    // data, and its end.
     std::string order = "00001111";
     int imports = 0;
     int refusals = 0;

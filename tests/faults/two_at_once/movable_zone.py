@@ -1,9 +1,9 @@
-"""A time zone that can change while a program runs, and that only this program uses."""
+"""A time zone that only one program uses, and that can change while it runs."""
 
 import os
 import subprocess
 
-# Mounts a folder of links over /etc. The links lead to the real /etc, which is mounted elsewhere.
+# Mounts a folder of links over /etc. The links point to the real /etc, which is mounted elsewhere.
 _WITH_OWN_ETC = """
 mount --rbind / "$1/root" && mount --bind "$1/etc" /etc && shift && exec env -u TZ "$@"
 """
@@ -11,7 +11,7 @@ mount --rbind / "$1/root" && mount --bind "$1/etc" /etc && shift && exec env -u 
 
 def own_mounts():
     """Returns the command prefix that gives its program a private mount namespace, or None if that
-    is not permitted here, in a container for example.
+    is not permitted here, for example in a container.
 
     The user stays the same, because the session bus checks it.
     """
@@ -23,7 +23,7 @@ def own_mounts():
 
 
 class MovableZone:
-    """A tablet's zone. A program started with the command prefix `around` is in it."""
+    """A tablet's time zone. It applies to programs started with the command prefix `around`."""
 
     def __init__(self, folder, mounts, name):
         self._etc = os.path.join(folder, "etc")
@@ -36,7 +36,7 @@ class MovableZone:
         self.move(name)
 
     def move(self, name):
-        """Changes the zone to the one with this name, as the system settings do."""
+        """Changes the time zone to the one with this name, as the system settings do."""
         new = os.path.join(self._etc, "localtime-new")
         os.symlink(os.path.join("/usr/share/zoneinfo", name), new)
         os.replace(new, os.path.join(self._etc, "localtime"))

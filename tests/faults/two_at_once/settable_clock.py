@@ -8,11 +8,11 @@ from tablet import Program
 
 
 class SettableClock:
-    """Does not advance between two settings, so that a test knows every recorded time."""
+    """Does not advance between calls of set(), so that a test can predict every recorded time."""
 
     def __init__(self, path, time):
         self._path = path
-        # faketime knows the path of its library.
+        # faketime sets LD_PRELOAD to the path of its library.
         library = subprocess.run(["faketime", "-f", "+0", "printenv", "LD_PRELOAD"], check=True,
                                  stdout=subprocess.PIPE, text=True).stdout.strip()
         # Timers keep running, as they do when a real clock is set.
@@ -22,14 +22,14 @@ class SettableClock:
         self.set(time)
 
     def set(self, time):
-        """Sets the clock at once to `time`, which is in the program's time zone."""
+        """Sets the clock atomically to `time`, which is in the program's time zone."""
         with open(self._path + "-new", "w", encoding="ascii") as file:
             file.write(f"{time:%Y-%m-%d %H:%M:%S}\n")
         os.replace(self._path + "-new", self._path)
 
 
 class ProgramByClock(Program):
-    """The program, with this clock as its only one."""
+    """The program, for which this is the only clock."""
 
     def __init__(self, clock, screen, *command):
         super().__init__(screen, "env", *clock.environment, *command)

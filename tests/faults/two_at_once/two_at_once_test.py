@@ -1,7 +1,7 @@
 """Two real processes at once: two programs on one store, before and after a crash, and two order
 services on one SQLite file while deliveries are loaded.
 
-Usage: own-session python3 two_at_once_test.py FOLDER-OF-THE-PROGRAMS
+Usage: own-session python3 two_at_once_test.py PROGRAM-FOLDER
 """
 
 import collections
@@ -68,7 +68,7 @@ class TwoPrograms(Temporary):
         return False
 
     def is_store_made(self):
-        """Returns whether the store is in WAL mode, which is the last step of making it."""
+        """Returns whether the store is in WAL mode, the last step of its creation."""
         with contextlib.suppress(FileNotFoundError), open(self.store, "rb") as file:
             return file.read(20)[18:] == b"\x02\x02"
         return False
@@ -88,7 +88,7 @@ class TwoPrograms(Temporary):
                 "orderqty, pickqty, sent) VALUES ('b', 'C1', ?2, 'd', ?1, 'A', 'o', 1, 1, 0)",
                 PICKED)
 
-    def test_the_second_program_says_so_and_ends_while_the_first_continues(self):
+    def test_a_second_program_exits_with_a_message_and_the_first_continues(self):
         first = self.start()
         self.expect_store_of(first)
         self.write_rows()
@@ -100,14 +100,14 @@ class TwoPrograms(Temporary):
         self.assertTrue(self.holds_store(first))
         self.assertEqual(self.rows(), PICKED)
 
-    def test_of_six_programs_that_start_at_once_one_gets_the_store(self):
+    def test_one_of_six_programs_started_at_once_gets_the_store(self):
         many = [self.start() for _ in range(6)]
         wait_for(lambda: sum(process.poll() is None for process in many) == 1, "five to end")
         winner, = [process for process in many if process.poll() is None]
         self.expect_store_of(winner)
         self.assertEqual({process.returncode for process in many if process is not winner}, {1})
 
-    def test_after_a_crash_of_the_first_program_the_second_opens_the_store(self):
+    def test_a_program_opens_the_store_of_one_that_crashed(self):
         first = self.start()
         self.expect_store_of(first)
         self.write_rows()
@@ -147,7 +147,7 @@ class TwoServices(Temporary):
         return int(process.stdout.readline())
 
     def fact(self, sender, number):
-        """What one tablet sends. Every second tablet repeats what the one before it sends."""
+        """Returns what a tablet sends. Every second tablet repeats what the one before it sends."""
         delivery = number % self.DELIVERIES
         return {"barcode": f"B{delivery}", "box": "C", "doc": f"D{delivery}",
                 "item": f"I{delivery}", "ordernum": "o", "qty": sender // 2,
@@ -168,7 +168,7 @@ class TwoServices(Temporary):
             refusals.append((answer.status, text))
             self.assertLess(len(refusals), 5, refusals)
 
-    def test_two_services_on_one_file_lose_and_duplicate_nothing_during_loads(self):
+    def test_two_services_on_one_file_neither_lose_nor_duplicate_picks_during_loads(self):
         ports = [self.serve(), self.serve()]
         with concurrent.futures.ThreadPoolExecutor(self.SENDERS + 1) as tablets:
             sends = [tablets.submit(self.send, ports[(sender + number) % 2],

@@ -1,9 +1,9 @@
 """The real program while its clock is set back, or its time zone changes, during a picking.
 
-The class tests check how times are stored, shown, mailed and sent. This test checks that the
-program follows the system's clock and zone.
+The unit tests check how times are stored, shown, mailed and sent. This test checks that the
+program follows the system's clock and time zone.
 
-Usage: own-session python3 wrong_clock_test.py FOLDER-OF-THE-PROGRAMS
+Usage: own-session python3 wrong_clock_test.py PROGRAM-FOLDER
 """
 
 import datetime
@@ -73,7 +73,7 @@ class ClockSetBack(TimedPicking):
     def expect_saved(self, quantity, item, time):
         self.tablet.find("notification", f"Saved {quantity} × {item} in box C1, {time:%H:%M:%S}")
 
-    def test_picks_keep_the_times_of_a_clock_that_is_set_back(self):
+    def test_picks_keep_their_recorded_times_when_the_clock_is_set_back(self):
         self.open_box()
         self.pick(HEART, "6")
         self.expect_saved(6, HEART, NOON)
@@ -90,7 +90,7 @@ class ClockSetBack(TimedPicking):
 
 @unittest.skipUnless(MOUNTS, "a zone for one program takes mounts, which are not permitted here")
 class ZoneChanges(TimedPicking):
-    """Picks at the true time, first in Athens."""
+    """Picks with the real clock, at first in the time zone of Athens."""
 
     def new_tablet(self, *command):
         self.began = milliseconds(datetime.datetime.now())
@@ -98,11 +98,11 @@ class ZoneChanges(TimedPicking):
         return super().new_tablet(*self.zone.around, *command)
 
     def times(self, zone):
-        """Returns the local times in this zone at which the lines were picked, from the store."""
+        """Returns the stored times of the picks, as local times in this time zone."""
         return [datetime.datetime.fromtimestamp(time / 1000, zoneinfo.ZoneInfo(zone))
                 for _, _, time in self.picked()]
 
-    def test_a_new_zone_changes_the_times_shown_and_sent_but_not_those_stored(self):
+    def test_a_new_time_zone_changes_the_shown_and_sent_times_but_not_the_stored_ones(self):
         self.open_box()
         self.pick(HEART, "6")
         before = self.picked()
