@@ -1,7 +1,7 @@
 import QtQuick
 import CartonPick
 
-// A titled card of the gallery; its children are in a flow layout.
+// A titled card in the gallery. Lays out its children in a flow.
 Card {
     id: section
 

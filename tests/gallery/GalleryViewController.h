@@ -10,8 +10,8 @@
 
 #include <QTimer>
 
-/// Shows all components of the screens, in all their states, on one page. Helps to design them and
-/// to check a change of the theme.
+/// Shows all components of the screens, in all their states, on one page. Helps with designing them
+/// and with checking theme changes.
 class GalleryViewController : public ViewController, public TableViewDataSource {
   Q_OBJECT
   QML_NAMED_ELEMENT(GalleryViewController)
@@ -44,7 +44,7 @@ class GalleryViewController : public ViewController, public TableViewDataSource 
   Q_INVOKABLE void showQuestion();
   Q_INVOKABLE void showSheet();
   Q_INVOKABLE void showPopover();
-  /// Shows a progress that ends after about three seconds.
+  /// Shows the progress of work that takes about three seconds.
   Q_INVOKABLE void showProgress();
 
   int numberOfRowsInSection(const TableView &table, int section) override;

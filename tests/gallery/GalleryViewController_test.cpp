@@ -48,7 +48,7 @@ class GalleryViewControllerTest : public QObject {
  private slots:
   void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral("qrc:"))); }
 
-  void theGalleryShowsEveryComponent() {
+  void theGalleryShowsEachKindOfComponent() {
     OpenGallery test;
     QQuickWindow &window = test.quickWindow();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
