@@ -22,7 +22,7 @@ Picking rowOf(const QString &item, int pickqty, int orderqty,
           .pickqty = pickqty};
 }
 
-/// "item pick/order" for each line.
+/// Returns "item pick/order" for each line.
 QStringList textsOf(const ItemLines &lines) {
   QStringList texts;
   for (const BoxLine &line : lines) {

@@ -46,7 +46,7 @@ class PickedProgram : public TestProgram {
     return *qobject_cast<HistoryViewController *>(start().presentedViewController());
   }
 
-  /// "doc synchronized start end" for each row.
+  /// Returns "doc synchronized start end" for each row.
   [[nodiscard]] QStringList rows() const {
     QStringList rows;
     const TableView &table = *history().tblHistoryOverview;
@@ -59,7 +59,7 @@ class PickedProgram : public TestProgram {
     return rows;
   }
 
-  /// "item pick/order" for each row of the summary.
+  /// Returns "item pick/order" for each row of the summary.
   [[nodiscard]] QStringList summary() const {
     QStringList rows;
     const TableView &table = *history().deliveryDetailsVC()->tblPicking;
@@ -119,7 +119,7 @@ class HistoryViewControllerTest : public QObject {
     QCOMPARE(history.tblHistoryOverview->headerHeight(), 55.0);
   }
 
-  void hasOneSectionThatCannotBeEdited() {
+  void hasOneReadOnlySection() {
     PickedProgram program;
     program.add(k4711, utc(3, 2, 8));
     HistoryViewController &history = program.open();
@@ -139,7 +139,7 @@ class HistoryViewControllerTest : public QObject {
     QCOMPARE(program.rows(), QStringList("4711 No 01/03/2026 11:05 02/03/2026 10:30"));
   }
 
-  void picksAtTheSameTimeHaveEqualStartAndEnd() {
+  void picksAtTheSameTimeGiveEqualStartAndEndTimes() {
     PickedProgram program;
     program.add(k4711, utc(3, 2, 8));
     program.add(k4711, utc(3, 2, 8));
@@ -175,7 +175,7 @@ class HistoryViewControllerTest : public QObject {
                                 "4711 Yes 01/03/2026 10:00 05/03/2026 10:00"}));
   }
 
-  void theDeliveryPickedLastIsLast() {
+  void deliveriesAreSortedByTheirLastPickTime() {
     PickedProgram program;
     program.add(QStringLiteral("A"), utc(3, 5, 8));
     program.add(QStringLiteral("B"), utc(3, 1, 8));
@@ -187,7 +187,7 @@ class HistoryViewControllerTest : public QObject {
                                           "B No 01/03/2026 10:00 09/03/2026 10:00"}));
   }
 
-  void secondsCountForTheOrderAlthoughTheyAreNotShown() {
+  void sortingUsesTheSecondsAndMillisecondsThatAreNotShown() {
     PickedProgram program;
     program.add(QStringLiteral("A"), utc(3, 2, 8, 0, 59));
     program.add(QStringLiteral("B"), utc(3, 2, 8, 0, 1));
@@ -201,7 +201,7 @@ class HistoryViewControllerTest : public QObject {
     QCOMPARE(docs, QStringList({"B", "D", "C", "A"}));
   }
 
-  void timesAreLocalBeforeAndAfterAClockChange() {
+  void timesAreLocalBeforeAndAfterADaylightSavingChange() {
     PickedProgram program;
     program.add(k4711, utc(3, 29, 0, 30));
     program.add(k4711, utc(3, 29, 1, 30));
@@ -209,9 +209,9 @@ class HistoryViewControllerTest : public QObject {
     QCOMPARE(program.rows(), QStringList("4711 No 29/03/2026 02:30 29/03/2026 04:30"));
   }
 
-  void deliveriesOfTheRepeatedHourKeepTheOrderOfTheirPicks() {
+  void deliveriesPickedInTheRepeatedHourStayInOrder() {
     PickedProgram program;
-    // Athens puts its clocks back at 04:00 on October 25th.
+    // In Athens, the clocks go back at 04:00 on October 25th.
     program.add(QStringLiteral("summer"), utc(10, 25, 0, 40));
     program.add(QStringLiteral("winter"), utc(10, 25, 1, 20));
     program.open();
@@ -219,7 +219,7 @@ class HistoryViewControllerTest : public QObject {
                                           "winter No 25/10/2026 03:20 25/10/2026 03:20"}));
   }
 
-  void timesAreInTheCurrentZoneOfTheDevice() {
+  void timesAreInTheDevicesCurrentTimeZone() {
     PickedProgram program;
     program.add(k4711, utc(3, 2, 2));
     program.open();
@@ -275,7 +275,7 @@ class HistoryViewControllerTest : public QObject {
     QCOMPARE(program.summary(), QStringList("A 3/14"));
   }
 
-  void bothRowsOfAPartlySentDeliveryShowAllOfIt() {
+  void bothRowsOfAPartlySentDeliveryShowTheWholeDelivery() {
     PickedProgram program;
     program.add(k4711, utc(3, 1, 8), 1, QStringLiteral("A"));
     program.add(k4711, utc(3, 2, 8), 0, QStringLiteral("B"));
@@ -329,7 +329,7 @@ class HistoryViewControllerTest : public QObject {
     QCOMPARE(program.summary(), QStringList());
   }
 
-  void anUnreadableDeliveryShowsNothing() {
+  void anUnreadableDeliveryShowsNoSummary() {
     PickedProgram program;
     program.add(k4711, utc(3, 1, 8));
     const HistoryViewController &history = program.open();
@@ -340,7 +340,7 @@ class HistoryViewControllerTest : public QObject {
     QCOMPARE(program.environment.alerts.count(), 0);
   }
 
-  void touchingATableWithAnotherTagShowsNothing() {
+  void touchingATableWithAnotherTagShowsNoSummary() {
     PickedProgram program;
     program.add(k4711, utc(3, 1, 8));
     const HistoryViewController &history = program.open();
