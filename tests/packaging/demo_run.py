@@ -1,4 +1,4 @@
-"""Starts an installed cartonpick with its demo deliveries, without a screen, and ends it.
+"""Starts an installed cartonpick with its demo deliveries, without a display, and ends it.
 
 Usage: demo_run.py HOME ORDER-SERVICE COMMAND...
 
@@ -28,7 +28,7 @@ def children(process):
 
 
 def wait_until_ended(process):
-    """Waits until the process of this pidfd has ended."""
+    """Waits until the process that this pidfd refers to has ended."""
     waiting = select.poll()
     waiting.register(process, select.POLLIN)
     waiting.poll()

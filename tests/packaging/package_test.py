@@ -123,7 +123,7 @@ class Package(unittest.TestCase):
             self.assertEqual(self.field(package, "Architecture"),
                              output_of("dpkg", "--print-architecture").strip())
 
-    def test_the_release_is_recorded(self):
+    def test_the_changelogs_and_the_metainfo_name_the_release(self):
         for package in FILES:
             path = self.path(f"usr/share/doc/{package}/changelog.Debian.gz")
             with gzip.open(path, "rt", encoding="utf-8") as changelog:
@@ -132,14 +132,14 @@ class Package(unittest.TestCase):
         metainfo = xml.etree.ElementTree.parse(self.path(METAINFO))
         self.assertEqual(metainfo.find("releases/release").get("version"), VERSION)
 
-    def test_the_program_depends_on_libraries_that_the_linker_does_not_find(self):
+    def test_the_program_depends_on_the_packages_that_it_needs_at_run_time(self):
         self.assertEqual(packages_of("run") - self.packages_in(TABLET, "Depends"), set())
 
     def test_the_program_recommends_the_packages_for_its_keyboard_and_its_demo(self):
         self.assertEqual((packages_of("keyboard") | {ORDERS})
                          - self.packages_in(TABLET, "Recommends"), set())
 
-    def test_they_depend_on_the_libraries_of_the_programs(self):
+    def test_the_packages_depend_on_the_libraries_of_their_programs(self):
         self.assertLess({"libc6", "libqt6quick6", "libsqlite3-0"},
                         self.packages_in(TABLET, "Depends"))
         self.assertLess({"libc6", "libsoci-sqlite3-4.0", "libsoci-postgresql4.0"},
@@ -149,7 +149,7 @@ class Package(unittest.TestCase):
         for needed in self.packages_in(ORDERS, "Depends"):
             self.assertNotRegex(needed, "qt|qml|x11|gl|cartonpick$")
 
-    def test_they_contain_exactly_these_files(self):
+    def test_the_packages_contain_exactly_the_listed_files(self):
         for package in FILES:
             files = {member.name[2:] for member in self.members(package) if not member.isdir()}
             self.assertEqual(files, FILES[package])
@@ -162,12 +162,12 @@ class Package(unittest.TestCase):
                     self.assertEqual(oct(member.mode), oct(0o755 if runs else 0o644))
                     self.assertEqual((member.uname, member.gname), ("root", "root"))
 
-    def test_the_programs_search_libraries_only_in_the_systems_folders(self):
+    def test_the_programs_load_libraries_only_from_system_folders(self):
         for package in FILES:
             self.assertNotRegex(output_of("readelf", "--dynamic", self.program(package)),
                                 "R(UN)?PATH")
 
-    def test_the_program_and_the_icon_of_the_desktop_entry_exist(self):
+    def test_the_desktop_entry_names_the_program_and_its_icon(self):
         entry = self.entry(ENTRY)
         self.assertEqual(entry["Desktop Entry"]["Exec"], TABLET)
         self.assertEqual(entry["Desktop Entry"]["Icon"], DESKTOP_ID)
@@ -191,7 +191,7 @@ class Package(unittest.TestCase):
                     with self.subTest(package, option=option):
                         self.assertRegex(manual, rf"{option}\b")
 
-    def test_help_needs_no_screen(self):
+    def test_help_needs_no_display(self):
         environment = {name: value for name, value in os.environ.items()
                        if name not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")}
         said = subprocess.run([self.program(TABLET), "--help"], env=environment, check=True,
@@ -202,7 +202,7 @@ class Package(unittest.TestCase):
         for package in FILES:
             self.assertIn(VERSION, self.run_program(package, "--version"))
 
-    def test_the_demo_starts_with_its_service_and_both_end(self):
+    def test_the_demo_starts_with_its_service_and_both_end_on_sigterm(self):
         run_demo(self.home, self.program(ORDERS), [self.program(TABLET)])
 
 
