@@ -31,7 +31,7 @@ class OpenList : public TestEnvironment {
     opener.presentViewController(&list, ViewController::PresentationStyle::Popover);
   }
 
-  /// The titles in the table.
+  /// Returns the titles in the table.
   [[nodiscard]] QStringList rows() const {
     QStringList rows;
     for (int row = 0; row < list.tableView->rowCount(); ++row) {

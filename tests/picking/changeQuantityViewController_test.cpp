@@ -28,7 +28,7 @@ class Opener : public ViewController, public ChangeQuantityDelegate {
   bool wasOpenAtReport = false;
 };
 
-/// A keypad on a line with the picked quantity `qty`, as the detail pane opens it.
+/// A keypad for a line with the picked quantity `qty`, opened as the detail pane opens it.
 class OpenKeypad : public TestEnvironment {
  public:
   explicit OpenKeypad(const QString &qty = QStringLiteral("3"))
@@ -40,8 +40,8 @@ class OpenKeypad : public TestEnvironment {
     keypad->setRow(7);
   }
 
-  /// Returns whether the keypad takes `replacement` for `length` characters of `before`, from
-  /// `location` on.
+  /// Returns true if the keypad allows `replacement` to replace `length` characters of `before`,
+  /// starting at `location`.
   [[nodiscard]] bool accepts(const QString &before, qsizetype location, qsizetype length,
                              const QString &replacement) const {
     keypad->txtNewQty->setText(before);
@@ -58,7 +58,7 @@ class changeQuantityViewControllerTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void theEntryHasTheKeyboardFocus() {
+  void theEntryFieldHasTheKeyboardFocus() {
     const OpenKeypad open;
     QVERIFY(open.keypad->txtNewQty->isFirstResponder());
   }
@@ -107,7 +107,7 @@ class changeQuantityViewControllerTest : public QObject {
     QCOMPARE(open.keypad->lblTotalQty->text(), "12348");
   }
 
-  void theMinusKeyPutsAMinusInFront() {
+  void theMinusKeyPrependsAMinus() {
     const OpenKeypad open;
     open.keypad->btnNegativeTouched();
     QCOMPARE(open.keypad->txtNewQty->text(), "-");
@@ -118,7 +118,7 @@ class changeQuantityViewControllerTest : public QObject {
     QCOMPARE(open.keypad->lblTotalQty->text(), "-2");
   }
 
-  void theMinusKeyTurnsDigitsNegative() {
+  void theMinusKeyNegatesTheEnteredDigits() {
     const OpenKeypad open;
     open.keypad->txtNewQty->edit(QStringLiteral("12"));
     open.keypad->btnNegativeTouched();
@@ -159,7 +159,7 @@ class changeQuantityViewControllerTest : public QObject {
     QTEST(open.keypad->lblTotalQty->text(), "total");
   }
 
-  void aKeyboardEditLeavesUpToFourCharactersAndAddsADigit_data() {
+  void aKeyboardEditMustAddADigitAndLeaveAtMostFourCharacters_data() {
     QTest::addColumn<QString>("before");
     QTest::addColumn<int>("location");
     QTest::addColumn<int>("length");
@@ -190,7 +190,7 @@ class changeQuantityViewControllerTest : public QObject {
     QTest::newRow("before the end of five")
         << QStringLiteral("12345") << 0 << 2 << QStringLiteral("9") << true;
   }
-  void aKeyboardEditLeavesUpToFourCharactersAndAddsADigit() {
+  void aKeyboardEditMustAddADigitAndLeaveAtMostFourCharacters() {
     QFETCH(QString, before);
     QFETCH(int, location);
     QFETCH(int, length);
@@ -199,7 +199,7 @@ class changeQuantityViewControllerTest : public QObject {
     QTEST(open.accepts(before, location, length, replacement), "accepted");
   }
 
-  void theEntryAsksTheKeypadBeforeEveryEdit() {
+  void theEntryFieldAsksTheKeypadBeforeEveryEdit() {
     const OpenKeypad open;
     open.keypad->txtNewQty->setText(QStringLiteral("12"));
     QVERIFY(open.keypad->txtNewQty->acceptsEdit(QStringLiteral("123"), 2, 2));
@@ -207,7 +207,7 @@ class changeQuantityViewControllerTest : public QObject {
     QVERIFY(open.keypad->txtNewQty->acceptsEdit(QStringLiteral("1"), 0, 2));
   }
 
-  void okReportsRowCurrentAndAddedQuantity_data() {
+  void okReportsTheRowAndTheCurrentAndAddedQuantities_data() {
     QTest::addColumn<QString>("current");
     QTest::addColumn<QString>("entry");
     QTest::addColumn<int>("c");
@@ -217,7 +217,7 @@ class changeQuantityViewControllerTest : public QObject {
     QTest::newRow("removed") << QStringLiteral("5") << QStringLiteral("-4") << 5 << -4;
     QTest::newRow("a digit among letters") << QStringLiteral("3") << QStringLiteral("7a") << 3 << 7;
   }
-  void okReportsRowCurrentAndAddedQuantity() {
+  void okReportsTheRowAndTheCurrentAndAddedQuantities() {
     QFETCH(QString, current);
     QFETCH(QString, entry);
     QFETCH(int, c);
@@ -231,7 +231,7 @@ class changeQuantityViewControllerTest : public QObject {
     QTRY_VERIFY(open.keypad.isNull());
   }
 
-  void okReportsNoTotalBelowOne_data() {
+  void okReportsNothingIfTheTotalIsBelowOne_data() {
     QTest::addColumn<QString>("current");
     QTest::addColumn<QString>("entry");
     QTest::newRow("zero") << QStringLiteral("0") << QString();
@@ -239,7 +239,7 @@ class changeQuantityViewControllerTest : public QObject {
     QTest::newRow("below zero") << QStringLiteral("2") << QStringLiteral("-5");
     QTest::newRow("wrapped around") << QStringLiteral("2147483647") << QStringLiteral("1");
   }
-  void okReportsNoTotalBelowOne() {
+  void okReportsNothingIfTheTotalIsBelowOne() {
     QFETCH(QString, current);
     QFETCH(QString, entry);
     OpenKeypad open(current);
@@ -250,7 +250,7 @@ class changeQuantityViewControllerTest : public QObject {
     QCOMPARE(open.environment.alerts.count(), 0);
   }
 
-  void cancelClosesWithoutAReport() {
+  void cancelClosesWithoutReporting() {
     const OpenKeypad open;
     open.keypad->txtNewQty->edit(QStringLiteral("4"));
     open.keypad->btnCancelTouched();
@@ -258,7 +258,7 @@ class changeQuantityViewControllerTest : public QObject {
     QCOMPARE(open.opener.presentedViewController(), nullptr);
   }
 
-  void withoutItsDelegateOkOnlyCloses() {
+  void withoutADelegateOkOnlyCloses() {
     OpenKeypad open;
     auto delegate = std::make_unique<Opener>(open.environment);
     open.keypad->setDelegate(delegate.get());
@@ -278,7 +278,7 @@ class changeQuantityViewControllerTest : public QObject {
     QCOMPARE(open.keypad->txtNewQty->text(), "4");
   }
 
-  void someOperationsHaveNoEffect() {
+  void unusedActionsHaveNoEffect() {
     const OpenKeypad open;
     open.keypad->txtNewQty->edit(QStringLiteral("4"));
     open.keypad->stepperValueChanged();
@@ -288,7 +288,7 @@ class changeQuantityViewControllerTest : public QObject {
     QVERIFY(open.opener.reports.isEmpty());
   }
 
-  void theRowIsKept() {
+  void theRowCanBeSet() {
     const OpenKeypad open;
     QCOMPARE(open.keypad->row(), 7);
   }

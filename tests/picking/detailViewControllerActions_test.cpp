@@ -27,7 +27,7 @@ class PickedBox : public TestProgram {
     service.answerWith(R"("0")");
   }
 
-  /// Opens the action list and touches the row `row`.
+  /// Opens the action list and touches row `row`.
   void chooseAction(int row) const {
     detail().btnOptionsTouched();
     detail().actionPicker()->tableView->touchRow(row);
@@ -38,7 +38,7 @@ class PickedBox : public TestProgram {
   }
 };
 
-/// "<screen> to <screen> from left" for each flip; "own" is the pane itself.
+/// Returns "<screen> to <screen> from left" for each flip; "own" is the pane itself.
 QStringList flipsOf(const QSignalSpy &flips) {
   const auto nameOf = [](const QVariant &controller) {
     const auto *view = controller.value<ViewController *>();
@@ -63,7 +63,7 @@ class detailViewControllerActionsTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void theOptionsOpenAPopoverAtTheirButton() {
+  void theOptionsOpenInAPopoverAtTheirButton() {
     const PickedBox program;
     program.detail().btnOptionsTouched();
     QCOMPARE(program.detail().presentedViewController(), program.detail().actionPicker());
@@ -148,21 +148,21 @@ class detailViewControllerActionsTest : public QObject {
     QCOMPARE(textsOf(program.environment.alerts), QStringList("No picking to send||OK"));
   }
 
-  void theSentDeliveryIsThatOfTheFirstLine() {
+  void theDeliveryToSendIsThatOfTheFirstLine() {
     PickedBox program;
     program.restartPickingAs(QStringLiteral("the pane's"));
     program.detail().sendPickingToServer();
     QVERIFY(program.environment.busy.isActive());
   }
 
-  void unknownTitlesDoNothing_data() {
+  void unknownActionTitlesDoNothing_data() {
     QTest::addColumn<QString>("title");
     QTest::newRow("other case") << QStringLiteral("complete and send");
     QTest::newRow("trailing space") << QStringLiteral("View Summary ");
     QTest::newRow("leading space") << QStringLiteral(" Send Email");
     QTest::newRow("empty") << QString();
   }
-  void unknownTitlesDoNothing() {
+  void unknownActionTitlesDoNothing() {
     QFETCH(QString, title);
     const PickedBox program;
     program.detail().selectedAction(title);
@@ -172,7 +172,7 @@ class detailViewControllerActionsTest : public QObject {
     QVERIFY(!program.environment.busy.isActive());
   }
 
-  void sendEmailComposesAMail() {
+  void sendEmailComposesAnEmail() {
     const PickedBox program;
     program.chooseAction(1);
     QCOMPARE(program.mail->drafts().size(), 1U);
@@ -234,7 +234,7 @@ class detailViewControllerActionsTest : public QObject {
     QCOMPARE(summary->tblPicking->rowCount(), 0);
   }
 
-  void theActionsHaveTheTitlesOfTheList() {
+  void theActionListHasTheTitlesOfTheThreeActions() {
     const PickedBox program;
     QCOMPARE(program.detail().actionPicker()->actionNames(),
              QStringList({kViewSummary, kSendEmail, kCompleteAndSend}));

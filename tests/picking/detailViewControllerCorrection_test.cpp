@@ -19,7 +19,7 @@ QStringList totalsOf(const TestProgram &program) {
   return textsOf({detail.lblTotalPick, detail.lblTotalOrder, detail.lblTotalDiff});
 }
 
-/// The picked quantities of the lines of box `box`.
+/// Returns the picked quantities of the lines in box `box`.
 QList<int> picksOf(const TestProgram &program, std::size_t box) {
   QList<int> picks;
   for (const BoxLine &line : boxitemsOf(program.detail().arrayPick()->at(box))) {
@@ -28,7 +28,7 @@ QList<int> picksOf(const TestProgram &program, std::size_t box) {
   return picks;
 }
 
-/// "item pick" for each item line.
+/// Returns "item pick" for each item line.
 QStringList itemLinesOf(const TestProgram &program) {
   QStringList items;
   for (const BoxLine &line : *program.detail().arrayItems()) {
@@ -37,7 +37,7 @@ QStringList itemLinesOf(const TestProgram &program) {
   return items;
 }
 
-/// "box item pick" for each stored pick of the delivery.
+/// Returns "box item pick" for each stored pick of the delivery.
 QStringList storedIn(TestProgram &program) {
   QStringList rows;
   const auto picks = program.context().pickings(QStringLiteral("4711"));
@@ -47,7 +47,7 @@ QStringList storedIn(TestProgram &program) {
   return rows;
 }
 
-/// A program that picks the delivery `lines`, with its first box open.
+/// A program that is picking the delivery `lines`, with the first box open.
 class OpenBox : public TestProgram {
  public:
   explicit OpenBox(const QList<TestLine> &lines = kDelivery) {
@@ -65,7 +65,7 @@ class OpenBox : public TestProgram {
   }
 };
 
-/// Replaces the master pane as the delegate, and records the state at every call.
+/// Replaces the master pane as the delegate, and records the state on every call.
 class RecordingDelegate : public QObject, public QuantityChangedOnDetailViewDelegate {
  public:
   explicit RecordingDelegate(TestProgram &program) : m_program(program) {}
@@ -220,14 +220,14 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(program.box().boxpickqty, minimum);
   }
 
-  void withoutAFilterNoRowIsMarkedAfterwards() {
+  void withoutAFilterNoRowIsMarkedAfterACorrection() {
     OpenBox program;
     program.enterQuantity(0, QStringLiteral("2"));
     QCOMPARE(program.detail().tblItems->selectedRow(), -1);
     QCOMPARE(program.detail().tblItems->paintedRow(), -1);
   }
 
-  void underAFilterTheRowStaysMarkedWhateverLineItShows() {
+  void withAFilterTheRowStaysMarkedEvenIfItShowsAnotherLine() {
     OpenBox program;
     program.detail().segmentedControl->touchSegment(1);
     program.enterQuantity(0, QStringLiteral("2"));
@@ -239,7 +239,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(cellAt<pickTableCell>(table, 0).item.text, "B");
   }
 
-  void underAFilterARowThatDisappearsIsNotMarked() {
+  void withAFilterARowThatDisappearsIsNotMarked() {
     OpenBox program;
     program.detail().segmentedControl->touchSegment(1);
     program.enterQuantity(2, QStringLiteral("1"));
@@ -248,7 +248,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(program.detail().tblItems->paintedRow(), -1);
   }
 
-  void underAFilterTheLastLineLeavesAnEmptyTable() {
+  void withAFilterCorrectingTheLastLineEmptiesTheTable() {
     OpenBox program({{"C1", "A", 5}});
     program.detail().segmentedControl->touchSegment(1);
     program.enterQuantity(0, QStringLiteral("1"));
@@ -257,7 +257,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(storedIn(program), QStringList("C1 A 1"));
   }
 
-  void everyFilterCorrectsTheShownLine_data() {
+  void withEveryFilterTheShownLineIsCorrected_data() {
     QTest::addColumn<int>("segment");
     QTest::addColumn<int>("row");
     QTest::addColumn<QList<int>>("picks");
@@ -266,7 +266,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QTest::newRow("different") << 2 << 0 << QList<int>{2, 2, 1};
     QTest::newRow("matching") << 3 << 1 << QList<int>{0, 2, 3};
   }
-  void everyFilterCorrectsTheShownLine() {
+  void withEveryFilterTheShownLineIsCorrected() {
     QFETCH(int, segment);
     QFETCH(int, row);
     const OpenBox program;
@@ -279,7 +279,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QTEST(picksOf(program, 0), "picks");
   }
 
-  void withoutAFilterOnlyTheTouchedOneOfTwoEqualLinesChanges() {
+  void withoutAFilterOnlyTheTouchedLineOfAnItemChanges() {
     OpenBox program({{"C1", "A", 5, "first"}, {"C1", "A", 3, "second"}});
     program.enterQuantity(1, QStringLiteral("2"));
     QCOMPARE(picksOf(program, 0), QList<int>({0, 2}));
@@ -287,7 +287,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(program.context().pickings(QStringLiteral("4711"))->front().orderqty, 3);
   }
 
-  void underAFilterTheFirstOfTwoEqualLinesChangesAndIsStored() {
+  void withAFilterTheFirstLineOfTheItemChangesTooAndIsStored() {
     OpenBox program({{"C1", "A", 5, "first"}, {"C1", "A", 3, "second"}});
     program.detail().segmentedControl->touchSegment(1);
     program.enterQuantity(1, QStringLiteral("2"));
@@ -298,7 +298,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(program.context().pickings(QStringLiteral("4711"))->front().orderqty, 5);
   }
 
-  void theItemLineTakesTheQuantityOfTheCorrectedLineOnly() {
+  void theItemLineGetsOnlyTheQuantityOfTheCorrectedLine() {
     OpenBox program;
     program.enterQuantity(0, QStringLiteral("5"));
     QCOMPARE(itemLinesOf(program), QStringList({"A 5", "B 0", "C 0"}));
@@ -310,7 +310,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(storedIn(program), QStringList({"C1 A 5", "C2 A 1"}));
   }
 
-  void allItemLinesOfTheItemAreSet() {
+  void everyItemLineOfTheItemIsUpdated() {
     OpenBox program;
     auto lines = std::make_shared<ItemLines>(*program.detail().arrayItems());
     lines->push_back({.item = QStringLiteral("A")});
@@ -394,7 +394,7 @@ class detailViewControllerCorrectionTest : public QObject {
     QCOMPARE(program.detail().lblSaved->text(), "Saved 7 × B in box C1, 04:00:00");
   }
 
-  void theSavedMessageKeepsSpecialCharacters() {
+  void theSavedMessageShowsSpecialCharactersUnchanged() {
     OpenBox program({{"%2", "%1 <b>", 5}});
     program.enterQuantity(0, QStringLiteral("6"));
     QCOMPARE(program.detail().lblSaved->text(), "Saved 6 × %1 <b> in box %2, 10:12:05");

@@ -32,7 +32,7 @@ LoosePick loosePick() {
           .sent = 1};
 }
 
-/// The values of the nine keys of the loose pick at `index`.
+/// Returns the values of the nine keys of the loose pick at `index`.
 QStringList loosePickAt(const TestProgram &program, std::size_t index) {
   const auto &pick = std::get<LoosePick>(program.detail().arrayPick()->at(index));
   return {pick.barcode,
@@ -46,7 +46,7 @@ QStringList loosePickAt(const TestProgram &program, std::size_t index) {
           QString::number(pick.sent)};
 }
 
-/// A program that picks the delivery, with its first box open.
+/// A program that is picking the delivery, with the box at index `box` open.
 class OpenBox : public TestProgram {
  public:
   explicit OpenBox(int box = 0) {
@@ -87,7 +87,7 @@ class detailViewControllerScanningTest : public QObject {
     QCOMPARE(program.detail().arrayPick()->size(), 2U);
   }
 
-  void everyScanSwitchesTheFilterToAllLines() {
+  void aScanSwitchesTheFilterToAllLines() {
     TestProgram program;
     program.enterPicking();
     program.startPicking(kDelivery);
@@ -106,7 +106,7 @@ class detailViewControllerScanningTest : public QObject {
     QVERIFY(!program.detail().textFieldShouldReturn(*program.detail().txtQuantity));
   }
 
-  void theCodeOfALineOpensTheKeypadForTheLine_data() {
+  void theCodeOfALineOpensTheKeypadForThatLine_data() {
     QTest::addColumn<QString>("code");
     QTest::addColumn<int>("row");
     QTest::newRow("a barcode") << QStringLiteral("29002") << 1;
@@ -114,7 +114,7 @@ class detailViewControllerScanningTest : public QObject {
     QTest::newRow("the first line") << QStringLiteral("A") << 0;
     QTest::newRow("the last line") << QStringLiteral("29003") << 2;
   }
-  void theCodeOfALineOpensTheKeypadForTheLine() {
+  void theCodeOfALineOpensTheKeypadForThatLine() {
     QFETCH(QString, code);
     QFETCH(int, row);
     OpenBox program;
@@ -349,7 +349,7 @@ class detailViewControllerScanningTest : public QObject {
     QCOMPARE(program.entries(), 2U);
   }
 
-  void aRefusedScanIsInTheTrailWithItsTime() {
+  void aRefusedScanIsAddedToTheTrailWithItsTime() {
     const OpenBox program;
     program.delegate.window()->refuseScan(QStringLiteral("77"));
     const Scan scan = program.detail().scanTrail().scans().front();

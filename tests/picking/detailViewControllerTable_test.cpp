@@ -7,7 +7,7 @@
 
 namespace {
 
-/// The item codes in the pick table.
+/// Returns the item codes in the pick table.
 QStringList itemsOf(const TestProgram &program) {
   QStringList items;
   const TableView &table = *program.detail().tblItems;
@@ -17,8 +17,8 @@ QStringList itemsOf(const TestProgram &program) {
   return items;
 }
 
-/// A program whose open box has a line for each pair of picked and ordered quantity. The items are
-/// A, B, C and so on.
+/// A program whose open box has a line for each pair of picked and ordered quantities. The items
+/// are A, B, C and so on.
 class OpenBox : public TestProgram {
  public:
   explicit OpenBox(const QList<std::pair<int, int>> &quantities) {
@@ -62,7 +62,7 @@ class detailViewControllerTableTest : public QObject {
     QCOMPARE(headerOf<pickTableCell>(*detail.tblItems).item.text, "Item Code");
   }
 
-  void withoutAListThereAreNoRows() {
+  void withoutAWorkingListThereAreNoRows() {
     TestProgram program;
     program.enterPicking();
     program.session().openBox(0);
@@ -81,13 +81,13 @@ class detailViewControllerTableTest : public QObject {
   void aSegmentFiltersTheLines() {
     QFETCH(int, segment);
     OpenBox program({{0, 5}, {5, 5}, {0, 0}, {3, 2}, {1, 2}});
-    // Segment 0 is selected at first, so touch another segment before it.
+    // Segment 0 is initially selected, so touch another segment first.
     program.detail().segmentedControl->touchSegment(2);
     program.detail().segmentedControl->touchSegment(segment);
     QTEST(itemsOf(program), "items");
   }
 
-  void onlyATouchedSegmentReloadsTheTable() {
+  void onlyTouchingASegmentReloadsTheTable() {
     OpenBox program({{0, 5}, {5, 5}});
     program.detail().segmentedControl->setSelectedSegmentIndex(1);
     QCOMPARE(program.detail().tblItems->rowCount(), 2);
@@ -95,7 +95,7 @@ class detailViewControllerTableTest : public QObject {
     QCOMPARE(program.detail().tblItems->rowCount(), 1);
   }
 
-  void theRowsAreCountedAtEveryCall() {
+  void theRowsAreCountedOnEveryCall() {
     OpenBox program({{0, 5}, {0, 5}});
     program.detail().segmentedControl->touchSegment(1);
     QCOMPARE(program.detail().tblItems->numberOfRows(), 2);
@@ -104,7 +104,7 @@ class detailViewControllerTableTest : public QObject {
     QCOMPARE(cellAt<pickTableCell>(*program.detail().tblItems, 0).item.text, "B");
   }
 
-  void theSectionIsIgnored() {
+  void theSectionNumberIsIgnored() {
     OpenBox program({{0, 5}, {0, 5}});
     detailViewController &detail = program.detail();
     QCOMPARE(detail.numberOfSectionsInTableView(*detail.tblItems), 1);
@@ -143,7 +143,7 @@ class detailViewControllerTableTest : public QObject {
     QCOMPARE(cellAt<pickTableCell>(*program.detail().tblItems, 0).orderqty.text, "7");
   }
 
-  void rowsAlternateByTheirVisibleIndex() {
+  void rowColoursAlternateByVisibleIndex() {
     OpenBox program({{5, 5}, {0, 5}, {0, 5}});
     const TableView &table = *program.detail().tblItems;
     QCOMPARE(cellAt<pickTableCell>(table, 0).backgroundColor, Colour::lightGrey);
@@ -169,7 +169,7 @@ class detailViewControllerTableTest : public QObject {
     QCOMPARE(program.detail().tblItems->headerHeight(), 54.0);
   }
 
-  void noRowCanBeEdited() {
+  void rowsCannotBeEdited() {
     OpenBox program({{0, 5}});
     detailViewController &detail = program.detail();
     QCOMPARE(detail.editingStyleForRowAtIndexPath(*detail.tblItems, 0),

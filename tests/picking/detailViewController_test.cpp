@@ -35,7 +35,7 @@ class detailViewControllerTest : public QObject {
              QStringList({"All", "Not picked", "Different", "Matching"}));
   }
 
-  void theActionListExistsButNoSummary() {
+  void thereIsAnActionListButNoSummaryAtFirst() {
     TestProgram program;
     program.enterPicking();
     QVERIFY(program.detail().actionPicker() != nullptr);
@@ -50,7 +50,7 @@ class detailViewControllerTest : public QObject {
              QStringList({"-", "-", "-"}));
   }
 
-  void showsWhetherAScanIsAccepted() {
+  void showsWhetherScansAreAccepted() {
     TestProgram program;
     program.enterPicking();
     const Label &state = *program.detail().lblScanState;
@@ -65,7 +65,7 @@ class detailViewControllerTest : public QObject {
     QCOMPARE(state.text(), "Open a box first");
   }
 
-  void someOperationsHaveNoEffect() {
+  void unusedActionsHaveNoEffect() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}});

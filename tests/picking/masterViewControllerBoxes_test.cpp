@@ -8,7 +8,7 @@
 
 namespace {
 
-/// "box pick/order colour state" for row `row` of the box list.
+/// Returns "box pick/order colour state" for row `row` of the box list.
 QString rowOf(const TestProgram &program, int row) {
   const auto cell = cellAt<boxTableViewCell>(*program.master().tblBoxes, row);
   return QStringLiteral("%1 %2/%3 %4 %5")
@@ -16,7 +16,7 @@ QString rowOf(const TestProgram &program, int row) {
            cell.backgroundColorName(), cell.state);
 }
 
-/// Total, unopened, completed, incomplete.
+/// Returns the counters: total, unopened, completed, incomplete.
 QStringList countersOf(const TestProgram &program) {
   const masterViewController &master = program.master();
   return textsOf({master.lblBoxesTotalValue, master.lblBoxesUnopenedValue,
@@ -78,7 +78,7 @@ class masterViewControllerBoxesTest : public QObject {
     }
   }
 
-  void noRowCanBeEdited() {
+  void rowsCannotBeEdited() {
     TestProgram program;
     program.enterPicking();
     masterViewController &master = program.master();
@@ -133,7 +133,7 @@ class masterViewControllerBoxesTest : public QObject {
     QCOMPARE(countersOf(program), QStringList({"2", "1", "1", "0"}));
   }
 
-  void aLoosePickIsACompletedBoxWithoutQuantities() {
+  void aLoosePickIsShownAsACompletedBoxWithoutQuantities() {
     TestProgram program;
     program.enterPicking();
     show(program, {BoxRecord{QStringLiteral("C1"), 5, 0, {}}, loosePick()});

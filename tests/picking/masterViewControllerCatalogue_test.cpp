@@ -139,7 +139,7 @@ class masterViewControllerCatalogueTest : public QObject {
     QCOMPARE(loose->descr, "first");
   }
 
-  void thePaneMayBeDestroyedDuringAReload() {
+  void thePaneCanBeDestroyedDuringAReload() {
     PickingProgram program;
     program.service.answerWith(
         [](const LoopbackService::Request &) { return LoopbackService::Answer::silence(); });

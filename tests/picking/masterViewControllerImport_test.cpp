@@ -14,7 +14,7 @@ void importLines(TestProgram &program, const QList<TestLine> &lines) {
   program.lookUp(QStringLiteral("4711"));
 }
 
-/// Takes away what an import restores picks from.
+/// Makes the picks that an import restores unreadable.
 void makeUnreadable(const TestProgram &program) {
   SQLite::Database(program.storePath().toStdString(), SQLite::OPEN_READWRITE)
       .exec("ALTER TABLE Picking RENAME TO Lost");
@@ -23,7 +23,7 @@ void makeUnreadable(const TestProgram &program) {
 
 }  // namespace
 
-/// What the master pane does with a delivery. How its lists are built is tested with the import.
+/// What the master pane does with a delivery. DeliveryImport_test covers how the lists are built.
 class masterViewControllerImportTest : public QObject {
   Q_OBJECT
 
@@ -42,7 +42,7 @@ class masterViewControllerImportTest : public QObject {
     }
   }
 
-  void anImportMakesThePickingReady() {
+  void anImportMakesThePickingReadyToStart() {
     TestProgram program;
     program.enterPicking();
     program.master().btnPicking->setTitleColor(Colour::red);
@@ -65,7 +65,7 @@ class masterViewControllerImportTest : public QObject {
     QCOMPARE(program.detail().tblItems->rowCount(), 0);
   }
 
-  void whatWasPickedComesBackOnTheNextVisit() {
+  void pickedQuantitiesAreRestoredOnTheNextVisit() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}});
@@ -79,7 +79,7 @@ class masterViewControllerImportTest : public QObject {
     QCOMPARE(program.detail().arrayItems()->at(0).pickqty.value(), 3);
   }
 
-  void whenTheStoreCannotBeReadThePickingIsNotReady() {
+  void thePickingIsNotReadyIfTheStoreCannotBeRead() {
     TestProgram program;
     program.enterPicking();
     makeUnreadable(program);
@@ -95,7 +95,7 @@ class masterViewControllerImportTest : public QObject {
     QVERIFY(!program.environment.busy.isActive());
   }
 
-  void aReadyPickingIsNoLongerReadyWhenTheStoreCannotBeRead() {
+  void aReadyPickingIsNoLongerReadyIfTheStoreCannotBeRead() {
     TestProgram program;
     importLines(program, {{"C1", "A", 5}});
     QVERIFY(program.master().btnPicking->isEnabled());

@@ -18,7 +18,7 @@ const QString kUnknown =
     QStringLiteral("No order found|Please try again using different search criteria.|OK");
 const QString kFailed = QStringLiteral("Could not get result|Loading failed. Please try again.|OK");
 
-/// The texts and states of the picking screen that a lookup can change.
+/// Returns the texts and states of the picking screen that a lookup can change.
 QStringList stateOf(const TestProgram &program) {
   const masterViewController &master = program.master();
   QStringList all = textsOf(
@@ -155,7 +155,8 @@ class masterViewControllerLookupTest : public QObject {
     QTest::newRow("a number") << QByteArray("0") << 200 << kUnreadable;
     QTest::newRow("null") << QByteArray("null") << 200 << kUnreadable;
     QTest::newRow("an element that is not an object") << QByteArray("[1]") << 200 << kUnreadable;
-    QTest::newRow("a text that is an array") << QByteArray(R"([{"doc":[]}])") << 200 << kUnreadable;
+    QTest::newRow("an array instead of a text")
+        << QByteArray(R"([{"doc":[]}])") << 200 << kUnreadable;
     QTest::newRow("a truncated array") << QByteArray(R"([{"doc":"4711")") << 200 << kUnreadable;
     QTest::newRow("an empty array") << QByteArray("[]") << 200 << kUnknown;
     QTest::newRow("an empty array with an error status") << QByteArray(" [ ] ") << 500 << kUnknown;
@@ -328,7 +329,7 @@ class masterViewControllerLookupTest : public QObject {
     QVERIFY(program.master().connectionDict().isEmpty());
   }
 
-  void concurrentLookupsShareTheReceivedData() {
+  void concurrentLookupsShareOneReceiveBuffer() {
     TestProgram program;
     program.service.answerWith([](const auto & /*request*/) { return Answer::silence(); });
     program.enterPicking();
@@ -346,7 +347,7 @@ class masterViewControllerLookupTest : public QObject {
     QVERIFY(!program.detail().arrayPick());
   }
 
-  void aNewRegisteredLookupStartsWithoutEarlierData() {
+  void aNewlyRegisteredLookupStartsWithoutEarlierData() {
     TestProgram program;
     program.enterPicking();
     program.service.answerWith(deliveryJson({{"C1", "A", 5}}));
@@ -358,7 +359,7 @@ class masterViewControllerLookupTest : public QObject {
     QCOMPARE(boxOf(program.detail().arrayPick()->at(0)), "C2");
   }
 
-  void leavingThePickingAbortsARunningLookup() {
+  void leavingThePickingScreenAbortsARunningLookup() {
     TestProgram program;
     program.service.answerWith([](const auto & /*request*/) { return Answer::silence(); });
     program.enterPicking();

@@ -12,7 +12,7 @@ namespace {
 
 const QString kNoBoxFound = QStringLiteral("No Box Found||OK");
 
-/// The names of the enabled items on both panes.
+/// Returns the names of the enabled items on both panes.
 QStringList enabledOf(const TestProgram &program) {
   const masterViewController &master = program.master();
   const detailViewController &detail = program.detail();
@@ -42,7 +42,7 @@ QStringList countersOf(const TestProgram &program) {
                   master.lblBoxesCompletedValue, master.lblBoxesIncompleteValue});
 }
 
-/// The item codes in the pick table.
+/// Returns the item codes in the pick table.
 QStringList itemsOf(const TestProgram &program) {
   QStringList items;
   const TableView &table = *program.detail().tblItems;
@@ -88,7 +88,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(program.detail().btnOptions->titleColor(), Colour::grey);
   }
 
-  void anImportEnablesThePicking() {
+  void anImportEnablesTheStartButton() {
     TestProgram program;
     program.enterPicking();
     program.service.answerWith(deliveryJson({{"C1", "A", 5}}));
@@ -97,7 +97,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(enabledOf(program), kReady);
   }
 
-  void startingLocksTheSearchAndUnlocksTheScan() {
+  void startingDisablesTheSearchAndEnablesScanning() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}});
@@ -108,7 +108,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(program.detail().btnOptions->titleColor(), Colour::blue);
   }
 
-  void stoppingLocksTheScanAndUnlocksTheSearch() {
+  void stoppingDisablesScanningAndEnablesTheSearch() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}});
@@ -132,7 +132,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(flags, QList<bool>({true, false}));
   }
 
-  void theQuantityFieldIsSwitchedOnlyWithTheSecondSegment() {
+  void withTheFirstAskForQuantitySegmentTheQuantityFieldDoesNotChange() {
     TestProgram program;
     program.enterPicking();
     program.detail().segmAskForQty->setSelectedSegmentIndex(0);
@@ -151,7 +151,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(countersOf(program), QStringList({"3", "2", "1", "0"}));
   }
 
-  void startingPreparesTheDetailPane() {
+  void startingSetsTheDeliveryNumberAndFocusesTheBoxField() {
     TestProgram program;
     program.enterPicking();
     program.session().openBox(7);
@@ -184,12 +184,12 @@ class masterViewControllerPickingTest : public QObject {
     QVERIFY(program.master().txtBox->isFirstResponder());
   }
 
-  void theDeliveryNumberComesFromTheLastAnswer_data() {
+  void afterAnInvalidAnswerThePickingHasNoDeliveryNumber_data() {
     QTest::addColumn<QByteArray>("body");
     QTest::newRow("unreadable") << QByteArray("<html>");
     QTest::newRow("empty") << QByteArray("[]");
   }
-  void theDeliveryNumberComesFromTheLastAnswer() {
+  void afterAnInvalidAnswerThePickingHasNoDeliveryNumber() {
     QFETCH(QByteArray, body);
     TestProgram program;
     program.enterPicking();
@@ -270,7 +270,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(totalsOf(program), QStringList({"7", "5", "2"}));
   }
 
-  void withoutARunningPickingATouchOpensNoBox() {
+  void withoutARunningPickingTouchingARowOpensNoBox() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}});
@@ -293,7 +293,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(itemsOf(program), QStringList("B"));
   }
 
-  void aBoxIdentifierOpensItsBox() {
+  void enteringABoxIdentifierOpensTheBox() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}, {"C2", "B", 2}, {"C3", "C", 1}});
@@ -381,7 +381,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(program.master().tblBoxes->selectedRow(), 1);
   }
 
-  void returnInTheDeliveryNumberOpensNoBox() {
+  void returnInTheDeliveryNumberFieldOpensNoBox() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}});
@@ -401,7 +401,7 @@ class masterViewControllerPickingTest : public QObject {
     }
   }
 
-  void aQuantityIsBookedOnTheFirstLoosePickWithTheBarcode() {
+  void aQuantityIsBookedToTheFirstLoosePickWithTheBarcode() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}, {"C1", "B", 2}, {"C1", "C", 1}});
@@ -454,7 +454,7 @@ class masterViewControllerPickingTest : public QObject {
     QVERIFY(!program.detail().arrayPick());
   }
 
-  void theWorkingListIsReplacedWithoutACopy() {
+  void theWorkingListIsReplacedWithoutCopying() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}});
@@ -467,7 +467,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(countersOf(program), QStringList({"1", "1", "0", "0"}));
   }
 
-  void someOperationsHaveNoEffect() {
+  void unusedActionsHaveNoEffect() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}});
@@ -490,7 +490,7 @@ class masterViewControllerPickingTest : public QObject {
     QCOMPARE(program.service.requests().size(), 1);
   }
 
-  void orderExistsIsAlwaysTrue() {
+  void orderExistsAlwaysReturnsTrue() {
     TestProgram program;
     program.enterPicking();
     QVERIFY(program.master().orderExists(QStringLiteral("4711")));

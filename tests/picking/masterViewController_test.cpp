@@ -18,7 +18,7 @@ class masterViewControllerTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void theDeliveryNumberHasTheFocusAtFirst() {
+  void theDeliveryNumberFieldHasTheFocusAtFirst() {
     TestProgram program;
     program.enterPicking();
     QVERIFY(program.master().txtDeliveryNo->isFirstResponder());
@@ -57,7 +57,7 @@ class masterViewControllerTest : public QObject {
              QStringList({"0", "0", "0", "0"}));
   }
 
-  void dismissKeyboardTakesTheFocusFromTheDeliveryNumber() {
+  void dismissKeyboardTakesTheFocusFromTheDeliveryNumberField() {
     TestProgram program;
     program.enterPicking();
     program.master().dismissKeyboard();
@@ -136,7 +136,7 @@ class masterViewControllerTest : public QObject {
   }
 
  private:
-  /// The state of the picking screen.
+  /// Returns the state of the picking screen.
   static QStringList stateOf(const TestProgram &program) {
     const masterViewController &master = program.master();
     const detailViewController &detail = program.detail();
