@@ -9,8 +9,8 @@ namespace {
 
 using Times = QList<quint64>;
 
-/// Types `code` and Return with `gaps`, the milliseconds before each key. Returns the code that the
-/// detector takes for a scan; a null string if it takes the keys for typing.
+/// Types `code` and Return with `gaps`, the milliseconds before each key. Returns the code if the
+/// detector recognises it as a scan, or a null string if it takes the keys for typing.
 QString detectedCode(const QString &code, const Times &gaps) {
   BurstDetector detector;
   quint64 time = 5000;
@@ -55,7 +55,7 @@ class BurstDetectorTest : public QObject {
     QCOMPARE(detectedCode(code, gaps), code);
   }
 
-  void typingIsNotTakenForAScan_data() {
+  void typingIsNotMistakenForAScan_data() {
     QTest::addColumn<QString>("code");
     QTest::addColumn<Times>("gaps");
     QTest::newRow("hunt and peck") << "471" << Times{800, 390, 520, 640};
@@ -70,13 +70,13 @@ class BurstDetectorTest : public QObject {
         << "20138A" << Times{0, 4, 4, 4, 4, 4, 600};
   }
 
-  void typingIsNotTakenForAScan() {
+  void typingIsNotMistakenForAScan() {
     QFETCH(const QString, code);
     QFETCH(const Times, gaps);
     QCOMPARE(detectedCode(code, gaps), QString());
   }
 
-  void aCodeStartsAfterKeysTypedByAPerson() {
+  void aCodeCanFollowKeysTypedByAPerson() {
     BurstDetector detector;
     detector.type(QStringLiteral("4"), 100);
     QVERIFY(!detector.type(QStringLiteral("8"), 300));
@@ -84,7 +84,7 @@ class BurstDetectorTest : public QObject {
     QCOMPARE(detector.pressReturn(304)->code, QStringLiteral("85"));
   }
 
-  void aCodeAfterAPauseIsANewCode_data() {
+  void aPauseSeparatesTwoCodes_data() {
     QTest::addColumn<quint64>("gap");
     QTest::addColumn<bool>("isAfterPause");
     QTest::newRow("the rest of a delayed code") << quint64{300} << false;
@@ -92,7 +92,7 @@ class BurstDetectorTest : public QObject {
     QTest::newRow("a new code") << quint64{BurstDetector::kPause} << true;
   }
 
-  void aCodeAfterAPauseIsANewCode() {
+  void aPauseSeparatesTwoCodes() {
     QFETCH(const quint64, gap);
     QFETCH(const bool, isAfterPause);
     BurstDetector detector;
@@ -109,7 +109,7 @@ class BurstDetectorTest : public QObject {
     QVERIFY(detector.pressReturn(103)->isAfterPause);
   }
 
-  void aFewFastKeysAreCertainlyAScan() {
+  void enoughFastKeysAreCertainlyAScan() {
     BurstDetector detector;
     for (int key = 0; key < BurstDetector::kCertainLength; ++key) {
       QVERIFY(!detector.isCertain());
@@ -134,7 +134,7 @@ class BurstDetectorTest : public QObject {
     QVERIFY(!detector.pressReturn(102));
   }
 
-  void aClockThatRunsBackwardsStartsANewCode() {
+  void aTimestampThatGoesBackwardsStartsANewCode() {
     BurstDetector detector;
     detector.type(QStringLiteral("4711"), 100);
     QVERIFY(!detector.type(QStringLiteral("85"), 50));

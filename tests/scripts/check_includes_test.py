@@ -1,4 +1,4 @@
-"""scripts/check-includes, on small trees."""
+"""scripts/check-includes, run on small source trees."""
 
 import pathlib
 import subprocess
@@ -41,23 +41,23 @@ class CheckIncludes(unittest.TestCase):
     def test_includes_that_the_table_allows_pass(self):
         self.assertEqual(self.check(), [])
 
-    def test_an_include_of_a_folder_above_is_found(self):
+    def test_an_include_from_a_folder_above_is_reported(self):
         self.write("src/base/Clock.h", '#include "view/Colour.h"\n')
         self.write("src/view/Colour.h", "")
         self.assertEqual(self.check(), ["src/base/Clock.h: base may not include view/Colour.h"])
 
-    def test_files_that_include_each_other_are_found(self):
+    def test_files_that_include_each_other_are_reported(self):
         self.write("src/view/Window.h", '#include "view/Alert.h"\n')
         self.write("src/view/Alert.h", '#include "view/Window.h"\n')
         self.assertEqual(self.check(), [
             "src/view/Alert.h includes view/Window.h includes view/Alert.h"])
 
-    def test_a_table_that_points_upwards_is_found(self):
+    def test_a_table_that_allows_a_folder_above_is_reported(self):
         self.write("docs/architecture.md", TABLE.replace("| values | |", "| values | `app` |"))
         self.assertEqual(self.check(), [
             "docs/architecture.md: base may not include app, which is not below it"])
 
-    def test_a_folder_without_a_row_is_found(self):
+    def test_a_folder_without_a_row_is_reported(self):
         self.write("src/extra/File.h", "")
         self.assertEqual(self.check(), [
             "docs/architecture.md: extra is only in one of the table and the tree"])
