@@ -34,7 +34,7 @@ QByteArray contentOf(const QString &path) {
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// A program in the picking of delivery 4711, with `picks` in its store.
+/// A program that is picking delivery 4711, with `picks` in its store.
 class ExportProgram : public TestProgram {
  public:
   explicit ExportProgram(const std::vector<Picking> &picks = {}) {
@@ -62,7 +62,7 @@ class PickingExportTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void aPickIsALineThatEndsInACarriageReturn() {
+  void aPickIsOneLineEndingInACarriageReturn() {
     ExportProgram program({pickOf("A")});
     program.sendEmail();
     QCOMPARE(program.file(), "bA;C1;2026-03-02 10:12:05;Lamp;4711;A;A1;6;4;0\r");
@@ -95,8 +95,8 @@ class PickingExportTest : public QObject {
     QCOMPARE(program.file(), "bC;C1;2026-03-02 10:12:05;Lamp;4711;C;A1;6;4;0\r");
   }
 
-  void everyLineHasTheOffsetAtTheTimeOfTheExport() {
-    // Athens puts its clocks forward on March 29th and back on October 25th.
+  void everyLineUsesTheUtcOffsetAtTheTimeOfTheExport() {
+    // In Athens, the clocks go forward on March 29th.
     const QDateTime winterEvening({2026, 3, 28}, {21, 30}, QTimeZone::utc());
     const QDateTime summerEvening({2026, 3, 29}, {20, 30}, QTimeZone::utc());
     const std::vector<Picking> picks{pickOf("A", winterEvening), pickOf("B", summerEvening)};
@@ -128,7 +128,7 @@ class PickingExportTest : public QObject {
     QCOMPARE(program.file(), "(null);(null);(null);(null);4711;(null);(null);0;0;0\r");
   }
 
-  void emptyTextsAreEmpty() {
+  void emptyTextsAreExportedAsEmptyFields() {
     Picking pick = pickOf("A");
     pick.barcode = "";
     pick.box = "";
@@ -164,7 +164,7 @@ class PickingExportTest : public QObject {
     QCOMPARE(program.file(), "bA;C1;2026-03-02 10:12:05;Lamp;4711;A;A1;2147483647;-2147483648;0\r");
   }
 
-  void fractionsOfStoredQuantitiesAreDropped() {
+  void storedFractionalQuantitiesAreTruncated() {
     ExportProgram program({pickOf("A")});
     SQLite::Database(program.storePath().toStdString(), SQLite::OPEN_READWRITE)
         .exec("UPDATE Picking SET orderqty = 6.9, pickqty = -2.9");
@@ -172,7 +172,7 @@ class PickingExportTest : public QObject {
     QCOMPARE(program.file(), "bA;C1;2026-03-02 10:12:05;Lamp;4711;A;A1;6;-2;0\r");
   }
 
-  void theMailHasTheFileAsItsAttachment() {
+  void theEmailHasTheFileAttached() {
     ExportProgram program({pickOf("A"), pickOf("B")});
     program.sendEmail();
     QCOMPARE(program.mail->drafts().size(), 1U);
@@ -185,7 +185,7 @@ class PickingExportTest : public QObject {
     QVERIFY(program.alertTitles().isEmpty());
   }
 
-  void specialCharactersOfTheNumberAreShownInTheMail() {
+  void specialCharactersInTheNumberAppearInTheEmail() {
     const MailDraft draft = exportMail("<b>47&11</b> %1 \"é\"", "", QDateTime());
     QCOMPARE(draft.subject, "Vardex File <b>47&11</b> %1 \"é\"");
     QCOMPARE(draft.htmlBody, "Delivery Number = &lt;b&gt;47&amp;11&lt;/b&gt; %1 &quot;é&quot;");
@@ -199,7 +199,7 @@ class PickingExportTest : public QObject {
     program.sendEmail();
   }
 
-  void anAlertReportsThatThereIsNothingToExport() {
+  void anAlertSaysThatThereIsNothingToExport() {
     ExportProgram program;
     program.sendEmail();
     const AlertView alert = program.topAlert();
@@ -270,7 +270,7 @@ class PickingExportTest : public QObject {
     QCOMPARE(QFile::permissions(program.path()) & ~kUser, QFile::ReadOwner | QFile::WriteOwner);
   }
 
-  void theMailIsComposedEvenIfTheFileCannotBeWritten() {
+  void theEmailIsComposedEvenIfTheFileCannotBeWritten() {
     ExportProgram program({pickOf("A")});
     QVERIFY(QDir().mkpath(program.path() + "/in the way"));
     program.sendEmail();
@@ -290,7 +290,7 @@ class PickingExportTest : public QObject {
     QVERIFY(program.alertTitles().isEmpty());
   }
 
-  void ifTheMailIsRejectedTheFileIsKeptAndAWarningIsLogged() {
+  void ifTheEmailIsRejectedTheFileIsKeptAndAWarningIsLogged() {
     ExportProgram program({pickOf("A")});
     program.mail->setAcceptsMail(false);
     QTest::ignoreMessage(QtWarningMsg, kCannotSend);

@@ -63,7 +63,7 @@ class PickedProgram : public TestProgram {
     QTRY_COMPARE(environment.alerts.count(), before + 1);
   }
 
-  /// `sent` of each row of the delivery `doc`.
+  /// Returns the `sent` flag of each row of the delivery `doc`.
   QList<int> sentFlags(const QString &doc = kDoc) {
     QList<int> flags;
     const auto rows = context().pickings(doc);
@@ -147,7 +147,7 @@ class PickingSenderTest : public QObject {
     QCOMPARE(lines, QStringList({"C1 A 3", "C2 A 0", "C2 B 7"}));
   }
 
-  void pickTimesAreInTheCurrentZoneOfTheDevice() {
+  void pickTimesAreInTheDevicesCurrentTimeZone() {
     PickedProgram program;
     program.clock->set(QDateTime(QDate(2026, 3, 29), QTime(1, 30), QTimeZone::utc()));
     program.add(QStringLiteral("C3"), QStringLiteral("C"), 1);
@@ -311,7 +311,7 @@ class PickingSenderTest : public QObject {
     QCOMPARE(program.sentFlags(QStringLiteral("0815")), QList<int>({0}));
   }
 
-  void picksAfterASendAreSentByTheNextOne() {
+  void picksAddedAfterASendAreSentByTheNextOne() {
     PickedProgram program;
     program.sendAll();
     program.add(QStringLiteral("C9"), QStringLiteral("Z"), 1);

@@ -84,7 +84,7 @@ class SendPickBodyTest : public QObject {
     QVERIFY(body.endsWith("    }\n]\n"));
   }
 
-  void pickTimesAreLocalBeforeAndAfterAClockChange_data() {
+  void pickTimesAreLocalBeforeAndAfterADaylightSavingChange_data() {
     QTest::addColumn<QDateTime>("utc");
     QTest::addColumn<QByteArray>("zone");
     QTest::addColumn<QString>("local");
@@ -103,7 +103,7 @@ class SendPickBodyTest : public QObject {
     QTest::newRow("west of Greenwich")
         << utc(1, 1, 0) << QByteArray("America/New_York") << "2025-12-31 19:30:00";
   }
-  void pickTimesAreLocalBeforeAndAfterAClockChange() {
+  void pickTimesAreLocalBeforeAndAfterADaylightSavingChange() {
     QFETCH(QDateTime, utc);
     QFETCH(QByteArray, zone);
     Picking row = pickOf(QStringLiteral("A"));
