@@ -8,7 +8,8 @@
 
 namespace {
 
-/// The articles of `body`, each as "barcode/item/descr"; std::nullopt if it cannot be read.
+/// Returns the articles in `body`, each as "barcode/item/descr", or std::nullopt if it cannot be
+/// read.
 std::optional<QStringList> articlesOf(const QByteArray &body) {
   auto answer = CatalogueAnswer::read(body);
   if (!answer) {
@@ -27,7 +28,7 @@ QByteArray elementOf(const QByteArray &item) {
   return QByteArray(R"({"item":"%"})").replace('%', item);
 }
 
-/// An element longer than the pieces in which an answer is read.
+/// Returns an element that is longer than the pieces in which an answer is read.
 QByteArray longElement() {
   return elementOf(QByteArray(300000, 'x'));
 }
@@ -167,7 +168,7 @@ class CatalogueAnswerTest : public QObject {
     QCOMPARE(next, kCount);
   }
 
-  void anElementMayBeLongerThanAPiece() {
+  void anElementCanBeLongerThanAPiece() {
     const QByteArray element = longElement();
     const auto articles = articlesOf('[' + element + ',' + element + ",{}]");
     QVERIFY(articles);
@@ -176,7 +177,7 @@ class CatalogueAnswerTest : public QObject {
     QCOMPARE(articles->at(2), "//");
   }
 
-  void theVisitStopsWhenTheVisitorReturnsFalse() {
+  void forEachArticleStopsWhenItsVisitorReturnsFalse() {
     auto answer = CatalogueAnswer::read(R"([{"item":"A"},{"item":"B"},{"item":"C"}])");
     int visited = 0;
     QVERIFY(!answer->forEachArticle([&](const Article &) { return ++visited < 2; }));

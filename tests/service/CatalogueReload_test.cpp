@@ -19,7 +19,7 @@ namespace {
 
 constexpr auto kReloadOption = "--reload";
 constexpr int kLargeCount = 300000;
-/// The time in milliseconds that a test waits for a condition.
+/// The longest time in milliseconds that a test waits for a condition.
 constexpr int kTimeout = 60000;
 
 QByteArray catalogueOf(int count) {
@@ -35,7 +35,7 @@ QByteArray catalogueOf(int count) {
 const QByteArray kOldCatalogue =
     R"([{"item":"A","barcode":"b1","descr":"One"},{"item":"B","barcode":"b2","descr":"Two"}])";
 
-/// A progress that the busy state has shown.
+/// A progress report of the busy state.
 struct BusyText {
   QString text;
   double progress;
@@ -242,7 +242,7 @@ class CatalogueReloadTest : public QObject {
     verifyOldCatalogue(program);
   }
 
-  void picksAreNotChanged() {
+  void aReloadDoesNotChangePicks() {
     TestProgram program;
     program.context().insert(Picking{.doc = "4711", .item = "A", .pickqty = 3});
     QVERIFY(!program.context().save());
@@ -253,7 +253,7 @@ class CatalogueReloadTest : public QObject {
     QCOMPARE(picks->front().pickqty, 3);
   }
 
-  void aPendingChangeIsSaved() {
+  void aReloadSavesPendingChanges() {
     TestProgram program;
     program.context().insert(Picking{.doc = "4711"});
     QVERIFY(reloads(program, kOldCatalogue));
@@ -262,7 +262,7 @@ class CatalogueReloadTest : public QObject {
     verifyOldCatalogue(program);
   }
 
-  void theScrimShowsTheProgress() {
+  void theProgressIsReported() {
     TestProgram program;
     program.service.answerWith(catalogueOf(25000));
     WatchedReload reload(program);
@@ -278,7 +278,7 @@ class CatalogueReloadTest : public QObject {
     QVERIFY(reload.showed("25,000 of 25,000 articles", 1.0));
   }
 
-  void theScrimShowsTheReceivedBytesIfTheLengthIsUnknown() {
+  void theReceivedBytesAreReportedIfTheLengthIsUnknown() {
     TestProgram program;
     program.service.answerWith([](const LoopbackService::Request &) {
       return LoopbackService::Answer{

@@ -26,7 +26,7 @@ std::optional<Delivery> answerOf(const QByteArray &element) {
   return parseDeliveryAnswer('[' + element + ']');
 }
 
-/// All fields of a line as a text that can be compared.
+/// Returns all fields of a line as one string, for comparison.
 QString textOf(const OrderLine &line) {
   return QStringList{line.doc,   line.ordernum, line.item,       line.barcode,
                      line.descr, line.carton,   line.qty.text(), QString::number(line.qty.value())}
@@ -44,7 +44,7 @@ QString textOf(const std::optional<Delivery> &answer) {
   return texts.join(u'\n');
 }
 
-/// A second implementation of `parseDeliveryAnswer`, on Qt's JSON parser.
+/// A second implementation of `parseDeliveryAnswer`, based on Qt's JSON parser.
 namespace peer {
 
 bool isValue(const QJsonValue &value) {
@@ -106,7 +106,7 @@ std::optional<Delivery> parse(const QByteArray &body) {
 
 }  // namespace peer
 
-/// Generates random answers, the same ones in every run.
+/// Generates pseudo-random answers, the same ones in every run.
 class Generator {
  public:
   QByteArray answer() {
@@ -212,7 +212,7 @@ class DeliveryAnswerTest : public QObject {
     QCOMPARE(line.qty, Quantity(0));
   }
 
-  void numbersAndTextsAreConvertedToEachOther() {
+  void numbersAndStringsAreConvertedToEachOther() {
     const auto answer = answerOf(
         R"({"cusname":1,"brand":2,"cdate":3,"date":4,"doc":4711,"ordernum":1.5,"item":85123,)"
         R"("barcode":12345678901234567890,"descr":true,"qty":"6 pcs","carton":-1})");
@@ -341,7 +341,7 @@ class DeliveryAnswerTest : public QObject {
     }
   }
 
-  void generatedAnswersAreReadAsByAnotherParser() {
+  void generatedAnswersAreReadLikeAnotherParserReadsThem() {
     Generator generator;
     int readable = 0;
     for (int i = 0; i < 3000; ++i) {

@@ -7,7 +7,8 @@
 
 namespace {
 
-/// An array of the numbers below `count`, each with a text that looks like the end of an element.
+/// Returns an array of the numbers below `count`, each with a string that looks like the end of an
+/// element.
 QByteArray numbers(int count) {
   QByteArray text;
   for (int i = 0; i < count; ++i) {
@@ -51,7 +52,7 @@ class JsonPiecesTest : public QObject {
     QCOMPARE(countOf(pieces), 50'000U);
   }
 
-  void aPieceMayBeASingleElement() {
+  void aPieceCanBeASingleElement() {
     const QByteArray text = numbers(7);
     const JsonPieces pieces(jsonTextOf(text), 1);
     QCOMPARE(pieces.count(), 7U);

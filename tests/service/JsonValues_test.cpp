@@ -77,14 +77,14 @@ class JsonValuesTest : public QObject {
     QCOMPARE(quantityOf(value.element()).text(), json == "null" ? QStringLiteral("0") : text);
   }
 
-  void aListOrAnObjectIsRejected_data() {
+  void listsAndObjectsAreRejected_data() {
     QTest::addColumn<QByteArray>("json");
     QTest::newRow("empty list") << QByteArray("[]");
     QTest::newRow("list") << QByteArray("[1]");
     QTest::newRow("empty object") << QByteArray("{}");
     QTest::newRow("object") << QByteArray(R"({"a":1})");
   }
-  void aListOrAnObjectIsRejected() {
+  void listsAndObjectsAreRejected() {
     QFETCH(const QByteArray, json);
     const Value value(json);
     QVERIFY_THROWS_EXCEPTION(simdjson::simdjson_error, textOf(value.element()));

@@ -12,7 +12,7 @@ const QString kHost = QStringLiteral("picking.local:8080");
 constexpr const char *kLookup =
     "http://picking.local:8080/qir_pick/servicepick.svc/json/getorderpercarton/";
 
-/// The characters that are escaped, apart from control characters.
+/// The characters that are escaped, in addition to control characters.
 constexpr const char *kEscaped = " \"#%<>[\\]^`{|}";
 
 /// Ignores the events of a connection.
@@ -134,26 +134,26 @@ class ServiceAddressTest : public QObject {
         "/qir_pick/servicepick.svc/json/getorderpercarton/" + addingPercentEscapes(number).value());
   }
 
-  void anIpv6HostIsInBrackets() {
+  void anIpv6HostKeepsItsBrackets() {
     QCOMPARE(ServiceAddress(QStringLiteral("[::1]:8080")).getitems().toEncoded(),
              "http://[::1]:8080/qir_pick/servicepick.svc/json/getitems");
   }
 
-  void aHostWithAnOptionalPortCanBeUsed_data() {
+  void validHostsAreAccepted_data() {
     QTest::addColumn<QString>("host");
     for (const char *host : {"picking", "picking.local", "picking.local:1", "10.0.0.7:65535",
                              "[::1]", "[fe80::1]:8080", "pick-1.example"}) {
       QTest::newRow(host) << QString(host);
     }
   }
-  void aHostWithAnOptionalPortCanBeUsed() {
+  void validHostsAreAccepted() {
     QFETCH(QString, host);
     QVERIFY(!ServiceAddress::objectionTo(host));
     QCOMPARE(ServiceAddress(host).getitems().toEncoded(),
              "http://" + host.toUtf8() + "/qir_pick/servicepick.svc/json/getitems");
   }
 
-  void whatIsNoHostIsRefused_data() {
+  void invalidHostsAreRejected_data() {
     QTest::addColumn<QString>("host");
     for (const char *host :
          {"http://picking", "https://picking", "picking/",  "picking/json", "bad host",
@@ -164,7 +164,7 @@ class ServiceAddressTest : public QObject {
       QTest::newRow(host) << QString(host);
     }
   }
-  void whatIsNoHostIsRefused() {
+  void invalidHostsAreRejected() {
     QFETCH(QString, host);
     QVERIFY(ServiceAddress::objectionTo(host).has_value());
   }
