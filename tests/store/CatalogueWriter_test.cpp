@@ -21,7 +21,7 @@ void storeArticles(TestProgram &program, const std::vector<Article> &articles) {
   QVERIFY(!writer.save());
 }
 
-/// The values in the column `column` of the rows that `sql` finds in the store.
+/// Returns the values in column `column` of the rows that `sql` finds in the store.
 QStringList queried(const TestProgram &program, const char *sql, int column = 0) {
   const SQLite::Database database(program.storePath().toStdString());
   SQLite::Statement statement(database, sql);
@@ -165,7 +165,7 @@ class CatalogueWriterTest : public QObject {
     QCOMPARE(program.context().itemsForCode("A")->size(), 1U);
   }
 
-  void aFileThatWouldHaveAnIndexTwiceIsNotChanged() {
+  void aStoreWhoseIndexSqlNamesAnotherIndexIsNotChanged() {
     TestProgram program;
     storeArticles(program, {{"b1", "A", "One"}});
     SQLite::Database(program.storePath().toStdString(), SQLite::OPEN_READWRITE)
@@ -182,7 +182,7 @@ class CatalogueWriterTest : public QObject {
     QCOMPARE(program.context().itemsForCode("A")->size(), 1U);
   }
 
-  void failuresAreReportedByTheSave() {
+  void savingReportsFailures() {
     for (const QString &path : {QString(), QStringLiteral("/no/such/store.sqlite")}) {
       CatalogueWriter writer(path);
       writer.insert({"b", "A", "One"});

@@ -36,7 +36,7 @@ Picking pickOf(const QString &doc, const QString &box, const QString &item, int 
           .pickqty = pickqty};
 }
 
-/// The item codes of `picks`; "none" if the fetch failed.
+/// Returns the item codes of `picks`, or "none" if the fetch failed.
 QString itemsOf(const ManagedObjectContext::Pickings &picks) {
   if (!picks) {
     return QStringLiteral("none");
@@ -68,8 +68,8 @@ struct TestContext {
   }
 };
 
-/// The line of every delivery and value of `sent`, as `lineOf` writes it, in order: for each the
-/// times of the whole delivery are asked for.
+/// A query for a line as from `lineOf` for every delivery and value of `sent`, sorted. It looks up
+/// the times of each delivery separately.
 constexpr auto kPickTimesOneByOne = R"(
   SELECT group_concat(line, char(10)) FROM (
     SELECT DISTINCT
@@ -78,7 +78,7 @@ constexpr auto kPickTimesOneByOne = R"(
       ifnull((SELECT max(datepicked) FROM Picking WHERE doc IS delivery.doc), '-') AS line
     FROM Picking AS delivery ORDER BY line))";
 
-/// Every text that has made some program or other stumble.
+/// Adds texts that are easily damaged by quoting, encoding or conversion errors.
 void addTexts() {
   QTest::addColumn<QString>("text");
   QTest::newRow("plain") << "85123A";
@@ -116,7 +116,7 @@ class ManagedObjectContextTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void aBlobInAUtf16FileIsReadAsItsCharacters() {
+  void aBlobInAUtf16FileIsReadAsText() {
     const TemporaryStore store;
     store.connect().exec("PRAGMA encoding = 'UTF-16le'; CREATE TABLE Notes (text TEXT)");
     ManagedObjectContext context(store.open(PersistentStoreCoordinator::Migration::Automatic));
@@ -205,7 +205,7 @@ class ManagedObjectContextTest : public QObject {
     QVERIFY(item.descr.isNull());
   }
 
-  void aMissingTextIsFoundByANullText() {
+  void aNullStringFindsAMissingText() {
     TestContext test;
     const QString doc = QStringLiteral("4711");
     test.insertSaved({{.doc = doc, .item = QStringLiteral("A")}, {.item = QStringLiteral("B")}});
@@ -233,7 +233,7 @@ class ManagedObjectContextTest : public QObject {
     QCOMPARE(picks->at(1).datepicked.timeSpec(), Qt::UTC);
   }
 
-  void aTimeOfAnyZoneIsStoredAsTheSameInstant() {
+  void aTimeInAnyZoneIsStoredAsTheSameInstant() {
     TestContext test;
     Picking pick = pickOf(QStringLiteral("4711"), QStringLiteral("C1"), QStringLiteral("A"));
     pick.datepicked = QDateTime({2026, 7, 1}, {12, 0}, QTimeZone("Asia/Tokyo"));
@@ -346,7 +346,7 @@ class ManagedObjectContextTest : public QObject {
     QVERIFY(test.context.itemsForCode(QStringLiteral("x"))->empty());
   }
 
-  void aDeliveryHasAGroupForEachValueOfSent() {
+  void aDeliveryHasOneGroupPerValueOfSent() {
     TestContext test;
     Picking sent = pickOf(QStringLiteral("4711"), QStringLiteral("C1"), QStringLiteral("A"));
     sent.sent = 1;
@@ -391,7 +391,7 @@ class ManagedObjectContextTest : public QObject {
     QVERIFY(!groups->front().times.maxdatepicked.isValid());
   }
 
-  void pickTimesAreThoseOfAQueryForEachDelivery() {
+  void pickTimesMatchThoseQueriedPerDelivery() {
     QRandomGenerator random(20260302);
     for (int round = 0; round < 20; ++round) {
       TestContext test;
@@ -532,7 +532,7 @@ class ManagedObjectContextTest : public QObject {
     QVERIFY(context.hasChanges());
   }
 
-  void aFetchSucceedsAgainAfterAFailedOne() {
+  void aFetchCanSucceedAfterAFailedOne() {
     TestContext test;
     test.insertSaved({pickOf(QStringLiteral("4711"), QStringLiteral("C1"), QStringLiteral("A"))});
     SQLite::Database &database = *test.coordinator->database();

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// The attributes of entity `name` as "name TYPE", in alphabetical order.
+/// Returns the attributes of entity `name` as "name TYPE", in alphabetical order.
 QStringList attributesOf(const ManagedObjectModel &model, const QString &name) {
   QStringList attributes;
   for (const auto &entity : model.entities()) {

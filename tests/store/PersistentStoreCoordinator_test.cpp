@@ -76,7 +76,7 @@ class PersistentStoreCoordinatorTest : public QObject {
     QVERIFY(store.open()->hasStore());
   }
 
-  void aStoreSurvivesReopening() {
+  void storedDataSurvivesReopening() {
     const TemporaryStore store;
     store.open()->database()->exec("INSERT INTO Items (item) VALUES ('A')");
     const auto coordinator = store.open();
@@ -84,14 +84,14 @@ class PersistentStoreCoordinatorTest : public QObject {
     QCOMPARE(coordinator->database()->execAndGet("SELECT item FROM Items").getString(), "A");
   }
 
-  void aMissingFolderGivesNoStore() {
+  void aStoreInAMissingFolderIsNotOpened() {
     const QTemporaryDir folder;
     const auto coordinator = openStore(folder.filePath(QStringLiteral("missing/x.sqlite")));
     QVERIFY(!coordinator->hasStore());
     QCOMPARE(coordinator->database(), nullptr);
   }
 
-  void anEmptyModelGivesNoStoreAndCreatesNoFile() {
+  void withAnEmptyModelNoStoreIsOpenedAndNoFileIsCreated() {
     const TemporaryStore store;
     PersistentStoreCoordinator coordinator(
         std::make_shared<const ManagedObjectModel>(QStringLiteral(":/nothing.momd")));
@@ -181,7 +181,7 @@ class PersistentStoreCoordinatorTest : public QObject {
       database.exec("PRAGMA journal_mode = WAL");
       database.exec(kNewerVersion);
       database.exec("CREATE TABLE Novelties (text TEXT)");
-      // The files that a program leaves if it crashes before a checkpoint.
+      // The files that a program leaves behind if it crashes before a checkpoint.
       QVERIFY(QFile::copy(store.path(), crashed.path()));
       QVERIFY(QFile::copy(store.path() + QStringLiteral("-wal"),
                           crashed.path() + QStringLiteral("-wal")));
@@ -204,7 +204,7 @@ class PersistentStoreCoordinatorTest : public QObject {
     QCOMPARE(store.bytes(), before);
   }
 
-  void openingCanSucceedAtTheSecondAttempt() {
+  void openingCanSucceedOnTheSecondAttempt() {
     const TemporaryStore store;
     createOlderStore(store);
     PersistentStoreCoordinator coordinator(

@@ -58,7 +58,7 @@ int savePick(const QStringList &arguments) {
   return EXIT_SUCCESS;
 }
 
-/// Runs another process that saves picks in `path`, and waits for its end.
+/// Runs another process that saves picks in `path`, and waits until it ends.
 struct OtherProcess {
   OtherProcess(const QString &scenario, const QString &path) {
     process.start(QCoreApplication::applicationFilePath(), {kSavePick, scenario, path});

@@ -47,7 +47,7 @@ class OtherProcess {
   OtherProcess(const OtherProcess &) = delete;
   OtherProcess &operator=(const OtherProcess &) = delete;
 
-  /// "held" or "refused".
+  /// Returns "held" or "refused".
   QByteArray result() {
     m_process.waitForReadyRead();
     return m_process.readLine().trimmed();
@@ -83,7 +83,7 @@ class StoreLockTest : public QObject {
     QCOMPARE(OtherProcess(test.home.path()).result(), "refused");
   }
 
-  void aLockIsReleasedWithItsOwner() {
+  void aLockIsReleasedOnDestruction() {
     const TestFolders test;
     auto first = std::make_unique<StoreLock>(test.folders);
     QVERIFY(first->acquire());

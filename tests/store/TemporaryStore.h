@@ -35,7 +35,7 @@ class TemporaryStore {
     return openStore(path(), migration);
   }
 
-  /// A second connection to the file; creates the file if it is missing.
+  /// Opens a second connection to the file; creates the file if it is missing.
   [[nodiscard]] SQLite::Database connect() const {
     return {path().toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE};
   }

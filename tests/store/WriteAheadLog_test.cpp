@@ -17,8 +17,8 @@ std::filesystem::path pathOf(const QString &name) {
   return name.toStdString();
 }
 
-/// A store left by a program that crashed: its last save is in the write-ahead log only. `disk` is
-/// the same store without the log, which never reached the disk.
+/// A store left behind by a crashed program: its last save is only in the write-ahead log. `seen`
+/// includes the log; `disk` is the same store without the log, which never reached the disk.
 struct LeftStore {
   LeftStore() {
     const TemporaryStore running;

@@ -32,7 +32,7 @@ class Summary : public TestEnvironment {
     opener.addSubview(&screen, ViewController::Flip::FromLeft);
   }
 
-  /// The item codes in the table.
+  /// Returns the item codes in the table.
   [[nodiscard]] QStringList items() const {
     QStringList items;
     for (int row = 0; row < screen.tblPicking->rowCount(); ++row) {
@@ -58,7 +58,7 @@ class deliveryDetailsViewControllerTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void theTitleIsTheDeliveryNumberInRed() {
+  void theTitleShowsTheDeliveryNumberInRed() {
     Summary summary;
     summary.show(kLines);
     QCOMPARE(summary.screen.lblDelivery->text(), "Summary for Delivery: 4711");
@@ -108,7 +108,7 @@ class deliveryDetailsViewControllerTest : public QObject {
     lines.push_back(lineOf(QStringLiteral("E"), 0, 0));
     summary.show(lines);
     const QStringList totals = summary.totals();
-    // Segment 0 is selected at first, so touch another segment before it.
+    // Segment 0 is initially selected, so touch another segment first.
     summary.screen.segmentedControlStatus->touchSegment(2);
     summary.screen.segmentedControlStatus->touchSegment(segment);
     QTEST(summary.items(), "items");
@@ -148,7 +148,7 @@ class deliveryDetailsViewControllerTest : public QObject {
     QCOMPARE(cell.descr.text, "Description of " + item);
   }
 
-  void rowsOfAFilteredListAlternateByTheirVisibleIndex() {
+  void rowColoursOfAFilteredListAlternateByVisibleIndex() {
     Summary summary;
     summary.show(kLines);
     summary.screen.segmentedControlStatus->touchSegment(2);
