@@ -1,6 +1,6 @@
 """The supervisor's pages in a headless Chromium, from the real order service.
 
-Usage: python3 supervisor_page_test.py FOLDER-OF-THE-PROGRAMS
+Usage: python3 supervisor_page_test.py PROGRAM-FOLDER
 """
 
 import glob
@@ -101,7 +101,7 @@ class List(SupervisorPage):
         super().setUp()
         self.assertEqual(self.pages.open("/"), 200)
 
-    def test_it_shows_the_loaded_deliveries(self):
+    def test_the_loaded_deliveries_are_listed(self):
         self.assertEqual(self.pages.heading(), "Deliveries")
         self.assertEqual(sorted(self.pages.rows(ALL)), [
             [ODD, "Ann & <b>Söhne</b>", "3", "15", "0", "", "○ open"],
@@ -109,7 +109,7 @@ class List(SupervisorPage):
             ["D2", "Bob", "1", "3", "0", "", "○ open"]])
         self.expect_no_console_errors()
 
-    def test_it_finds_a_delivery(self):
+    def test_a_search_finds_a_delivery(self):
         self.pages.focus_field()
         self.pages.type("bO")
         self.pages.press("Return")
@@ -120,7 +120,7 @@ class List(SupervisorPage):
         self.pages.follow("All deliveries")
         wait_for(lambda: len(self.states()) == 3, "all deliveries")
 
-    def test_it_stays_up_to_date_while_the_user_types(self):
+    def test_the_list_is_updated_while_the_user_types(self):
         self.pages.focus_field()
         self.pages.type("half a na")
         self.send(DELIVERIES[2], 3)
@@ -138,7 +138,7 @@ class List(SupervisorPage):
         wait_for(lambda: self.states()["D2"] == "+ over", "the delivery to be over")
         self.assertEqual(self.pages.focused_text(), "D2")
 
-    def test_it_shows_the_time_of_the_last_update(self):
+    def test_the_time_of_the_last_update_is_shown(self):
         first = self.pages.updated_at()
         wait_for(lambda: self.pages.updated_at() != first, "an update")
         self.assertFalse(self.pages.says("No answer since then"))
@@ -159,7 +159,7 @@ class Delivery(SupervisorPage):
         self.pages.open("/")
         self.pages.follow("D1")
 
-    def test_it_shows_new_lines_and_corrections(self):
+    def test_picked_quantities_and_corrections_are_shown(self):
         self.assertEqual(self.pages.heading(), "Delivery D1")
         row = ["20138A", "5012746100000", 'MUG "350ML" <script>alert(1)</script>', "3",
                "5 more than ordered", "+2"]
@@ -169,12 +169,12 @@ class Delivery(SupervisorPage):
         wait_for(lambda: self.pages.rows("Lines of box C001") == [corrected], "the correction")
         self.expect_no_console_errors()
 
-    def test_it_shows_lines_that_were_not_ordered(self):
+    def test_lines_that_were_not_ordered_are_shown(self):
         self.send({**DELIVERIES[0], "item": "X"}, 1)
         wait_for(lambda: ["X", "5012746100000", "", "not ordered unknown article", "1", "+1"]
                  in self.pages.rows("Lines of box C001"), "the line without an order")
 
-    def test_an_unknown_delivery_is_not_found(self):
+    def test_an_unknown_delivery_returns_404(self):
         self.assertEqual(self.pages.open("/deliveries/<b>"), 404)
         self.assertEqual(self.pages.heading(), "Unknown delivery")
         self.assertTrue(self.pages.says("There is no delivery “<b>”."))
@@ -193,7 +193,7 @@ class Sheet(SupervisorPage):
                 (code128, "5012746100001"), (code128, "2"), (code128, PRINTABLE[:60].strip()),
                 (code128, PRINTABLE[48:]), (code128, "3")]
 
-    def test_a_scanner_reads_every_barcode_on_paper(self):
+    def test_every_printed_barcode_can_be_scanned(self):
         self.pages.print(self.path("sheet.pdf"))
         subprocess.run(["pdftoppm", "-r", "300", "-gray", self.path("sheet.pdf"),
                         self.path("sheet")], check=True, stderr=subprocess.DEVNULL)
@@ -202,7 +202,7 @@ class Sheet(SupervisorPage):
                          self.expected())
         self.expect_no_console_errors()
 
-    def test_a_scanner_reads_every_barcode_on_the_screen(self):
+    def test_all_but_the_longest_barcodes_can_be_scanned_from_the_screen(self):
         self.pages.save_picture(self.path("sheet.png"))
         # The bars of longer codes are narrower than a pixel.
         self.assertEqual(barcodes_in(self.path("sheet.png"), 12),

@@ -20,7 +20,7 @@ class SupervisorPages(Chromium):
         self._host = host
 
     def open(self, path):
-        """Returns the HTTP status of the page."""
+        """Opens the page and returns its HTTP status."""
         self.driver.get(f"http://{self._host}{path}")
         return self._script("return performance.getEntriesByType('navigation')[0].responseStatus")
 
@@ -31,8 +31,8 @@ class SupervisorPages(Chromium):
         return self.driver.find_element(By.TAG_NAME, "h1").text
 
     def rows(self, caption):
-        """Waits for the table with that caption, and returns the texts of the cells of each of its
-        body rows."""
+        """Waits for the table with that caption, and returns the cell texts of each of its body
+        rows."""
         return self._wait_for(lambda: self._script(
             "return [...arguments[0].tBodies[0].rows].map("
             "row => [...row.cells].map(cell => cell.textContent))",
@@ -76,12 +76,12 @@ class SupervisorPages(Chromium):
             file.write(base64.b64decode(printed["data"]))
 
     def save_picture(self, path):
-        """Saves a picture of the whole page, in a window that is as high as the page."""
+        """Saves a picture of the whole page, in a window that is as tall as the page."""
         self.resize(1280, self._script("return document.documentElement.scrollHeight"))
         self.driver.save_screenshot(path)
 
     def console_errors(self):
-        """Returns the errors in the console since the last call, uncaught exceptions included."""
+        """Returns the console errors since the last call, including uncaught exceptions."""
         return [entry["message"] for entry in self.driver.get_log("browser")]
 
     def _field(self):
@@ -91,8 +91,8 @@ class SupervisorPages(Chromium):
         return self._element("a", "link", name)
 
     def _element(self, tag, role, name):
-        """Waits for the one element with this tag that has this role and name for a screen
-        reader, and returns it."""
+        """Waits until exactly one element with this tag has this accessible role and name, and
+        returns it."""
         def only_one():
             found = [element for element in self.driver.find_elements(By.TAG_NAME, tag)
                      if element.aria_role == role and element.accessible_name == name]
@@ -101,7 +101,8 @@ class SupervisorPages(Chromium):
         return self._wait_for(only_one, f"the {role} “{name}”")
 
     def _wait_for(self, look, what):
-        """Calls `look` until it returns something. The page may replace its elements meanwhile."""
+        """Calls `look` until it returns a truthy value. The page can replace its elements in the
+        meantime."""
         wait = WebDriverWait(self.driver, TIMEOUT_SECONDS, POLL_SECONDS,
                              [StaleElementReferenceException])
         return wait.until(lambda _: look(), what)
