@@ -5,7 +5,7 @@
 
 namespace {
 
-/// Opens the picking from the start screen and searches for `number`.
+/// Opens the picking screen from the start screen and searches for `number`.
 void search(TestWindow &ui, const QString &number) {
   ui.enterPicking();
   ui.type(number);
@@ -46,7 +46,7 @@ class DeliveryLookupUiTest : public QObject {
     QCOMPARE(ui.service.requests().size(), 1);
   }
 
-  void returnInTheFieldStartsNoLookup() {
+  void returnInTheDeliveryNumberFieldStartsNoLookup() {
     TestWindow ui;
     ui.enterPicking();
     ui.scan("4711");

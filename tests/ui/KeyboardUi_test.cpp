@@ -26,7 +26,7 @@ const QStringList kSummary{"btnClose",
 
 const QList<TestLine> kLines{{"C1", "A", 5}, {"C1", "B", 2}, {"C2", "C", 1}};
 
-/// More lines than a pane can show at once.
+/// Returns more lines than a pane can show at once.
 QList<TestLine> manyLines() {
   QList<TestLine> lines;
   for (int i = 0; i < 60; ++i) {
@@ -44,7 +44,8 @@ bool isControl(const QQuickItem *item) {
          isFullList;
 }
 
-/// The enabled controls on the sheet `root`, or on the whole screen.
+/// Returns the names of the enabled controls on the sheet `root`, or on the whole screen if it is
+/// empty.
 QStringList controls(const TestWindow &ui, const QString &root) {
   QStringList names;
   for (const QQuickItem *item : ui.visibleItems(root.isEmpty() ? nullptr : ui.item(root))) {
@@ -79,7 +80,7 @@ QStringList sorted(QStringList names) {
   return names;
 }
 
-/// The focused item; in a list, its current row.
+/// Returns the focused item; in a list, its current row.
 QQuickItem *focused(const TestWindow &ui) {
   return ui.window().activeFocusItem();
 }
@@ -138,17 +139,17 @@ void storePicking(TestWindow &ui) {
 
 }  // namespace
 
-/// The program operated by keyboard only.
+/// The program, operated by keyboard only.
 class KeyboardUiTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void tabVisitsTheStartScreen() {
+  void tabCyclesThroughTheStartScreen() {
     TestWindow ui;
     tabVisits(ui, kStart);
   }
 
-  void tabVisitsTheDemoButton() {
+  void tabAlsoVisitsTheDemoButton() {
     TestWindow ui;
     ui.environment.serviceHost.clear();
     ui.restart();
@@ -168,14 +169,14 @@ class KeyboardUiTest : public QObject {
     QTRY_COMPARE(ui.keyboard(), "btnDisplay");
   }
 
-  void tabVisitsThePickingScreenBeforeALookup() {
+  void tabCyclesThroughThePickingScreenBeforeALookup() {
     TestWindow ui;
     ui.enterPicking();
     tabVisits(ui, QStringList{"btnClose", "txtDeliveryNo", "btnSearch", "btnReloadItems", "pill"} +
                       kSegments);
   }
 
-  void tabVisitsThePickingScreenAfterALookup() {
+  void tabCyclesThroughThePickingScreenAfterALookup() {
     TestWindow ui;
     ui.enterPicking();
     ui.lookUp(kLines);
@@ -184,13 +185,13 @@ class KeyboardUiTest : public QObject {
                       kSegments);
   }
 
-  void tabVisitsThePickingScreenWithAnOpenBox_data() {
+  void tabCyclesThroughThePickingScreenWithAnOpenBox_data() {
     QTest::addColumn<QSize>("size");
     QTest::newRow("landscape") << QSize(1280, 800);
     QTest::newRow("portrait") << QSize(800, 1280);
   }
 
-  void tabVisitsThePickingScreenWithAnOpenBox() {
+  void tabCyclesThroughThePickingScreenWithAnOpenBox() {
     QFETCH(const QSize, size);
     TestWindow ui(size);
     ui.openBox(kLines);
@@ -232,7 +233,7 @@ class KeyboardUiTest : public QObject {
     QTRY_COMPARE(ui.keyboard(), "pill");
   }
 
-  void tabVisitsTheSummaryOverThePickingScreen() {
+  void tabCyclesThroughTheSummaryAndTheMasterPane() {
     TestWindow ui;
     ui.openBox(kLines);
     ui.pressByKeys("btnOptions");
@@ -252,7 +253,7 @@ class KeyboardUiTest : public QObject {
     tabVisits(ui, {"alertButton0", "alertButton1"}, "alert");
   }
 
-  void tabVisitsTheHistoryAndItsSummary() {
+  void tabCyclesThroughTheHistoryAndItsSummary() {
     TestWindow ui;
     storePicking(ui);
     ui.pressByKeys("btnSegueHistory");
@@ -278,7 +279,7 @@ class KeyboardUiTest : public QObject {
     everyFocusIsVisible(ui, 1);
   }
 
-  void arrowsMoveInAListAndSpaceActivatesTheRow() {
+  void arrowKeysMoveWithinAListAndSpaceActivatesTheRow() {
     TestWindow ui;
     ui.openBox(kLines);
     ui.tabTo("tblItems");
@@ -297,7 +298,7 @@ class KeyboardUiTest : public QObject {
     QTRY_COMPARE(ui.text("lblItemCode"), "A");
   }
 
-  void theCurrentRowScrollsIntoView() {
+  void theCurrentRowIsScrolledIntoView() {
     TestWindow ui;
     ui.openBox(manyLines());
     for (const QString table : {"tblBoxes", "tblItems"}) {
@@ -332,7 +333,7 @@ class KeyboardUiTest : public QObject {
     QVERIFY(!ui.shows("txtNewQty"));
   }
 
-  void returnInAFieldOpensTheBoxAndTheLine() {
+  void returnInTheBoxAndScanFieldsOpensTheBoxAndTheLine() {
     TestWindow ui;
     ui.startPicking(kLines);
     ui.type("C2");
@@ -343,7 +344,7 @@ class KeyboardUiTest : public QObject {
     QTRY_COMPARE(ui.text("lblItemCode"), "C");
   }
 
-  void theFocusReturnsFromTheOptions() {
+  void theFocusReturnsWhenTheOptionsClose() {
     TestWindow ui;
     ui.openBox(kLines);
     ui.touch("btnOptions");
@@ -352,7 +353,7 @@ class KeyboardUiTest : public QObject {
     QTRY_COMPARE(ui.focusStop(), "txtBarcode");
   }
 
-  void theFocusReturnsFromAlertsOpenedByTheOptions() {
+  void theFocusReturnsAfterAlertsOpenedByTheOptions() {
     TestWindow ui;
     ui.openBox(kLines);
     ui.openKeypad();
@@ -368,7 +369,7 @@ class KeyboardUiTest : public QObject {
     QTRY_COMPARE(ui.focusStop(), "txtBarcode");
   }
 
-  void theFocusReturnsFromTheSummary() {
+  void theFocusReturnsWhenTheSummaryCloses() {
     TestWindow ui;
     ui.openBox(kLines);
     ui.touch("btnOptions");
@@ -411,7 +412,7 @@ class KeyboardUiTest : public QObject {
     QCOMPARE(ui.keyboard(), "btnPicking");
   }
 
-  void theFocusReturnsFromTwoAlerts() {
+  void theFocusReturnsAfterTwoAlerts() {
     TestWindow ui;
     ui.environment.serviceHost = LoopbackService::unreachableHost();
     ui.enterPicking();
@@ -425,7 +426,7 @@ class KeyboardUiTest : public QObject {
     QTRY_COMPARE(ui.focusStop(), "txtDeliveryNo");
   }
 
-  void theFocusReturnsFromAnotherProgram_data() {
+  void theFocusReturnsAfterAnotherWindowHadIt_data() {
     QTest::addColumn<QStringList>("touches");
     QTest::addColumn<QString>("expected");
     QTest::newRow("to the keypad") << QStringList("tblItemsRow0") << "txtNewQty";
@@ -434,7 +435,7 @@ class KeyboardUiTest : public QObject {
     QTest::newRow("to the scan field") << QStringList() << "txtBarcode";
   }
 
-  void theFocusReturnsFromAnotherProgram() {
+  void theFocusReturnsAfterAnotherWindowHadIt() {
     QFETCH(const QStringList, touches);
     QFETCH(const QString, expected);
     TestWindow ui;
@@ -447,7 +448,7 @@ class KeyboardUiTest : public QObject {
     QTRY_COMPARE(ui.focusStop(), expected);
   }
 
-  void theFocusReturnsFromTheHistory() {
+  void theFocusReturnsToTheHistoryButton() {
     TestWindow ui;
     ui.pressByKeys("btnSegueHistory");
     QTRY_COMPARE(ui.keyboard(), "btnBack");

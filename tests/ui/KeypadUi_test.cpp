@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Opens the keypad on a line of which `picked` pieces have been picked; none if it is empty.
+/// Opens the keypad for a line of which `picked` pieces have been picked, or none if it is empty.
 void openKeypad(TestWindow &ui, const QString &picked = {}) {
   ui.openBox({{"C1", "A", 5}, {"C1", "B", 2}});
   if (!picked.isEmpty()) {
@@ -20,7 +20,7 @@ std::size_t storedLines(const TestWindow &ui) {
   return ui.store().pickings("4711")->size();
 }
 
-/// The keypad closes, the scan field has the keyboard again, and nothing is stored.
+/// Checks that the keypad closes, the scan field has the focus again, and nothing is stored.
 void wasCancelled(TestWindow &ui) {
   QTRY_VERIFY(!ui.shows("txtNewQty"));
   QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList("txtBarcode"));
@@ -29,12 +29,12 @@ void wasCancelled(TestWindow &ui) {
 
 }  // namespace
 
-/// The keypad's screen. The rules of its entry are tested with its controller.
+/// The keypad's screen. changeQuantityViewController_test covers the rules for entering a quantity.
 class KeypadUiTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void itShowsTheLine() {
+  void theLineIsShown() {
     TestWindow ui;
     openKeypad(ui, "3");
     QCOMPARE(ui.texts({"lblItemCode", "lblItemBarcode", "lblItemDescription", "lblCurrentQty",
@@ -72,7 +72,7 @@ class KeypadUiTest : public QObject {
     QCOMPARE(ui.texts({"txtNewQty", "lblTotalQty"}), QStringList({"1", "1"}));
   }
 
-  void anInputMethodCommitsOnlyWhatTheKeypadTakes() {
+  void anInputMethodCommitsOnlyWhatTheKeypadAccepts() {
     TestWindow ui;
     openKeypad(ui);
     ui.commitByInputMethod("12");
@@ -80,7 +80,7 @@ class KeypadUiTest : public QObject {
     QCOMPARE(ui.texts({"txtNewQty", "lblTotalQty"}), QStringList({"12", "12"}));
   }
 
-  void returnPressesNothing() {
+  void returnPressesNoKey() {
     TestWindow ui;
     openKeypad(ui);
     ui.type("3");
@@ -90,7 +90,7 @@ class KeypadUiTest : public QObject {
     QCOMPARE(storedLines(ui), 0U);
   }
 
-  void escapeCloses() {
+  void escapeClosesTheKeypadWithoutStoring() {
     TestWindow ui;
     openKeypad(ui);
     ui.type("3");
@@ -98,7 +98,7 @@ class KeypadUiTest : public QObject {
     wasCancelled(ui);
   }
 
-  void cancelCloses() {
+  void cancelClosesTheKeypadWithoutStoring() {
     TestWindow ui;
     openKeypad(ui);
     ui.type("3");
@@ -106,7 +106,7 @@ class KeypadUiTest : public QObject {
     wasCancelled(ui);
   }
 
-  void okStoresTheQuantityAndSaysSo() {
+  void okStoresTheQuantityAndConfirmsIt() {
     TestWindow ui;
     openKeypad(ui);
     ui.type("6");
@@ -120,7 +120,7 @@ class KeypadUiTest : public QObject {
              QStringList({"6", "1", "6", "-1", "6", "1"}));
   }
 
-  void nothingElseCanBeTouchedWhileItIsOpen() {
+  void nothingElseCanBeTouchedWhileTheKeypadIsOpen() {
     TestWindow ui;
     openKeypad(ui);
     ui.touchAt({30, 200});

@@ -49,7 +49,7 @@ bool isClipped(QQuickItem *item) {
   return false;
 }
 
-/// Returns true for names, the only texts that may be elided.
+/// Returns true for names, the only texts that are allowed to be elided.
 bool mayBeElided(const QQuickItem *item) {
   static const QStringList kNames{QStringLiteral("descr"), QStringLiteral("lblItemDescription"),
                                   QStringLiteral("lblCustomerName"), QStringLiteral("lblBrand")};
@@ -123,7 +123,7 @@ void checkTexts(const QList<QQuickItem *> &items, QSizeF window, double textScal
   }
 }
 
-/// The scrollable panes among `items`, without the lists.
+/// Returns the scrollable panes among `items`, without the lists.
 QList<QQuickItem *> scrollablePanes(const QList<QQuickItem *> &items) {
   QList<QQuickItem *> panes;
   std::copy_if(items.begin(), items.end(), std::back_inserter(panes), [](const QQuickItem *item) {
@@ -133,7 +133,7 @@ QList<QQuickItem *> scrollablePanes(const QList<QQuickItem *> &items) {
   return panes;
 }
 
-/// Scrolls `pane` to `top`, or to its end. Returns true if the end is not reached.
+/// Scrolls `pane` to `top`, or to its end if that comes first. Returns false at the end.
 bool scrollTo(QQuickItem *pane, double top) {
   const double end = pane->property("contentHeight").toDouble() - pane->height();
   pane->setProperty("contentY", std::clamp(top, 0.0, end));
@@ -362,7 +362,7 @@ class LayoutUiTest : public QObject {
     QTRY_VERIFY(!ui.shows(screen));
   }
 
-  /// Checks `screen`; scrolls through its panes page by page.
+  /// Checks `screen` while scrolling through its panes by half a page.
   static void check(TestWindow &ui, const QString &screen) {
     QTRY_VERIFY(ui.shows(screen));
     QTRY_VERIFY(!ui.shows("busy"));

@@ -24,7 +24,7 @@ QColor groundOf(const TestWindow &ui, const QString &row) {
   return ui.item(row)->property("ground").value<QColor>();
 }
 
-/// Moves a finger up over the item `name`, and waits until the item has come to rest.
+/// Flicks the item `name` upwards, and waits until it stops moving.
 void flick(TestWindow &ui, const QString &name) {
   static QPointingDevice *finger = QTest::createTouchDevice();
   const QPoint from = ui.item(name)->mapToScene(ui.item(name)->boundingRect().center()).toPoint();
@@ -61,7 +61,7 @@ class OpenBoxesUiTest : public QObject {
     QCOMPARE(ui.fieldsWithKeyboard(), QStringList("txtBox"));
   }
 
-  void aRunningPickingLocksTheSearch() {
+  void aRunningPickingDisablesTheSearch() {
     TestWindow ui;
     ui.startPicking(kBoxes);
     QCOMPARE(ui.text("btnPicking"), "Stop Picking");
@@ -79,7 +79,7 @@ class OpenBoxesUiTest : public QObject {
     }
   }
 
-  void withoutAPickingTheScanControlsAreLocked() {
+  void withoutAPickingTheScanControlsAreDisabled() {
     TestWindow ui;
     ui.enterPicking();
     for (const char *locked : {"txtBox", "txtBarcode", "btnOptions", "btnPicking"}) {
@@ -113,7 +113,7 @@ class OpenBoxesUiTest : public QObject {
     QCOMPARE(ui.fieldsWithKeyboard(), QStringList("txtBarcode"));
   }
 
-  void aBoxIdentifierAndReturnOpenTheBox() {
+  void scanningABoxIdentifierOpensTheBox() {
     TestWindow ui;
     ui.startPicking(kBoxes);
     ui.scan("C2");
@@ -135,7 +135,7 @@ class OpenBoxesUiTest : public QObject {
     QCOMPARE(ui.text("lblScanState"), "Open a box first");
   }
 
-  void stoppingAPickingLocksTheScanAndUnlocksTheSearch() {
+  void stoppingAPickingDisablesScanningAndFocusesTheDeliveryNumber() {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.touch("btnPicking");
@@ -176,7 +176,7 @@ class OpenBoxesUiTest : public QObject {
     QCOMPARE(groundOf(ui, "tblBoxesRow0"), ui.ground("red"));
   }
 
-  void pickedQuantitiesSurviveLeavingThePicking() {
+  void pickedQuantitiesSurviveLeavingThePickingScreen() {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.openKeypad(1);
@@ -189,7 +189,7 @@ class OpenBoxesUiTest : public QObject {
     QCOMPARE(ui.store().pickings("4711")->size(), 1U);
   }
 
-  void theBoxListScrollsOnlyWhileAPickingRuns() {
+  void theBoxListScrollsOnlyWhileAPickingIsRunning() {
     QList<TestLine> boxes;
     for (int i = 0; i < 60; ++i) {
       boxes.append({QStringLiteral("C%1").arg(i), "A", 1});

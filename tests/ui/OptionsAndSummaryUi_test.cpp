@@ -142,7 +142,7 @@ class OptionsAndSummaryUiTest : public QObject {
              QStringList({"9", "16", "-7"}));
   }
 
-  void theFiltersOfTheSummaryDoNotChangeTheTotals() {
+  void theSummarysFiltersDoNotChangeTheTotals() {
     TestWindow ui;
     pickSome(ui);
     openSummary(ui);
@@ -165,7 +165,7 @@ class OptionsAndSummaryUiTest : public QObject {
     QVERIFY(ui.shows(kSummary));
   }
 
-  void closeFlipsBackToThePicking() {
+  void closingTheSummaryReturnsToThePickingScreen() {
     TestWindow ui;
     pickSome(ui);
     openSummary(ui);

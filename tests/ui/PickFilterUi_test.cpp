@@ -23,7 +23,7 @@ void touchSegment(TestWindow &ui, int segment) {
 
 }  // namespace
 
-/// The filters of the pick table, and corrections under a filter.
+/// The filters of the pick table, and corrections in a filtered table.
 class PickFilterUiTest : public QObject {
   Q_OBJECT
 
@@ -58,7 +58,7 @@ class PickFilterUiTest : public QObject {
     QCOMPARE(ui.colour("tblItemsRow3/diffqty"), ui.ink("red"));
   }
 
-  void touchingAFilterKeepsTheFocus() {
+  void touchingAFilterDoesNotMoveTheFocus() {
     TestWindow ui;
     openPickedBox(ui);
     ui.touch("segmentedControl1");
@@ -66,14 +66,14 @@ class PickFilterUiTest : public QObject {
     QCOMPARE(ui.fieldsWithKeyboard(), QStringList("txtBarcode"));
   }
 
-  void aFilterWithoutMatchingLinesShowsNoRow() {
+  void aFilterWithoutMatchingLinesShowsNoRows() {
     TestWindow ui;
     ui.openBox({{"C1", "A", 5}});
     ui.touch("segmentedControl3");
     QTRY_VERIFY(!ui.shows("tblItemsRow0"));
   }
 
-  void aCorrectionUnderAFilterIsBookedToTheShownLine() {
+  void aCorrectionWithAFilterIsBookedToTheShownLine() {
     TestWindow ui;
     openPickedBox(ui);
     touchSegment(ui, 2);

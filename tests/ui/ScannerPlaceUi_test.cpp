@@ -107,7 +107,7 @@ class ScannerPlaceUiTest : public QObject {
     QVERIFY(ui.shows("deliveryDetailsViewController"));
   }
 
-  void withAnOpenBoxAScanGoesToTheScanFieldFromAnyButton() {
+  void withAnOpenBoxAScanGoesToTheScanFieldEvenIfAButtonIsFocused() {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.item("segmentedControl1")->forceActiveFocus();
@@ -152,7 +152,7 @@ class ScannerPlaceUiTest : public QObject {
     QTRY_COMPARE(ui.text("tblItemsRow0/pickqty"), "4");
   }
 
-  void aTouchDuringAScanConfirmsTheQuantityEnteredBefore() {
+  void aTouchDuringAScanConfirmsTheQuantityEnteredBeforeIt() {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.openKeypad(1);
@@ -202,7 +202,7 @@ class ScannerPlaceUiTest : public QObject {
     QTRY_COMPARE(ui.column("tblScans", "code"), QStringList(kEan));
   }
 
-  void theKeypadRefusesAScanAfterAnotherProgramHadTheFocus() {
+  void theKeypadRefusesAScanAfterAnotherWindowHadTheFocus() {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.openKeypad(0);
@@ -250,7 +250,7 @@ class ScannerPlaceUiTest : public QObject {
     QVERIFY(ui.sounds->played().empty());
   }
 
-  void thePillShowsTheOutcomesOfTheScans() {
+  void theScanTrailShowsTheOutcomeOfEachScan() {
     TestWindow ui;
     addArticle(ui.storePath(), {"29007", "22423", "METAL LANTERN"});
     ui.openBox(kBoxes);
@@ -282,7 +282,7 @@ class ScannerPlaceUiTest : public QObject {
     QTRY_VERIFY(!ui.shows("tblScansRow0"));
   }
 
-  void aNewPickingHasAnEmptyScanTrail() {
+  void aNewPickingHasAnEmptyScanTrailAndKeepsTheScreenOn() {
     TestWindow ui;
     ui.openBox(kBoxes);
     ui.scan("4000000000000");

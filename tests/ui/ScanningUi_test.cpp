@@ -11,7 +11,7 @@ const QList<TestLine> kBox{{"C1", "85123A", 6, kEan}, {"C1", "71053", 2}};
 
 }  // namespace
 
-/// Work with a scanner in keyboard mode.
+/// Picking with a scanner in keyboard mode.
 class ScanningUiTest : public QObject {
   Q_OBJECT
 

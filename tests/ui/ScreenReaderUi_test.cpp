@@ -11,7 +11,7 @@
 
 namespace {
 
-/// What a screen reader announces for `name`: "role|name", or "role|name|description".
+/// Returns what a screen reader announces for `name`: "role|name" or "role|name|description".
 QString announcementOf(const TestWindow &ui, const QString &name) {
   QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(ui.item(name));
   if (interface == nullptr) {
@@ -126,7 +126,7 @@ class ScreenReaderUiTest : public QObject {
              {"tblItemsRow0", "row|A, bA, Description of A, picked 0, ordered 5, difference -5"}});
   }
 
-  void theChosenSegmentIsChecked() {
+  void theSelectedSegmentIsReportedAsChecked() {
     TestWindow ui;
     ui.enterPicking();
     checkOnlyCheckedSegment(ui, 0);
@@ -182,7 +182,7 @@ class ScreenReaderUiTest : public QObject {
     QTRY_COMPARE(ui.text("tblItemsRow0/pickqty"), "4");
   }
 
-  void theSavedLineIsANotification() {
+  void theSavedMessageIsANotification() {
     TestWindow ui;
     ui.openBox({{"C1", "A", 5}});
     ui.openKeypad();

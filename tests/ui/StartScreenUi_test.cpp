@@ -21,7 +21,7 @@ bool showsNoText(const TestWindow &ui) {
 
 }  // namespace
 
-/// The start screen, and the navigation from it and back.
+/// The start screen, and navigation to and from it.
 class StartScreenUiTest : public QObject {
   Q_OBJECT
 
@@ -83,7 +83,7 @@ class StartScreenUiTest : public QObject {
     QTRY_COMPARE(ui.keyboard(), "btnSegueToSplitView");
   }
 
-  void leavingThePickingAsksForConfirmation() {
+  void leavingThePickingScreenAsksForConfirmation() {
     TestWindow ui;
     ui.enterPicking();
     ui.touch("btnClose");
@@ -91,7 +91,7 @@ class StartScreenUiTest : public QObject {
     QVERIFY(ui.shows("masterViewController"));
   }
 
-  void cancelChangesNothing() {
+  void cancelStaysOnTheUnchangedPickingScreen() {
     TestWindow ui;
     ui.enterPicking();
     ui.lookUp({{"C1", "A", 5}});
@@ -104,7 +104,7 @@ class StartScreenUiTest : public QObject {
     QVERIFY(ui.isEnabled("btnPicking"));
   }
 
-  void escapeCancels() {
+  void escapeStaysOnThePickingScreen() {
     TestWindow ui;
     ui.enterPicking();
     ui.touch("btnClose");

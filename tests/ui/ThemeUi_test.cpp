@@ -13,7 +13,7 @@
 
 namespace {
 
-/// The contrasts that the Web Content Accessibility Guidelines require at level AA.
+/// The contrast ratios that the Web Content Accessibility Guidelines require at level AA.
 constexpr double kText = 4.5;
 constexpr double kGraphics = 3.0;
 
@@ -80,13 +80,13 @@ class ThemeUiTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void everyColourHasEnoughContrastToItsBackground_data() {
+  void everyColourHasEnoughContrastWithItsBackground_data() {
     QTest::addColumn<DisplaySettings::Theme>("theme");
     QTest::newRow("light") << DisplaySettings::Theme::Light;
     QTest::newRow("dark") << DisplaySettings::Theme::Dark;
   }
 
-  void everyColourHasEnoughContrastToItsBackground() {
+  void everyColourHasEnoughContrastWithItsBackground() {
     QFETCH(const DisplaySettings::Theme, theme);
     TestWindow ui;
     ui.environment.display->setTheme(theme);
@@ -107,11 +107,11 @@ class ThemeUiTest : public QObject {
     QVERIFY2(tooWeak.isEmpty(), qPrintable(tooWeak.join(u'\n')));
   }
 
-  void aButtonOnTheBarHasEnoughContrastByItsBackgroundOrEdge_data() {
-    everyColourHasEnoughContrastToItsBackground_data();
+  void aButtonsBackgroundOrEdgeHasEnoughContrastWithTheBar_data() {
+    everyColourHasEnoughContrastWithItsBackground_data();
   }
 
-  void aButtonOnTheBarHasEnoughContrastByItsBackgroundOrEdge() {
+  void aButtonsBackgroundOrEdgeHasEnoughContrastWithTheBar() {
     QFETCH(const DisplaySettings::Theme, theme);
     TestWindow ui;
     ui.environment.display->setTheme(theme);

@@ -116,7 +116,7 @@ void confirmByKeys(TestWindow &ui, const TestLine &line) {
   checkSaved(ui, line);
 }
 
-/// Picks `box` by typing its name, and item codes and barcodes in turn.
+/// Picks `box` by typing its name, then item codes and barcodes alternately.
 void pickByCodes(TestWindow &ui, const QString &box) {
   ui.tabTo("txtBox", Qt::Key_Backtab);
   ui.press(Qt::Key_A, Qt::ControlModifier);
@@ -132,7 +132,7 @@ void pickByCodes(TestWindow &ui, const QString &box) {
   }
 }
 
-/// Picks `box`, which it selects like its lines with the arrow keys.
+/// Picks `box`, selecting the box and its lines with the arrow keys.
 void pickByArrows(TestWindow &ui, const QString &box) {
   ui.tabTo("tblBoxes", Qt::Key_Backtab);
   for (qsizetype row = 0; row < kBoxes.indexOf(box); ++row) {
@@ -181,8 +181,8 @@ void touchKey(TestWindow &ui, const QString &text) {
 
 }  // namespace
 
-/// Picks a delivery of twelve lines in three boxes, from the start screen to the history, by
-/// keyboard only and by touch only. Tests the on-screen keyboard as well.
+/// Picks a delivery of twelve lines in three boxes, from the start screen to the history, once by
+/// keyboard only and once by touch only. Also tests the on-screen keyboard.
 class WholeDeliveryUiTest : public QObject {
   Q_OBJECT
 
@@ -196,7 +196,7 @@ class WholeDeliveryUiTest : public QObject {
   }
 
  private slots:
-  void aDeliveryIsPickedByKeyboardOnly() {
+  void aDeliveryCanBePickedByKeyboardOnly() {
     TestWindow ui;
     answerAll(ui.service);
     QTRY_COMPARE(ui.keyboard(), "btnSegueToSplitView");
@@ -239,7 +239,7 @@ class WholeDeliveryUiTest : public QObject {
     QTRY_COMPARE(ui.keyboard(), "btnSegueHistory");
   }
 
-  void aDeliveryIsPickedByTouchOnly() {
+  void aDeliveryCanBePickedByTouchOnly() {
     TestWindow ui({1280, 800}, true);
     answerAll(ui.service);
     ui.touch("btnSegueToSplitView");
@@ -287,7 +287,7 @@ class WholeDeliveryUiTest : public QObject {
     QTRY_VERIFY(ui.shows("btnSegueToSplitView"));
   }
 
-  void theScreenKeyboardOpensOnlyWhenAFieldIsTouched() {
+  void theOnScreenKeyboardOpensOnlyWhenAFieldIsTouched() {
     TestWindow ui({1280, 800}, true);
     ui.enterPicking();
     QVERIFY(!isScreenKeyboardOpen(ui));
@@ -295,14 +295,14 @@ class WholeDeliveryUiTest : public QObject {
     QTRY_VERIFY(isScreenKeyboardOpen(ui));
   }
 
-  void theScreenKeyboardClosesAfterALookup() {
+  void theOnScreenKeyboardIsClosedAfterALookup() {
     TestWindow ui({1280, 800}, true);
     ui.enterPicking();
     ui.lookUp(kLines);
     QTRY_VERIFY(!isScreenKeyboardOpen(ui));
   }
 
-  void theScreenKeyboardClosesWhenAnAlertOpens() {
+  void theOnScreenKeyboardClosesWhenAnAlertOpens() {
     TestWindow ui({1280, 800}, true);
     ui.enterPicking();
     ui.touch("txtDeliveryNo");
@@ -315,14 +315,14 @@ class WholeDeliveryUiTest : public QObject {
     QVERIFY(!isScreenKeyboardOpen(ui));
   }
 
-  void theScreenKeyboardDoesNotCoverItsField_data() {
+  void theOnScreenKeyboardDoesNotCoverItsField_data() {
     QTest::addColumn<QString>("field");
     for (const char *field : {"txtDeliveryNo", "txtBox", "txtBarcode"}) {
       QTest::newRow(field) << field;
     }
   }
 
-  void theScreenKeyboardDoesNotCoverItsField() {
+  void theOnScreenKeyboardDoesNotCoverItsField() {
     QFETCH(const QString, field);
     TestWindow ui({1024, 768}, true);
     if (field == "txtDeliveryNo") {
@@ -341,7 +341,7 @@ class WholeDeliveryUiTest : public QObject {
     QVERIFY(place.bottom() < keyboard.top());
   }
 
-  void theScreenKeyboardDoesNotReopenAfterAQuantity() {
+  void theOnScreenKeyboardDoesNotReopenAfterAQuantity() {
     TestWindow ui({1280, 800}, true);
     ui.openBox(kLines);
     ui.touch("txtBarcode");
@@ -355,7 +355,7 @@ class WholeDeliveryUiTest : public QObject {
     QVERIFY(!isScreenKeyboardOpen(ui));
   }
 
-  void theScreenKeyboardDoesNotOpenForTheQuantity() {
+  void theOnScreenKeyboardDoesNotOpenForTheQuantity() {
     TestWindow ui({1280, 800}, true);
     ui.openBox(kLines);
     ui.openKeypad();
