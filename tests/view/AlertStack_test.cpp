@@ -48,7 +48,7 @@ class AlertStackTest : public QObject {
     QCOMPARE(stack.data(stack.index(1), AlertStack::TitleRole), "second");
   }
 
-  void theModelHasRolesForTheContentsOfAnAlert() {
+  void theModelHasARoleForEachPartOfAnAlert() {
     AlertStack stack;
     stack.show({.title = QStringLiteral("Close Picking"),
                 .message = QStringLiteral("Are you sure?"),
@@ -99,7 +99,7 @@ class AlertStackTest : public QObject {
     QVERIFY(listener.answers().isEmpty());
   }
 
-  void anActionReceivesTheButton() {
+  void anActionReceivesTheButtonIndex() {
     AlertStack stack;
     QList<int> buttons;
     stack.show({.buttons = {QStringLiteral("OK"), QStringLiteral("Cancel")},

@@ -32,7 +32,7 @@ class BusyStateTest : public QObject {
     QCOMPARE(changed.size(), 3);
   }
 
-  void newWorkStartsWithoutTheProgressOfThePreviousOne() {
+  void newWorkStartsWithoutEarlierProgress() {
     BusyState busy;
     busy.begin(QStringLiteral("first"));
     busy.setProgress(QStringLiteral("half"), 0.5);

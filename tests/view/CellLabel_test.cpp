@@ -8,7 +8,7 @@ class CellLabelTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void qmlReadsTheTextAndTheColourName() {
+  void qmlCanReadTheTextAndTheColourName() {
     const CellLabel label{QStringLiteral("-4"), Colour::red};
     const QMetaObject &type = CellLabel::staticMetaObject;
     QCOMPARE(type.property(type.indexOfProperty("text")).readOnGadget(&label), "-4");

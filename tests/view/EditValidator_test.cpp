@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Accepts texts of at most two characters.
+/// Accepts text of at most two characters.
 class AtMostTwo : public QObject, public TextFieldDelegate {
  public:
   bool textFieldShouldReturn(TextField & /*field*/) override { return true; }
@@ -27,12 +27,12 @@ class EditValidatorTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void everyTextIsAcceptableWithoutAnOutlet() {
+  void withoutAnOutletEveryTextIsAccepted() {
     const EditValidator validator;
     QCOMPARE(stateOf(validator, QStringLiteral("anything")), QValidator::Acceptable);
   }
 
-  void theDelegateOfTheFieldDecides() {
+  void theFieldsDelegateDecides() {
     AtMostTwo delegate;
     TextField field("txtNewQty", nullptr);
     field.setDelegate(&delegate);

@@ -24,7 +24,7 @@ class SegmentedControlTest : public QObject {
     QCOMPARE(valueChanged.size(), 0);
   }
 
-  void aSelectionByTheProgramIsNotSignalledAsATouch() {
+  void aProgrammaticSelectionIsNotSignalledAsATouch() {
     SegmentedControl control("segmentedControl", nullptr);
     const QSignalSpy changed(&control, &SegmentedControl::changed);
     const QSignalSpy valueChanged(&control, &SegmentedControl::valueChanged);

@@ -36,7 +36,7 @@ class StoryboardTest : public QObject {
     QCOMPARE(first->parent(), &owner);
   }
 
-  void anUnknownSceneGivesNoController() {
+  void anUnknownSceneReturnsNull() {
     TestEnvironment test;
     const Storyboard storyboard;
     QCOMPARE(storyboard.instantiateViewController(QStringLiteral("x"), test.environment, nullptr),

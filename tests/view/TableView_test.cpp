@@ -137,7 +137,7 @@ class TableViewTest : public QObject {
     QVERIFY(!shown.table.data(shown.table.index(0), Qt::DisplayRole).isValid());
   }
 
-  void headerAndHeightsComeFromTheDataSource() {
+  void theHeaderAndTheHeightsComeFromTheDataSource() {
     const NumbersTable shown(3);
     QCOMPARE(shown.table.header(), "Numbers");
     QCOMPARE(shown.table.rowHeight(), 56.0);
@@ -191,7 +191,7 @@ class TableViewTest : public QObject {
     QCOMPARE(scrolled.size(), 0);
   }
 
-  void anExistingRowCanBePainted() {
+  void onlyAnExistingRowCanBePainted() {
     NumbersTable shown(3);
     QCOMPARE(shown.table.paintedRow(), -1);
     shown.table.paintRow(1);
@@ -211,14 +211,14 @@ class TableViewTest : public QObject {
     QVERIFY(!selectionChanged.isEmpty());
   }
 
-  void aTableCanScrollToItsTop() {
+  void scrollToTopIsSignalled() {
     NumbersTable shown(3);
     const QSignalSpy scrolled(&shown.table, &TableView::scrolledToTop);
     shown.table.scrollToTop();
     QCOMPARE(scrolled.size(), 1);
   }
 
-  void aChangeOfEnabledIsSignalledOnce() {
+  void disablingATableTwiceIsSignalledOnce() {
     NumbersTable shown(3);
     const QSignalSpy changed(&shown.table, &TableView::changed);
     shown.table.setEnabled(false);
@@ -248,7 +248,7 @@ class TableViewTest : public QObject {
     QCOMPARE(shown.numbers.numberOfSectionsInTableView(shown.table), 1);
   }
 
-  void aTableWithoutSelectionIgnoresTouches() {
+  void aTableThatDoesNotAllowSelectionIgnoresTouches() {
     NumbersTable shown(3);
     shown.table.setAllowsSelection(false);
     shown.table.touchRow(1);

@@ -24,7 +24,7 @@ class RecordingDelegate : public QObject, public TextFieldDelegate {
   }
 
   void setAccepts(bool accepts) { m_accepts = accepts; }
-  /// "location+length:replacement"; empty before the first edit.
+  /// Returns the last edit as "location+length:replacement"; empty before the first edit.
   [[nodiscard]] QString edit() const { return m_edit; }
   [[nodiscard]] const QStringList &returned() const { return m_returned; }
 
@@ -155,7 +155,7 @@ class TextFieldTest : public QObject {
     QCOMPARE(delegate.returned(), QStringList(QStringLiteral("C1")));
   }
 
-  void theKeyboardIsRequestedAndResigned() {
+  void becomingAndResigningFirstResponderIsSignalled() {
     TextField field("txtBox", nullptr);
     const QSignalSpy requested(&field, &TextField::keyboardRequested);
     const QSignalSpy resigned(&field, &TextField::keyboardResigned);
@@ -175,7 +175,7 @@ class TextFieldTest : public QObject {
     QCOMPARE(requested.size(), 2);
   }
 
-  void theScreenSetsTheFirstResponder() {
+  void aFirstResponderSetByTheScreenRequestsNoKeyboard() {
     TextField field("txtBox", nullptr);
     const QSignalSpy changed(&field, &TextField::changed);
     const QSignalSpy requested(&field, &TextField::keyboardRequested);

@@ -24,7 +24,7 @@ class WindowTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void aWindowHasItsRootAlertsAndBusyState() {
+  void aWindowProvidesItsRootScreenAlertsAndBusyState() {
     TestEnvironment test;
     ViewController root(QStringLiteral("root"), test.environment);
     const Window window(root, test.environment);
