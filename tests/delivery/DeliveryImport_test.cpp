@@ -215,13 +215,6 @@ class DeliveryImportTest : public QObject {
              QStringList(" 1/2:  1/2"));
   }
 
-  void restoringTheSameDeliveryTwiceGivesTheSameResult() {
-    const auto answer = deliveryOf({lineOf("C1", "A", 2), lineOf("C2", "A", 3)});
-    const std::vector<Picking> picks{pickOf("C1", "A", 1)};
-    QCOMPARE(textsOf(restored(boxesOf(answer), picks)), textsOf(restored(boxesOf(answer), picks)));
-    QCOMPARE(textsOf(boxesOf(answer)), QStringList({"C1 0/2: A 0/2", "C2 0/3: A 0/3"}));
-  }
-
   void aLargeDeliveryIsImportedCompletely() {
     constexpr int kLines = 50'000;
     std::vector<OrderLine> lines;

@@ -108,16 +108,6 @@ class DesktopWakeLockTest : public QObject {
     QTRY_COMPARE(desktop.inhibitions.size(), 1);
     QCOMPARE(desktop.requestCount, 2U);
   }
-
-  void aMissingScreenSaverServiceIsHarmless() {
-    SessionBus bus;
-    DesktopWakeLock lock(bus.connect());
-    lock.acquire();
-    lock.release();
-    DesktopWakeLock withoutBus(QDBusConnection(QStringLiteral("nowhere")));
-    withoutBus.acquire();
-    withoutBus.release();
-  }
 };
 
 CARTONPICK_TEST(DesktopWakeLockTest);

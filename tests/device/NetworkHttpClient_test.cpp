@@ -482,7 +482,7 @@ class NetworkHttpClientTest : public QObject {
     QCOMPARE(posted.data(), "refused");
   }
 
-  void anIncompletelyReadAnswerIsReportedAsDamaged() {
+  void anErrorAnswerIsWholeOnlyIfAllOfItWasRead() {
     constexpr qsizetype kMoreThanIsBuffered = 4'000'000;
     TestConnection connection;
     connection.service.answerWith(
