@@ -22,7 +22,7 @@ QString valueOr(const QCommandLineParser &parser, const QCommandLineOption &opti
   std::exit(EXIT_FAILURE);
 }
 
-/// Ends the process if the service host of `options` cannot be used.
+/// Prints the reason and ends the process if the service host of `options` cannot be used.
 void checkServiceHost(const CommandLine &options, bool isFromOption) {
   const auto objection = options.serviceHost.isEmpty()
                              ? std::nullopt

@@ -5,15 +5,15 @@
 #include <QString>
 #include <QStringList>
 
-/// The options of the program.
+/// The program's options, from the command line and the environment.
 struct CommandLine {
-  /// HOST or HOST:PORT of the order service, an IPv6 address in brackets; empty if none is given.
+  /// HOST or HOST:PORT of the order service (IPv6 addresses in brackets); empty if none is given.
   QString serviceHost;
   /// The home folder; empty for the platform's default.
   QString home;
   /// Use the demo deliveries.
   bool demo = false;
-  /// Fill the screen with a window without a frame.
+  /// Show a frameless full-screen window.
   bool fullScreen = false;
   bool onScreenKeyboard = false;
 
@@ -25,6 +25,6 @@ struct CommandLine {
 
   /// Parses `arguments`, which start with the program's name, and the environment variables
   /// CARTONPICK_SERVICE_HOST and CARTONPICK_HOME; an option overrides its variable. Ends the
-  /// process after --help and --version and, with one line of the reason, on invalid arguments.
+  /// process after --help or --version, and on invalid arguments, for which it prints the reason.
   static CommandLine parse(const QStringList &arguments);
 };

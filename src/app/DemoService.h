@@ -7,8 +7,8 @@
 /// this object is destroyed, and also if the program crashes or is killed.
 class DemoService {
  public:
-  /// @param program  the path of the order service; by default `cartonpick-orders` in the folder of
-  ///                 this program
+  /// @param program  the path of the order service; by default `cartonpick-orders` beside this
+  ///                 program
   explicit DemoService(QString program = besideThisProgram());
   ~DemoService();
   DemoService(const DemoService &) = delete;

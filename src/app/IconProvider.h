@@ -2,7 +2,7 @@
 
 #include <QQuickImageProvider>
 
-/// Draws the program's icons in any colour. The image ID "NAME/COLOUR" gives
+/// Draws the program's icons in any colour. The image ID "NAME/COLOUR" selects
 /// resources/icons/NAME.svg with "currentColor" replaced by COLOUR (AARRGGBB in hex, for example
 /// ff0b6430).
 class IconProvider : public QQuickImageProvider {

@@ -29,7 +29,7 @@ constexpr int kRestartWithDemo = 1000;
 constexpr auto kInputMethod = "QT_IM_MODULE";
 constexpr auto kKeyboardInWindow = "QT_VIRTUALKEYBOARD_DESKTOP_DISABLE";
 
-/// Builds the environment for `options`. The display settings come from the home of
+/// Builds the environment for `options`. The display settings are read from the home folder of
 /// `displayFolders`.
 Environment environmentOf(const CommandLine &options, const Folders &displayFolders) {
   const Folders folders = options.folders();
@@ -57,7 +57,7 @@ bool hasScreenKeyboard() {
                        QStringLiteral("/QtQuick/VirtualKeyboard/qmldir"));
 }
 
-/// Shows `window` until it is closed. Returns the exit code of the event loop.
+/// Shows `window` until it is closed. Returns the event loop's exit code.
 int show(Window &window, const CommandLine &options) {
   window.fullScreen = options.fullScreen;
   window.onScreenKeyboard = options.onScreenKeyboard && hasScreenKeyboard();
@@ -65,8 +65,8 @@ int show(Window &window, const CommandLine &options) {
   return screens.quickWindow() == nullptr ? EXIT_FAILURE : QGuiApplication::exec();
 }
 
-/// Runs the program with the display settings of the home of `displayFolders`. Returns the exit
-/// code of the event loop, or EXIT_FAILURE if the program cannot start.
+/// Runs the program with the display settings from the home folder of `displayFolders`. Returns
+/// the event loop's exit code, or EXIT_FAILURE if the program cannot start.
 int run(const CommandLine &options, const Folders &displayFolders) {
   Environment environment = environmentOf(options, displayFolders);
   if (!makeFolders(environment)) {
@@ -104,7 +104,7 @@ int run(const CommandLine &options, const Folders &displayFolders) {
   return show(*delegate.window(), options);
 }
 
-/// Selects the on-screen keyboard if `arguments` ask for it. Call it before QGuiApplication is
+/// Selects the on-screen keyboard if `arguments` request it. Call it before QGuiApplication is
 /// created, which loads the input method.
 void chooseInputMethod(const std::span<char *> arguments) {
   const bool wantsKeyboard = std::any_of(
@@ -117,7 +117,7 @@ void chooseInputMethod(const std::span<char *> arguments) {
   }
 }
 
-/// Returns true if `arguments` ask for the help or the version, which need no display.
+/// Returns true if `arguments` request the help or the version, which need no display.
 bool asksForText(std::span<char *> arguments) {
   return std::any_of(arguments.begin(), arguments.end(), [](std::string_view argument) {
     return argument == "-h" || argument == "--help" || argument == "--help-all" ||

@@ -24,8 +24,8 @@ class splitViewController : public ViewController {
   }
   [[nodiscard]] ViewController *detail() const { return childViewControllers().at(1); }
 
-  /// Returns the scan field of the detail pane, or else that of the master pane; nullptr while a
-  /// pane is covered.
+  /// Returns the detail pane's scan field, or else the master pane's; nullptr while a pane is
+  /// covered.
   [[nodiscard]] TextField *scanField() const override {
     if (master()->isCovered() || detail()->isCovered()) {
       return nullptr;

@@ -5,7 +5,7 @@
 #include "view/outlets/Button.h"
 #include "view/outlets/Label.h"
 
-/// The first screen, with the ways to the picking, the history, the demo and the display settings.
+/// The start screen, which leads to picking, the history, the demo and the display settings.
 class startViewController : public ViewController, public ManagedObjectContextHolder {
   Q_OBJECT
   QML_NAMED_ELEMENT(StartViewController)
@@ -24,6 +24,6 @@ class startViewController : public ViewController, public ManagedObjectContextHo
   Q_INVOKABLE void btnDisplayTouched();
 
  signals:
-  /// The user has chosen to restart with the demo deliveries.
+  /// Emitted when the user chooses to restart with the demo deliveries.
   void demoRequested();
 };

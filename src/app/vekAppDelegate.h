@@ -25,10 +25,9 @@ class vekAppDelegate : public QObject {
   /// The window; nullptr before `didFinishLaunchingWithOptions`.
   [[nodiscard]] Window *window() const { return m_window.get(); }
 
-  // The store stack. Each object is created at its first use.
+  // The store stack. Each object is created on first use.
   std::shared_ptr<const ManagedObjectModel> managedObjectModel();
-  /// Opens the store, with automatic migration if it needs one. The result has no store if that
-  /// fails.
+  /// Opens the store, migrating it automatically if needed. The result has no store if that fails.
   std::shared_ptr<PersistentStoreCoordinator> persistentStoreCoordinator();
   /// The context that all screens share.
   ManagedObjectContext *managedObjectContext();
@@ -42,7 +41,7 @@ class vekAppDelegate : public QObject {
   bool openURL(const QUrl & /*url*/) { return true; }
   bool handleOpenURL(const QUrl & /*url*/) { return true; }
 
-  // Every change is saved at once, so these have nothing to do.
+  // Every change is saved immediately, so these have nothing to do.
   void willResignActive() {}
   void didEnterBackground() {}
   void willEnterForeground() {}

@@ -9,7 +9,7 @@ class Clock {
   virtual ~Clock() = default;
   /// The current time, in UTC.
   [[nodiscard]] virtual QDateTime now() const = 0;
-  /// The device's named time zone as currently set; it may change between calls.
+  /// The device's named time zone as currently set; it can change between calls.
   [[nodiscard]] virtual QTimeZone localZone() const = 0;
   /// The current time of day in the local zone.
   [[nodiscard]] QTime timeOfDay() const { return now().toTimeZone(localZone()).time(); }

@@ -18,8 +18,8 @@ bool claim(const QString &folder) {
   return objection.isEmpty();
 }
 
-/// Creates a missing home folder for this user only. An existing one may belong to another user and
-/// may be a symbolic link: only the folders below it must be this user's.
+/// Creates a missing home folder for this user only. An existing one can be a symbolic link or
+/// belong to another user; only the folders in it must belong to this user.
 bool makeHome(const QString &home) {
   if (!QDir(home).exists()) {
     return QDir().mkpath(QFileInfo(QDir::cleanPath(home)).path()) && claim(home);

@@ -6,7 +6,7 @@
 struct Folders {
   QString home;
 
-  /// Folders with the platform's default home: its data folder for this user and application.
+  /// The folders in the platform's data folder for this user and application, the default home.
   static Folders ofThisUser();
 
   /// The folder of the store and the exports.

@@ -56,7 +56,7 @@ QString claimFile(const QString &path) {
   if (hasSecondName(path)) {
     return QStringLiteral("it is a hard link, with a second name elsewhere");
   }
-  // A failure is ignored: some file systems have no permissions.
+  // A failure is ignored: some file systems do not support permissions.
   setFor(path, kFile);
   return {};
 }

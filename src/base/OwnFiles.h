@@ -12,8 +12,8 @@
 /// create one.
 QString claimFile(const QString &path);
 
-/// Claims the file at `path` and atomically replaces it by one with `content` and mode 0600. After
-/// a failure or crash, either the old or the new file exists in full.
+/// Claims the file at `path` and atomically replaces it with one that has `content` and mode 0600.
+/// After a failure or crash, either the complete old file or the complete new one exists.
 QString replaceFile(const QString &path, const QByteArray &content);
 
 /// Creates the folder at `path` if it is missing, checks it and sets its mode to 0700.

@@ -14,8 +14,8 @@ class CodePositions {
  public:
   explicit CodePositions(const std::vector<BoxLine> &lines);
 
-  /// Returns the position of the first line whose barcode or item code equals `code`, case
-  /// included.
+  /// Returns the position of the first line whose barcode or item code equals `code`
+  /// (case-sensitive).
   [[nodiscard]] std::optional<std::size_t> find(const QString &code) const;
 
  private:

@@ -55,7 +55,7 @@ ItemLines itemLinesOf(const Delivery &delivery) {
 PickList boxesOf(const Delivery &delivery) {
   PickList boxes;
   Positions positions;
-  // The lines of a carton are usually adjacent; each group takes one lookup.
+  // The lines of a carton are usually adjacent; each group needs one lookup only.
   for (auto first = delivery.lines.begin(); first != delivery.lines.end();) {
     const QString &carton = first->carton;
     const auto last = std::find_if(first, delivery.lines.end(),

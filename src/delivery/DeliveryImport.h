@@ -24,6 +24,6 @@ void restoreBoxes(const std::vector<Picking> &picks, PickList &boxes);
 /// Restores earlier picks in the item lines of their delivery.
 void restoreItemLines(const std::vector<Picking> &picks, ItemLines &items);
 
-/// Converts a date of the service, "MM/dd/yyyy", to the form of the header, "dd/MM/yyyy". Returns
-/// any other text unchanged.
+/// Converts a date from the service, "MM/dd/yyyy", to the header's format, "dd/MM/yyyy". Returns
+/// any other string unchanged.
 QString headerDate(const QString &delivered);

@@ -58,6 +58,6 @@ std::int32_t boxpickqtyOf(const PickEntry &entry);
 const std::vector<BoxLine> &boxitemsOf(const PickEntry &entry);
 QString ordernumOf(const PickEntry &entry);
 
-/// Returns the delivery number of a working list: that of the first line of its first entry; a null
-/// string if there is no such line.
+/// Returns the delivery number of a working list, taken from the first line of its first entry; a
+/// null string if there is no such line.
 QString deliveryNumberOf(const PickList &list);

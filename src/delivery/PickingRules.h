@@ -12,8 +12,8 @@
 /// The rules that a reader would not expect. Each one is intended behaviour.
 namespace PickingRules {
 
-/// At an import only this number of lines of a box, from its first, get their earlier picked
-/// quantity back. The box total includes the picks of all lines.
+/// An import restores the earlier picked quantities of only this many lines of a box, starting with
+/// its first. The box total includes the picks of all lines.
 inline constexpr std::size_t kRestoredLines = 4;
 
 /// The box of every loose pick from the catalogue, regardless of the open box.
@@ -25,8 +25,8 @@ constexpr int keypadRowOfLoosePick(int rows) {
   return rows - 1;
 }
 
-/// The picked quantity of an item line is the one booked last for the item in any box, not the sum
-/// over the boxes.
+/// The picked quantity of an item line is the one last booked for the item in any box, not the sum
+/// over all boxes.
 inline void setItemQuantity(BoxLine &itemLine, std::int32_t booked) {
   itemLine.pickqty = booked;
 }
@@ -37,8 +37,8 @@ inline void addLaterRow(BoxLine &historyLine, std::int32_t pickqty) {
   historyLine.orderqty = wrappingAdd(historyLine.orderqty.value(), pickqty);
 }
 
-/// The size of a report in bytes is the length of its text in UTF-16 units, so a report with
-/// non-ASCII text loses bytes at its end.
+/// A report is cut to as many bytes as its text has UTF-16 code units, so a report with non-ASCII
+/// text loses bytes at its end.
 inline QByteArray cutReport(const QByteArray &json) {
   return json.first(QString::fromUtf8(json).size());
 }

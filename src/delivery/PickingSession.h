@@ -18,11 +18,11 @@
 class Clock;
 struct Delivery;
 
-/// The delivery being picked: its boxes and lines, their picked quantities, and the open box. It
-/// applies all rules about them; the screens observe the session and change the lists only through
+/// The delivery being picked: its boxes and lines, their picked quantities, and the open box. The
+/// session applies all rules about them; the screens observe it and change the lists only through
 /// it.
 ///
-/// Functions throw std::out_of_range for a position that does not exist.
+/// `bookQuantity` and `recordLine` throw std::out_of_range if there is no such line.
 class PickingSession : public QObject, public ManagedObjectContextHolder {
   Q_OBJECT
 
@@ -36,9 +36,9 @@ class PickingSession : public QObject, public ManagedObjectContextHolder {
   [[nodiscard]] const std::optional<JsonResult> &jsonResult() const { return m_jsonResult; }
   void setJsonResult(const std::optional<JsonResult> &result) { m_jsonResult = result; }
 
-  /// Replaces the lists by those of `delivery`, which must have lines, and restores its earlier
-  /// picks. Returns false if the store cannot be read; the lists are then replaced, but nothing is
-  /// restored.
+  /// Replaces the lists with those of `delivery`, which must have lines, and restores its earlier
+  /// picks. Returns false if the store cannot be read; the lists are then replaced, but no picks
+  /// are restored.
   bool importDelivery(const Delivery &delivery);
 
   /// The working list; null before the first delivery.
@@ -68,8 +68,8 @@ class PickingSession : public QObject, public ManagedObjectContextHolder {
   [[nodiscard]] const PickEntry *openEntry() const;
   /// The lines of the open box; empty if no box is open.
   [[nodiscard]] const std::vector<BoxLine> &openBoxLines() const;
-  /// The position of the first entry of the working list whose box name equals `box`, case
-  /// included.
+  /// The position of the first entry of the working list whose box name equals `box`
+  /// (case-sensitive).
   [[nodiscard]] std::optional<int> boxNamed(const QString &box) const;
   void openBox(int index);
   [[nodiscard]] BoxCounters boxCounters() const { return countersOf(pickList()); }
@@ -79,7 +79,7 @@ class PickingSession : public QObject, public ManagedObjectContextHolder {
   /// Finds the line or article that a scanned code stands for.
   ///
   /// Looks at the open box's lines, then at loose picks, then at the catalogue; the first match
-  /// wins. Codes compare exactly, case included.
+  /// wins. Codes must match exactly (case-sensitive).
   ///
   /// @param code  as the scanner sent it, without its Return; may be empty
   /// @returns the match, or std::nullopt if nothing has this code or the store cannot be read
@@ -129,6 +129,6 @@ class PickingSession : public QObject, public ManagedObjectContextHolder {
   QMultiHash<QString, std::size_t> m_itemPositions;
   QString m_doc;
   int m_curBoxIndex = -1;
-  /// The index of the open box; created at its first scan.
+  /// The code index of the open box; created on its first scan.
   std::optional<CodePositions> m_openBoxCodes;
 };

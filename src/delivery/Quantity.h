@@ -20,7 +20,7 @@ class Quantity {
   }
 
   [[nodiscard]] std::int32_t value() const { return m_value; }
-  /// The text as received; the decimal value if the quantity was calculated.
+  /// The text as received, or the decimal value if the quantity was calculated.
   [[nodiscard]] QString text() const { return m_text.isNull() ? QString::number(m_value) : m_text; }
 
   bool operator==(const Quantity &other) const {

@@ -28,6 +28,6 @@ std::optional<Items> articleWithCode(ManagedObjectContext &context, const QStrin
 LoosePick loosePickAgain(const LoosePick &earlier, const QDateTime &now);
 
 /// Returns a loose pick of a catalogue article, with quantity 0. Its order number is that of the
-/// first entry of `list`; a box has none, so it is null then.
+/// first entry of `list`, or null if that entry is a box, which has none.
 LoosePick loosePickOf(const Items &article, const QString &doc, const PickList &list,
                       const QDateTime &now);

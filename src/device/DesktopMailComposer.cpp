@@ -11,7 +11,7 @@
 namespace {
 
 /// Removes all drafts from the folder `path`; creates it, readable by its owner only, if it is
-/// missing. Returns false and logs the reason if it is not a folder of this user.
+/// missing. Returns false and logs the reason if it is not a folder that belongs to this user.
 bool clearDraftsFolder(const QString &path) {
   const QString objection = claimFolder(path);
   if (!objection.isEmpty()) {

@@ -3,10 +3,10 @@
 #include "base/Folders.h"
 #include "device/MailComposer.h"
 
-/// Passes a mail to the desktop's mail program as a draft file that only its owner can read.
+/// Passes an email to the desktop's mail program as a draft file that only its owner can read.
 ///
-/// The file stays below the home folder until the next mail, because the mail program does not
-/// report when it has read the file.
+/// The file stays under the home folder until the next email is composed, because the mail program
+/// does not report when it has read the file.
 class DesktopMailComposer : public MailComposer {
  public:
   explicit DesktopMailComposer(const Folders &folders)

@@ -21,7 +21,7 @@ DesktopWakeLock::DesktopWakeLock(QDBusConnection bus)
     : m_bus(std::move(bus)),
       m_desktop(kScreenSaver, m_bus, QDBusServiceWatcher::WatchForRegistration) {
   connect(&m_desktop, &QDBusServiceWatcher::serviceRegistered, this, [this] {
-    // A restarted desktop service does not know the cookies of the previous one.
+    // A cookie becomes invalid when the desktop service restarts.
     m_cookie.reset();
     if (m_isWanted) {
       ask();

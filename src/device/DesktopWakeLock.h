@@ -9,8 +9,8 @@
 #include <optional>
 
 /// Keeps the screen on through the desktop's idle inhibition (org.freedesktop.ScreenSaver on the
-/// session bus). Without this service it does nothing; if the service starts later while the lock
-/// is held, it is asked then. The desktop ends the inhibition when the program ends.
+/// session bus). Does nothing without this service; if the service starts while the lock is held,
+/// the inhibition is requested then. The desktop ends the inhibition when the program ends.
 class DesktopWakeLock : public QObject, public WakeLock {
   Q_OBJECT
 

@@ -15,7 +15,8 @@ struct Folders;
 /// The display settings of this device: theme, text size and window size.
 ///
 /// They are stored in `display.ini` in the home folder. If that file cannot be written or is not a
-/// regular file of this user, the reason is logged and the settings last until the program ends.
+/// regular file owned by this user, the reason is logged and the settings last until the program
+/// ends.
 class DisplaySettings : public QObject {
   Q_OBJECT
   QML_ELEMENT
@@ -27,7 +28,7 @@ class DisplaySettings : public QObject {
 
  public:
   enum class Theme { System, Light, Dark };
-  /// The text sizes to choose from, in percent.
+  /// The available text sizes, in percent.
   static constexpr std::array kTextSizes{100, 125, 150, 200};
 
   DisplaySettings(const Folders &folders, std::unique_ptr<SystemColourScheme> system);

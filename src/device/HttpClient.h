@@ -40,12 +40,12 @@ class HttpConnection : public QObject {
   Q_OBJECT
 
  public:
-  /// The maximum size of an answer. A larger one is aborted and is not whole.
+  /// The maximum size of an answer. A larger one is aborted and counts as incomplete.
   static constexpr qint64 kMaxAnswerBytes = 256LL * 1024 * 1024;
 
   using QObject::QObject;
 
-  /// Returns false if the answer is shorter than announced, too large, or was broken off.
+  /// Returns false if the answer is shorter than announced, too large, or was cut off.
   [[nodiscard]] bool isAnswerWhole() const { return m_isAnswerWhole; }
   /// The Content-Length of the answer in bytes; -1 if there is none.
   [[nodiscard]] qint64 announcedBytes() const { return m_announcedBytes; }
@@ -55,7 +55,7 @@ class HttpConnection : public QObject {
   qint64 m_announcedBytes = -1;
 };
 
-/// Sends HTTP requests, without cache, cookies or redirects.
+/// Sends HTTP requests without caching, cookies or redirects.
 class HttpClient {
  public:
   virtual ~HttpClient() = default;

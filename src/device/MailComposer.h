@@ -4,7 +4,7 @@
 #include <QDateTime>
 #include <QString>
 
-/// A mail draft; the user adds the recipients and sends it.
+/// An email draft; the user adds the recipients and sends it.
 struct MailDraft {
   QString subject;
   QString htmlBody;
@@ -15,7 +15,7 @@ struct MailDraft {
   QDateTime date = {};
 };
 
-/// Opens mail drafts in the platform's mail program.
+/// Opens email drafts in the platform's mail program.
 class MailComposer {
  public:
   virtual ~MailComposer() = default;

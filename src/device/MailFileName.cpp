@@ -9,7 +9,7 @@ namespace {
 constexpr qsizetype kMaxBytes = 255;
 
 QString withoutMiddle(const QString &name) {
-  // One UTF-16 unit takes up to three bytes in UTF-8.
+  // One UTF-16 code unit takes up to three bytes in UTF-8.
   constexpr qsizetype kHalf = (kMaxBytes / 3 - 1) / 2;
   QString start = name.left(kHalf);
   QString end = name.right(kHalf);

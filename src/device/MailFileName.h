@@ -2,12 +2,12 @@
 
 #include <QString>
 
-/// Returns `name` as the name of an attached file that can be saved anywhere. "_" replaces path
-/// separators and characters that break a line; "…" replaces the middle of a name beyond 255 bytes
-/// of UTF-8, the most that file systems take. Some mail programs cannot open a draft otherwise.
+/// Makes `name` valid as the name of an attached file: replaces path separators and line-breaking
+/// characters with "_", and the middle of a name longer than 255 bytes in UTF-8, the limit of file
+/// systems, with "…". Some mail programs cannot open a draft otherwise.
 QString attachmentFileName(QString name);
 
-/// Returns a name like `name` for mail programs that read no encoded names: at most 40 printable
-/// ASCII characters, none of them a quote or a backslash. "_" replaces all others, and the "?" of
-/// what looks like an encoded word (RFC 2047).
+/// Simplifies `name` for mail programs that do not support encoded names: shortens it to 40
+/// characters and replaces everything but printable ASCII, quotes, backslashes, and the "?" of
+/// what looks like an encoded word (RFC 2047) with "_".
 QString plainFileName(const QString &name);

@@ -20,7 +20,7 @@ struct Release {
 template <typename Object>
 using Owned = std::unique_ptr<Object, Release>;
 
-/// The UTF-8 of `text` in pieces of whole characters, each of at most `maxBytes`.
+/// Splits `text` into UTF-8 chunks of at most `maxBytes`, never splitting a character.
 QByteArrayList utf8Pieces(const QString &text, qsizetype maxBytes) {
   constexpr qsizetype kMaxCharacterBytes = 4;
   const QByteArray bytes = text.toUtf8();
@@ -43,10 +43,10 @@ bool isPlain(const QString &text) {
          !text.contains(QLatin1String("=?")) && text == text.simplified();
 }
 
-/// `text` as it is if it is plain, else as encoded words (RFC 2047).
+/// Returns `text` unchanged if it is plain, otherwise as encoded words (RFC 2047).
 ///
-/// GMime encodes nothing but characters beyond ASCII: readers would decode a text that looks like
-/// an encoded word and drop blanks at the ends. Its words may be longer than RFC 2047 allows.
+/// GMime encodes only non-ASCII characters: mail programs would decode a text that looks like an
+/// encoded word, and drop spaces at its ends. Its words can be longer than RFC 2047 allows.
 QByteArray subjectValue(const QString &text) {
   constexpr qsizetype kWordBytes = 39;
   if (isPlain(text)) {
@@ -59,10 +59,10 @@ QByteArray subjectValue(const QString &text) {
   return words.join(' ');
 }
 
-/// The value of the field Content-Disposition of a file with the name `fileName` (RFC 2231).
+/// Returns the Content-Disposition value for an attached file named `fileName` (RFC 2231).
 ///
-/// GMime continues a long name in the middle of a character, which readers that decode each piece
-/// by itself cannot read.
+/// GMime can split a long name inside a character, which mail programs that decode each piece
+/// separately cannot read.
 QByteArray attachmentDisposition(const QString &fileName) {
   constexpr qsizetype kPieceBytes = 18;
   QByteArray value = " attachment";
@@ -75,7 +75,7 @@ QByteArray attachmentDisposition(const QString &fileName) {
   return value + '\n';
 }
 
-/// A part of the content type `type` whose content is `content` in base64.
+/// Returns a part of the content type `type` with `content` encoded as base64.
 Owned<GMimePart> partOf(const QByteArray &type, const QByteArray &content) {
   const Owned<GMimeContentType> contentType(g_mime_content_type_parse(nullptr, type.constData()));
   const Owned<GMimeStream> stream(
@@ -93,8 +93,8 @@ Owned<GMimePart> attachmentPart(const MailDraft &draft) {
   const QString fileName = attachmentFileName(draft.attachmentFileName);
   Owned<GMimePart> part = partOf(draft.attachmentMimeType.toLatin1(), draft.attachment);
   GMimeObject *object = GMIME_OBJECT(part.get());
-  // Mail programs that cannot read the encoded name take the one of the content type. It is short:
-  // GMime folds some lines only after 80 characters.
+  // Mail programs that cannot read the encoded name use this one. It must be short, because GMime
+  // folds some lines only after 80 characters.
   g_mime_object_set_content_type_parameter(object, "name",
                                            plainFileName(fileName).toLatin1().constData());
   g_mime_object_set_disposition(object, GMIME_DISPOSITION_ATTACHMENT);

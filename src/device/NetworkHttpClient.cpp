@@ -74,10 +74,10 @@ class NetworkConnection : public HttpConnection {
       networkRequest.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
       networkRequest.setHeader(QNetworkRequest::ContentLengthHeader, request.body.size());
       m_reply = m_manager->sendCustomRequest(networkRequest, request.method, body);
-      // The reply may outlive this connection and reads the body until it ends.
+      // The reply can outlive this connection and reads the body until it finishes.
       body->setParent(m_reply);
     }
-    // Limits the memory for received bytes that are not passed on yet.
+    // Limits the memory for received bytes that have not been passed on yet.
     m_reply->setReadBufferSize(kReadBufferBytes);
     connect(m_reply, &QNetworkReply::metaDataChanged, this, [this] { announceResponse(); });
     connect(m_reply, &QNetworkReply::readyRead, this, [this] { passOnData(); });
@@ -86,7 +86,7 @@ class NetworkConnection : public HttpConnection {
 
   void fail(const QString &description) {
     deleteLater();
-    // Comes last: the delegate may delete the owner, and with it this object.
+    // Must come last: the delegate can delete the owner, and with it this object.
     if (m_delegate) {
       m_delegate->didFailWithError(*this, description);
     }
@@ -169,8 +169,8 @@ class NetworkConnection : public HttpConnection {
   };
 
   WeakDelegate<HttpConnectionDelegate> m_delegate;
-  /// One manager per connection, so a surplus answer of the service cannot become the answer to the
-  /// next request.
+  /// One manager per connection, so that an extra answer from the service cannot be taken for the
+  /// answer to the next request.
   std::unique_ptr<QNetworkAccessManager, DeleteLater> m_manager;
   /// A child of the manager.
   QNetworkReply *m_reply = nullptr;

@@ -2,6 +2,6 @@
 
 #include <QString>
 
-/// Returns `text` with `replacement` for every character that has no place within a line: control
-/// characters (U+0000 to U+001F, U+007F to U+009F), U+2028 and U+2029.
+/// Returns `text` with every control character (U+0000 to U+001F, U+007F to U+009F) and line
+/// separator (U+2028, U+2029) replaced by `replacement`.
 QString inOneLine(QString text, QChar replacement);

@@ -4,13 +4,13 @@
 
 class QSoundEffect;
 
-/// Plays short sounds by their number.
+/// Plays short sounds by number.
 class SoundPlayer {
  public:
   static constexpr int kErrorTone = 1005;
 
   virtual ~SoundPlayer() = default;
-  /// Starts the sound `identifier` and returns immediately. Ignores an unknown number.
+  /// Starts the sound `identifier` and returns immediately. Ignores an unknown identifier.
   virtual void playSystemSound(int identifier) = 0;
 };
 

@@ -7,7 +7,7 @@
 #include <optional>
 
 /// The system's colour scheme, dark or light: the preference in the desktop's settings portal or,
-/// if there is none, that of the platform's palette.
+/// if there is none, the scheme of the platform's palette.
 class SystemColourScheme : public QObject {
   Q_OBJECT
 
@@ -28,7 +28,7 @@ class SystemColourScheme : public QObject {
   void ask(QDBusConnection &bus);
   void update();
 
-  /// The portal's preference for dark; std::nullopt if it has none.
+  /// True if the portal prefers dark; std::nullopt if it has no preference.
   std::optional<bool> m_preference;
   bool m_isDark;
 };

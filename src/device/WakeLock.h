@@ -5,6 +5,6 @@ class WakeLock {
  public:
   virtual ~WakeLock() = default;
   virtual void acquire() = 0;
-  /// Lets the screen turn off again. Does nothing if the lock is not held.
+  /// Allows the screen to turn off again. Does nothing if the lock is not held.
   virtual void release() = 0;
 };

@@ -5,6 +5,6 @@
 
 #include <vector>
 
-/// Merges the stored rows of a delivery into one line per item, for its summary. The first row of
-/// an item gives the line; further rows change it by `PickingRules::addLaterRow`.
+/// Merges the stored rows of a delivery into one line per item, for its summary. The line is made
+/// from the item's first row; `PickingRules::addLaterRow` adds the other rows to it.
 ItemLines historyLines(const std::vector<Picking> &rows);

@@ -2,7 +2,7 @@
 
 #include "view/outlets/CellLabel.h"
 
-/// The cell of a row or of the header of the history.
+/// The cell of a history row or header.
 struct PickHistoryCell {
   Q_GADGET
   Q_PROPERTY(CellLabel deliveryNo MEMBER deliveryNo CONSTANT)

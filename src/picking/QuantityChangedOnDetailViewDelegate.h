@@ -6,7 +6,7 @@
 
 #include <memory>
 
-/// Receives messages of the detail pane.
+/// Receives messages from the detail pane.
 class QuantityChangedOnDetailViewDelegate {
  public:
   virtual ~QuantityChangedOnDetailViewDelegate() = default;

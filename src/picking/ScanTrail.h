@@ -19,13 +19,13 @@ enum class ScanOutcome {
   Refused
 };
 
-/// A scan of the running picking.
+/// A scan made during the running picking.
 struct Scan {
   /// The time of day in the device's zone.
   QTime time = {};
   QString code = {};
   ScanOutcome outcome = ScanOutcome::Refused;
-  /// The number of the line in the open box, starting at 1; 0 for none.
+  /// The number of the line in the open box, starting at 1; 0 if there is none.
   int line = 0;
 };
 

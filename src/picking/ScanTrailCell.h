@@ -2,7 +2,7 @@
 
 #include "view/outlets/CellLabel.h"
 
-/// The cell of a row of the scan trail.
+/// The cell of a scan trail row.
 struct ScanTrailCell {
   Q_GADGET
   Q_PROPERTY(CellLabel time MEMBER time CONSTANT)

@@ -3,7 +3,7 @@
 #include "delivery/PickRecords.h"
 #include "view/outlets/CellLabel.h"
 
-/// The cell of a row of the box list.
+/// The cell of a box list row.
 struct boxTableViewCell {
   Q_GADGET
   Q_PROPERTY(CellLabel lblBox MEMBER lblBox CONSTANT)

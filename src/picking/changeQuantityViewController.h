@@ -36,8 +36,8 @@ class changeQuantityViewController : public ViewController, public TextFieldDele
 
   void viewDidLoad() override;
 
-  /// Sets the texts of the screen, shown unchanged, and clears the typed quantity. The total starts
-  /// as `qty`.
+  /// Sets the strings to show, all unchanged, and clears the typed quantity. The total is initially
+  /// `qty`.
   void setDisplayValues(const QString &itemCode, const QString &barcode, const QString &descr,
                         const QString &qty, const QString &orderqty);
   void setDelegate(WeakDelegate<ChangeQuantityDelegate> delegate) { m_delegate = delegate; }
@@ -54,10 +54,10 @@ class changeQuantityViewController : public ViewController, public TextFieldDele
 
   void textFieldDidChange();
   void textFieldDidBeginEditing(TextField & /*field*/) {}
-  /// Ignores the return key: the one that ends a scanned code must not confirm the quantity.
+  /// Ignores the Return key: the one that ends a scanned code must not confirm the quantity.
   bool textFieldShouldReturn(TextField & /*field*/) override { return true; }
   /// Accepts an edit that inserts at least one digit and results in at most four characters. This
-  /// excludes deleting; the user replaces or cancels a wrong entry.
+  /// rules out deletion; the user replaces or cancels a wrong entry.
   bool shouldChangeCharactersInRange(const TextField &field, qsizetype location, qsizetype length,
                                      const QString &replacement) override;
 

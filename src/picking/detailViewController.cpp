@@ -17,8 +17,8 @@
 namespace {
 
 constexpr int kPickingCompletedTag = 199;
-/// The segment of `segmAskForQty` with which the quantity field is enabled together with the scan
-/// field.
+/// While this segment of `segmAskForQty` is selected, the quantity field is enabled and disabled
+/// together with the scan field.
 constexpr int kAskForQty = 1;
 
 }  // namespace

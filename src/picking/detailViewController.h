@@ -131,7 +131,7 @@ class detailViewController : public ViewController,
   void showSaved(const BoxLine &line, const QString &box);
   void setScanningEnabled(bool isEnabled);
 
-  /// The position in the open box's lines of the line in `row` of the pick table.
+  /// The position in the open box of the line that `row` of the pick table shows.
   [[nodiscard]] std::size_t linePosition(int row) const;
   [[nodiscard]] bool isFiltered() const;
   void openKeypadForLoosePick(const LoosePick &loose);
@@ -139,15 +139,14 @@ class detailViewController : public ViewController,
   void refuseUnknownItem(const QString &code);
   void markRow(int row);
   void clearTotals();
-  /// Shows the open box's picked quantity and its difference to the ordered quantity.
+  /// Shows the open box's picked quantity and its difference from the ordered quantity.
   void showPickedTotals();
   /// Shows the open box and whether scans are accepted.
   void showOpenBox();
 
   PickingSession &m_session;
   ScanTrail m_scans;
-  /// The positions in the open box's lines of the lines that the filter shows; empty without a
-  /// filter.
+  /// The positions in the open box of the lines that the filter shows; empty if no filter is set.
   std::vector<std::size_t> m_arrayDisplay;
   WeakDelegate<QuantityChangedOnDetailViewDelegate> m_delegate;
   actionPickerViewController *m_actionPicker = nullptr;

@@ -101,7 +101,7 @@ void masterViewController::btnSearchOrderNoTouched() {
     return;
   }
   activityIndicator->startAnimating();
-  // The overlay prevents starting a picking, whose lists the answer would replace.
+  // The overlay prevents the user from starting a picking, whose lists the answer would replace.
   lblLookup->setHidden(false);
   environment().busy.begin(lblLookup->text());
   tblOrders->setEnabled(true);
@@ -166,7 +166,7 @@ void masterViewController::showHeader(const Delivery &delivery) {
 
 void masterViewController::importDelivery(const Delivery &delivery) {
   if (!m_session.importDelivery(delivery)) {
-    // The lists lack the earlier picks; picking from them would overwrite those.
+    // The lists lack the earlier picks, so a picking would overwrite those in the store.
     btnPicking->setEnabled(false);
     return;
   }
@@ -270,7 +270,7 @@ int masterViewController::numberOfRowsInSection(const TableView &table, int sect
 
 QVariant masterViewController::cellForRowAtIndexPath(const TableView & /*table*/, int row) {
   const PickList &entries = m_session.pickList();
-  // An import does not reload the table, which may still have the rows of a longer list.
+  // An import does not reload the table, which can still have the rows of a longer list.
   const auto index = static_cast<std::size_t>(row);
   return QVariant::fromValue(index < entries.size() ? boxTableViewCell::ofEntry(entries[index], row)
                                                     : boxTableViewCell());

@@ -62,7 +62,7 @@ Window {
     }
 
     // If the item with the keyboard focus disappears, the root screen gets the focus and passes it
-    // to its last focused item. While another program has the focus, nothing changes.
+    // to the item that had it last. While another program has the focus, nothing changes.
     onActiveFocusItemChanged: {
         if (active && (activeFocusItem === null || activeFocusItem === contentItem)) {
             root.forceActiveFocus();

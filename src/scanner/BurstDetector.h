@@ -9,7 +9,7 @@
 struct Burst {
   QString code;
   /// True if no key was pressed for `kPause` before the code, so text already in the field is not
-  /// the code's beginning.
+  /// part of it.
   bool isAfterPause = false;
 };
 
@@ -31,7 +31,7 @@ class BurstDetector {
   /// A code that starts this many milliseconds after the last key does not continue typed text.
   static constexpr std::uint64_t kPause = 1000;
 
-  /// Records a key press that typed `text` at `time`, in milliseconds since any fixed point.
+  /// Records a key press that typed `text` at `time`, in milliseconds since an arbitrary epoch.
   /// Returns true if it continues the current sequence, false if it starts a new one.
   bool type(const QString &text, std::uint64_t time);
   /// Records a Return at `time` and ends the sequence. Returns the code if a scanner sent it.
@@ -39,7 +39,7 @@ class BurstDetector {
   /// Ends the current sequence.
   void interrupt() { m_code.clear(); }
 
-  /// Returns true if the current sequence may be the beginning of a code.
+  /// Returns true if the current sequence could be the beginning of a code.
   [[nodiscard]] bool isPossible() const { return m_code.size() >= kShortestCode; }
   /// Returns true if the current sequence certainly comes from a scanner, even without a Return.
   [[nodiscard]] bool isCertain() const { return m_code.size() >= kCertainLength; }
@@ -49,7 +49,7 @@ class BurstDetector {
   }
 
  private:
-  /// The milliseconds since the last key; std::nullopt after a Return or if the clock went back.
+  /// The milliseconds since the last key; std::nullopt after a Return or if time went backwards.
   [[nodiscard]] std::optional<std::uint64_t> sinceLastKey(std::uint64_t time) const;
 
   QString m_code;

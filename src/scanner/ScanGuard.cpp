@@ -59,7 +59,7 @@ bool ScanGuard::eventFilter(QObject * /*watched*/, QEvent *event) {
 }
 
 void ScanGuard::press() {
-  // A held code does not belong to the touched item; it is placed when it is complete.
+  // A held code does not belong to the touched item; it goes to its field when it is complete.
   if (!isHolding() || !m_burst.isPossible()) {
     letGo();
     m_burst.interrupt();
@@ -141,7 +141,7 @@ int ScanGuard::holdingTime() const {
 }
 
 void ScanGuard::timerEvent(QTimerEvent * /*event*/) {
-  // If the event loop was blocked, further keys may be queued; process them first.
+  // If the event loop was blocked, more keys could be queued; process them first.
   if (m_sinceLastKey.hasExpired(2 * std::int64_t{holdingTime()})) {
     m_sinceLastKey.start();
     m_timer.start(0, this);

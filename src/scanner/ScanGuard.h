@@ -16,10 +16,11 @@ class Window;
 
 /// An event filter that routes the codes of a keyboard-mode scanner to the field that takes scans.
 ///
-/// A focused field that takes scans gets every key at once. Anywhere else, characters are held
-/// until it is clear who typed them. A person's characters are then delivered, after an
-/// imperceptible delay. A scanner's code goes to the field that currently takes scans; without such
-/// a field, or without its Return, it is refused. No other item receives characters of a code.
+/// A focused field that takes scans gets every key immediately. Anywhere else, characters are held
+/// until it is clear whether a person or a scanner sent them. A person's characters are then
+/// delivered, after an imperceptible delay. A scanner's code goes to the field that currently takes
+/// scans; if there is none, or if the code's Return is missing, the code is refused. No other item
+/// receives characters of a code.
 ///
 /// A code replaces older text in its field, such as the previous box number.
 class ScanGuard : public QObject {
@@ -42,8 +43,8 @@ class ScanGuard : public QObject {
 
  private:
   bool filterPress(const QKeyEvent &key);
-  /// Handles a mouse or touch press: delivers the characters typed before it, unless they may be a
-  /// code.
+  /// Handles a mouse or touch press: delivers the characters typed before it, unless they could be
+  /// a code.
   void press();
   bool filterRelease(const QKeyEvent &key);
   bool filterReturn(const QKeyEvent &key);
@@ -52,8 +53,7 @@ class ScanGuard : public QObject {
   [[nodiscard]] int holdingTime() const;
   /// Delivers the held keys in order.
   void letGo();
-  /// Delivers the held keys of a person and returns true; refuses those of a scanner and returns
-  /// false.
+  /// Delivers a person's held keys and returns true; refuses a scanner's and returns false.
   bool release(bool isScanners);
   void drop();
   void placeScan(const QString &code);

@@ -41,7 +41,7 @@ QTimeZone fixedZone(const Clock &clock) {
   return QTimeZone(clock.localZone().offsetFromUtc(clock.now()));
 }
 
-/// Writes the export file. A failure is only logged, because the mail contains the text too.
+/// Writes the export file. A failure is only logged, because the email contains the text too.
 void writeExportFile(const QString &path, const QString &text) {
   const QString failure = replaceFile(path, text.toUtf8());
   if (!failure.isEmpty()) {

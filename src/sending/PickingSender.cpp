@@ -17,8 +17,8 @@ namespace {
 constexpr std::chrono::seconds kSendTimeout{120};
 constexpr auto kAccepted = R"("0")";
 const QString kNoContact = QStringLiteral("Could not contact server");
-/// The number of bytes shown of an unexpected reply: laying out megabytes of text would block the
-/// window for minutes.
+/// The maximum number of bytes of an unexpected reply to show: laying out megabytes of text would
+/// block the window for minutes.
 constexpr qsizetype kShownBytes = 10'000;
 
 /// Decodes `reply`, or the beginning of a long one. Returns an empty string if it is not UTF-8.
@@ -27,7 +27,7 @@ QString shownText(const QByteArray &reply) {
     return utf8Text(reply).value_or(QString());
   }
   QStringDecoder decoder(QStringDecoder::Utf8);
-  // A stateful decoder leaves out a character that is cut at the end.
+  // A stateful decoder leaves out a character that is cut off at the end.
   const QString beginning = decoder(reply.first(kShownBytes));
   return decoder.hasError() ? QString() : beginning + QStringLiteral(" …");
 }
@@ -69,7 +69,7 @@ void PickingSender::didReceiveResponse(HttpConnection & /*connection*/) {
 }
 
 void PickingSender::didReceiveData(HttpConnection & /*connection*/, const QByteArray &data) {
-  // One byte more than is shown tells that the reply is longer.
+  // Keeps one byte more than is shown, so that a longer reply is detected.
   m_reply.append(data.first(std::min(data.size(), kShownBytes + 1 - m_reply.size())));
 }
 

@@ -19,15 +19,15 @@ class PickingSender : public QObject, public HttpConnectionDelegate {
   Q_OBJECT
 
  public:
-  /// @param alertDelegate  the delegate of all alerts
+  /// @param alertDelegate  the delegate for all alerts
   PickingSender(Environment &environment, ManagedObjectContext &context,
                 WeakDelegate<AlertViewDelegate> alertDelegate);
   ~PickingSender() override;
   PickingSender(const PickingSender &) = delete;
   PickingSender &operator=(const PickingSender &) = delete;
 
-  /// Sends all unsent picks of the delivery `doc` in one request. An alert reports the result. A
-  /// failed save of the sent marks aborts the process.
+  /// Sends all unsent picks of the delivery `doc` in one request. An alert reports the result. If
+  /// they cannot be marked as sent, aborts the process.
   void send(const QString &doc);
 
   void didReceiveResponse(HttpConnection &connection) override;

@@ -8,6 +8,5 @@
 #include <vector>
 
 /// Returns the body of a `sendpick` request: an indented JSON array with one object per row, cut by
-/// `PickingRules::cutReport`. Pick times are local times of `zone` in the form "yyyy-MM-dd
-/// HH:mm:ss".
+/// `PickingRules::cutReport`. Pick times are local times in `zone`, "yyyy-MM-dd HH:mm:ss".
 QByteArray sendPickBody(const std::vector<Picking> &rows, const QTimeZone &zone);

@@ -11,13 +11,13 @@
 #include <optional>
 
 /// The answer to a catalogue download. It keeps the received body and parses it in pieces, so that
-/// a catalogue of any size needs little memory beyond its body. It uses two threads: one for each
-/// half while the body is checked, later one for the next piece while the current one is processed.
+/// a catalogue of any size needs little memory beyond its body. It uses a second thread: first to
+/// check one half of the body, later to parse the next piece while the current one is processed.
 class CatalogueAnswer {
  public:
-  /// Checks the whole `body`: a JSON array of objects. A missing or null text reads as an empty
-  /// one, a number as its text; unknown keys are ignored. Returns std::nullopt if the body is not
-  /// UTF-8, not JSON, or of a different structure.
+  /// Checks the whole `body`: a JSON array of objects. A missing or null string reads as an empty
+  /// one, a number as its digits; unknown keys are ignored. Returns std::nullopt if the body is not
+  /// UTF-8, not JSON, or has a different structure.
   [[nodiscard]] static std::optional<CatalogueAnswer> read(QByteArray body);
 
   [[nodiscard]] std::size_t articleCount() const { return m_articleCount; }
@@ -30,8 +30,8 @@ class CatalogueAnswer {
  private:
   explicit CatalogueAnswer(QByteArray body);
 
-  /// Reads the articles of the pieces from `begin` up to `end` and returns their number. Throws
-  /// simdjson_error.
+  /// Reads the articles in the pieces from `begin` up to `end` (exclusive) and returns their
+  /// number. Throws simdjson_error if a piece is invalid.
   [[nodiscard]] std::size_t count(std::size_t begin, std::size_t end) const;
 
   QByteArray m_body;

@@ -16,7 +16,7 @@ struct Environment;
 struct StoreError;
 
 /// Downloads the catalogue and replaces the stored one, behind the busy overlay. The answer is
-/// parsed and stored on a worker thread. If the reload is destroyed before that has ended, the
+/// parsed and stored on a worker thread. If the reload is destroyed before that has finished, the
 /// stored catalogue stays unchanged.
 class CatalogueReload : public QObject, public HttpConnectionDelegate {
   Q_OBJECT
@@ -36,8 +36,8 @@ class CatalogueReload : public QObject, public HttpConnectionDelegate {
   void didFailWithError(HttpConnection &connection, const QString &description) override;
 
  signals:
-  /// The catalogue is replaced. Without a `result` the download or its parsing failed, and the
-  /// catalogue is unchanged.
+  /// Emitted when the catalogue has been replaced, or without a `result` if the download or the
+  /// parsing failed and the catalogue is unchanged.
   void finished(const std::optional<JsonResult> &result);
 
  private:

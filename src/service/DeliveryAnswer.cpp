@@ -13,7 +13,7 @@ using simdjson::dom::object;
 
 const QString kEmpty = QStringLiteral("");
 
-/// Reads a text that usually equals that of the previous line; equal texts share one QString.
+/// Reads a string that usually equals the previous line's; equal strings share their data.
 class RepeatedText {
  public:
   QString read(simdjson::dom::element value) {

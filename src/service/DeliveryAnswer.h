@@ -7,10 +7,10 @@
 
 #include <optional>
 
-/// Returns the data to keep of `answer`; std::nullopt if the answer could not be parsed.
+/// Returns the data to keep from `answer`; std::nullopt if the answer could not be parsed.
 std::optional<JsonResult> jsonResultOf(const std::optional<Delivery> &answer);
 
-/// Parses the answer to a lookup: a JSON array of objects. A missing or null text reads as an empty
-/// one, a missing or null quantity as 0; numbers and texts are converted to each other as needed.
-/// Returns std::nullopt if the body is not UTF-8, not JSON, or of a different structure.
+/// Parses the answer to a lookup: a JSON array of objects. A missing or null string reads as an
+/// empty one, a missing or null quantity as 0; numbers and strings are converted to each other as
+/// needed. Returns std::nullopt if the body is not UTF-8, not JSON, or has a different structure.
 std::optional<Delivery> parseDeliveryAnswer(const QByteArray &body);

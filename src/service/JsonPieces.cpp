@@ -61,7 +61,7 @@ simdjson::dom::array JsonPieces::Reader::read(std::size_t index) {
     m_text.back() = ']';
   }
   const simdjson::dom::array elements = m_parser.parse(m_text.data(), m_text.size(), false);
-  // Two commas in a row, or one before the closing bracket, leave an empty piece.
+  // Two commas in a row, or one before the closing bracket, result in an empty piece.
   if (elements.size() == 0 && !cuts.empty()) {
     throw simdjson::simdjson_error(simdjson::TAPE_ERROR);
   }

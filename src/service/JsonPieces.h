@@ -23,7 +23,8 @@ class JsonPieces {
    public:
     explicit Reader(const JsonPieces &pieces) : m_pieces(pieces) {}
 
-    /// Returns the elements of piece `index`, valid until the next call. Throws simdjson_error.
+    /// Returns the elements of piece `index`, valid until the next call. Throws simdjson_error if
+    /// the piece is invalid.
     simdjson::dom::array read(std::size_t index);
 
    private:

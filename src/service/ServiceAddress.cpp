@@ -14,7 +14,7 @@ bool needsEscape(char16_t c) {
   return c < 0x20 || c == 0x7F || kEscaped.find(static_cast<char>(c)) != std::string_view::npos;
 }
 
-/// Returns true if the path segments of `deliveryNumber` cannot leave the path of the lookup.
+/// Returns true if the path segments of `deliveryNumber` cannot lead out of the lookup's path.
 bool staysBelow(const QString &deliveryNumber) {
   const QStringList segments = deliveryNumber.section(u'?', 0, 0).split(u'/');
   return !segments.contains(QStringLiteral(".")) && !segments.contains(QStringLiteral(".."));

@@ -9,14 +9,14 @@
 /// The URLs of the order service on one host.
 class ServiceAddress {
  public:
-  /// `host` is HOST or HOST:PORT; an IPv6 address is in brackets.
+  /// `host` is HOST or HOST:PORT, with IPv6 addresses in brackets.
   explicit ServiceAddress(const QString &host);
 
   /// Returns why `host` cannot be used, or std::nullopt if it can.
   static std::optional<QString> objectionTo(const QString &host);
 
-  /// The URL for the order lines of one delivery. Empty if `deliveryNumber` is not ASCII or
-  /// contains a path segment "." or "..".
+  /// The URL for a delivery's order lines. Empty if `deliveryNumber` is not ASCII or contains a
+  /// path segment "." or "..".
   [[nodiscard]] QUrl getorderpercarton(const QString &deliveryNumber) const;
   /// The URL for the whole catalogue.
   [[nodiscard]] QUrl getitems() const;

@@ -16,7 +16,7 @@
 namespace {
 
 /// The number of SQLite virtual-machine instructions between two checks for an interruption
-/// request: a few milliseconds.
+/// request; they take a few milliseconds.
 constexpr int kStepsBetweenLooks = 100'000;
 
 int isInterruptionRequested(void * /*unused*/) {
@@ -79,7 +79,7 @@ struct CatalogueWriter::Replacement {
         transaction(*database, SQLite::TransactionBehavior::IMMEDIATE),
         schema(schemaOf(*database)),
         indexes(indexesOfItems(*database)) {
-    // Building the indexes at the end takes a fraction of the time of updating them at each insert.
+    // Building the indexes at the end is many times faster than updating them on each insert.
     for (const Index &index : indexes) {
       database->exec("DROP INDEX " + quoted(index.name));
     }
@@ -92,7 +92,7 @@ struct CatalogueWriter::Replacement {
       // Runs one statement only; further statements in the stored SQL are ignored.
       SQLite::Statement(*database, index.sql).exec();
     }
-    // In a manipulated file the name of an index may differ from the one in its SQL. Both would
+    // In a manipulated file, the name of an index can differ from the one in its SQL. Both would
     // exist now, and SQLite could not open the file again.
     if (schemaOf(*database) != schema) {
       throw SQLite::Exception("the indexes of the file are not what they seem", SQLITE_CORRUPT);

@@ -39,7 +39,7 @@ QString textAt(SQLite::Statement &statement, int column) {
   if (value.isNull()) {
     return {};
   }
-  // getText() converts a value of another type to text; getBytes() is the text's size only then.
+  // getText() must come first: it converts a value of another type, whose size then changes.
   const char *text = value.getText();
   return textOfUtf8({text, static_cast<std::size_t>(value.getBytes())});
 }
@@ -80,7 +80,7 @@ PickTimes united(const PickTimes &a, const PickTimes &b) {
 void widenToDeliveries(std::vector<DeliveryPickTimes> &groups) {
   for (auto first = groups.begin(); first != groups.end();) {
     const auto last = std::find_if(first, groups.end(), [&](const DeliveryPickTimes &entry) {
-      // A null and an empty number are two deliveries, though QString compares them equal.
+      // A null and an empty number are different deliveries, though QString compares them equal.
       return entry.doc != first->doc || entry.doc.isNull() != first->doc.isNull();
     });
     PickTimes times = first->times;
@@ -93,7 +93,7 @@ void widenToDeliveries(std::vector<DeliveryPickTimes> &groups) {
   }
 }
 
-/// Runs `statement` with the bound texts `arguments` and reads every row with `read`.
+/// Runs `statement` with `arguments` bound as text and reads every row with `read`.
 template <class Read, class... Texts>
 auto rowsOf(SQLite::Statement &statement, const Read &read, const Texts &...arguments) {
   std::vector<decltype(read(statement))> rows;
@@ -116,8 +116,7 @@ struct ManagedObjectContext::Statements {
         commit(database, "COMMIT"),
         pickingsOfOrder(database, "SELECT " PICKING_COLUMNS
                                   "FROM Picking WHERE doc IS ? AND ordernum IS ? ORDER BY rowid"),
-        // With OR over the two columns the planner would not read only the first entry of each
-        // index.
+        // With OR on the two columns, SQLite would read more than the first entry of each index.
         itemsForCode(database,
                      "SELECT barcode, item, descr FROM Items WHERE rowid = (SELECT min(first) FROM "
                      "(SELECT min(rowid) AS first FROM Items WHERE item = ?1 UNION ALL "
@@ -189,7 +188,7 @@ void ManagedObjectContext::change(const Change &apply) {
   if (!m_statements) {
     m_changeError = kNoStore;
   }
-  // A failure may have ended the transaction; a further change would then be committed at once.
+  // A failure may have ended the transaction; a further change would then commit immediately.
   if (m_changeError) {
     return;
   }

@@ -20,7 +20,7 @@ struct PickTimes {
 };
 
 /// A delivery number with one value of `sent`. The times are those of all picks of the delivery,
-/// with any `sent`.
+/// whatever their `sent`.
 struct DeliveryPickTimes {
   QString doc;
   std::int32_t sent = 0;
@@ -31,8 +31,8 @@ struct DeliveryPickTimes {
 /// commits.
 ///
 /// A fetch sees unsaved changes and returns the rows in insertion order. It returns std::nullopt,
-/// which is different from no rows, if the store cannot be read. A null argument matches the rows
-/// whose column is NULL.
+/// not an empty list, if the store cannot be read. A null argument of a fetch of picks matches the
+/// rows whose column is NULL.
 ///
 /// A change does not report its failure: the next `save` does, and changes after the failed one are
 /// dropped.
@@ -50,7 +50,8 @@ class ManagedObjectContext {
 
   /// The picks of one order of a delivery.
   [[nodiscard]] Pickings pickingsOfOrder(const QString &doc, const QString &ordernum);
-  /// The first article whose item code or barcode is `code`; no element if there is none.
+  /// The first article whose item code or barcode is `code`; an empty list if there is none or
+  /// `code` is null.
   [[nodiscard]] std::optional<std::vector<Items>> itemsForCode(const QString &code);
   /// The picks of one line: of one item in one box.
   [[nodiscard]] Pickings pickingsOfLine(const QString &doc, const QString &box,

@@ -17,7 +17,7 @@ class ManagedObjectModel {
   struct Entity {
     QString name;
     std::vector<Attribute> attributes;
-    /// For each index the names of its attributes, in order.
+    /// For each index, the names of its attributes, in order.
     std::vector<QStringList> indexes;
   };
 

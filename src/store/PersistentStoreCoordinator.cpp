@@ -23,7 +23,7 @@ namespace {
 
 using Entity = ManagedObjectModel::Entity;
 
-/// How long a statement waits for a lock of another connection, such as a backup's.
+/// How long a statement waits for a lock held by another connection, such as a backup's.
 constexpr int kBusyTimeoutMilliseconds = 5000;
 
 std::string quoted(const QString &name) {
@@ -91,8 +91,8 @@ bool isNew(SQLite::Database &database) {
   return database.execAndGet("SELECT count(*) FROM sqlite_master").getInt() == 0;
 }
 
-/// Throws std::runtime_error if the file is damaged. With two tables that share a page, a write to
-/// one overwrites rows of the other; a B-tree with a cycle would be read forever.
+/// Throws std::runtime_error if the file is damaged. If two tables share a page, a write to one
+/// overwrites rows of the other; a B-tree with a cycle would be read forever.
 void requireWhole(SQLite::Database &database) {
   std::string finding = database.execAndGet("PRAGMA quick_check(1)").getString();
   if (finding != "ok") {
@@ -136,8 +136,8 @@ void requireVersion(SQLite::Database &database, const ManagedObjectModel &model,
 }
 
 /// Claims the file at `path` and the files that SQLite keeps beside it; throws std::runtime_error
-/// if one of them is not a regular file of this user. Creates a missing file with mode 0600 before
-/// SQLite writes data to it.
+/// if one of them is not a regular file owned by this user. Creates a missing file with mode 0600
+/// before SQLite writes data to it.
 void claimStore(const QString &path) {
   for (const QString &name : {path, path + QStringLiteral("-wal"), path + QStringLiteral("-shm"),
                               path + QStringLiteral("-journal")}) {

@@ -30,7 +30,7 @@ class PersistentStoreCoordinator {
   bool addPersistentStore(const QString &path, Migration migration);
 
   /// Opens another connection to the existing store at `path`, with the same durability settings.
-  /// Throws SQLite::Exception.
+  /// Throws SQLite::Exception if the store cannot be opened.
   static std::unique_ptr<SQLite::Database> connectTo(const QString &path);
 
   [[nodiscard]] bool hasStore() const { return m_database != nullptr; }

@@ -11,12 +11,12 @@ class StoreLock {
  public:
   explicit StoreLock(const Folders &folders)
       : m_file(folders.documents() + QStringLiteral("/QIR_Pick.lock")) {
-    // The lock never expires by age: a picking may last for days.
+    // The lock never expires by age: a picking can last for days.
     m_file.setStaleLockTime(0);
   }
 
   /// Returns false if another process holds the lock, or if the lock file cannot be created or is
-  /// not a regular file of this user (the latter is logged).
+  /// not a regular file owned by this user (the latter is logged).
   [[nodiscard]] bool acquire() {
     const QString objection = claimFile(m_file.fileName());
     if (!objection.isEmpty()) {

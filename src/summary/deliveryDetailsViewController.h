@@ -26,7 +26,7 @@ class deliveryDetailsViewController : public ViewController, public TableViewDat
   explicit deliveryDetailsViewController(Environment &environment, QObject *parent = nullptr);
 
   [[nodiscard]] const std::shared_ptr<const ItemLines> &arrayItems() const { return m_arrayItems; }
-  /// Sets the lines of the summary; they are shown at the next `viewWillAppear`.
+  /// Sets the lines of the summary; they are shown on the next `viewWillAppear`.
   void setArrayItems(std::shared_ptr<const ItemLines> items) { m_arrayItems = std::move(items); }
 
   void viewDidLoad() override;

@@ -4,7 +4,7 @@
 
 struct BoxLine;
 
-/// The cell of a row or of the header of the pick table and the summary.
+/// The cell of a row or header of the pick table and the summary.
 struct pickTableCell {
   Q_GADGET
   Q_PROPERTY(CellLabel item MEMBER item CONSTANT)

@@ -21,7 +21,7 @@ struct AlertView {
   /// Distinguishes the alerts of one delegate.
   int tag = 0;
   WeakDelegate<AlertViewDelegate> delegate = {};
-  /// Called with the pressed button, before the delegate is told. Optional.
+  /// Called with the pressed button, before the delegate. Optional.
   std::function<void(int buttonIndex)> action = {};
 };
 
@@ -43,8 +43,8 @@ class AlertStack : public QAbstractListModel {
   enum Role { TitleRole = Qt::UserRole, MessageRole, ButtonsRole, CancelButtonRole };
 
   void show(const AlertView &alert);
-  /// Removes the alert at `row` and reports its pressed button `buttonIndex`. Does nothing if there
-  /// is no such alert or button.
+  /// Removes the alert at `row` and reports that its button `buttonIndex` was pressed. Does nothing
+  /// if there is no such alert or button.
   Q_INVOKABLE void answer(int row, int buttonIndex);
 
   [[nodiscard]] int count() const { return static_cast<int>(m_alerts.size()); }

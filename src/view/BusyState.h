@@ -4,8 +4,8 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
-/// The state of long work that blocks the user: while it is active, an overlay covers all screens,
-/// blocks input and shows a title and the progress.
+/// The state of long-running work: while it is active, an overlay covers all screens, blocks input
+/// and shows a title and the progress.
 class BusyState : public QObject {
   Q_OBJECT
   QML_ELEMENT

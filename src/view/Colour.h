@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// The colours that controllers speak of; what they look like is the theme's business.
+/// The colour names that controllers use; Theme.qml maps them to colour values.
 enum class Colour { clear, black, blue, red, green, yellow, grey, lightGrey, darkGrey };
 
 /// Returns the name of `colour` in Theme.qml, for example "lightGrey".

@@ -14,7 +14,7 @@
 #include <memory>
 
 /// The services of the device and the state shared by all screens. `main` builds it once and passes
-/// it down; tests build it with substitutes.
+/// it down; tests build it with test doubles.
 struct Environment {
   std::unique_ptr<Clock> clock;
   std::unique_ptr<HttpClient> http;

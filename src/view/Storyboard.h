@@ -22,8 +22,8 @@ class Storyboard {
   /// Creates a controller for the screen `identifier`; returns nullptr if there is no such screen.
   ViewController *instantiateViewController(const QString &identifier, Environment &environment,
                                             QObject *owner) const;
-  /// The screen identifier that the transition `identifier` leads to; empty for a return segue and
-  /// an unknown one.
+  /// The identifier of the screen that the transition `identifier` leads to; empty if it is unknown
+  /// or a return segue.
   [[nodiscard]] QString destinationOfSegue(const QString &identifier) const;
   [[nodiscard]] bool isReturnSegue(const QString &identifier) const;
 

@@ -96,8 +96,8 @@ class ViewController : public QObject {
   /// The field for a scan that arrives while another item has the keyboard focus; nullptr if this
   /// screen takes no scan now.
   [[nodiscard]] virtual TextField *scanField() const;
-  /// Tells this controller, its children and the presented controller that the scan of `code` was
-  /// refused.
+  /// Notifies this controller, its children and the presented controller that the scan of `code`
+  /// was refused.
   virtual void noteRefusedScan(const QString &code);
 
   /// The position and size of this overlay in the view below it, in points; empty to fill it.
@@ -112,7 +112,8 @@ class ViewController : public QObject {
   void presentedChanged();
   void overlayChanged();
   void frameChanged();
-  /// A flip from the view `from` to the view `to` starts; nullptr means this controller's own view.
+  /// Emitted to start a flip from the view `from` to the view `to`; nullptr means this controller's
+  /// view.
   void flipped(ViewController *from, ViewController *to, bool fromLeft);
 
  protected:

@@ -29,9 +29,9 @@ class Window : public QObject {
   /// Both must outlive the window.
   Window(ViewController &root, Environment &environment);
 
-  /// Fills the screen, without a frame.
+  /// Show a frameless full-screen window.
   bool fullScreen = false;
-  /// Shows an on-screen keyboard inside the window.
+  /// Show an on-screen keyboard inside the window.
   bool onScreenKeyboard = false;
 
   [[nodiscard]] ViewController *rootViewController() const { return &m_root; }
@@ -42,11 +42,11 @@ class Window : public QObject {
   /// The field for a scan that arrives while another item has the keyboard focus; nullptr if no
   /// scan is accepted now.
   [[nodiscard]] TextField *scanField() const;
-  /// Rejects the scan of `code`: plays the error tone and tells the screens.
+  /// Rejects the scan of `code`: plays the error tone and notifies the screens.
   void refuseScan(const QString &code);
 
-  /// Announces a press that is no event of the window, such as one by a screen reader. Call it
-  /// before the press.
+  /// Announces a press that is not a window event, such as one by a screen reader. Call it before
+  /// the press.
   Q_INVOKABLE void press() { emit pressing(); }
 
   /// For a platform that draws a status bar above the window.

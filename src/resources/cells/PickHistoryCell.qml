@@ -1,7 +1,7 @@
 import QtQuick
 import CartonPick
 
-// The content of a row or of the header of the history: in one line, or in two if it is narrow.
+// Contents of a history row or header, on one line or, if it is narrow, on two.
 Item {
     id: content
 

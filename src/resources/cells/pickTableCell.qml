@@ -3,9 +3,9 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import CartonPick
 
-// The content of a row or of the header of the pick table. With enough width, everything is in one
-// line; in a narrower table the barcode is below the item code; in the narrowest the description is
-// in the second line too.
+// Contents of a pick table row or header. If it is wide enough, everything is on one line; if it is
+// narrower, the barcode is below the item code; if it is narrowest, the description is on the
+// second line too.
 Item {
     id: content
 

@@ -4,8 +4,8 @@ import QtQuick
 import QtQuick.Layouts
 import CartonPick
 
-// A modal message or question. The answer is a touch or Space on a button, or Escape for the cancel
-// button, but never Return.
+// A modal message or question. It is answered by a touch or Space on a button, or by Escape for the
+// cancel button, but never by Return.
 ModalPopup {
     id: dialog
 

@@ -9,7 +9,7 @@ TextField {
 
     required property TextFieldOutlet outlet
     property string caption: ""
-    // If true, a touch shows the on-screen keyboard. Getting the focus in another way does not.
+    // If true, a touch shows the on-screen keyboard. Gaining the focus in another way does not.
     property bool wantsScreenKeyboard: true
 
     objectName: outlet.objectName

@@ -1,8 +1,8 @@
 import QtQuick
 import CartonPick.View
 
-// The flip animation: turns a view over and swaps its content halfway, when it is seen edge-on. The
-// calls of `add` are queued.
+// The flip animation: turns a view over and swaps its content halfway, when it is seen edge-on.
+// Flips added while one is running are queued.
 SequentialAnimation {
     id: flip
 

@@ -20,7 +20,7 @@ ModalPopup {
 
     contentItem: Loader {
         focus: true
-        // By URL, because ViewHost and FormSheet refer to each other.
+        // Loaded by URL, because ViewHost and FormSheet refer to each other.
         Component.onCompleted: setSource("ViewHost.qml", {
             "controller": sheet.controller,
             "focus": true

@@ -2,12 +2,12 @@ import QtQuick
 import QtQuick.VirtualKeyboard
 import CartonPick
 
-// The on-screen keyboard at the bottom of the window, for tablets without keys.
+// The on-screen keyboard at the bottom of the window, for tablets without a physical keyboard.
 Item {
     id: keyboard
 
-    // Returns by how many points the keyboard would cover `item`, a part of `screen`, and the gap
-    // below it if `screen` were not moved.
+    // Returns how far `screen` must move up, in points, so that the keyboard does not cover `item`,
+    // a part of `screen`, or the gap below it.
     function heightOver(item, screen) {
         if (item === null || !panel.active) {
             return 0;

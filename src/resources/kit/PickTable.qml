@@ -9,7 +9,7 @@ Item {
     id: table
 
     required property TableViewOutlet outlet
-    // Shown if there are no rows.
+    // Shown when there are no rows.
     property string emptyText: ""
     // The height of the titles and three rows.
     readonly property int minimumHeight: header.height + 3 * list.rowHeight

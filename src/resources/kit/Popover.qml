@@ -17,7 +17,7 @@ ModalPopup {
     readonly property real roomBelow: parent.height - below.y - distance - 8
     readonly property real roomAbove: below.y - anchorItem.height - distance - 8
     readonly property bool isBelow: roomBelow >= Math.min(wantedHeight, roomAbove)
-    // Grow with the text size.
+    // The size grows with the text size.
     readonly property real wantedWidth: Math.max(300, controller.preferredContentSize.width) * Theme.textScale
     readonly property real wantedHeight: Math.max(3 * (Theme.touch + 6), controller.preferredContentSize.height * Theme.textScale) + 12
 
@@ -79,7 +79,7 @@ ModalPopup {
 
     contentItem: Loader {
         focus: true
-        // By URL, because ViewHost and Popover refer to each other.
+        // Loaded by URL, because ViewHost and Popover refer to each other.
         Component.onCompleted: setSource("ViewHost.qml", {
             "controller": popover.controller,
             "focus": true

@@ -2,8 +2,8 @@ pragma Singleton
 
 import QtQuick
 
-// Presses by a screen reader. They are no events of the window, so without these checks they would
-// reach items below a modal sheet and overtake held key events.
+// Presses by a screen reader. They are not window events, so without these checks they would reach
+// items below a modal sheet and overtake held key events.
 QtObject {
     id: presses
 

@@ -29,8 +29,8 @@ Flickable {
     onImplicitHeightChanged: Qt.callLater(measure)
     // qmllint enable
 
-    // Not a binding: it would loop, because the layout computes its implicit height while its
-    // height is set.
+    // Not a binding, because it would loop: the layout computes its implicit height while its
+    // height is being set.
     function measure() {
         contentHeight = Math.max(height, implicitHeight);
     }

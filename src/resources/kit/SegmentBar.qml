@@ -4,7 +4,7 @@ import QtQuick
 import CartonPick
 import CartonPick.View
 
-// The segments for a segmented control outlet: in one row, or in two columns if they do not fit.
+// The segments of a segmented control outlet: in one row, or in two columns if they do not fit.
 Grid {
     id: bar
 

@@ -20,7 +20,7 @@ FocusScope {
         border.width: screen.controller.frame.width > 0 ? 2 : 0
         border.color: Theme.header
 
-        // Keeps touches from the screen below.
+        // Blocks touches on the screen below.
         MouseArea {
             anchors.fill: parent
         }

@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import CartonPick
 import CartonPick.App
 
-// The first screen, with the ways to the picking, the history, the demo and the display settings.
+// The start screen, which leads to picking, the history, the demo and the display settings.
 FocusScope {
     id: screen
 

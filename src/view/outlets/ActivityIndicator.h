@@ -2,7 +2,7 @@
 
 #include "view/outlets/Outlet.h"
 
-/// A spinner for running work.
+/// A spinner that shows running work.
 class ActivityIndicator : public Outlet {
   Q_OBJECT
   QML_NAMED_ELEMENT(ActivityIndicatorOutlet)

@@ -3,8 +3,8 @@
 #include "view/Colour.h"
 #include "view/outlets/Outlet.h"
 
-/// A button outlet: title, title colour, enabled state and border. The screen calls the
-/// controller's action for a touch.
+/// A button outlet: title, title colour, enabled state and border. On a touch, the screen calls the
+/// controller's action.
 class Button : public Outlet {
   Q_OBJECT
   QML_NAMED_ELEMENT(ButtonOutlet)

@@ -4,7 +4,7 @@
 #include <QtQml/qqmlregistration.h>
 
 /// The base class of all outlets: the observable state of one item of a screen. The item's
-/// objectName is the outlet's name; `changed` reports every change of what the item shows.
+/// objectName is the outlet's name; `changed` is emitted when what the item shows has changed.
 class Outlet : public QObject {
   Q_OBJECT
   QML_ANONYMOUS

@@ -41,7 +41,7 @@ class TableViewDataSource {
   virtual void accessoryButtonTappedForRowWithIndexPath(TableView & /*table*/, int /*row*/) {}
 };
 
-/// A table outlet: the list model of the item that draws it. The number of rows changes only at
+/// A table outlet: the list model of the item that draws it. The number of rows changes only on
 /// `reloadData`; a cell is requested from the data source only when a visible row needs it.
 class TableView : public QAbstractListModel {
   Q_OBJECT
@@ -71,26 +71,25 @@ class TableView : public QAbstractListModel {
   /// False if a touch on a row does nothing; true by default. Such a table can still be scrolled.
   void setAllowsSelection(bool allows) { m_allowsSelection = allows; }
 
-  /// Updates the number of rows and schedules one redraw of the visible rows; several calls before
-  /// the event loop runs cause one redraw. Keeps the scroll position; clears the selection and the
-  /// cell background.
+  /// Updates the number of rows and schedules a redraw of the visible rows, one for all calls until
+  /// the event loop runs. Keeps the scroll position; clears the selection and the painted row.
   void reloadData();
-  /// Asks the data source for the number of rows at every call.
+  /// Asks the data source for the number of rows on every call.
   [[nodiscard]] int numberOfRows() const;
 
-  /// The selected row; -1 for none.
+  /// The selected row; -1 if there is none.
   [[nodiscard]] int selectedRow() const { return m_selectedRow; }
   /// Selects `row` and scrolls it to the middle of the table. Does nothing if there is no such row.
   void selectRow(int row);
-  /// The row that is painted as if it were selected, until the next reload; -1 for none.
+  /// The row that is painted as if it were selected, until the next reload; -1 if there is none.
   [[nodiscard]] int paintedRow() const { return m_paintedRow; }
-  /// Paints `row` in place of the row painted before. A row that does not exist changes nothing.
+  /// Paints `row` instead of the previously painted one. Does nothing if there is no such row.
   void paintRow(int row);
   /// Scrolls to the first row.
   void scrollToTop() { emit scrolledToTop(); }
 
-  /// Handles a touch on `row`: selects it and tells the data source. Does nothing if the table is
-  /// disabled or there is no such row.
+  /// Handles a touch on `row`: selects it and notifies the data source. Does nothing if the table
+  /// is disabled or does not allow selection, or if there is no such row.
   Q_INVOKABLE void touchRow(int row);
 
   [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;

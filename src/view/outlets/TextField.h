@@ -5,16 +5,16 @@
 
 class TextField;
 
-/// Handles the return key of a text field and decides which edits it accepts.
+/// Handles the Return key of a text field and decides which edits it accepts.
 class TextFieldDelegate {
  public:
   virtual ~TextFieldDelegate() = default;
 
-  /// Handles the return key in `field`. The result is not used.
+  /// Handles the Return key in `field`. The result is not used.
   virtual bool textFieldShouldReturn(TextField &field) = 0;
 
-  /// Returns true if the `length` characters of `field` from position `location` may be replaced by
-  /// `replacement`. Called before every edit by keys, paste or input method.
+  /// Returns true if the `length` characters of `field` from position `location` can be replaced
+  /// with `replacement`. Called before every edit by keys, paste or input method.
   virtual bool shouldChangeCharactersInRange(const TextField & /*field*/, qsizetype /*location*/,
                                              qsizetype /*length*/,
                                              const QString & /*replacement*/) {
@@ -53,7 +53,7 @@ class TextField : public Outlet {
   /// Called by the screen when its item gains or loses the keyboard focus.
   void setFirstResponder(bool firstResponder) { change(m_firstResponder, firstResponder); }
 
-  /// Returns true if scanned codes may be entered here.
+  /// Returns true if this field accepts scanned codes.
   [[nodiscard]] bool takesScans() const { return m_takesScans; }
   void setTakesScans(bool takesScans) { m_takesScans = takesScans; }
 
@@ -71,7 +71,7 @@ class TextField : public Outlet {
 
   /// Sets the text after an edit by keys, paste or input method, and emits `editingChanged`.
   Q_INVOKABLE void edit(const QString &text);
-  /// Handles the return key.
+  /// Handles the Return key.
   Q_INVOKABLE void pressReturn();
 
  signals:
