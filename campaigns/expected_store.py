@@ -6,7 +6,7 @@ SHOWN = 5
 
 
 class ExpectedStore:
-    """Confirmed changes must be in the store. A change that is not yet confirmed must be there
+    """Confirmed changes must be in the store. A change that is not yet confirmed must be in it
     completely or not at all."""
 
     def __init__(self, contents):
@@ -34,7 +34,7 @@ class ExpectedStore:
         return bool(self._changed_rows) or self._new_catalogue is not None
 
     def begin_rows(self, rows):
-        """Begins a change of these rows, given by line. A row without a time may get any time."""
+        """Begins a change of these rows, given by line. A row without a time matches any time."""
         self._changed_rows = rows
 
     def begin_catalogue(self, catalogue):

@@ -27,7 +27,7 @@ def delivery_to_send(number):
 
 
 def articles(edition):
-    """Returns a catalogue. All editions have the same codes, but none of the same articles."""
+    """Returns a catalogue. All editions have the same codes but different descriptions."""
     return [{"barcode": f"50{number:011}", "item": f"A{number:06}",
              "descr": f"ARTICLE {number} – EDITION {edition}"} for number in range(ARTICLES)]
 

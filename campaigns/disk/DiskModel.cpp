@@ -36,7 +36,7 @@ void DiskModel::open(const Path &file) {
   const auto content =
       std::make_shared<Content>(Content{m_isTold ? std::string() : bytesOf(file), {}});
   m_names[file] = content;
-  // An empty file is new, and its folder is not synchronised yet.
+  // An empty file is new, and its folder has not been synced yet.
   if (!content->certain.empty()) {
     m_certainNames[file] = content;
   }

@@ -9,9 +9,9 @@
 #include <string_view>
 #include <vector>
 
-/// A model of a disk that can lose power. Until a file is synchronised, each of its changes may or
-/// may not be on the disk, in any order; a write may be there in part, in whole sectors. Until its
-/// folder is synchronised, a new or removed name may or may not be on the disk.
+/// A model of a disk that can lose power. Until a file is synced, any of its changes may or may not
+/// be on the disk, in any order; a write can be there in part, in whole sectors. Until its folder
+/// is synced, the creation or removal of a file may or may not be on the disk.
 class DiskModel {
  public:
   using Path = std::filesystem::path;
@@ -20,23 +20,24 @@ class DiskModel {
 
   explicit DiskModel(std::uint32_t seed) : m_random(seed) {}
 
-  /// Starts with the files of `image` as the disk's contents of `folder`, whatever `folder` has.
+  /// Starts with the files of `image` as what is on the disk in `folder`, even if the files visible
+  /// there differ.
   void startFrom(const Path &image, const Path &folder);
 
-  /// Adds a file with its current contents, or an empty one after startFrom(). Does nothing if the
-  /// file is known.
+  /// Adds a file with its visible contents, or an empty one after startFrom(). Does nothing if the
+  /// file has already been added.
   void open(const Path &file);
   void write(const Path &file, std::uint64_t offset, std::string_view bytes);
   void truncate(const Path &file, std::uint64_t size);
   void remove(const Path &file);
   void syncFile(const Path &file);
   void syncNames();
-  /// Marks a failed synchronisation. Changes that are not on the disk by then never reach it.
+  /// Simulates a failed sync. Changes that are not on the disk by then never reach it.
   void failSync(const Path &file);
 
-  /// Writes into the empty `folder` a random state in which a power loss now may leave the disk.
+  /// Writes to the empty `folder` a random one of the states that a power loss now could leave.
   void writeAfterPowerLoss(const Path &folder);
-  /// Writes into `folder` everything that is certainly on the disk.
+  /// Writes to `folder` everything that is certainly on the disk.
   void writeCertain(const Path &folder) const;
 
  private:

@@ -6,9 +6,9 @@
 
 namespace {
 
-/// The files that remain after a connection is closed.
+/// The files that persist after the connection is closed.
 constexpr int kLastingFile = SQLITE_OPEN_MAIN_DB | SQLITE_OPEN_MAIN_JOURNAL | SQLITE_OPEN_WAL;
-/// SQLite also synchronises the folder with the first synchronisation of one of these files.
+/// The first sync of one of these files also syncs its folder.
 constexpr int kLog = SQLITE_OPEN_MAIN_JOURNAL | SQLITE_OPEN_WAL;
 
 }  // namespace
@@ -17,7 +17,7 @@ constexpr int kLog = SQLITE_OPEN_MAIN_JOURNAL | SQLITE_OPEN_WAL;
 struct FaultyVfs::File {
   sqlite3_file base;
   FaultyVfs *vfs;
-  /// Empty if the file does not remain after the connection is closed.
+  /// Empty if the file does not persist after the connection is closed.
   std::string path;
   bool syncsNames;
 

@@ -8,17 +8,17 @@
 #include <sqlite3.h>
 #include <string>
 
-/// A VFS of SQLite that counts its operations and can make them fail. All connections that are
-/// opened during its lifetime use it. There must be only one at a time.
+/// An SQLite VFS that counts its operations and can make them fail. All connections opened during
+/// its lifetime use it. Only one can exist at a time.
 ///
-/// A failing write writes half of its bytes. Unlocking and closing are not counted and always
-/// succeed.
+/// A failing write writes half of its bytes. Unlocking and closing are not counted and never fail
+/// on purpose.
 class FaultyVfs {
  public:
   enum class Fault {
     Once,
     ForGood,
-    /// From then on only the operations that need disk space fail.
+    /// From then on, only operations that need disk space fail.
     DiskFull
   };
   enum class Operation {
@@ -40,13 +40,13 @@ class FaultyVfs {
   FaultyVfs(const FaultyVfs &) = delete;
   FaultyVfs &operator=(const FaultyVfs &) = delete;
 
-  /// Lets the operation with this number fail. The first operation is 1; 0 is none.
+  /// Makes the operation with this number fail, counted from 1; 0 stops all failures.
   void failAt(std::int64_t number, Fault fault);
   /// Passes all changes on to `disk`, which must outlive this object. Null by default.
   void setDisk(DiskModel *disk) { m_disk = disk; }
   using Observer = std::function<void(std::int64_t number, Operation operation)>;
 
-  /// Sets the function that is called before every operation, for one operation at a time.
+  /// Sets the function that is called before every operation; calls never overlap.
   void setObserver(Observer observer) { m_observer = std::move(observer); }
   /// Sets the function that is called before the first operation that fails.
   void setFaultObserver(Observer observer) { m_faultObserver = std::move(observer); }

@@ -30,18 +30,18 @@ int rowsIn(SQLite::Database &store) {
   return store.execAndGet("SELECT count(*) FROM Picks").getInt();
 }
 
-/// Returns SQLite's extended error code of `statement`, or 0 if it succeeds.
+/// Executes `statement`. Returns SQLite's extended error code, or SQLITE_OK.
 int codeOf(SQLite::Database &store, const char *statement) {
   return store.tryExec(statement) == SQLITE_OK ? SQLITE_OK : store.getExtendedErrorCode();
 }
 
-/// The store as plain SQLite finds it after a power loss.
+/// The state of the store after a power loss, as read through SQLite's own VFS.
 struct Found {
   QString integrity;
   int rows = 0;
 };
 
-/// Returns what a power loss at this moment leaves of the store on `disk`.
+/// Returns the state of the store if `disk` lost power now.
 Found afterPowerLoss(DiskModel &disk) {
   const QTemporaryDir folder;
   disk.writeAfterPowerLoss(folder.path().toStdString());
@@ -51,8 +51,8 @@ Found afterPowerLoss(DiskModel &disk) {
           store.execAndGet("SELECT count(*) FROM Picks").getInt()};
 }
 
-/// Inserts rows with `synchronous`, one per commit, and loses power after each commit. Returns how
-/// often a row was missing.
+/// Inserts rows under the pragma `synchronous`, one per commit, and simulates a power loss after
+/// each commit. Returns the number of losses after which a row was missing.
 int losses(const char *synchronous) {
   const QTemporaryDir folder;
   DiskModel disk(1);
@@ -77,7 +77,7 @@ class FaultyVfsTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void withoutAFaultItWorksLikeTheRealVfs() {
+  void withoutFaultsItBehavesLikeTheRealVfs() {
     const QTemporaryDir folder;
     {
       const FaultyVfs vfs;
@@ -90,7 +90,7 @@ class FaultyVfsTest : public QObject {
     QCOMPARE(rowsIn(store), 1);
   }
 
-  void itsDestructorRestoresTheRealVfs() {
+  void theRealVfsIsRestoredOnDestruction() {
     const std::string real = sqlite3_vfs_find(nullptr)->zName;
     {
       const FaultyVfs vfs;
@@ -99,7 +99,7 @@ class FaultyVfsTest : public QObject {
     QCOMPARE(std::string(sqlite3_vfs_find(nullptr)->zName), real);
   }
 
-  void onlyTheOperationWithThatNumberFails() {
+  void aTransientFaultFailsOnlyTheGivenOperation() {
     const QTemporaryDir folder;
     FaultyVfs vfs;
     SQLite::Database store = openStore(folder.path());
@@ -120,7 +120,7 @@ class FaultyVfsTest : public QObject {
              store.execAndGet("SELECT count(*) FROM Picks WHERE id = 1").getInt() + failures);
   }
 
-  void allOperationsFromThatNumberOnFail() {
+  void aPermanentFaultFailsAllLaterOperations() {
     const QTemporaryDir folder;
     FaultyVfs vfs;
     SQLite::Database store = openStore(folder.path());
@@ -131,7 +131,7 @@ class FaultyVfsTest : public QObject {
     }
   }
 
-  void aFullDiskReportsThatItIsFullAndCanBeRead() {
+  void aFullDiskFailsWritesWithSqliteFullButCanBeRead() {
     const QTemporaryDir folder;
     FaultyVfs vfs;
     SQLite::Database store = openStore(folder.path());
@@ -141,7 +141,7 @@ class FaultyVfsTest : public QObject {
     QCOMPARE(rowsIn(store), 0);
   }
 
-  void aFaultIsReportedWithItsOperation() {
+  void onlyTheFirstFailureIsReportedWithItsOperation() {
     const QTemporaryDir folder;
     FaultyVfs vfs;
     SQLite::Database store = openStore(folder.path());
@@ -159,7 +159,7 @@ class FaultyVfsTest : public QObject {
     QCOMPARE(reported.front().second, FaultyVfs::Operation::Write);
   }
 
-  void aFailedWriteWritesHalf() {
+  void aFailedWriteWritesHalfOfItsBytes() {
     const QTemporaryDir folder;
     FaultyVfs vfs;
     sqlite3_vfs *registered = sqlite3_vfs_find("faulty");
@@ -178,16 +178,14 @@ class FaultyVfsTest : public QObject {
     QCOMPARE(written.readAll(), "1234");
   }
 
-  void synchronisedDataSurvivesEveryPowerLoss() {
-    QCOMPARE(losses("PRAGMA synchronous = FULL"), 0);
-  }
+  void syncedDataSurvivesEveryPowerLoss() { QCOMPARE(losses("PRAGMA synchronous = FULL"), 0); }
 
-  void unsynchronisedDataIsSometimesLost() {
+  void unsyncedDataIsSometimesLost() {
     const int missing = losses("PRAGMA synchronous = OFF");
     QVERIFY2(missing > 0 && missing < kRows, qPrintable(QString::number(missing)));
   }
 
-  void aLaterSynchronisationDoesNotWriteWhatAFailedOneLeft() {
+  void aLaterSyncDoesNotRecoverDataLostByAFailedOne() {
     DiskModel disk(1);
     const QTemporaryDir home;
     const DiskModel::Path file = home.filePath(QStringLiteral("file")).toStdString();
@@ -214,7 +212,7 @@ class FaultyVfsTest : public QObject {
     QVERIFY(lost > 0);
   }
 
-  void aWriteIsTornAtTheEndOfASector() {
+  void writesAreTornOnlyAtSectorBoundaries() {
     const QTemporaryDir home;
     const DiskModel::Path file = home.filePath(QStringLiteral("file")).toStdString();
     DiskModel disk(1);
@@ -234,7 +232,7 @@ class FaultyVfsTest : public QObject {
     QVERIFY(torn > 0);
   }
 
-  void aNewNameMayBeLostAndARemovedNameMayReturn() {
+  void untilTheFolderIsSyncedNewFilesCanVanishAndRemovedFilesCanReturn() {
     const QTemporaryDir home;
     const DiskModel::Path older = home.filePath(QStringLiteral("older")).toStdString();
     const DiskModel::Path newer = home.filePath(QStringLiteral("newer")).toStdString();
@@ -256,7 +254,7 @@ class FaultyVfsTest : public QObject {
     QCOMPARE(QDir(image.path()).entryList(QDir::Files), QStringList("newer"));
   }
 
-  void theDiskCanStartWithLessThanTheVisibleFiles() {
+  void theDiskCanStartWithOlderContentsThanTheVisibleFiles() {
     const QTemporaryDir home;
     const QTemporaryDir image;
     QFile seen(home.filePath(QStringLiteral("file")));

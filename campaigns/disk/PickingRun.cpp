@@ -99,7 +99,7 @@ void PickingRun::work() {
 }
 
 void PickingRun::say(const QString &line) {
-  // The line must be flushed now, because the process may end at any time.
+  // Written without buffering, because the process can end at any time.
   const QByteArray bytes = line.toUtf8() + '\n';
   if (::write(STDOUT_FILENO, bytes.data(), static_cast<std::size_t>(bytes.size())) !=
       bytes.size()) {

@@ -13,21 +13,21 @@ class masterViewController;
 class startViewController;
 
 /// Runs the program without its window on a home folder, and performs one fixed picking: catalogue,
-/// lookup, quantities, corrections, a second lookup, another catalogue, an export, a send, and
-/// quantities after it. Does only what the screen allows. Prints a line for each action and for
-/// each result on the screen.
+/// lookup, quantities, corrections, a second lookup, another catalogue, an export, a send, and more
+/// quantities. Does only what the screen allows. Prints a line for each action and for each result
+/// on the screen.
 class PickingRun : public TestEnvironment {
  public:
   explicit PickingRun(const QString &home);
 
-  /// Lets the store run a checkpoint whenever its write-ahead log has this number of pages.
+  /// Makes the store run a checkpoint whenever its write-ahead log has this number of pages.
   void setPagesBetweenCheckpoints(int pages);
   /// Makes the store's commits return before they are on disk.
   void forgetToSynchronise();
 
   void work();
 
-  /// Prints a line to standard output at once.
+  /// Prints a line to standard output, without buffering.
   static void say(const QString &line);
 
  private:
@@ -46,7 +46,7 @@ class PickingRun : public TestEnvironment {
   void sendPicking();
   /// Waits until the screen accepts touches again.
   void waitUntilIdle();
-  /// Answers every alert, and returns the title of the last.
+  /// Answers every alert and returns the title of the last one.
   QString answerAlerts();
 
   LoopbackService m_service;

@@ -24,7 +24,7 @@ void expectWarning(const char *pattern) {
   QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QString::fromLatin1(pattern)));
 }
 
-/// Limits the size of every file to `bytes` during its lifetime, as a full disk does.
+/// Limits the size of every file to `bytes` during its lifetime, to simulate a full disk.
 class LargestFile {
  public:
   explicit LargestFile(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN)) {
@@ -46,12 +46,12 @@ class LargestFile {
 
 }  // namespace
 
-/// Tests files beside the store on a disk without space for a new file.
+/// Tests that a full disk does not damage the files beside the store.
 class WholeFilesTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void anExportIsTheOldOrTheNewOneCompletely() {
+  void anExportIsReplacedAtomically() {
     TestProgram program;
     program.enterPicking();
     program.startPicking({{"C1", "A", 5}, {"C1", "B", 3}});
@@ -84,7 +84,7 @@ class WholeFilesTest : public QObject {
              QStringList());
   }
 
-  void theDisplaySettingsAreTheOldOrTheNewOnesCompletely() {
+  void displaySettingsAreReplacedAtomically() {
     const QTemporaryDir home;
     const QString path = home.filePath(QStringLiteral("display.ini"));
     DisplaySettings display({home.path()},

@@ -1,4 +1,4 @@
-"""Disk faults during runs of disk_worker. Plain SQLite reads the store for the checks."""
+"""Disk faults during runs of disk_worker. The store is checked with plain SQLite."""
 
 import collections
 import os
@@ -8,23 +8,23 @@ import store_contents
 from disk_homes import documents
 from disk_run import contents_violations
 
-# `what` is the kind of the attack; `again` has the options that repeat it.
+# `what` is the kind of attack; `again` has the options that reproduce it.
 Attack = collections.namedtuple("Attack", "what outcome wrong again")
 
 FAULTS = ["once", "for-good", "full"]
-# Causes several checkpoints in a run, not only one at its end.
+# Causes several checkpoints in a run, not just one at its end.
 _OFTEN = ["--pages-between-checkpoints", "8"]
 
 
 class Attacks:
-    """Runs each attack in a separate folder below `folder`."""
+    """Runs each attack in a separate subfolder of `folder`."""
 
     def __init__(self, worker, folder):
         self._worker = worker
         self._folder = folder
 
     def fault(self, start, number, fault):
-        """Lets the operation with this number fail, and returns an Attack."""
+        """Makes the operation with this number fail. Returns an Attack."""
         options = ["--fail-at", str(number), "--fault", fault]
         with start.copy(self._folder, f"fault-{number}-{fault}") as home:
             promised = start.promised()
@@ -36,8 +36,8 @@ class Attacks:
         return Attack(kind, outcome, wrong, f"{start.name}: {' '.join(options)}")
 
     def power_losses(self, start, seed, chance, *more):
-        """Loses power at random during a run without other faults: before one in `chance`
-        operations on average. Returns a list of attacks."""
+        """Simulates power losses during a run without other faults, on average before one in
+        `chance` operations. Returns a list of attacks."""
         options = ["--seed", str(seed), "--chance", str(chance), *more, *_OFTEN[:2 * (seed % 2)]]
         with start.copy(self._folder, f"power-{seed}") as home:
             promised = start.promised()
@@ -48,9 +48,9 @@ class Attacks:
         return attacks + [Attack("run", outcome, wrong, f"{start.name}: {' '.join(options)}")]
 
     def restart(self, start, number, seed, chance):
-        """Lets the synchronisation with this number fail, starts the program again on the visible
-        files, and loses power during the second run. Returns a list of attacks, which is empty if
-        the program did not abort."""
+        """Makes the operation with this number, a sync, fail, restarts the program on the visible
+        files, and simulates power losses during the second run. Returns a list of attacks, which is
+        empty if the program did not abort."""
         with start.copy(self._folder, f"restart-{number}-{seed}") as home:
             promised = start.promised()
             disk = home + "-disk"
@@ -82,8 +82,8 @@ class Attacks:
 
 
 class _Restarted:
-    """The expectations after a restart. From the first action of the restarted program on, they
-    start from the contents that it has read."""
+    """The expectations after a restart. From the restarted program's first action on, they are
+    based on the contents that it has read."""
 
     def __init__(self, promised, settled):
         self._promised = promised

@@ -1,9 +1,9 @@
-"""Lets the program's disk fail in many ways, and checks that no data is lost.
+"""Makes the program's disk fail in many ways, and checks that no data is lost.
 
-Every operation of a fixed picking fails in turn; power is lost at random moments; a synchronisation
-fails and power is lost after the next start; the disk is full or write-protected, or a system call
-fails. After each fault, plain SQLite must be able to read the store, which must have everything
-that was confirmed and nothing that was not. See docs/reliability.md.
+Every operation of a fixed picking fails in turn; power is lost at random moments; a sync fails and
+power is lost after the next start; the disk is full or write-protected, or a system call fails.
+After each fault, plain SQLite must be able to read the store, which must have everything that was
+confirmed, and an unconfirmed change completely or not at all. See docs/reliability.md.
 """
 
 import argparse
@@ -21,11 +21,11 @@ from disk_homes import starting_homes
 from disk_run import OUTCOMES, Worker
 
 SHOWN = 20
-# Runs mostly wait for the network and the disk, so there are more of them than cores.
+# Runs mostly wait for the network and the disk, so more of them run at once than there are cores.
 AT_ONCE = 2 + (os.cpu_count() or 1)
-# The power is lost before one in this number of operations on average.
+# On average, power is lost before one in this number of operations.
 CHANCE = 2
-# A run needs no more than this number of bytes.
+# Upper bounds for the bytes that a run needs.
 LARGEST_FILE, LARGEST_DISK = 160_000, 280_000
 STEP = 512
 # System calls and the SQLite operations that use them.
@@ -65,12 +65,11 @@ class Campaign:
         self._prove_that_losses_are_found()
 
     def _numbers(self, count, every):
-        """Returns every `every`-th number from 1 to `count`. The seed decides which number is
-        first."""
+        """Returns every `every`-th number from 1 to `count`. The seed determines the first."""
         return range(1 + self._options.seed % every, count + 1, every)
 
     def _all(self, function, cases):
-        """Calls `function` with each case, some at the same time, and returns the results."""
+        """Calls `function` with each case, several in parallel, and returns the results."""
         return list(self._pool.map(lambda case: function(*case), cases))
 
     def _count(self, attacks):
@@ -98,8 +97,7 @@ class Campaign:
         print_count("power losses after a failed synchronisation and a restart", attacks)
 
     def _until_enough(self, function, cases):
-        """Calls `function` with cases until the power was lost often enough, and returns all
-        attacks."""
+        """Calls `function` with cases until power was lost often enough. Returns all attacks."""
         attacks = []
         while sum(attack.what == "power" for attack in attacks) < self._options.power_losses:
             batch = list(itertools.islice(cases, AT_ONCE))
@@ -129,7 +127,7 @@ class Campaign:
         print_table("attacks from outside", self._count(attacks))
 
     def _prove_that_losses_are_found(self):
-        """Checks that losses are found if the program does not synchronise."""
+        """Checks that losses are found if the program does not sync its writes."""
         attacks = self._attacks.power_losses(self._homes[0], self._options.seed, CHANCE,
                                              "--no-sync")
         found = sum(bool(attack.wrong) for attack in attacks)
@@ -160,7 +158,7 @@ def print_count(title, attacks):
 def main():
     options = arguments()
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
-    # A folder in memory is faster, and the simulated disk decides what survives a power loss.
+    # An in-memory folder is faster, and durable enough: the power losses are simulated.
     memory = "/dev/shm" if os.access("/dev/shm", os.W_OK) else None
     with tempfile.TemporaryDirectory(dir=memory) as folder:
         with concurrent.futures.ThreadPoolExecutor(AT_ONCE) as pool:

@@ -13,7 +13,7 @@ from owned_process import start_owned
 _NOT_ATTACKED = 125
 _OWNED = "setpriv --pdeathsig KILL --"
 
-# The shell reports a command that a signal ended; this must not appear in the program's log.
+# The shell reports a command that was killed by a signal; this must not get into the program's log.
 _ON_A_SMALL_DISK = f"""
 size=$1 home=$2 start=$3 left=$4
 shift 4
@@ -41,8 +41,8 @@ exec {_OWNED} "$@"
 
 
 def own_mounts():
-    """Returns the command prefix that gives its program a private mount namespace, or None if that
-    is not permitted here, in a container for example."""
+    """Returns the command prefix that runs a program in a private mount namespace, or None if that
+    is not permitted, for example in a container."""
     as_root = [] if os.geteuid() == 0 else ["--user", "--map-root-user"]
     command = ["unshare", *as_root, "--mount"]
     trial = subprocess.run([*command, "mount", "-t", "tmpfs", "disk", "/mnt"], check=False,
@@ -57,7 +57,7 @@ def can_trace():
 
 
 class OutsideAttacks:
-    """Attacks on the worker. The start is tested with the program itself."""
+    """Attacks on the worker, and on the startup of the program itself."""
 
     def __init__(self, worker, program, folder, mounts):
         self._worker = worker
@@ -70,7 +70,7 @@ class OutsideAttacks:
         return self._attack(start, "largest file", f"{size} bytes", "prlimit", f"--fsize={size}")
 
     def failing_call(self, start, call, number):
-        """Lets one system call fail. `number` counts from 1; "N+" lets all calls from N on fail."""
+        """Makes one system call fail. `number` counts from 1; "N+" fails all calls from N on."""
         return self._attack(start, f"{call} fails", number, "strace", "-f", "-qq",
                             "-o", "/dev/null", "-e", f"trace={call}",
                             "-e", f"inject={call}:error=EIO:when={number}")
@@ -131,7 +131,8 @@ class OutsideAttacks:
         with start.copy(self._folder, "no store") as home:
             os.mkdir(os.path.join(documents(home), store_contents.NAME))
             process = self._start(home)
-            # Opening the store and migrating it log one line each. Then the program continues.
+            # The program tries to open the store twice, the second time with migration, and logs a
+            # line for each failure. Then it continues.
             lines = [process.stderr.readline() for _ in range(2)]
             process.terminate()
             process.communicate()

@@ -1,4 +1,4 @@
-"""The home folders with which runs start: new, with an older store, and used."""
+"""The home folders that runs start with: new, with an older store, and used."""
 
 import contextlib
 import glob
@@ -21,7 +21,7 @@ def documents(home):
 
 
 class StartingHome:
-    """A home folder before a run, and the schemas that its store may have after a run."""
+    """A home folder before a run, and the schemas that its store can have after a run."""
 
     def __init__(self, name, worker, folder):
         """`folder` is the home folder. It must not change afterwards, because runs get copies."""
@@ -37,7 +37,7 @@ class StartingHome:
 
     @contextlib.contextmanager
     def copy(self, folder, purpose):
-        """A context manager with a copy of the home. `purpose` is part of its name. Afterwards the
+        """A context manager with a copy of the home. `purpose` is part of its name. On exit, the
         copy and all paths that start with its name and "-" are removed."""
         path = os.path.join(folder, f"{self.name}-{purpose}".replace(" ", "-"))
         shutil.copytree(self._folder, path)
@@ -52,7 +52,7 @@ class StartingHome:
 
     @property
     def operations(self):
-        """The kinds of the operations of a run without faults, in order."""
+        """The kinds of operations in a run without faults, in order."""
         return [line.split(" ", 2)[2] for line in self.trial.said if line.startswith("operation ")]
 
 

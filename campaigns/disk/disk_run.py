@@ -63,8 +63,8 @@ class Run:
                 promised.take(line)
 
     def outcome(self, promised):
-        """Returns one of OUTCOMES, and a list of messages about what is wrong. `promised` must have
-        the lines of the run."""
+        """Returns one of OUTCOMES, and a list of messages about what is wrong. The run must have
+        been replayed to `promised`."""
         unresolved = [line for line in self._log if line.startswith("Unresolved error ")]
         wrong = list(promised.wrong)
         if self.has_ended_by_itself:

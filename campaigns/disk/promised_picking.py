@@ -34,7 +34,7 @@ def _in_order(contents):
 
 class PromisedPicking:
     """The expectations for a run on a store with the contents `start`. `models` are the schemas
-    that the store may have afterwards."""
+    that the store can have afterwards."""
 
     def __init__(self, start, models):
         self._start = start

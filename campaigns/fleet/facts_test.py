@@ -14,7 +14,7 @@ class Violations(unittest.TestCase):
     def test_facts_stored_as_sent_are_correct(self):
         self.assertEqual(violations(BOTH, BOTH, [TOWEL, MUG]), [])
 
-    def test_a_fact_that_was_not_accepted_may_be_stored(self):
+    def test_a_sent_fact_that_was_not_accepted_is_correct_whether_stored_or_not(self):
         self.assertEqual(violations(BOTH, {MUG}, [MUG]), [])
         self.assertEqual(violations(BOTH, {MUG}, [MUG, TOWEL]), [])
 
@@ -36,7 +36,7 @@ class Violations(unittest.TestCase):
                                  [f"accepted and not stored: {MUG}",
                                   f"stored and never sent: {changed}"])
 
-    def test_another_unicode_form_of_the_same_text_is_found(self):
+    def test_a_change_of_unicode_normalisation_is_found(self):
         other = MUG._replace(item=unicodedata.normalize("NFD", MUG.item))
         self.assertEqual(len(violations({MUG}, {MUG}, [other])), 2)
 

@@ -1,13 +1,14 @@
 """Shows that a fleet of tablets loses and duplicates nothing while servers are killed.
 
-The tablets talk to nginx, behind which two instances of the order service use one PostgreSQL. One
-of the instances is killed every few seconds; PostgreSQL is stopped once, and crashes once. A send
-counts as accepted when it is answered with "0"; until then the tablet repeats it. At the end the
-database must have every accepted fact once, as it was sent, and no fact that was not sent.
+The tablets connect to nginx, which forwards to two instances of the order service on one PostgreSQL
+database. One of the instances is killed every few seconds; PostgreSQL is stopped once and crashed
+once. A send counts as accepted when it is answered with "0"; until then the tablet repeats it. At
+the end the database must have every accepted fact once, as it was sent, and no fact that was not
+sent.
 
 Usage: python3 fleet_proof.py [--seconds N] [--tablets N] [--seed N] BIN
 
-BIN is the folder of the programs.
+BIN is the folder with the programs.
 """
 
 import argparse
@@ -77,7 +78,7 @@ class Outages:
         self._chance = random.Random(seed)
 
     def run(self, seconds):
-        """Runs for at least this number of seconds, and a little longer."""
+        """Runs for at least this number of seconds."""
         for how in "fast", "immediate":
             self._kill_for(seconds / 3)
             self._cluster.restart(how)
@@ -129,7 +130,7 @@ def work_amid(outages, fleet, options):
 
 def prove(options):
     """Returns a list of messages about what is wrong."""
-    # The outages take a little longer than asked for, so there are spare deliveries.
+    # The outages take a little longer than requested, so there are spare deliveries.
     count = math.ceil(options.tablets * (options.seconds + 10) / mean_seconds_a_delivery())
     deliveries = fleet_deliveries(count, options.seed)
     with contextlib.ExitStack() as stack:

@@ -12,9 +12,9 @@ def _first_for_clients():
 
 
 def free_ports(count):
-    """Returns free ports outside the system's range for clients.
+    """Returns free ports outside the system's range of ephemeral ports.
 
-    A client could take a port of that range while its server is down, and connect to itself.
+    A client could get a port from that range while its server is down, and connect to itself.
     """
     ports = set()
     while len(ports) < count:

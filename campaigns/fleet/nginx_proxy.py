@@ -68,7 +68,7 @@ class NginxProxy:
         shutil.rmtree(self._folder)
 
     def second_attempts(self):
-        """Returns the number of requests that nginx has also tried on the other instance."""
+        """Returns the number of requests that nginx has retried on the other instance."""
         with open(os.path.join(self._folder, "attempts.log"), encoding="ascii") as lines:
             return sum("," in line for line in lines)
 

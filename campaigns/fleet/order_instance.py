@@ -11,10 +11,10 @@ START_SECONDS = 60
 
 
 class OrderInstance:
-    """A context manager: the service runs and listens on the port, except while it is killed."""
+    """A context manager that runs the service on the port. kill() and start() interrupt it."""
 
     def __init__(self, folder, store, port, options=("--trusted-proxy", HOST)):
-        """`folder` is the folder of the programs; `options` are further ones of the service."""
+        """`folder` is the folder with the programs; `options` are additional service options."""
         self._command = [os.path.join(folder, "cartonpick-orders"), "--exit-with-parent", "--bind",
                          HOST, "--port", str(port), "--store", store, *options]
         self._errors = tempfile.TemporaryFile()
@@ -48,7 +48,7 @@ class OrderInstance:
         return self._errors.read().decode(errors="replace")[-2000:]
 
     def kill(self):
-        """Ends the service at once, as a crash does."""
+        """Ends the service immediately, like a crash."""
         self._process.kill()
         self._process.communicate()
 

@@ -16,15 +16,15 @@ STOPS = {"fast": signal.SIGINT, "immediate": signal.SIGQUIT}
 
 
 def binaries():
-    """Returns the folder of the newest PostgreSQL server in Debian, or an empty string if there is
-    none there; PATH is searched then."""
+    """Returns the folder where Debian installs the newest PostgreSQL server, or an empty string, so
+    that PATH is searched, if there is none."""
     folders = glob.glob("/usr/lib/postgresql/*/bin")
     return max(folders, key=lambda folder: int(folder.split("/")[-2]), default="")
 
 
 class PostgresCluster:
-    """A context manager: a server with a temporary folder. It listens only on a socket in that
-    folder, and accepts every user who has access to the folder. `settings` are the server's."""
+    """A context manager for a server with a temporary folder. It listens only on a socket in that
+    folder and accepts every user who has access to the folder. `settings` are the server's."""
 
     def __init__(self, **settings):
         self._settings = settings
@@ -93,13 +93,12 @@ class PostgresCluster:
         return os.path.join(self._folder, name)
 
     def _run(self, program, *arguments, **options):
-        # The user may have no access to the current working folder.
+        # The user might not have access to the current working folder.
         return start_owned([os.path.join(binaries(), program), *arguments], last_signal="INT",
                            user=self._user, cwd=self._folder, **options)
 
     def _make(self):
-        """Creates the cluster. Nothing needs to be synchronised: a test does not outlive a power
-        failure."""
+        """Creates the cluster. It is not synced: a test does not survive a power failure anyway."""
         with open(self._path("log"), "wb") as log:
             made = self._run("initdb", "--no-sync", "--auth=trust", "--username=postgres",
                              "--encoding=UTF8", "--locale=C.UTF-8", self._path("data"),

@@ -35,8 +35,7 @@ def lookup_call(delivery):
 
 
 class Fleet:
-    """The shared state of the tablets: the deliveries that are left, and the results of the
-    others."""
+    """The shared state of the tablets: the remaining deliveries, and the results of the others."""
 
     def __init__(self, port, deliveries, seed):
         self.port = port
@@ -87,7 +86,7 @@ class Fleet:
 
 
 class Tablet:
-    """One tablet, which acts at random. The random seed is the fleet's seed and the tablet's
+    """One tablet, which acts at random. Its random seed combines the fleet's seed and the tablet's
     number."""
 
     def __init__(self, fleet, number):

@@ -2,7 +2,7 @@
 
 Usage: python3 two_versions_test.py FORMER NEW
 
-FORMER and NEW are the programs, of the version before and of this one.
+FORMER and NEW are the order service programs of the previous version and of this one.
 """
 
 import json
@@ -36,7 +36,7 @@ def command(program, *words):
 class Instance(OrderInstance):
     def __init__(self, program, store):
         self._port = free_ports(1)[0]
-        # The version before has no further options.
+        # The previous version does not have the default options.
         super().__init__(os.path.dirname(program), store, self._port, options=())
 
     def lookup(self, delivery):
@@ -74,14 +74,14 @@ class TwoVersions:
         self.enterContext(instance)
         return instance
 
-    def test_the_new_one_starts_beside_the_former(self):
+    def test_the_new_version_starts_beside_the_previous_one(self):
         self.load(FORMER, "D1", "D2")
         former = self.instance(FORMER)
         self.assertEqual(former.send("D1", 1), "0")
         new = self.instance(NEW)
         self.check_both(former, new)
 
-    def test_the_former_starts_beside_the_new_one(self):
+    def test_the_previous_version_starts_beside_the_new_one(self):
         self.load(NEW, "D1", "D2")
         new = self.instance(NEW)
         self.assertEqual(new.send("D1", 1), "0")
@@ -109,7 +109,7 @@ class TwoVersions:
             self.assertEqual(instance.lookup("D4"), [order_line("D4")])
         command(NEW, "reopen", "D1", "--store", self.store)
         self.assertEqual(new.lookup("D1"), [order_line("D1")])
-        # The former version knows no reopening, but a report that it takes counts.
+        # The previous version does not support reopening, but a picking that it accepts counts.
         self.assertEqual(former.send("D1", 5), "0")
         self.assertEqual(new.lookup("D1"), SENT)
         self.assertEqual(self.quantities(NEW, "--delivery", "D1"), [5])

@@ -4,7 +4,7 @@ import collections
 
 from tablet import Atspi, GLib
 
-# `event` is "showing" or "focused". Role and name are None if the program has ended meanwhile.
+# `event` is "showing" or "focused". Role and name are None if the program has ended since.
 Event = collections.namedtuple("Event", "program event source role name")
 
 
@@ -29,8 +29,8 @@ class EventListener:
                                  role, name))
 
     def next_of(self, program):
-        """Returns the next event of the program with this bus name, or None if there is no event.
-        Discards earlier events of other programs."""
+        """Returns the next event from the program with this bus name, or None if there is none.
+        Discards earlier events from other programs."""
         context = GLib.MainContext.default()
         while context.iteration(False):
             pass

@@ -1,12 +1,12 @@
-"""Shows that a tablet loses nothing when it is killed at any time.
+"""Shows that a tablet loses no data, whenever the program is killed.
 
 The program is killed at random moments of four tasks: picking quantities, replacing the catalogue,
 sending a delivery, and starting. After each kill the campaign checks the store without the program,
-and the program must be able to start on it. Must run in a separate session (own-session).
+and the program must be able to start with it. Must run in a separate session (own-session).
 
 Usage: own-session python3 kill_campaign.py [--kills N] [--workers N] [--seed N] BIN
 
-BIN is the folder of the programs.
+BIN is the folder with the programs.
 """
 
 import argparse
@@ -75,7 +75,7 @@ class Results:
 
 
 def listen(worker, process, told):
-    """Queues each report of the worker, and its exit code when it ends."""
+    """Queues each report from the worker, and its exit code when it ends."""
     for line in process.stdout:
         told.put((worker, json.loads(line)))
     told.put((worker, process.wait()))

@@ -77,7 +77,7 @@ class Quantities(Store):
         self.store()
         self.assertEqual(self.wrong(), "")
 
-    def test_an_unconfirmed_quantity_may_be_stored(self):
+    def test_an_unconfirmed_quantity_is_correct_whether_stored_or_not(self):
         self.begin()
         self.assertEqual(self.wrong(), "")
         self.store()
@@ -102,7 +102,7 @@ class Quantities(Store):
         self.store(76)
         self.assertIn("and is", self.wrong())
 
-    def test_a_change_of_any_other_column_is_found(self):
+    def test_a_change_of_any_column_is_found(self):
         for column in Row._fields:
             with self.subTest(column):
                 before = getattr(ROWS[1], column)
@@ -127,7 +127,7 @@ class Catalogue(Store):
         self.change("DELETE FROM Items")
         self.insert("Items", catalogue)
 
-    def test_both_catalogues_are_correct_until_the_new_one_is_confirmed(self):
+    def test_the_old_catalogue_is_correct_until_the_new_one_is_confirmed(self):
         self.expected.begin_catalogue(NEW)
         self.assertEqual(self.wrong(), "")
         self.expected.confirm()
@@ -156,12 +156,12 @@ class SentFlags(Store):
         super().setUp()
         self.expected.begin_rows({key(row): row._replace(sent=1) for row in ROWS})
 
-    def test_all_or_no_sent_flags_are_correct(self):
+    def test_sent_flags_that_are_all_set_or_all_clear_are_correct(self):
         self.assertEqual(self.wrong(), "")
         self.change("UPDATE Picking SET sent = 1")
         self.assertEqual(self.wrong(), "")
 
-    def test_no_sent_flags_are_wrong_after_the_send_is_confirmed(self):
+    def test_clear_sent_flags_are_found_after_the_send_is_confirmed(self):
         self.expected.confirm()
         self.assertIn("sent=1", self.wrong())
 
@@ -182,11 +182,11 @@ class SentLines(unittest.TestCase):
     def test_lines_that_the_service_lacks_are_found(self):
         self.assertEqual(len(sent_violations(self.SENT, [])), len(ROWS))
 
-    def test_a_delivery_of_which_the_service_has_half_is_found(self):
+    def test_a_delivery_that_the_service_has_stored_in_part_is_found(self):
         self.assertEqual(sent_violations(ROWS, self.FACTS[:6]),
                          ["the service has 6 of 12 lines of D"])
 
-    def test_another_quantity_is_found(self):
+    def test_a_different_quantity_is_found(self):
         changed = self.FACTS[0]._replace(quantity=99)
         self.assertIn(f"accepted and not stored: {self.FACTS[0]}",
                       sent_violations(self.SENT, [changed, *self.FACTS[1:]]))
@@ -211,7 +211,7 @@ class Files(Store):
         os.remove(self.path())
         self.assertIn("not those of the model", self.wrong())
 
-    def test_the_write_ahead_log_is_read_and_left_for_the_next_program(self):
+    def test_the_write_ahead_log_is_read_but_not_changed(self):
         database = sqlite3.connect(self.path())
         with database:
             database.execute("UPDATE Picking SET pickqty = 77 WHERE rowid = 1")
@@ -220,7 +220,7 @@ class Files(Store):
         self.assertEqual(os.path.getsize(self.path() + "-wal"), before)
         database.close()
 
-    def test_a_row_and_a_table_that_a_migration_loses_are_found(self):
+    def test_a_row_and_a_table_lost_by_a_migration_are_found(self):
         with tempfile.TemporaryDirectory() as folder:
             make_older_store(folder)
             older = store_contents.read(folder)

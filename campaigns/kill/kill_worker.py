@@ -2,7 +2,7 @@
 
 Usage: own-session python3 kill_worker.py --kills N --seed TEXT BIN
 
-BIN is the folder of the programs. Prints a line of JSON for each kill, and a line with counts at
+BIN is the folder with the programs. Prints a line of JSON for each kill, and a line with counts at
 the end.
 """
 
@@ -26,7 +26,8 @@ from workplace import Workplace
 # Each task gets the same number of kills, which its variants share.
 WORKS = [[PickingWork], [ReloadWork], [SendingWork],
          [NewStoreStartUp, ExistingStoreStartUp, OlderStoreStartUp]]
-# A task's duration is measured every KILLS_A_MEASUREMENT kills; the median of the LATEST counts.
+# A task's duration is measured every KILLS_A_MEASUREMENT kills; the median of the last LATEST
+# measurements is used.
 KILLS_A_MEASUREMENT, LATEST = 20, 3
 
 
@@ -39,8 +40,8 @@ def arguments():
 
 
 def own_output():
-    """Returns a private copy of standard output, and lets child processes write to standard error
-    instead. The reader of the output sees its end when this process ends."""
+    """Returns a private copy of standard output, and makes child processes write to standard error
+    instead, so that the output is closed when this process ends, even if a child still runs."""
     output = os.fdopen(os.dup(sys.stdout.fileno()), "w", buffering=1)
     os.dup2(sys.stderr.fileno(), sys.stdout.fileno())
     return output
@@ -84,7 +85,7 @@ class Target:
 
 
 def sends(order):
-    """Returns the largest number of deliveries that the tasks can send."""
+    """Returns the maximum number of deliveries that the tasks can send."""
     kills = order.count(SendingWork)
     return SendingWork.rehearsals + kills + math.ceil(kills / KILLS_A_MEASUREMENT)
 
@@ -105,7 +106,7 @@ def main():
             told = targets[Work].kill(chance)
             tell(output, **told)
             if told["wrong"]:
-                return  # The expected contents are unknown from now on.
+                return  # From now on, the expected contents are unknown.
         workplace.start_once(workplace.home)
         tell(output, counts=workplace.counts)
 

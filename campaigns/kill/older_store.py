@@ -26,7 +26,7 @@ def make_older_store(folder):
 
 
 def migration_violations(older, migrated):
-    """Returns a message for each table whose older contents are not all in the migrated ones."""
+    """Returns a message for each table that has lost contents in the migration."""
     return [f"the migrated table {name} lacks something"
             for name, table in older.tables.items()
             if name not in migrated.tables

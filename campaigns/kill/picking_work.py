@@ -51,8 +51,8 @@ class PickingWork(ScreenWork):
             self._confirm(tablet, position, self._quantity_to_add(position))
 
     def _quantity_to_add(self, position):
-        """Returns a random quantity other than 0. It may be negative, but at least one picked
-        piece remains."""
+        """Returns a random quantity other than 0. It can be negative, but at least one picked piece
+        remains."""
         least = max(-9, 1 - self._picked(position))
         return self.chance.choice([number for number in range(least, 100) if number])
 

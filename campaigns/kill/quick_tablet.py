@@ -1,4 +1,4 @@
-"""A tablet for many short runs: finds each control once, and waits for events."""
+"""A tablet for many short runs: looks up each control only once, and waits for events."""
 
 import re
 import signal
@@ -15,8 +15,8 @@ class Killed(Exception):
 class QuickTablet(Program):
     """The program on a screen. It ends with this process.
 
-    `places` keeps the positions of controls from one program to the next. A touch therefore does
-    not wait for its control; the caller waits for an event first.
+    `places` caches the positions of controls across programs. A touch therefore does not wait for
+    its control; the caller must wait for an event first.
     """
 
     def __init__(self, listener, places, screen, executable, *options):
@@ -33,8 +33,8 @@ class QuickTablet(Program):
         return (role, name) in self._places
 
     def remember(self, role, name, place=None):
-        """Returns the position of a control, and finds it the first time. The key is `place`, or
-        the role and the name."""
+        """Returns the position of a control, which is looked up once and then cached. The key is
+        `place`, or the role and the name."""
         key = (role, name) if place is None else place
         if key not in self._places:
             self._places[key] = self.wait_until_still(role, name)
@@ -57,7 +57,7 @@ class QuickTablet(Program):
     # Navigation.
 
     def enter_picking(self):
-        """Returns the field that has the focus afterwards."""
+        """Opens the picking screen. Returns the field that has the focus afterwards."""
         self.touch("push button", "Picking")
         return self.expect_focused("text", "Delivery number")
 

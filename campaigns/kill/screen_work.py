@@ -8,7 +8,7 @@ from quick_tablet import Killed
 
 
 class ScreenWork:
-    """A subclass implements the task. It tells the expected store about each change: before it
+    """A subclass implements the task. It reports each change to the expected store: before it
     confirms the change on the screen, and after the screen says that the change is saved."""
 
     # The first run finds the positions of the controls.
@@ -24,7 +24,7 @@ class ScreenWork:
         return self.workplace.services[0]
 
     def prepare(self, tablet):
-        """Does what the task needs first. The program is not killed during this."""
+        """Prepares the task. The program is not killed during the preparation."""
         raise NotImplementedError
 
     def run(self, tablet):

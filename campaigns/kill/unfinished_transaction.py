@@ -11,8 +11,8 @@ _FRAME_HEADER = struct.Struct(">6I")
 def is_unfinished(path, since):
     """Returns true if a transaction was being written to the store when its program was killed.
 
-    Then there is a rollback journal, or the write-ahead log has pages after its last commit. Files
-    that were last written before the time `since` do not count. Recovers the store.
+    In this case there is a rollback journal, or the write-ahead log has pages after its last
+    commit. Files that were last written before the time `since` do not count. Recovers the store.
     """
     return _is_written(path + "-journal", since) or (
         _is_written(path + "-wal", since) and _log_goes_on(path))
@@ -33,8 +33,8 @@ def _log_goes_on(path):
 
 def _has_frame(log, number):
     """Returns true if a complete, valid frame follows the first `number` frames of the log. A frame
-    of an earlier use of the file is not valid: the checksum of a frame covers all frames before it.
-    """
+    left from an earlier use of the file is not valid: a frame's checksum covers all frames before
+    it."""
     with open(log, "rb") as file:
         magic, _, page_size, _, *salts, sum0, sum1 = _LOG_HEADER.unpack(
             file.read(_LOG_HEADER.size))

@@ -47,7 +47,7 @@ class Service:
 
 
 class Workplace:
-    """A context manager. The tablet's store has `deliveries_to_send` deliveries that are picked and
+    """A context manager. The tablet's store has `deliveries_to_send` deliveries that are picked but
     not sent."""
 
     def __init__(self, programs, deliveries_to_send):
@@ -84,7 +84,7 @@ class Workplace:
         return os.path.join(home, "Documents")
 
     def _make_store(self):
-        """Lets the program create the store, and inserts the lines as if they were picked."""
+        """Has the program create the store, and inserts the lines as if they had been picked."""
         self.start_once(self.home)
         documents = self.documents(self.home)
         rows = [picked_row(line, 1 + number % 99, _FIRST_MS + 1000 * number)
@@ -97,7 +97,7 @@ class Workplace:
         return ExpectedStore(store_contents.read(documents))
 
     def start_tablet(self, service):
-        """Starts the program with the store that the last program left, and an event listener."""
+        """Starts the program on the store left by the previous program, with an event listener."""
         self._note_lock(self.home)
         return QuickTablet(self._listener, self._places, self.screen, self._executable,
                            "--service-host", service.host, "--home", self.home)
@@ -107,7 +107,7 @@ class Workplace:
         return UnobservedProgram(self.screen, self._executable, home)
 
     def start_once(self, home):
-        """Starts the program with the store that the last program left, and kills it when its
+        """Starts the program on the store left by the previous program, and kills it when its
         window is shown."""
         program = self.start_unobserved(home)
         program.wait_for_window()

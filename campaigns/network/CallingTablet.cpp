@@ -38,7 +38,7 @@ QString nameOf(Call call) {
 
 void waitUntil(const std::function<bool()> &condition, const char *what) {
   QDeadlineTimer deadline(1min);
-  // The condition may become true without an event.
+  // The condition can become true without an event.
   QTimer tick;
   tick.start(2ms);
   while (!condition() && !deadline.hasExpired()) {
@@ -99,7 +99,7 @@ void CallingTablet::makeReady(Call call) {
   letPickingRun(call == Call::Send);
 }
 
-/// Fills the store with one pick that is not sent, and two articles.
+/// Fills the store with one unsent pick and two articles.
 void CallingTablet::prepareStore() const {
   if (stored() == storedBefore()) {
     return;

@@ -18,12 +18,12 @@ inline constexpr std::array kCalls{Call::Lookup, Call::Catalogue, Call::Send};
 QString nameOf(Call call);
 
 /// The program in its window, ready for any call: with a catalogue, a delivery on the screen, and
-/// one picked quantity that is not sent. The test makes the calls and reads the alerts by touch.
+/// one unsent pick. Makes calls and answers alerts by touch.
 class CallingTablet : public TestWindow {
  public:
   CallingTablet();
 
-  /// Returns a correct answer to `call`, with another delivery or catalogue than the tablet has.
+  /// Returns a correct answer to `call`, with a delivery or catalogue different from the tablet's.
   static QByteArray goodBody(Call call);
 
   /// The rows of the store, and the texts of the delivery on the screen, after makeReady().
@@ -38,7 +38,7 @@ class CallingTablet : public TestWindow {
   void make(Call call);
   /// Waits until the call has ended and its connection and network thread are gone.
   void waitForEnd();
-  /// Touches the button of every alert, the topmost first, and waits until the last has gone.
+  /// Touches the button of every alert, the topmost first, and waits until all are gone.
   void answerAlerts();
   /// Touches the scan field, and waits until it has the focus.
   void touchField();

@@ -7,8 +7,7 @@
 
 namespace {
 
-/// Returns true if `bytes` are an answer with its whole body. The service keeps the connection open
-/// after its answer.
+/// Returns true if `bytes` are a complete answer. The service keeps the connection open after it.
 bool isWholeAnswer(const QByteArray &bytes) {
   const qsizetype head = bytes.indexOf("\r\n\r\n");
   const QByteArray field = "content-length: ";
@@ -51,7 +50,7 @@ void CuttingProxy::connectThrough(QTcpSocket *tablet) {
     service->write(bytes.first(std::min(bytes.size(), m_requestLimit - m_requestSize)));
     m_requestSize += bytes.size();
     if (m_requestSize > m_requestLimit) {
-      // The connection ends after the permitted bytes are sent.
+      // Closes the connection after the permitted bytes have been sent.
       service->disconnectFromHost();
     }
   });

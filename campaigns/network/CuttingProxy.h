@@ -18,7 +18,7 @@ class CuttingProxy : public QObject {
   /// Listens on a free loopback port. `upstream` is the service's HOST:PORT.
   explicit CuttingProxy(QString upstream);
 
-  /// HOST:PORT.
+  /// The HOST:PORT that the proxy listens on.
   [[nodiscard]] QString host() const;
 
   /// Sets how many bytes of the request and of the answer are passed on in later connections. The

@@ -59,7 +59,7 @@ Answer drip(const QByteArray &bytes, std::chrono::milliseconds every) {
   return answer;
 }
 
-/// Returns an answer that sends `block` repeatedly, with pauses for other events.
+/// Returns an endless answer that sends `block` repeatedly, with pauses for other events.
 Answer flow(const QByteArray &head, const QByteArray &block) {
   Answer answer{head};
   answer.stream = [block](QTcpSocket &socket) {
@@ -93,10 +93,10 @@ quint32 crc32Of(const QByteArray &bytes) {
   return ~crc;
 }
 
-/// Returns `bytes` in the gzip format. Its data are those between the header and the checksum of
-/// Qt's own format.
+/// Returns `bytes` in the gzip format: the compressed data of Qt's format with another header and
+/// trailer.
 QByteArray gzip(const QByteArray &bytes) {
-  constexpr qsizetype kHead = 6;  // the size, and the header of zlib
+  constexpr qsizetype kHead = 6;  // Qt's size field and the zlib header
   constexpr qsizetype kTail = 4;
   const QByteArray packed = qCompress(bytes);
   return QByteArray::fromHex("1f8b08000000000000ff") +
@@ -113,12 +113,12 @@ QByteArray redirect(int status, const QByteArray &location, const QByteArray &bo
          announced(body.size()) + body;
 }
 
-/// Returns an answer of `head` and the body, after which the connection is closed.
+/// Returns an answer with `head` and the body, after which the connection is closed.
 Fault::Answer headed(const QByteArray &head) {
   return [head](const QByteArray &body) { return Answer{head + body}; };
 }
 
-/// Returns an answer of `bytes`, after which the connection is closed.
+/// Returns an answer that consists of `bytes`, after which the connection is closed.
 Fault::Answer fixed(const QByteArray &bytes) {
   return [bytes](const QByteArray & /*body*/) { return Answer{bytes}; };
 }

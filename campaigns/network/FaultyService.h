@@ -28,15 +28,15 @@ struct Fault {
   /// The answer that is sent in place of `body`.
   Answer answer;
   Ending ending = Ending::Taken;
-  /// The part of `body` that the program shows where it shows replies. Null if it is not certain.
+  /// The part of `body` that the program shows in an alert about the reply. Null if it varies.
   std::function<QByteArray(const QByteArray &body)> arrives = [](const QByteArray &body) {
     return body;
   };
-  /// True if only the client's time-out ends the call.
+  /// True if only the client's timeout ends the call.
   bool isSilent = false;
 };
 
-/// Returns all faults, and some unusual answers that are correct. `elsewhere` is the HOST:PORT of
+/// Returns all faults, and some unusual but correct answers. `elsewhere` is the HOST:PORT for
 /// redirects that do not lead to the service itself.
 std::vector<Fault> everyFault(const QString &elsewhere);
 
@@ -44,7 +44,7 @@ std::vector<Fault> everyFault(const QString &elsewhere);
 QByteArray wholeAnswer(const QByteArray &body);
 /// Returns the bytes of a correct answer in chunks of a few bytes, with a trailer.
 QByteArray chunkedAnswer(const QByteArray &body);
-/// Returns the bytes of a correct answer that is compressed with gzip.
+/// Returns the bytes of a correct answer compressed with gzip.
 QByteArray packedAnswer(const QByteArray &body);
 
 /// Returns an answer with `head` and `size` spaces, sent as fast as the client reads them.

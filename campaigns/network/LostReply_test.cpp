@@ -9,12 +9,13 @@
 #include <memory>
 #include <string>
 
-// The program sends a picking to the real order service over a connection that is cut: at every
-// byte of the reply, after the service has stored the picking, or at every byte of the request,
-// before that. Each time the tablet reports the failure and keeps the picking. When it is sent
-// again, the service has it exactly once.
+// The program sends a picking to the real order service over a connection that is cut within the
+// reply, after the service has stored the picking, or within the request, before that. Each time
+// the tablet reports the failure and keeps the picking. After it is sent again, the service has it
+// exactly once.
 //
-// With CARTONPICK_FAULTS=long the connection is cut at every byte, otherwise at every seventh.
+// With CARTONPICK_FAULTS=long, the connection is cut at every byte in turn, otherwise at every
+// seventh.
 
 class LostReplyTest : public QObject {
   Q_OBJECT
@@ -57,14 +58,14 @@ class LostReplyTest : public QObject {
     return qEnvironmentVariable("CARTONPICK_FAULTS") == u"long" ? 1 : kSome;
   }
 
-  /// Changes the quantity, which is a new fact for the service.
+  /// Changes the quantity, so that the service stores a new line.
   void pickAgain() {
     ++m_picks;
     SQLite::Database(m_tablet->storePath().toStdString(), SQLite::OPEN_READWRITE)
         .exec("UPDATE Picking SET sent = 0, pickqty = " + std::to_string(m_picks));
   }
 
-  /// Sends over a connection that passes this number of bytes, and again over a whole one.
+  /// Sends over a connection that is cut after these numbers of bytes, then over an intact one.
   /// `isStored` is true if the service stores the picking the first time.
   void loseThenSendAgain(qsizetype request, qsizetype answer, bool isStored) {
     pickAgain();
@@ -82,7 +83,7 @@ class LostReplyTest : public QObject {
     return QStringLiteral("4711 C1 A %1 %2").arg(m_picks).arg(sent);
   }
 
-  /// Sends, and answers the only alert, which must begin with `alert`.
+  /// Sends the picking, and answers the only alert, which must begin with `alert`.
   void send(const QString &alert) {
     m_tablet->make(Call::Send);
     m_tablet->waitForEnd();

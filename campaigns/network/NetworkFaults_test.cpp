@@ -18,8 +18,9 @@
 // in many ways. After every fault, the test checks the message, the lists and the store, that no
 // connection, network thread or descriptor is left, and that the window accepts touches.
 //
-// With CARTONPICK_FAULTS=long, the test makes 3,000 faults in a random order with the seed
-// CARTONPICK_SEED, and cuts compressed and chunked answers at every byte. Otherwise it makes fewer.
+// With CARTONPICK_FAULTS=long, the test injects 3,000 faults in random order with the seed
+// CARTONPICK_SEED, and cuts compressed and chunked answers at every byte. Otherwise it injects
+// fewer.
 
 namespace {
 
@@ -42,8 +43,8 @@ QString alert(const QString &title, const QString &message) {
   return title + u'|' + message + QStringLiteral("|OK");
 }
 
-/// Returns the expected alerts, the topmost last. A text that ends in '|' is only the beginning of
-/// an alert.
+/// Returns the expected alerts, the topmost last. A string that ends in '|' matches any alert that
+/// starts with it.
 QStringList promisedAlerts(Call call, Ending ending, const Fault &fault, const QByteArray &body) {
   const QString noContact = "Could not contact server";
   const bool isTaken = ending == Ending::Taken;
@@ -137,7 +138,7 @@ class NetworkFaultsTest : public QObject {
     }
     m_tablet = std::make_unique<CallingTablet>();
     m_descriptors.reset();
-    // Some descriptors are opened when they are first needed.
+    // Some descriptors are opened only when they are first needed.
     for (const Call call : kCalls) {
       meet(call, kNoFault);
     }
@@ -200,17 +201,17 @@ class NetworkFaultsTest : public QObject {
     }
   }
 
-  void aTruncatedChunkedOrCompressedAnswerIsTakenCompletelyOrNotAtAll_data() {
+  void aTruncatedChunkedOrCompressedAnswerIsAcceptedInFullOrNotAtAll_data() {
     QTest::addColumn<Call>("call");
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<qsizetype>("tooFew");
     QTest::addColumn<qsizetype>("enough");
-    // The end mark, the checksum and the size. Everything before them is the body.
+    // The end of the compressed data, the checksum and the size, which follow the body.
     constexpr qsizetype kAfterBody = 9;
     for (const Call call : kCalls) {
       const QByteArray body = CallingTablet::goodBody(call);
       const QByteArray chunked = chunkedAnswer(body);
-      // Between these sizes the body is complete and its end is not, so both outcomes are right.
+      // Between these sizes the body is complete but its end is not, so both outcomes are correct.
       const qsizetype end = chunked.indexOf("\r\n0\r\n");
       QTest::addRow("%s, chunked", qPrintable(nameOf(call)))
           << call << chunked << end - 1 << end + 6;
@@ -219,7 +220,7 @@ class NetworkFaultsTest : public QObject {
           << call << packed << packed.size() - kAfterBody - 1 << packed.size();
     }
   }
-  void aTruncatedChunkedOrCompressedAnswerIsTakenCompletelyOrNotAtAll() {
+  void aTruncatedChunkedOrCompressedAnswerIsAcceptedInFullOrNotAtAll() {
     constexpr qsizetype kSome = 23;
     QFETCH(const Call, call);
     QFETCH(const QByteArray, bytes);
@@ -230,7 +231,7 @@ class NetworkFaultsTest : public QObject {
       Fault fault{"cut after " + QByteArray::number(size) + " bytes",
                   [&](const QByteArray &) { return Answer{bytes.first(size)}; }};
       if (size <= tooFew) {
-        // If the connection ends within the length of a chunk, the client may not notice it.
+        // If the connection ends within a chunk's length field, the client might not notice it.
         fault.ending = Ending::NotTaken;
         fault.arrives = nullptr;
         fault.isSilent = true;
@@ -244,7 +245,7 @@ class NetworkFaultsTest : public QObject {
     }
   }
 
-  void anyFaultMayFollowAnyOther_data() {
+  void faultsInRandomOrderHaveTheirExpectedOutcomes_data() {
     QTest::addColumn<quint32>("seed");
     const int rounds = isLong() ? 30 : 1;
     const int seed = qEnvironmentVariableIntValue("CARTONPICK_SEED");
@@ -252,7 +253,7 @@ class NetworkFaultsTest : public QObject {
       QTest::addRow("seed %d", seed + round) << static_cast<quint32>(seed + round);
     }
   }
-  void anyFaultMayFollowAnyOther() {
+  void faultsInRandomOrderHaveTheirExpectedOutcomes() {
     QFETCH(const quint32, seed);
     const int count = isLong() ? 100 : 12;
     QRandomGenerator random(seed);
@@ -288,7 +289,7 @@ class NetworkFaultsTest : public QObject {
   void anAnswerOf300MebibytesIsCutOff_data() { addCalls(); }
   void anAnswerOf300MebibytesIsCutOff() {
     constexpr qint64 kSize = 300 * kMebibyte;
-    // The answer up to its limit, other buffers, and the memory that a sanitizer keeps.
+    // The answer up to its limit, other buffers, and a sanitizer's additional memory.
     constexpr qint64 kAtMost = HttpConnection::kMaxAnswerBytes + kSlack;
     QFETCH(const Call, call);
     m_tablet->makeReady(call);
@@ -301,7 +302,7 @@ class NetworkFaultsTest : public QObject {
     QVERIFY(peakMemory() - before < kAtMost);
   }
 
-  void aSecondAnswerIsNotTakenForTheNextCall() {
+  void anExtraAnswerIsNotUsedForTheNextCall() {
     m_tablet->makeReady(Call::Catalogue);
     QPointer<QTcpSocket> first;
     m_tablet->service.answerWith([&](const auto &) {
@@ -356,7 +357,7 @@ class NetworkFaultsTest : public QObject {
     QCOMPARE(m_tablet->stored(), kept.stored);
     QCOMPARE(m_tablet->delivery(), kept.delivery);
     if (call == Call::Send) {
-      // A send is never repeated. After a short time-out the request may not have arrived.
+      // A send is never repeated. With a short timeout, the request might not even arrive.
       QVERIFY(m_tablet->service.requests().size() - requests <= 1);
     }
     m_tablet->answerAlerts();

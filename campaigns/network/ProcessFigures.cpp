@@ -23,7 +23,7 @@ qsizetype networkThreads() {
   qsizetype count = 0;
   while (threads.hasNext()) {
     QFile name(threads.next() + QStringLiteral("/comm"));
-    // A thread may have ended meanwhile.
+    // The thread may have ended in the meantime.
     const bool isThere = name.open(QIODevice::ReadOnly);
     count += isThere && name.readAll().startsWith("QNetworkAccess") ? 1 : 0;
   }

@@ -8,15 +8,15 @@
 #include <chrono>
 #include <optional>
 
-/// The real client, whose time-out can be shortened.
+/// The real client, with a timeout that can be overridden.
 class ShortTimeoutHttpClient : public HttpClient {
  public:
   HttpConnection *start(const HttpRequest &request, WeakDelegate<HttpConnectionDelegate> delegate,
                         QObject *owner) override;
 
-  /// Sets the time-out of later requests. std::nullopt, the default, keeps each request's own.
+  /// Sets the timeout of later requests. std::nullopt, the default, keeps each request's timeout.
   void setTimeout(std::optional<std::chrono::milliseconds> timeout) { m_timeout = timeout; }
-  /// Returns the time-out that the last request asked for.
+  /// Returns the timeout specified in the last request.
   [[nodiscard]] std::chrono::milliseconds askedTimeout() const { return m_askedTimeout; }
   /// Returns true while a connection exists.
   [[nodiscard]] bool isBusy() const;

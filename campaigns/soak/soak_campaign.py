@@ -5,14 +5,14 @@ The campaign covers lookups, scans and touches, quantities on the keypad, correc
 scans, summaries, sends, the history, reloads of the catalogue, the other theme and larger text. A
 quantity counts as confirmed when it is in the program's store. The campaign samples the program's
 memory, descriptors and threads at fixed numbers of quantities. At the end everything confirmed must
-be in the store, everything sent must be in the order service's store once, and nothing may have
-grown after the first fifth.
+be in the store, everything sent must be in the order service's store once, and no figure must have
+grown after the first fifth of the run.
 
 Usage: own-session python3 soak_campaign.py [--minutes N] [--picks N] [--deliveries N] [--reloads N]
        [--limit MIB] [--seed N] [--figures FILE.csv] [--picture FILE.svg] [--failure FILE.png]
        BIN
 
-BIN is the folder of the programs. The campaign ends when all the given minimums are reached.
+BIN is the folder with the programs. The campaign ends when all the given minimums are reached.
 """
 
 import argparse
@@ -41,7 +41,7 @@ HERE = os.path.dirname(os.path.abspath(__file__))
 OWN_SESSION = os.path.join(HERE, os.pardir, os.pardir, "tests", "acceptance", "own-session")
 SAMPLES = 100
 LOOK_AROUND_EVERY = 3
-# A lower limit, from which the number of deliveries to prepare follows.
+# A lower bound, which determines the number of deliveries to prepare.
 LEAST_SECONDS_A_DELIVERY = 2
 SHOWN = 10
 
@@ -69,8 +69,8 @@ def arguments():
 def survey(programs, folder):
     """Returns the places and caption shapes of the controls on the screen.
 
-    Accessibility changes the program's memory use. The survey therefore uses another program, in
-    another session, than the one that is measured.
+    Accessibility changes the program's memory use. The survey therefore runs a separate instance of
+    the program, in a separate session.
     """
     path = os.path.join(folder, "survey.json")
     with open(os.path.join(folder, "survey.log"), "w+", encoding="utf-8") as log:

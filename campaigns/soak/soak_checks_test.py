@@ -1,4 +1,4 @@
-"""Tests that the soak distinguishes growth from noise, and finds what is lost or duplicated.
+"""Tests that the soak distinguishes growth from noise, and finds lost and duplicate data.
 
 Usage: python3 soak_checks_test.py
 """
@@ -26,13 +26,13 @@ def noise(seed):
 
 
 class Flatness(unittest.TestCase):
-    def test_a_flat_series_with_noise_is_flat(self):
+    def test_noise_is_not_growth(self):
         for seed in range(20):
             series = [60 + part for part in noise(seed)]
             self.assertLess(abs(growth(PICKS, series)), LIMIT)
             self.assertLess(abs(rise(series)), LIMIT)
 
-    def test_growth_is_found_in_a_series_with_noise(self):
+    def test_growth_is_found_despite_noise(self):
         for seed in range(20):
             series = [60 + picks * 6 / 10_000 + part for picks, part in zip(PICKS, noise(seed))]
             self.assertGreater(growth(PICKS, series), LIMIT)
@@ -74,25 +74,25 @@ class Verdict(unittest.TestCase):
     def test_a_flat_run_is_accepted(self):
         self.assertEqual(self.judge(), [])
 
-    def test_growing_memory_is_refused(self):
+    def test_growing_memory_is_rejected(self):
         growing = [34_000 + picks for picks in PICKS]
         for figure in "rss", "private_dirty":
             self.assertEqual(len(self.judge(**{figure: growing})), 1)
 
-    def test_growing_descriptors_and_threads_are_refused(self):
+    def test_growing_descriptors_and_threads_are_rejected(self):
         growing = [17 + picks // 2_000 for picks in PICKS]
         for figure in "descriptors", "threads":
             self.assertEqual(len(self.judge(**{figure: growing})), 1)
 
-    def test_one_descriptor_that_sqlite_keeps_is_accepted(self):
+    def test_one_additional_descriptor_is_accepted(self):
         self.assertEqual(self.judge(descriptors=[16] * 50 + [17] * 50), [])
 
-    def test_too_few_samples_are_refused(self):
+    def test_too_few_samples_are_rejected(self):
         self.assertEqual(len(judge([], LIMIT)[1]), 1)
 
 
 class Losses(unittest.TestCase):
-    """Both stores have two lines that were picked and sent. Then a test changes one store."""
+    """Both stores have two lines that were picked and sent. Each test then changes one store."""
 
     PICKED_AT = 1_774_500_000_000
 
@@ -133,7 +133,7 @@ class Losses(unittest.TestCase):
         self.tablet.execute("DELETE FROM Picking WHERE rowid = 1")
         self.assert_seen()
 
-    def test_another_quantity_is_found(self):
+    def test_a_different_quantity_is_found(self):
         self.tablet.execute("UPDATE Picking SET pickqty = 4 WHERE rowid = 1")
         self.assert_seen()
 
@@ -163,7 +163,7 @@ class Losses(unittest.TestCase):
 
 
 class Catalogue(unittest.TestCase):
-    """Two articles are stored after a reload. Then a test changes the store."""
+    """Two articles are stored after a reload. Each test then changes the store."""
 
     ARTICLES = [article(number) for number in (1, 2)]
 

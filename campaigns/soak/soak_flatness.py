@@ -17,7 +17,7 @@ def steady(series):
 
 def slope(xs, ys):
     """Returns the median of the slopes between all pairs of points (the Theil–Sen estimator), which
-    outliers do not change."""
+    is robust against outliers."""
     points = list(zip(xs, ys))
     return statistics.median((y - before_y) / (x - before_x)
                              for place, (x, y) in enumerate(points)
@@ -37,8 +37,8 @@ def rise(ys):
 
 
 def judge(samples, limit):
-    """Returns a line about each figure of a run, and a list of messages about growth. Memory may
-    grow by `limit` MiB."""
+    """Returns a line about each figure of a run, and a list of messages about growth. Memory is
+    allowed to grow by `limit` MiB."""
     if len(samples) < LEAST_SAMPLES:
         return [], [f"{len(samples)} samples tell nothing"]
     picks = [sample.picks for sample in samples]

@@ -5,7 +5,7 @@ import csv
 import os
 import time
 
-# Memory and the size of the store in KiB.
+# Memory and the size of the store are in KiB.
 Sample = collections.namedtuple("Sample", "seconds picks deliveries reloads rss pss private_dirty "
                                           "descriptors threads store")
 

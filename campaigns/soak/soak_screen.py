@@ -1,4 +1,4 @@
-"""A screen whose pixels are read from shared memory, and a driver that sends input at once.
+"""A screen whose pixels are read from shared memory, and a driver that sends input without waiting.
 
 A caption is recognised by its shape: the set of ink pixels in a small patch. Shapes are nearly the
 same in every theme.
@@ -16,14 +16,15 @@ TIMEOUT_SECONDS = 60
 # The size of a patch in pixels.
 PATCH_WIDTH, PATCH_HEIGHT = 48, 20
 # The threshold between dark and bright, as a fraction of the range from the darkest to the
-# brightest pixel. At this value dark letters on light ground are as bold as light ones on dark.
+# brightest pixel. At this value, dark letters on a light background are as bold as light letters on
+# a dark one.
 BORDER = 0.6
-# The number of pixels that may differ, as a fraction of the ink pixels.
+# The maximum number of different pixels, as a fraction of the ink pixels.
 TOLERANCE = 0.3
 LEAST_INK = 50
 INVERSE = bytes([1, 0]) + bytes(254)
 BYTES_A_PIXEL = 4
-# The caption of a text size on the display sheet.
+# The caption of the larger text size on the display sheet.
 LARGE = "125 %"
 
 
@@ -52,7 +53,7 @@ class FrameBuffer:
 
     def shape(self, x, y):
         """Returns the ink pixels of the patch around a point, as a number whose bytes are 1 for ink
-        and 0 for ground."""
+        and 0 for background."""
         greens = b"".join(self._greens(x - PATCH_WIDTH // 2, line)
                           for line in range(y - PATCH_HEIGHT // 2, y + PATCH_HEIGHT // 2))
         darkest, brightest = min(greens), max(greens)

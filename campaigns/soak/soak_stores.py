@@ -31,7 +31,7 @@ class Stores:
         self._confirmed[_key(line)] = line, quantity
 
     def has(self, line, quantity):
-        """Returns true if the tablet's store has this quantity of the line."""
+        """Returns true if the tablet's store has the line with this quantity."""
         return self._tablet.execute(_QUANTITY, _key(line)).fetchall() == [(quantity,)]
 
     def catalogue_violations(self, articles):

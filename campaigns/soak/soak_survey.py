@@ -2,9 +2,9 @@
 
 Usage: own-session python3 soak_survey.py BIN FILE
 
-BIN is the folder of the programs. Writes JSON to the file: the centre of each control that the soak
-touches, and the shapes of the captions that it recognises. A name consists of a screen, a slash and
-a caption. The screen has the text size as a suffix if it is not the default.
+BIN is the folder with the programs. Writes JSON to the file: the centre of each control that the
+soak touches, and the shapes of the captions that it recognises. A name consists of a screen, a
+slash and a caption. The screen has the text size as a suffix if it is not the default.
 """
 
 import contextlib
@@ -55,8 +55,8 @@ class Survey:
         return boxes if len(boxes) == len(wanted) and boxes == self._boxes(wanted) else None
 
     def _boxes(self, wanted):
-        """Returns the roles and bounds of the wanted controls. Of several with the same name, the
-        topmost counts."""
+        """Returns the roles and bounds of the wanted controls. If several have the same name, the
+        topmost one is used."""
         boxes = {}
         for node in self._tablet.showing():
             name = node.get_name()
@@ -101,7 +101,7 @@ class Survey:
             self.note("master", reach=CUSTOMER_REACH,
                       **{delivery.customer: f"Customer: {delivery.customer}"})
         self.note("master", "Start Picking")
-        # The header of the delivery has moved it down.
+        # The delivery's header has moved this button down.
         self.note("found", "Reload Items")
 
     def _note_alert(self, title):

@@ -1,4 +1,4 @@
-"""Closes a window as a window manager does, on a screen without a window manager."""
+"""Closes a window as a window manager would, on a screen without one."""
 
 import ctypes
 

@@ -7,7 +7,7 @@ from soak_deliveries import BOXES, LINES_IN_A_BOX, LINES_IN_SIGHT, article, arti
 from soak_screen import LARGE, TIMEOUT_SECONDS, NotSeen, wait_for
 
 UNKNOWN = "0000000"
-# One quantity in this number corrects an earlier quantity of the box.
+# One in this number of quantities corrects an earlier quantity of the box.
 CORRECTIONS = 5
 # The list is scrolled to its top when one of these rows is current.
 TOP_ROWS = range(4)
@@ -107,7 +107,7 @@ class Picker:
     # A delivery.
 
     def pick(self, delivery, quantities):
-        """Picks a delivery from its lookup to its sending, with this number of quantities."""
+        """Picks a delivery, from lookup to sending, with this number of quantities."""
         self._look_up(delivery)
         self._touch("master/Start Picking")
         self._reader.expect("master/Stop Picking")
