@@ -9,8 +9,8 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
-/// A minimal RAII wrapper of SQLite's C API: the lower bound that the program's store is compared
-/// with. Constructors, `step` and `run` throw std::runtime_error.
+/// A minimal RAII wrapper around SQLite's C API: the lower bound that the program's store is
+/// compared with. Constructors, `step` and `run` throw std::runtime_error if SQLite fails.
 class BareSqlite {
  public:
   /// Opens the program's store at `path`, with the same durability as the program.
@@ -22,7 +22,7 @@ class BareSqlite {
     /// `text` must outlive the next `step`.
     void bind(int place, std::string_view text);
     void bind(int place, std::int64_t number);
-    /// Returns true if there is a row.
+    /// Returns true if there is another row.
     bool step();
     void reset();
     [[nodiscard]] std::string_view text(int column) const;

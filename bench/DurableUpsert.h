@@ -10,7 +10,7 @@
 #include <string>
 
 // The simplest ways to store a picked quantity of the delivery "4711": one statement on the
-// program's table, durable when the call returns. All throw std::runtime_error.
+// program's table, durable when the call returns. All throw std::runtime_error if that fails.
 
 /// Uses the C API of SQLite.
 class BareUpsert {
@@ -24,7 +24,7 @@ class BareUpsert {
   BareSqlite::Statement m_upsert;
 };
 
-/// Uses Qt SQL. Only one object may exist at a time.
+/// Uses Qt SQL. Only one object can exist at a time.
 class QtUpsert {
  public:
   QtUpsert();

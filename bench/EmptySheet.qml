@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Templates as T
 
-// A sheet without content.
+// An empty sheet.
 Popup {
     x: (parent.width - width) / 2
     y: (parent.height - height) / 2

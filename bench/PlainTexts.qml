@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import CartonPick
 
-// A table of plain texts, one column per part of a cell.
+// A table of plain text, one column per part of a cell.
 ListView {
     id: list
 

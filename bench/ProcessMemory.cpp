@@ -23,7 +23,7 @@ double bytesOf(const std::string &key) {
 namespace process_memory {
 
 double now() {
-  // Memory that malloc keeps free would hide the next allocations.
+  // Freed memory that malloc keeps would hide the next allocations.
   ::malloc_trim(0);
   return bytesOf("VmRSS");
 }

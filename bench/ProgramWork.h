@@ -11,10 +11,11 @@
 class ManagedObjectContext;
 struct Items;
 
-/// The measured operations, done in the same way as in the program.
+/// The measured operations, implemented as in the program.
 namespace program {
 
-/// Replaces the catalogue in the store at `path` by the one in `body`. Throws std::runtime_error.
+/// Replaces the catalogue in the store at `path` with the one in `body`. Throws std::runtime_error
+/// if it cannot be stored.
 void storeCatalogue(const QByteArray &body, const QString &path);
 
 struct Delivery {
@@ -24,7 +25,7 @@ struct Delivery {
 /// Parses the delivery "4711", order "A1", and restores its earlier picks.
 Delivery importDelivery(const QByteArray &body, ManagedObjectContext &context);
 
-/// Returns the article of `code`; std::nullopt if `code` is in `lines` or not in the catalogue.
+/// Returns the article with `code`; std::nullopt if `code` is in `lines` or not in the catalogue.
 std::optional<Items> scan(const CodePositions &lines, ManagedObjectContext &context,
                           const QString &code);
 

@@ -37,7 +37,7 @@ std::size_t boxOfLine(std::size_t line, const sample::DeliverySize &size) {
   return line * size.boxes / size.lines;
 }
 
-/// Returns the article of the line `line`. Every third line repeats the article of another one.
+/// Returns the article of the line `line`. Every third line repeats another line's article.
 std::size_t articleOfLine(std::size_t line) {
   return line % 3 == 2 ? line / 2 : line;
 }

@@ -22,7 +22,7 @@ QString barcode(std::size_t index);
 
 /// The answer to a catalogue download: `articles` articles of about 100 bytes each.
 QByteArray catalogueJson(std::size_t articles);
-/// The answer to the lookup of the delivery "4711", order "A1". The lines of a box are adjacent.
+/// The answer to a lookup of the delivery "4711", order "A1". The lines of a box are adjacent.
 QByteArray deliveryJson(const DeliverySize &size);
 
 /// Stores `picks` picks of that delivery, spread evenly over its lines.

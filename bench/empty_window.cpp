@@ -2,7 +2,7 @@
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
 
-/// The smallest program with a Qt Quick Controls window, for comparison of the start.
+/// A minimal program with a Qt Quick Controls window, as a baseline for startup time.
 int main(int argc, char **argv) {
   const QGuiApplication application(argc, argv);
   QQuickStyle::setStyle(QStringLiteral("Basic"));

@@ -1,10 +1,10 @@
 """Measures the order service on PostgreSQL: lookups and sends of 64 concurrent tablets, for growing
-numbers of deliveries, compared with the same SQL in pgbench and with the same server answering a
-constant. Kills the service after each size and fails unless it has stored every accepted send.
+numbers of deliveries, compared with the same SQL in pgbench and with constant answers from the same
+server. Kills the service after each size and fails unless it has stored every accepted send.
 
 Usage: python3 fleet_bench.py BIN RESULTS.json
 
-BIN is the folder of the programs.
+BIN is the folder with the programs.
 """
 
 import fileinput
@@ -129,7 +129,7 @@ def measure(samples, cluster, folder, port, kind, deliveries):
 
 def check_stored(cluster, accepted):
     rows = int(cluster.psql("SELECT count(*) FROM picked_line WHERE order_no <> 'pgbench'"))
-    # A send in progress at the end of a run may be stored without an answer.
+    # A send in progress at the end of a run can be stored without being answered.
     if rows % LINES != 0 or not accepted <= rows // LINES <= accepted + ROUNDS * TABLETS:
         raise SystemExit(f"{accepted} sends were accepted, {rows} lines of {LINES} are stored")
 

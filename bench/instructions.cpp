@@ -10,7 +10,7 @@
 #include <string>
 #include <valgrind/callgrind.h>
 
-// Runs one operation of the program, named by the argument, under callgrind, which counts only the
+// Runs the operation of the program that the argument names, for callgrind, which counts only the
 // instructions of the operation itself.
 
 namespace {

@@ -1,5 +1,5 @@
 """Counts the instructions of single operations of the program. Unlike times, the counts do not
-depend on the load of the machine.
+depend on the machine's load.
 
 Usage: python3 instructions.py --check|--record PROGRAM BASELINE.json
 
@@ -15,7 +15,7 @@ import sys
 import tempfile
 
 WORKS = ["catalogue", "confirm", "history", "import", "scan"]
-# Allows for other builds of the libraries and for functions that they choose by processor.
+# Allows for different builds of the libraries and for code that they select by processor.
 TOLERANCE = 0.05
 
 

@@ -3,7 +3,7 @@
 #include <benchmark/benchmark.h>
 
 int main(int argc, char **argv) {
-  // Qt SQL finds its drivers through the application object.
+  // Qt SQL needs an application object to find its drivers.
   const QCoreApplication application(argc, argv);
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) {

@@ -1,10 +1,10 @@
-"""Measures the order service: lookups and sends of 64 concurrent tablets, compared with the same
-server answering a constant. Kills the service at the end and fails unless it has stored every
+"""Measures the order service: lookups and sends of 64 concurrent tablets, compared with constant
+answers from the same server. Kills the service at the end and fails unless it has stored every
 accepted send.
 
 Usage: python3 service_bench.py BIN RESULTS.json
 
-BIN is the folder of the programs.
+BIN is the folder with the programs.
 """
 
 import json
@@ -60,7 +60,7 @@ class Service:
 def check_stored(store, accepted):
     with sqlite3.connect(store) as database:
         (rows,) = database.execute("SELECT count(*) FROM picked_line").fetchone()
-    # A send in progress at the end of a run may be stored without an answer.
+    # A send in progress at the end of a run can be stored without being answered.
     if rows % LINES != 0 or not accepted <= rows // LINES <= accepted + ROUNDS * TABLETS:
         raise SystemExit(f"{accepted} sends were accepted, {rows} lines of {LINES} are stored")
 

@@ -1,10 +1,10 @@
-"""Measures the start of the program, compared with an empty window: the time from the start of the
-process to its first frame, with warm and with cold file cache, and the memory used then. Runs
+"""Measures the program's startup, with an empty window as the baseline: the time from the start of
+the process to its first frame, with a warm and a cold page cache, and the memory used by then. Runs
 without a display; the two programs take turns.
 
 Usage: python3 start_bench.py BIN RESULTS.json
 
-BIN is the folder of the programs.
+BIN is the folder with the programs.
 """
 
 import os
@@ -20,7 +20,7 @@ OURS, FLOOR = "CartonPick", "floor: an empty window"
 
 
 class Start:
-    """Starts a process and waits for its first frame; `seconds` is the time this took."""
+    """Starts a process and waits for its first frame, which took `seconds`."""
 
     def __init__(self, command, home):
         environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", QT_QUICK_BACKEND="software",

@@ -17,7 +17,7 @@
 
 namespace {
 
-// A scanned code that is not in the open box and is looked up in the catalogue.
+// A scanned code that is not in the open box and therefore looked up in the catalogue.
 
 constexpr std::size_t kLinesOfTheBox = 1'000;
 

@@ -192,7 +192,8 @@ class WindowBench : public QObject {
     QtUpsert qt;
     for (int i = 0; i < repetitions; ++i) {
       const std::string item = lines[i].item.toStdString();
-      // Every measurement follows a drawn frame, so all start with a similar processor cache.
+      // Every measurement follows a drawn frame, so all start with the processor cache in a similar
+      // state.
       boxes->touchRow(i);
       drawEverything(ui.window());
       m_samples.time(nameOf("confirm", "floor: one bare upsert", size), [&] { bare(item, 1); });
@@ -267,7 +268,7 @@ class WindowBench : public QObject {
   void cleanupTestCase() { QVERIFY(m_samples.write(qEnvironmentVariable("CARTONPICK_SAMPLES"))); }
 
  private:
-  /// Makes `m_textChanged` the time of the last text change of all watched items, `item` included.
+  /// From now on, records the time of each text change of `item` in `m_textChanged`.
   void watchText(QQuickItem *item) {
     const QMetaObject &type = *item->metaObject();
     const QMetaProperty text = type.property(type.indexOfProperty("text"));
