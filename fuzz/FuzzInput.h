@@ -51,7 +51,7 @@ class FuzzInput {
 
   std::string rest() { return bytes(m_rest.size()); }
 
-  /// Takes the text up to the next line feed, and the line feed.
+  /// Consumes and returns the text up to the next line feed, and consumes the line feed.
   std::string line() {
     const auto end = std::find(m_rest.begin(), m_rest.end(), std::uint8_t{'\n'});
     std::string text = bytes(static_cast<std::size_t>(end - m_rest.begin()));

@@ -55,7 +55,7 @@ constexpr std::array<Texts, 8> kEscapes = {"\\\"", "\\\\", "\\/", "\\b",
 constexpr std::array<Texts, 7> kUnicodeEscapes = {
     "\\u0041", "\\u0000", "\\u00e9", "\\uFFFF", "\\ufeff", "\\ud83d\\ude00", "\\uDBFF\\uDFFF"};
 
-// The character after each one must not complete a surrogate pair.
+// Each one must end so that the next character cannot complete a surrogate pair.
 constexpr std::array<Texts, 6> kLoneSurrogates = {
     "\\ud83d.", "\\ude00", "\\ud83dx", "\\ude00\\ud83d.", "\\ud83d\\ud83d.", "\\ud83d\\u0041"};
 

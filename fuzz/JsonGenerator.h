@@ -4,19 +4,19 @@
 
 #include <string>
 
-/// Generates valid and nearly valid answers of the service from a fuzz input: with all forms of
-/// numbers, escapes, surrogates, duplicate members, nesting and white space.
+/// Generates valid and nearly valid service answers from a fuzz input: with all forms of numbers,
+/// escapes, surrogates, duplicate members, nesting and white space.
 class JsonGenerator {
  public:
   explicit JsonGenerator(FuzzInput &input) : m_input(input) {}
 
   std::string document();
 
-  /// Returns true if the document contains something that our parsers reject intentionally, but a
-  /// lenient parser may accept.
+  /// Returns true if the document contains something that our parsers intentionally reject but a
+  /// lenient parser could accept.
   [[nodiscard]] bool hasWhatWeRefuse() const { return m_hasWhatWeRefuse; }
-  /// Returns true if our parsers may reject the document: it may contain invalid JSON or duplicate
-  /// members, of which our parsers check each one.
+  /// Returns true if our parsers are allowed to reject the document, because it can contain invalid
+  /// JSON or duplicate members, each of which our parsers check.
   [[nodiscard]] bool mayBeRefused() const { return m_mayBeRefused; }
 
  private:

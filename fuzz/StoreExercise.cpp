@@ -24,7 +24,7 @@ void countLogLine(QtMsgType /*type*/, const QMessageLogContext & /*context*/,
   ++s_logLines;
 }
 
-/// Set by the SQL function "run", which every connection has. No file may cause a call of it.
+/// Set by the SQL function "run", which every connection has. No file must be able to call it.
 bool s_hasRun = false;
 
 void run(sqlite3_context *context, int /*count*/, sqlite3_value ** /*values*/) {
@@ -49,7 +49,7 @@ void installHooks() {
   s_logLines = 0;
 }
 
-/// Returns the result of a fetch, and requires a log line if it failed.
+/// Returns the result of a fetch. If it failed, requires that it or something earlier was logged.
 template <class Fetch>
 auto answerOf(const Fetch &fetch) {
   const int before = s_logLines;

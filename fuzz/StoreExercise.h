@@ -4,5 +4,5 @@
 
 /// Opens the file at `path`, runs all fetches and changes the store, as the program does. Whatever
 /// the file contains, it must either be rejected with a log line, or behave like a store whose
-/// fetches may fail; no code in it may be executed.
+/// fetches can fail; no code in it must be executed.
 void exerciseStore(const QString &path);

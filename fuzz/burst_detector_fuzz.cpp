@@ -1,4 +1,4 @@
-// Feeds the burst detector with keys at any times. A returned code must contain exactly the
+// Feeds the burst detector keys at arbitrary times. A returned code must consist of exactly the
 // characters typed since the detector last reported a new sequence, in order.
 
 #include "FuzzInput.h"

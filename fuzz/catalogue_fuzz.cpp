@@ -1,6 +1,6 @@
-// Parses any answer to a catalogue download. The number of articles must be that of the visited
-// ones, the result must not depend on where the body is cut into pieces, and the texts must be
-// those that the parser for deliveries reads.
+// Parses arbitrary answers to a catalogue download. All counted articles must be visited, the
+// result must not depend on where the body is cut into pieces, and the texts must be those that the
+// parser for deliveries reads.
 
 #include "FuzzInput.h"
 #include "Property.h"

@@ -1,5 +1,5 @@
-// Reads any deliveries file, CSV or JSON. It must be accepted as a whole or rejected with a reason,
-// and accepted data must be the same after it is written and read again in either format.
+// Reads arbitrary deliveries files, CSV or JSON. A file must be accepted as a whole or rejected
+// with a reason, and accepted data must survive a round trip through either format.
 
 #include "FuzzInput.h"
 #include "Property.h"
@@ -32,7 +32,7 @@ auto tried(const Read &read) -> std::optional<decltype(read())> {
   } catch (const InputError &error) {
     const std::string_view reason = error.what();
     require(!reason.empty() && simdjson::validate_utf8(reason), "the reason is UTF-8 text");
-    // Checks only the beginning, because the rest may quote the file.
+    // Checks only the beginning, because the rest can quote the file.
     require(!reason.starts_with("line 0"), "lines are counted from 1");
     return std::nullopt;
   }
@@ -131,7 +131,7 @@ void checkRecords(std::string_view text) {
   }
 }
 
-/// Reads the same bytes from a file.
+/// Reads the same bytes from a file and requires the same outcome.
 void checkFile(bool isCsv, const std::string &text, bool isTaken) {
   static const auto kFolder =
       std::filesystem::temp_directory_path() / ("cartonpick-fuzz-" + std::to_string(::getpid()));

@@ -1,4 +1,4 @@
-// Imports any answer to a lookup. No line may be lost, duplicated or moved, and no quantity may be
+// Imports arbitrary answers to a lookup. No line must be lost, duplicated or moved, and no quantity
 // counted twice.
 
 #include "Property.h"
@@ -152,7 +152,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
       QByteArray::fromRawData(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
   const auto answer = parseDeliveryAnswer(body);
   checkDate(QString::fromUtf8(body));
-  // The time of the checks is quadratic in the number of lines.
+  // The checks take quadratic time in the number of lines.
   constexpr std::size_t kMaxLines = 500;
   if (!answer || answer->lines.size() > kMaxLines) {
     return 0;

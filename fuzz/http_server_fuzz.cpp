@@ -1,5 +1,5 @@
-// Sends any bytes to the order service's HTTP server over a loopback socket. The server answers
-// each request in HTTP or closes the connection, and keeps serving other clients.
+// Sends arbitrary bytes to the order service's HTTP server over a loopback socket. The server must
+// answer each request in HTTP or close the connection, and keep serving other clients.
 
 #include "Property.h"
 #include "http/http_server.h"
@@ -30,7 +30,7 @@ Answer answerTo(const Request &request) {
   ++s_requests;
   require(!request.method.empty() && !request.target.empty(), "a request has method and target");
   Answer answer = textAnswer(200, std::string(kAnswer));
-  // An answer to HEAD has no body.
+  // Marks the answer in its head, because an answer to HEAD has no body.
   answer.headers.emplace_back("Sign", "handled");
   return answer;
 }
@@ -68,7 +68,7 @@ class Connection {
   ~Connection() { ::close(m_socket); }
 
   void sendAll(std::string_view bytes) const {
-    // The server may close the connection before it has read everything.
+    // Errors are ignored: the server can close the connection before it has read everything.
     static_cast<void>(::send(m_socket, bytes.data(), bytes.size(), MSG_NOSIGNAL));
   }
 

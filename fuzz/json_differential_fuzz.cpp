@@ -1,11 +1,11 @@
-// Compares our parsers of answers with Qt's JSON parser on generated documents. Both must accept or
+// Compares our answer parsers with Qt's JSON parser on generated documents. Both must accept and
 // reject the same documents and read the same values.
 //
 // Our parsers intentionally reject more than Qt's: control characters and unknown escapes in
 // strings, which JSON does not allow; lone surrogates, integers beyond 64 bits and numbers beyond
 // the range of a double, which have no value in the program; and duplicate members if one of them
-// is not a text or number, where Qt sees only the last one. Our parsers reject everything that Qt's
-// rejects.
+// is not a string or number, where Qt sees only the last one. Our parsers reject everything that
+// Qt's rejects.
 
 #include "JsonGenerator.h"
 #include "Property.h"
@@ -56,8 +56,8 @@ bool isUnsigned(const QString &text, double value) {
   return isInteger && static_cast<double>(number) == value;
 }
 
-/// Returns true if `text` may be our parsers' text for `value`. A number has several texts: ours
-/// depends on a fraction or exponent in the JSON, which Qt does not report.
+/// Returns true if `text` could be our parsers' text for `value`. Several texts are possible for a
+/// number: ours depends on a fraction or exponent in the JSON, which Qt does not report.
 bool isTextOf(const QString &text, const QJsonValue &value) {
   switch (value.type()) {
     case QJsonValue::String:

@@ -1,5 +1,5 @@
-// Parses any text as a JSON array in pieces of any size. The result must be that of parsing the
-// whole text: rejected, or the same elements.
+// Parses arbitrary text as a JSON array in pieces of any size. The result must be that of parsing
+// the whole text: rejected, or the same elements.
 
 #include "FuzzInput.h"
 #include "Property.h"

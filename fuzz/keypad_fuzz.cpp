@@ -1,5 +1,5 @@
-// The keypad under any sequence of touches, keys, pastes and selections: its total is always the
-// sum of what it shows, nothing is booked before OK, and OK books that sum.
+// Sends arbitrary touches, keys, pastes and selections to the keypad: its total must always be the
+// sum of what it shows, nothing must be booked before OK, and OK must book that sum.
 
 #include "FuzzInput.h"
 #include "Property.h"
@@ -58,7 +58,7 @@ bool hasDigit(const QString &text) {
   return std::any_of(text.begin(), text.end(), isDigit);
 }
 
-/// The number at the start of `text`, computed in another way than in the program.
+/// The number at the start of `text`, computed differently from the program.
 std::int32_t numberOf(const QString &text) {
   using Limits = std::numeric_limits<std::int32_t>;
   qsizetype begin = 0;
@@ -80,7 +80,7 @@ void checkNumbers(const QString &text) {
           "a number survives the conversion to text and back");
 }
 
-/// Replaces a selection of the field, which may be empty, by a text.
+/// Replaces a selection in the field, possibly empty, with a string.
 void edit(changeQuantityViewController &keypad, FuzzInput &input) {
   constexpr qsizetype kMaxLength = 4;
   TextField &field = *keypad.txtNewQty;

@@ -1,5 +1,5 @@
-"""Writes seeds for the store to FOLDER: an SQLite file for every SQL file, and one that SQL alone
-cannot create.
+"""Writes seeds for the store to FOLDER: an SQLite file for every SQL file, and one more that SQL
+alone cannot create.
 
 Usage: make_store_seeds.py FOLDER SQL-FILE...
 """
@@ -22,7 +22,7 @@ TANGLE = """
 
 
 def connect(file: pathlib.Path) -> sqlite3.Connection:
-    """Opens a new database file, with the settings and the function that the seeds use."""
+    """Creates a database file, with the settings and the function that the seeds use."""
     file.unlink(missing_ok=True)
     database = sqlite3.connect(file, isolation_level=None)
     database.create_function("run", -1, lambda *_: 1, deterministic=True)

@@ -1,5 +1,5 @@
-// Reads any body of a report. It must be accepted only if every line is valid, and be rejected with
-// a reason otherwise. Accepted data must be the same after it is written and read again.
+// Reads arbitrary report bodies. A body must be accepted only if every line is valid, and be
+// rejected with a reason otherwise. Accepted data must survive being written and read again.
 
 #include "Property.h"
 #include "http/percent_decoding.h"

@@ -1,5 +1,5 @@
-// A replacement of libFuzzer's main() for any compiler: runs the fuzz target on every file of the
-// given folders and on a given number of reproducible mutations of them.
+// A replacement for libFuzzer's main() that works with any compiler: runs the fuzz target on every
+// file in the given folders and on a given number of reproducible mutations of them.
 
 #include "Property.h"
 
@@ -37,7 +37,8 @@ Bytes contentOf(const fs::path &file) {
   return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-/// Returns `path` itself or the files below it, sorted; an empty list if it does not exist.
+/// Returns `path` itself or, if it is a folder, the sorted files under it; an empty list if it does
+/// not exist.
 std::vector<fs::path> filesIn(const fs::path &path) {
   if (!fs::is_directory(path)) {
     return fs::exists(path) ? std::vector{path} : std::vector<fs::path>();
@@ -143,7 +144,7 @@ class RunningInput {
 
 void run(const Bytes &input, const RunningInput &running) {
   running.set(input);
-  // With a copy of exactly this size a sanitizer detects reads beyond the end.
+  // A copy of exactly this size lets a sanitizer detect reads beyond the end.
   const Bytes copy(input.begin(), input.end());
   LLVMFuzzerTestOneInput(copy.data(), copy.size());
 }

@@ -1,5 +1,6 @@
-// The order service's reader of requests, under any bytes: it reads them in the same way whether
-// they come at once, in two pieces or one by one, and keeps no more of them than its limits allow.
+// Parses arbitrary bytes as a request to the order service. The outcome must not depend on whether
+// they arrive at once, in two pieces or one by one, and the parser must not keep more of them than
+// its limits allow.
 
 #include "Property.h"
 #include "http/request_parser.h"
@@ -15,9 +16,9 @@ using namespace cartonpick::orders;
 constexpr HttpLimits kLimits = {
     .targetBytes = 40, .headBytes = 300, .framingBytes = 30, .bodyBytes = 100};
 
-/// What became of the bytes of one request.
+/// The outcome of parsing one request.
 struct Outcome {
-  int status = 0;  ///< of the refusal; 0 without one
+  int status = 0;  ///< of the refusal; 0 if there is none
   bool isWhole = false;
   bool keepsAlive = false;
   std::string method = {};
@@ -29,13 +30,13 @@ struct Outcome {
   bool operator==(const Outcome &) const = default;
 };
 
-/// Reads pieces of a request as a connection does.
+/// Parses a request in pieces, like a connection.
 class Reading {
  public:
   void add(std::string_view piece) {
     m_received += piece;
     m_received.erase(0, m_parser.read(m_received));
-    // A piece is shorter than the head.
+    // The parser is allowed to hold the last piece beyond its limits.
     require(m_parser.heldBytes() <= 2 * kLimits.headBytes + kLimits.bodyBytes + piece.size(),
             "no more is kept than the limits allow");
   }

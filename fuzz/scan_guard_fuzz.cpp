@@ -1,4 +1,4 @@
-// Sends keys at any times, touches, alerts and focus changes to the scan guard. Every typed
+// Sends keys at arbitrary times, touches, alerts and focus changes to the scan guard. Every typed
 // character must arrive once and in order: at the focused item, in the field that takes scans, or
 // in a refused scan.
 
@@ -30,7 +30,7 @@ class SilentSoundPlayer : public SoundPlayer {
 /// Records all characters in the order of their arrival.
 class Arrivals : public QObject, public TextFieldDelegate {
  public:
-  /// Adds characters that arrived as keys at the focused item, which may be the field.
+  /// Adds characters that arrived as keys at the focused item, which can be the field.
   void addTyped(const QString &text, bool isInField) {
     m_text += text;
     m_inField = isInField ? m_inField + text.size() : 0;
@@ -146,7 +146,7 @@ class GuardedWindow {
     QCoreApplication::sendEvent(&m_window, &press);
   }
   void pressByScreenReader() { m_state.press(); }
-  /// Lets the guard's timer expire until no keys are held.
+  /// Makes the guard's timer expire until no keys are held.
   void wait() {
     while (m_guard.isHolding()) {
       QTimerEvent event(0);

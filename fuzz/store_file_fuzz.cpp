@@ -1,4 +1,4 @@
-// Opens and uses any bytes as the store's file.
+// Opens and uses arbitrary bytes as the store's file.
 
 #include "Property.h"
 #include "StoreExercise.h"

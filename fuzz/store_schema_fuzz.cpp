@@ -1,4 +1,4 @@
-// Opens and uses a store file created by any SQL: with unexpected tables, views, triggers and
+// Opens and uses a store file created by arbitrary SQL: with unexpected tables, views, triggers and
 // functions, and with a schema changed through writable_schema.
 
 #include "Property.h"
@@ -37,7 +37,7 @@ int giveUp(void * /*unused*/) {
   return 1;
 }
 
-/// Creates a file with the statements of `sql`, within limits of time and size.
+/// Creates a file with the statements of `sql`, within limits on time and size.
 void makeFile(const QString &path, const std::string &sql) {
   constexpr int kMaxSteps = 20'000;
   constexpr int kMaxBytes = 100'000;

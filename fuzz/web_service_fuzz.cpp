@@ -1,6 +1,7 @@
-// Passes any request to the order service, without HTTP. The service always answers, never with a
-// server error. Without the token it shows no page. No part of a request becomes markup. Reading
-// changes nothing, and a report that is sent twice is stored once.
+// Passes arbitrary requests to the order service, without HTTP. The service must always answer, and
+// never with a server error. It must show pages only to requests with the token. No part of a
+// request must become markup. Reading must change nothing, and a report that is sent twice must be
+// stored once.
 
 #include "Property.h"
 #include "RequestInput.h"
@@ -38,7 +39,7 @@ class Service {
  public:
   Service() { m_store.load(sampleDeliveries()); }
 
-  /// Each request comes from another address, as the guesses of one are limited.
+  /// Each request comes from a different address, because each address has limited guesses.
   Answer answer(Request request) {
     request.client = std::to_string(++m_requests);
     return m_service.answer(request);
