@@ -1,6 +1,6 @@
-# The compiler options of every target: warnings as errors, ASan and UBSan in
-# the sanitizer build, and libFuzzer's coverage instrumentation in the fuzz
-# build.
+# The compiler options of every target: warnings as errors, AddressSanitizer and
+# UndefinedBehaviorSanitizer with CARTONPICK_SANITIZE, and libFuzzer's coverage instrumentation with
+# CARTONPICK_FUZZ.
 
 add_library(cartonpick_sanitizers INTERFACE)
 if(CARTONPICK_SANITIZE)

@@ -9,7 +9,7 @@ function(cartonpick_test_folder folder)
   qt_add_executable(${target} ${tests} ${arg_SOURCES})
   target_link_libraries(${target} PRIVATE cartonpick_test_main ${arg_LIBRARIES})
   target_compile_options(${target} PRIVATE -O0)
-  # The precompiled header contains the path of tests/, which Qt defines, so only tests/ can use it.
+  # Qt defines a macro with the source folder's path, so the precompiled header fits only tests/.
   if(CMAKE_CURRENT_SOURCE_DIR STREQUAL "${CMAKE_SOURCE_DIR}/tests")
     target_precompile_headers(${target} REUSE_FROM cartonpick_test_main)
   endif()
