@@ -35,7 +35,7 @@ class LoopbackService : public QObject {
     /// A complete HTTP answer.
     static Answer http(const QByteArray &body, int status = 200,
                        const QByteArray &contentType = "application/json");
-    /// An answer with the content length `announced` that ends after `body`.
+    /// An answer that announces the content length `announced` but ends after `body`.
     static Answer cutShort(const QByteArray &body, qsizetype announced);
     /// Closes the connection without sending anything.
     static Answer none() { return {}; }
@@ -45,9 +45,9 @@ class LoopbackService : public QObject {
 
   LoopbackService();
 
-  /// HOST:PORT.
+  /// The HOST:PORT that the service listens on.
   [[nodiscard]] QString host() const;
-  /// Returns a HOST:PORT on which no service listens.
+  /// Returns a HOST:PORT that no service listens on.
   [[nodiscard]] static QString unreachableHost();
 
   /// Answers every request with the result of `answer`.
@@ -58,12 +58,12 @@ class LoopbackService : public QObject {
   /// All requests received so far.
   [[nodiscard]] const QList<Request> &requests() const { return m_requests; }
 
-  /// The number of connections that wait for an answer.
+  /// The number of connections that were answered with `silence`.
   [[nodiscard]] qsizetype silentConnections() const { return m_silent.size(); }
-  /// Aborts all connections that wait for an answer.
+  /// Aborts all silent connections.
   void dropConnections();
-  /// Sends `answer` to the oldest connection that waits for one. The connection keeps waiting if
-  /// the answer does not close it.
+  /// Sends `answer` to the oldest silent connection. The connection stays silent if the answer does
+  /// not close it.
   void answerSilentConnection(const Answer &answer);
 
  private:

@@ -7,9 +7,9 @@
 #include <memory>
 #include <string_view>
 
-/// A test program contains the test classes of one folder. Its first argument is the name of a
-/// class; Qt Test reads the other ones: test functions and options. ctest runs each class in a
-/// separate process.
+// A test program contains the test classes of one folder. Its first argument is the name of a
+// class; Qt Test reads the others: test functions and options. ctest runs each class in a separate
+// process.
 
 /// A class whose slots are test functions.
 struct TestClass {
@@ -21,7 +21,7 @@ struct TestClass {
   std::function<std::unique_ptr<QObject>()> make = {};
 };
 
-/// A function of the test program that runs in a second process, which a test starts with `option`
+/// A function that runs in a second process of the test program, which a test starts with `option`
 /// and `arguments`.
 struct TestChild {
   std::string_view option;

@@ -6,7 +6,7 @@
 
 #include <vector>
 
-/// A clock whose time changes only by `set()`.
+/// A clock whose time changes only through `set()`.
 class TestClock : public Clock {
  public:
   [[nodiscard]] QDateTime now() const override { return m_now; }
@@ -29,7 +29,7 @@ class TestSoundPlayer : public SoundPlayer {
   std::vector<int> m_played;
 };
 
-/// Records mails, and accepts or rejects all of them.
+/// Records email drafts, and accepts or rejects all of them.
 class TestMailComposer : public MailComposer {
  public:
   [[nodiscard]] bool canSendMail() const override { return m_canSendMail; }
@@ -74,11 +74,11 @@ class TestEnvironment {
   [[nodiscard]] QString storePath() const {
     return environment.folders.documents() + QStringLiteral("/QIR_Pick.sqlite");
   }
-  /// Returns the alert on top, or an alert without a title if there is none.
+  /// Returns the topmost alert, or an empty one if there is none.
   [[nodiscard]] AlertView topAlert() const;
   /// The titles of all alerts, oldest first.
   [[nodiscard]] QStringList alertTitles() const;
-  /// Touches button `index` of the alert on top.
+  /// Touches button `index` of the topmost alert.
   void answerTopAlert(int index);
 
  private:

@@ -24,8 +24,8 @@ struct TestLine {
   QString ordernum = QStringLiteral("A1");
 };
 
-/// Returns the service's answer for a delivery of `lines`. A line without a barcode gets one: "b"
-/// and the item code.
+/// Returns the service's answer for a delivery of `lines`. A line without a barcode gets "b"
+/// followed by the item code.
 QByteArray deliveryJson(const QList<TestLine> &lines);
 
 /// The whole program without its window: real controllers, a real store in a temporary folder, a
@@ -38,7 +38,7 @@ class TestProgram : public TestEnvironment {
   vekAppDelegate delegate;
 
   [[nodiscard]] startViewController &start() const;
-  /// Opens the picking from the start screen.
+  /// Opens the picking screen from the start screen.
   void enterPicking();
   [[nodiscard]] splitViewController &split() const;
   [[nodiscard]] masterViewController &master() const;
@@ -51,7 +51,7 @@ class TestProgram : public TestEnvironment {
   [[nodiscard]] changeQuantityViewController *keypad() const;
   [[nodiscard]] ManagedObjectContext &context() { return *delegate.managedObjectContext(); }
 
-  /// Looks up `number` and waits for the end of the lookup: the import, or an alert.
+  /// Looks up `number` and waits until the lookup ends with an import or an alert.
   void lookUp(const QString &number);
   /// Looks up a delivery of `lines`, with the number of the first line, and starts its picking.
   void startPicking(const QList<TestLine> &lines);

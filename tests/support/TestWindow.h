@@ -27,7 +27,7 @@ class QQuickWindow;
 /// the topmost visible one is used. Functions that touch an item wait until it is visible and does
 /// not move, and fail the test on a timeout; functions that read an item return its current state.
 ///
-/// Every warning and critical message of the program fails the test.
+/// Every warning or critical message from the program fails the test.
 class TestWindow : public TestEnvironment {
  public:
   /// The on-screen keyboard requires `QT_IM_MODULE` to be set.
@@ -48,18 +48,18 @@ class TestWindow : public TestEnvironment {
   void click(const QString &name);
   /// Touches the window at `place`, whether or not an item is there.
   void touchAt(QPoint place);
-  /// Types `text` at a person's speed, and waits until all keys are delivered.
+  /// Types `text` at a person's speed, and waits until all keys have been delivered.
   void type(const QString &text);
   void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
   /// Presses `tab` until `name`, or a row of the list `name`, has the focus.
   void tabTo(const QString &name, Qt::Key tab = Qt::Key_Tab);
   /// Moves the focus to `name` with `tab` and presses Space.
   void pressByKeys(const QString &name, Qt::Key tab = Qt::Key_Tab);
-  /// Sends the keys of `code` and Return without a pause, as a scanner in keyboard mode does.
+  /// Sends the keys of `code` and Return without a pause, like a scanner in keyboard mode.
   void scan(const QString &code);
-  /// Sends `keys` without a pause, as a part of a scan; '\r' is Return.
+  /// Sends `keys` without a pause, as part of a scan; '\r' is Return.
   void scanPart(const QString &keys);
-  /// Commits `text` by input method to the focused item.
+  /// Commits `text` to the focused item through the input method.
   void commitByInputMethod(const QString &text);
 
   /// Activates another window, and then this one again.
@@ -80,7 +80,7 @@ class TestWindow : public TestEnvironment {
   /// The theme's foreground and background colour named `colourName`.
   [[nodiscard]] QColor ink(const QString &colourName) const;
   [[nodiscard]] QColor ground(const QString &colourName) const;
-  /// The texts that the rows of `table` show in the label `column`.
+  /// The text of the label `column` in each row of `table`.
   [[nodiscard]] QStringList column(const QString &table, const QString &column) const;
   /// Every alert as "title|message|button|…", the topmost last.
   [[nodiscard]] QStringList alerts() const;
@@ -88,7 +88,7 @@ class TestWindow : public TestEnvironment {
   [[nodiscard]] QStringList fieldsWithKeyboard() const;
   /// The name of the focused item.
   [[nodiscard]] QString keyboard() const;
-  /// Like `keyboard()`, but the name of the list if a row has the focus.
+  /// Like `keyboard()`, but returns the name of the list if a row has the focus.
   [[nodiscard]] QString focusStop() const;
   /// All visible items in `root`, or in the whole window, the topmost last.
   [[nodiscard]] QList<QQuickItem *> visibleItems(QQuickItem *root = nullptr) const;
@@ -96,17 +96,17 @@ class TestWindow : public TestEnvironment {
   [[nodiscard]] static QRectF visiblePart(QQuickItem *item);
 
   // Workflows.
-  /// Opens the picking from the start screen.
+  /// Opens the picking screen from the start screen.
   void enterPicking();
   /// Looks up a delivery of `lines`, with the number of the first line.
   void lookUp(const QList<TestLine> &lines);
-  /// Opens the picking, looks up a delivery of `lines` and starts picking it.
+  /// Opens the picking screen, looks up a delivery of `lines` and starts picking it.
   void startPicking(const QList<TestLine> &lines);
   /// Does the same as startPicking(), and opens the box in `row`.
   void openBox(const QList<TestLine> &lines, int row = 0);
   /// Opens the keypad on `row` of the pick table.
   void openKeypad(int row = 0);
-  /// Enters `quantity` on the keypad, with its keys, and touches OK.
+  /// Enters `quantity` with the keypad's keys and touches OK.
   void confirm(const QString &quantity);
 
  private:
