@@ -31,7 +31,7 @@ inline void setItemQuantity(BoxLine &itemLine, std::int32_t booked) {
   itemLine.pickqty = booked;
 }
 
-/// In the history, a further row of an item adds its picked quantity to the line's ordered
+/// In the history, each later row of an item adds its picked quantity to the line's ordered
 /// quantity; the line's picked quantity stays that of the first row.
 inline void addLaterRow(BoxLine &historyLine, std::int32_t pickqty) {
   historyLine.orderqty = wrappingAdd(historyLine.orderqty.value(), pickqty);

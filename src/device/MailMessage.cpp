@@ -45,8 +45,8 @@ bool isPlain(const QString &text) {
 
 /// Returns `text` unchanged if it is plain, otherwise as encoded words (RFC 2047).
 ///
-/// GMime encodes only non-ASCII characters: mail programs would decode a text that looks like an
-/// encoded word, and drop spaces at its ends. Its words can be longer than RFC 2047 allows.
+/// GMime encodes only non-ASCII characters: mail programs would decode ASCII text that looks like
+/// an encoded word, and drop spaces at its ends. Its words can be longer than RFC 2047 allows.
 QByteArray subjectValue(const QString &text) {
   constexpr qsizetype kWordBytes = 39;
   if (isPlain(text)) {

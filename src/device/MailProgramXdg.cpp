@@ -27,7 +27,7 @@ Program mailProgram() {
   if (!mailPrograms) {
     return nullptr;
   }
-  // message/rfc822 is a subclass of text/plain, so the default may be a text editor.
+  // message/rfc822 is a subclass of text/plain, so the default can be a text editor.
   Program preferred(g_app_info_get_default_for_type(kMailType, FALSE));
   for (const GList *node = mailPrograms.get(); preferred && node != nullptr; node = node->next) {
     if (g_app_info_equal(G_APP_INFO(node->data), preferred.get()) == TRUE) {

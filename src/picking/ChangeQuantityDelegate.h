@@ -8,7 +8,7 @@ class ChangeQuantityDelegate {
   virtual ~ChangeQuantityDelegate() = default;
   /// @param row         the row of the pick table that the keypad was opened for
   /// @param currentQty  the picked quantity shown on the keypad
-  /// @param addQty      the quantity to add; may be negative
+  /// @param addQty      the quantity to add; can be negative
   virtual void CloseViewControllerWithGetQtyAtRow(std::int32_t row, std::int32_t currentQty,
                                                   std::int32_t addQty) = 0;
 };

@@ -22,7 +22,7 @@ QStringView trimmedOfBlanks(QStringView text) {
 }
 
 bool saysAlreadySent(const QByteArray &body) {
-  // Decodes only a body with this text; others may be large.
+  // Decodes only a body with this text; others can be large.
   return body.contains(kAlreadySent.toUtf8()) && utf8Text(body);
 }
 

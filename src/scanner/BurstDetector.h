@@ -24,7 +24,7 @@ class BurstDetector {
   /// This number of fast characters in a row certainly comes from a scanner.
   static constexpr qsizetype kCertainLength = 4;
   /// The maximum time between two keys after `kCertainLength` characters, in milliseconds: a radio
-  /// link or network may delay the rest of a code.
+  /// link or network can delay the rest of a code.
   static constexpr std::uint64_t kLongestStop = 250;
   /// The minimum length of a code. A person can press one character and Return this fast.
   static constexpr qsizetype kShortestCode = 2;

@@ -6,7 +6,7 @@
 #include <vector>
 
 /// A large JSON array, cut between elements into pieces that fit into the processor's cache.
-/// Several readers may read it concurrently.
+/// Several readers can read it concurrently.
 class JsonPieces {
  public:
   /// The minimum size of a piece: about what fits into the processor's cache.

@@ -39,7 +39,7 @@ struct Index {
   std::string sql;
 };
 
-/// Returns `name` as a quoted SQL identifier; it may contain any character.
+/// Returns `name` as a quoted SQL identifier; it can contain any character.
 std::string quoted(const std::string &name) {
   std::string quoted = "\"";
   for (const char c : name) {

@@ -16,7 +16,7 @@ struct Article {
 /// Replaces the whole catalogue in one transaction.
 ///
 /// The writer has a separate database connection, so it can run on a worker thread. Create, use and
-/// destroy it on the same thread; nothing else may write to the store during that time.
+/// destroy it on the same thread; no other connection must write to the store during that time.
 ///
 /// `save` reports the first error of any call. Without a successful `save` the catalogue stays
 /// unchanged.

@@ -159,7 +159,7 @@ QString withRealFolder(const QString &path) {
   return folder.isEmpty() ? path : folder + u'/' + QFileInfo(path).fileName();
 }
 
-/// Prevents `database` from executing code from its file, which may come from another user: no
+/// Prevents `database` from executing code from its file, which can come from another user: no
 /// triggers, views or virtual tables, and only functions that SQLite marks as innocuous. The
 /// program's own stores use none of these.
 void runNothingOfTheFile(sqlite3 *database) {

@@ -13,7 +13,7 @@ class ViewController;
 struct Segue {
   QString identifier;
   ViewController *destination = nullptr;
-  /// Set by the source's `prepareForSegue` to stop a return segue; the source may finish it later.
+  /// Set by the source's `prepareForSegue` to stop a return segue; the source can finish it later.
   bool isHeldBack = false;
 };
 

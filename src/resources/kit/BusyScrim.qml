@@ -8,8 +8,8 @@ ModalPopup {
 
     required property BusyState busy
 
-    // Input is blocked at once, but the overlay becomes visible only after a delay, so that short
-    // work does not flicker.
+    // Input is blocked immediately, but the overlay becomes visible only after a delay, so that it
+    // does not flicker during short work.
     property bool isWorthShowing: false
 
     width: Math.min(560 * Theme.textScale, parent.width - 48)

@@ -1,7 +1,7 @@
 import QtQuick
 import CartonPick
 
-// Text that is never interpreted as markup, because it may come from the network.
+// Text that is never interpreted as markup, because it can come from the network.
 Text {
     color: Theme.text
     font.family: Theme.family

@@ -21,7 +21,7 @@ Flickable {
     ScrollBar.vertical: TableScrollBar {
         isNeeded: pane.isScrollable
     }
-    // The linter does not know that callLater is a function.
+    // qmllint does not recognise callLater as a function.
     // qmllint disable
     onKeyboardItemChanged: Qt.callLater(reveal)
     onContentHeightChanged: Qt.callLater(reveal)

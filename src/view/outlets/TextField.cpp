@@ -51,7 +51,7 @@ bool TextField::acceptsEdit(const QString &text, qsizetype selectionStart,
   if (text == m_text || !m_delegate) {
     return true;
   }
-  // Replacing a selection may keep some characters. The smallest edit would then be wrong: if "12"
+  // Replacing a selection can keep some characters. The smallest edit would then be wrong: if "12"
   // is selected and replaced by "1", it is a deletion of "2".
   const Edit edit = replacesSelection(m_text, text, selectionStart, selectionEnd)
                         ? Edit{selectionStart, selectionEnd - selectionStart,
