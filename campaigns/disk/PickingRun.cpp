@@ -55,7 +55,7 @@ QByteArray theDelivery() {
 PickingRun::PickingRun(const QString &home) : m_delegate(environment) {
   environment.folders = {home};
   if (!environment.folders.create()) {
-    qFatal("The folder %s cannot be made.", qUtf8Printable(home));
+    qFatal("The folder %s cannot be created.", qUtf8Printable(home));
   }
   environment.serviceHost = m_service.host();
   m_service.answerWith(

@@ -73,7 +73,7 @@ class WholeFilesTest : public QObject {
     QVERIFY(!old.isEmpty() && old.size() < next.size());
     for (rlim_t room = 0; room < static_cast<rlim_t>(next.size()); ++room) {
       const LargestFile limit(room);
-      expectWarning("^Export .*VardexExport.csv not written: the disk did not take it");
+      expectWarning("^Export .*VardexExport.csv not written: it could not be written to the disk");
       exportNow();
       QCOMPARE(bytesOf(path), old);
     }
@@ -95,7 +95,7 @@ class WholeFilesTest : public QObject {
     QVERIFY(!old.isEmpty());
     for (rlim_t room = 0; room < static_cast<rlim_t>(old.size()); ++room) {
       const LargestFile limit(room);
-      expectWarning("^File .*display.ini not written: the disk did not take it");
+      expectWarning("^File .*display.ini not written: it could not be written to the disk");
       display.setMaximized(!display.isMaximized());
       QCOMPARE(bytesOf(path), old);
     }

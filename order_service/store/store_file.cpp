@@ -28,10 +28,10 @@ void claim(const std::string &path) {
     refuse(path, "a symbolic link");
   }
   if (!S_ISREG(file.st_mode)) {
-    refuse(path, "no ordinary file");
+    refuse(path, "not a regular file");
   }
   if (file.st_nlink > 1) {
-    refuse(path, "a hard link, with a second name elsewhere");
+    refuse(path, "a file with more than one hard link");
   }
   if ((file.st_mode & ALLPERMS & ~kOwnerAndGroup) != 0) {
     // Only its owner can; for anybody else it stays as it is.

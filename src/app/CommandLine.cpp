@@ -56,8 +56,8 @@ CommandLine CommandLine::parse(const QStringList &arguments) {
   QCommandLineParser parser;
   parser.setApplicationDescription(
       QStringLiteral("Picks outgoing deliveries carton by carton.\n\n"
-                     "CARTONPICK_SERVICE_HOST and CARTONPICK_HOME in the environment stand for "
-                     "--service-host and --home; an option wins."));
+                     "Environment variables: CARTONPICK_SERVICE_HOST for --service-host and "
+                     "CARTONPICK_HOME for --home. An option overrides its variable."));
   parser.addHelpOption();
   parser.addVersionOption();
   const QCommandLineOption serviceHost(
@@ -67,17 +67,18 @@ CommandLine CommandLine::parse(const QStringList &arguments) {
       QStringLiteral("HOST[:PORT]"));
   const QCommandLineOption home(
       QStringLiteral("home"),
-      QStringLiteral("The folder for the store and the exports, instead of this user's own."),
+      QStringLiteral("The folder for all data, instead of this user's data folder."),
       QStringLiteral("DIR"));
   const QCommandLineOption demo(
       QStringLiteral("demo"),
-      QStringLiteral("Run on demo deliveries, with an order service of the program's own."));
+      QStringLiteral("Run on demo deliveries, with a separate order service."));
   const QCommandLineOption fullScreen(
       QStringLiteral("fullscreen"),
-      QStringLiteral("Fill the screen, without a window frame, as on a tablet for picking alone."));
+      QStringLiteral(
+          "Fill the screen, without a window frame, for a tablet that runs only this program."));
   const QCommandLineOption onScreenKeyboard(
       QStringLiteral("on-screen-keyboard"),
-      QStringLiteral("Bring a keyboard onto the screen, for a tablet without keys."));
+      QStringLiteral("Show a keyboard on the screen, for a tablet without a physical one."));
   parser.addOptions({serviceHost, home, demo, fullScreen, onScreenKeyboard});
   parser.process(arguments);
   if (!parser.positionalArguments().isEmpty()) {

@@ -47,7 +47,7 @@ Environment environmentOf(const CommandLine &options, const Folders &displayFold
 bool makeFolders(const Environment &environment) {
   const bool isMade = environment.folders.create();
   if (!isMade) {
-    qCritical("The folder %s cannot be made.", qUtf8Printable(environment.folders.documents()));
+    qCritical("The folder %s cannot be created.", qUtf8Printable(environment.folders.documents()));
   }
   return isMade;
 }
@@ -91,7 +91,7 @@ int run(const CommandLine &options, const Folders &displayFolders) {
   }
   if (options.onScreenKeyboard && !hasScreenKeyboard()) {
     environment.alerts.show(
-        {.title = QStringLiteral("No keyboard on the screen"),
+        {.title = QStringLiteral("No on-screen keyboard"),
          .message = QStringLiteral("The QML module Qt Virtual Keyboard is not installed.")});
   }
   fillMainStoryboard(environment.storyboard);

@@ -25,7 +25,7 @@ bool makeHome(const QString &home) {
     return QDir().mkpath(QFileInfo(QDir::cleanPath(home)).path()) && claim(home);
   }
   if (QFile::permissions(home).testFlag(QFile::WriteOther)) {
-    qWarning("Everybody may write to the folder %s.", qUtf8Printable(home));
+    qWarning("The folder %s is writable by every user.", qUtf8Printable(home));
   }
   return true;
 }

@@ -48,13 +48,13 @@ QString claimFile(const QString &path) {
     return {};
   }
   if (!file.isFile()) {
-    return QStringLiteral("it is no ordinary file");
+    return QStringLiteral("it is not a regular file");
   }
   if (!isThisUsers(file)) {
     return QStringLiteral("it belongs to another user");
   }
   if (hasSecondName(path)) {
-    return QStringLiteral("it is a hard link, with a second name elsewhere");
+    return QStringLiteral("it has more than one hard link");
   }
   // A failure is ignored: some file systems do not support permissions.
   setFor(path, kFile);
@@ -72,7 +72,8 @@ QString replaceFile(const QString &path, const QByteArray &content) {
   file.setPermissions(kFile);
   // commit() does not detect a full disk while it writes buffered data, so flush first.
   const bool isWhole = file.write(content) == content.size() && file.flush();
-  return isWhole && file.commit() ? QString() : QStringLiteral("the disk did not take it");
+  return isWhole && file.commit() ? QString()
+                                  : QStringLiteral("it could not be written to the disk");
 }
 
 QString claimFolder(const QString &path) {
@@ -82,8 +83,8 @@ QString claimFolder(const QString &path) {
     return QStringLiteral("it is a symbolic link");
   }
   if (!folder.isDir()) {
-    return folder.exists() ? QStringLiteral("it is no folder")
-                           : QStringLiteral("it cannot be made");
+    return folder.exists() ? QStringLiteral("it is not a folder")
+                           : QStringLiteral("it cannot be created");
   }
   if (!isThisUsers(folder)) {
     return QStringLiteral("it belongs to another user");

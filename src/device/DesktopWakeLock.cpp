@@ -40,7 +40,7 @@ void DesktopWakeLock::ask() {
   }
   m_isAsked = true;
   QDBusMessage inhibit = screenSaverCall(QStringLiteral("Inhibit"));
-  inhibit << QStringLiteral("CartonPick") << QStringLiteral("A picking is under way");
+  inhibit << QStringLiteral("CartonPick") << QStringLiteral("A picking is in progress");
   auto *answer = new QDBusPendingCallWatcher(m_bus.asyncCall(inhibit), this);
   connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
     answer->deleteLater();

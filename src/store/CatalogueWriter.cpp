@@ -95,7 +95,7 @@ struct CatalogueWriter::Replacement {
     // In a manipulated file, the name of an index can differ from the one in its SQL. Both would
     // exist now, and SQLite could not open the file again.
     if (schemaOf(*database) != schema) {
-      throw SQLite::Exception("the indexes of the file are not what they seem", SQLITE_CORRUPT);
+      throw SQLite::Exception("an index has another name than its SQL", SQLITE_CORRUPT);
     }
     transaction.commit();
     // The log is as large as the catalogue now. A failure to truncate it is harmless.

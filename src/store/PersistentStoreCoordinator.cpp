@@ -110,7 +110,7 @@ void requireEncoding(SQLite::Database &database) {
   sqlite3_file_control(database.getHandle(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
   if (file->pMethods->xRead(file, number.data(), number.size(), kPlaceInFile) == SQLITE_OK &&
       number != decltype(number){} && (number.back() & 3U) == 0) {
-    throw std::runtime_error("the file is damaged: its texts have no encoding");
+    throw std::runtime_error("the file is damaged: its text encoding is unknown");
   }
 }
 

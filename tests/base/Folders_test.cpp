@@ -52,7 +52,7 @@ class FoldersTest : public QObject {
     const Folders folders{root.path()};
     QVERIFY(QFile::setPermissions(root.path(), kOwner | kOthers));
     QTest::ignoreMessage(QtWarningMsg,
-                         qPrintable("Everybody may write to the folder " + root.path() + '.'));
+                         qPrintable("The folder " + root.path() + " is writable by every user."));
     QVERIFY(folders.create());
     QVERIFY(QFile::permissions(root.path()) & QFile::ReadOther);
     QVERIFY(isForItsOwnerOnly(folders.documents()));
@@ -63,8 +63,8 @@ class FoldersTest : public QObject {
     const Folders folders{root.path()};
     QFile file(folders.documents());
     QVERIFY(file.open(QIODevice::WriteOnly));
-    QTest::ignoreMessage(
-        QtWarningMsg, qPrintable("Folder " + folders.documents() + " not used: it is no folder."));
+    QTest::ignoreMessage(QtWarningMsg, qPrintable("Folder " + folders.documents() +
+                                                  " not used: it is not a folder."));
     QVERIFY(!folders.create());
     QVERIFY(QFileInfo(folders.documents()).isFile());
   }

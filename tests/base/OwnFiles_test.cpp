@@ -69,7 +69,7 @@ class OwnFilesTest : public QObject {
 
   void aHardLinkIsRefused() {
     QCOMPARE(::link(encoded("victim").constData(), encoded("x").constData()), 0);
-    QCOMPARE(claimFile(path("x")), QString("it is a hard link, with a second name elsewhere"));
+    QCOMPARE(claimFile(path("x")), QString("it has more than one hard link"));
     QCOMPARE(modeOf(path("victim")), 0640U);
   }
 
@@ -77,7 +77,7 @@ class OwnFilesTest : public QObject {
     QCOMPARE(::mkfifo(encoded("pipe").constData(), 0600), 0);
     QVERIFY(QDir().mkdir(path("folder")));
     for (const QString &it : {path("pipe"), path("folder"), QStringLiteral("/dev/null")}) {
-      QCOMPARE(claimFile(it), QString("it is no ordinary file"));
+      QCOMPARE(claimFile(it), QString("it is not a regular file"));
     }
   }
 
@@ -141,12 +141,12 @@ class OwnFilesTest : public QObject {
   }
 
   void aFileInPlaceOfTheFolderIsRefused() {
-    QCOMPARE(claimFolder(path("victim")), QString("it is no folder"));
+    QCOMPARE(claimFolder(path("victim")), QString("it is not a folder"));
     QCOMPARE(modeOf(path("victim")), 0640U);
   }
 
   void aFolderThatCannotBeCreatedIsRefused() {
-    QCOMPARE(claimFolder(path("missing/x")), QString("it cannot be made"));
+    QCOMPARE(claimFolder(path("missing/x")), QString("it cannot be created"));
   }
 
   void anotherUsersFolderIsRefused() {

@@ -47,7 +47,7 @@ class DesktopWakeLockTest : public QObject {
     DesktopWakeLock lock(bus.connect());
     lock.acquire();
     QTRY_COMPARE(desktop.inhibitions.size(), 1);
-    QCOMPARE(desktop.reason, QStringLiteral("CartonPick: A picking is under way"));
+    QCOMPARE(desktop.reason, QStringLiteral("CartonPick: A picking is in progress"));
     lock.release();
     QTRY_VERIFY(desktop.inhibitions.isEmpty());
   }

@@ -76,8 +76,7 @@ TEST(StoreFile, IsNotWrittenThroughALink) {
     fs::remove(path + beside);
     fs::create_hard_link(victim, path + beside);
     EXPECT_EQ(refusalOf(path), "the store " + path + beside +
-                                   " can't be used: it is a hard link, with a second name "
-                                   "elsewhere");
+                                   " can't be used: it is a file with more than one hard link");
     EXPECT_EQ(fs::file_size(victim), 4U);
   }
 }
@@ -97,7 +96,7 @@ TEST(StoreFile, IsAnOrdinaryFile) {
   const std::string inside = folder.path("inside");
   fs::create_directory(inside);
   for (const std::string &path : {pipe, inside, std::string("/dev/null")}) {
-    EXPECT_EQ(refusalOf(path), "the store " + path + " can't be used: it is no ordinary file");
+    EXPECT_EQ(refusalOf(path), "the store " + path + " can't be used: it is not a regular file");
   }
 }
 
