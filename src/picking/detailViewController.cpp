@@ -119,7 +119,6 @@ void detailViewController::showOpenBox() {
   lblScanState->setText(isOpen ? QStringLiteral("Ready to scan")
                                : QStringLiteral("Open a box first"));
   lblScanState->setTextColor(isOpen ? Colour::green : Colour::grey);
-  txtBarcode->setTakesScans(isOpen);
 }
 
 bool detailViewController::textFieldShouldReturn(TextField &field) {
@@ -127,6 +126,7 @@ bool detailViewController::textFieldShouldReturn(TextField &field) {
     segmentedControl->setSelectedSegmentIndex(AllLines);
   }
   if (m_session.curBoxIndex() == -1) {
+    lblScanState->drawAttention();
     return false;
   }
   if (&field != txtBarcode) {

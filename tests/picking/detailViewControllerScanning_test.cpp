@@ -3,6 +3,7 @@
 #include "support/TestProgram.h"
 #include "support/Views.h"
 
+#include <QSignalSpy>
 #include <QTest>
 
 #include <SQLiteCpp/Database.h>
@@ -78,6 +79,7 @@ class detailViewControllerScanningTest : public QObject {
     TestProgram program;
     program.enterPicking();
     program.startPicking(kDelivery);
+    QVERIFY(program.detail().txtBarcode->takesScans());
     program.scan(QStringLiteral("29001"));
     QCOMPARE(program.detail().txtBarcode->text(), "29001");
     QVERIFY(!program.detail().textFieldShouldReturn(*program.detail().txtBarcode));
@@ -85,6 +87,19 @@ class detailViewControllerScanningTest : public QObject {
     QCOMPARE(program.environment.alerts.count(), 0);
     QVERIFY(program.sounds->played().empty());
     QCOMPARE(program.detail().arrayPick()->size(), 2U);
+  }
+
+  void theSignDrawsAttentionOnlyWithoutAnOpenBox() {
+    TestProgram program;
+    program.enterPicking();
+    program.startPicking(kDelivery);
+    const QSignalSpy attention(program.detail().lblScanState, &Label::attentionDrawn);
+    QCOMPARE(program.detail().lblScanState->text(), "Open a box first");
+    program.scan(QStringLiteral("29001"));
+    QCOMPARE(attention.count(), 1);
+    program.master().tblBoxes->touchRow(0);
+    program.scan(QStringLiteral("29001"));
+    QCOMPARE(attention.count(), 1);
   }
 
   void aScanSwitchesTheFilterToAllLines() {

@@ -5,6 +5,7 @@
 
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QSignalSpy>
 #include <QTest>
 
 namespace {
@@ -12,6 +13,15 @@ namespace {
 const QString kEan = QStringLiteral("5012345678900");
 const QList<TestLine> kBoxes{{"C1", "85123A", 6, kEan}, {"C1", "71053", 2}, {"C 2", "84406B", 8}};
 const std::vector<int> kErrorTone{1005};
+
+/// Opens the summary of a picking whose first box is open.
+void openSummary(TestWindow &ui) {
+  ui.openBox(kBoxes);
+  ui.touch("btnOptions");
+  ui.touch("tableViewRow0");
+  QTRY_COMPARE(ui.keyboard(), "btnClose");
+  ui.settle();
+}
 
 }  // namespace
 
@@ -97,11 +107,7 @@ class ScannerPlaceUiTest : public QObject {
 
   void theSummaryRefusesAScan() {
     TestWindow ui;
-    ui.openBox(kBoxes);
-    ui.touch("btnOptions");
-    ui.touch("tableViewRow0");
-    QTRY_COMPARE(ui.keyboard(), "btnClose");
-    ui.settle();
+    openSummary(ui);
     ui.scan("85 123");
     QTRY_COMPARE(ui.sounds->played(), kErrorTone);
     QVERIFY(ui.shows("deliveryDetailsViewController"));
@@ -118,15 +124,50 @@ class ScannerPlaceUiTest : public QObject {
     QVERIFY(ui.sounds->played().empty());
   }
 
-  void withoutAnOpenBoxAScanGoesToTheBoxField() {
+  void withoutAnOpenBoxAScanGoesToTheBoxFieldFromAnyButton() {
     TestWindow ui;
     ui.startPicking(kBoxes);
-    ui.touch("txtBarcode");
-    QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList("txtBarcode"));
+    ui.item("segmentedControl1")->forceActiveFocus();
+    QCOMPARE(ui.keyboard(), "segmentedControl1");
     ui.scan("C 2");
     QTRY_COMPARE(ui.text("lblOpenBox"), "C 2");
     QCOMPARE(ui.text("txtBox"), "C 2");
     QCOMPARE(ui.text("txtBarcode"), "");
+  }
+
+  void withoutAnOpenBoxAScanIntoTheFocusedItemFieldStaysThere() {
+    TestWindow ui;
+    ui.startPicking(kBoxes);
+    ui.touch("txtBarcode");
+    QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList("txtBarcode"));
+    for (const QString &code : {QStringLiteral("C 2"), kEan}) {
+      ui.scan(code);
+      QTRY_COMPARE(ui.text("txtBarcode"), code);
+    }
+    QCOMPARE(ui.fieldsWithKeyboard(), QStringList("txtBarcode"));
+    QCOMPARE(ui.text("txtBox"), "");
+    QCOMPARE(ui.text("lblOpenBox"), "-");
+    QCOMPARE(ui.text("lblScanState"), "Open a box first");
+    QCOMPARE(ui.alerts(), QStringList());
+    QVERIFY(ui.sounds->played().empty());
+  }
+
+  void theSignDrawsAttentionWhenACodeNeedsAnOpenBox() {
+    TestWindow ui;
+    ui.startPicking(kBoxes);
+    ui.touch("txtBarcode");
+    QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList("txtBarcode"));
+    const QQuickItem *sign = ui.item("pill");
+    const QSignalSpy growths(sign, &QQuickItem::scaleChanged);
+    ui.scan(kEan);
+    QTRY_VERIFY(growths.count() > 1);
+    QTRY_COMPARE(sign->scale(), 1.0);
+    ui.touch("tblBoxesRow0");
+    QTRY_COMPARE(ui.text("lblScanState"), "Ready to scan");
+    const qsizetype before = growths.count();
+    ui.scan(kEan);
+    QTRY_COMPARE(ui.text("lblItemCode"), "85123A");
+    QCOMPARE(growths.count(), before);
   }
 
   void aScanReplacesTheTextInTheField() {

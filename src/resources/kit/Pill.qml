@@ -2,7 +2,8 @@ import QtQuick
 import CartonPick
 import CartonPick.View
 
-// Shows whether scans are accepted; a touch shows the last scans.
+// Shows whether scans are accepted; a touch shows the last scans. It grows a few times to draw
+// attention.
 ActionButton {
     id: pill
 
@@ -15,6 +16,32 @@ ActionButton {
     leftPadding: 14
     rightPadding: 18
     Accessible.description: "Shows the last scans"
+
+    SequentialAnimation {
+        id: growth
+
+        loops: 3
+
+        NumberAnimation {
+            target: pill
+            property: "scale"
+            to: 1.1
+            duration: 150
+        }
+        NumberAnimation {
+            target: pill
+            property: "scale"
+            to: 1
+            duration: 150
+        }
+    }
+    Connections {
+        target: pill.outlet
+
+        function onAttentionDrawn() {
+            growth.restart();
+        }
+    }
 
     contentItem: Row {
         spacing: 8

@@ -25,6 +25,12 @@ class Label : public Outlet {
   [[nodiscard]] bool isHidden() const { return m_hidden; }
   void setHidden(bool hidden) { change(m_hidden, hidden); }
 
+  /// Draws the user's attention to the label for a moment.
+  void drawAttention() { emit attentionDrawn(); }
+
+ signals:
+  void attentionDrawn();
+
  private:
   QString m_text;
   Colour m_textColor = Colour::black;
