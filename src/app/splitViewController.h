@@ -2,6 +2,7 @@
 
 #include "view/NavigationController.h"
 #include "view/ViewController.h"
+#include "view/outlets/TextField.h"
 
 /// The picking screen: contains the master pane, in a navigation controller, and the detail pane.
 class splitViewController : public ViewController {
@@ -32,5 +33,15 @@ class splitViewController : public ViewController {
     }
     TextField *field = detail()->scanField();
     return field != nullptr ? field : master()->scanField();
+  }
+  /// While the summary covers one pane, the fields of the other one still take scans.
+  [[nodiscard]] bool takesScanIn(const TextField &field) const override {
+    for (const ViewController *pane : {master(), detail()}) {
+      const bool isUnderOverlay = pane->overlay() != nullptr && field.parent() == pane;
+      if (pane->presentedViewController() != nullptr || isUnderOverlay) {
+        return false;
+      }
+    }
+    return true;
   }
 };

@@ -185,6 +185,5 @@ void ScanGuard::drop() {
 TextField *ScanGuard::focusedScanField() const {
   const QObject *focused = m_window.focusObject();
   auto *field = focused == nullptr ? nullptr : focused->property("outlet").value<TextField *>();
-  const bool takesScans = field != nullptr && field->takesScans() && m_state.scanField() != nullptr;
-  return takesScans ? field : nullptr;
+  return field != nullptr && m_state.takesScanIn(*field) ? field : nullptr;
 }

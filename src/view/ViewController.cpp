@@ -118,10 +118,16 @@ void ViewController::removeFromSuperview(Flip flip) {
   emit superview->flipped(this, nullptr, flip == Flip::FromLeft);
 }
 
+const ViewController *ViewController::replacement() const {
+  return m_presentationStyle == PresentationStyle::FullScreen ? m_presented : nullptr;
+}
+
 TextField *ViewController::scanField() const {
-  const bool isReplaced =
-      m_presented != nullptr && m_presentationStyle == PresentationStyle::FullScreen;
-  return isReplaced ? m_presented->scanField() : nullptr;
+  return replacement() != nullptr ? replacement()->scanField() : nullptr;
+}
+
+bool ViewController::takesScanIn(const TextField &field) const {
+  return replacement() != nullptr ? replacement()->takesScanIn(field) : scanField() != nullptr;
 }
 
 void ViewController::noteRefusedScan(const QString &code) {

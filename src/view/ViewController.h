@@ -96,6 +96,8 @@ class ViewController : public QObject {
   /// The field for a scan that arrives while another item has the keyboard focus; nullptr if this
   /// screen takes no scan now.
   [[nodiscard]] virtual TextField *scanField() const;
+  /// Returns true if `field`, which has the keyboard focus, takes scans now.
+  [[nodiscard]] virtual bool takesScanIn(const TextField &field) const;
   /// Notifies this controller, its children and the presented controller that the scan of `code`
   /// was refused.
   virtual void noteRefusedScan(const QString &code);
@@ -121,6 +123,8 @@ class ViewController : public QObject {
 
  private:
   void endPresentation();
+  /// The controller that this one presents in full screen; nullptr if there is none.
+  [[nodiscard]] const ViewController *replacement() const;
 
   QString m_identifier;
   Environment &m_environment;

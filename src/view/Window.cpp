@@ -1,6 +1,7 @@
 #include "view/Window.h"
 
 #include "view/Environment.h"
+#include "view/outlets/TextField.h"
 
 Window::Window(ViewController &root, Environment &environment)
     : m_root(root), m_environment(environment) {}
@@ -17,9 +18,16 @@ DisplaySettings *Window::display() const {
   return m_environment.display.get();
 }
 
+bool Window::isCovered() const {
+  return m_environment.alerts.count() > 0 || m_environment.busy.isActive();
+}
+
 TextField *Window::scanField() const {
-  const bool isCovered = m_environment.alerts.count() > 0 || m_environment.busy.isActive();
-  return isCovered ? nullptr : m_root.scanField();
+  return isCovered() ? nullptr : m_root.scanField();
+}
+
+bool Window::takesScanIn(const TextField &field) const {
+  return field.takesScans() && !isCovered() && m_root.takesScanIn(field);
 }
 
 void Window::refuseScan(const QString &code) {

@@ -42,6 +42,8 @@ class Window : public QObject {
   /// The field for a scan that arrives while another item has the keyboard focus; nullptr if no
   /// scan is accepted now.
   [[nodiscard]] TextField *scanField() const;
+  /// Returns true if `field`, which has the keyboard focus, takes scans now.
+  [[nodiscard]] bool takesScanIn(const TextField &field) const;
   /// Rejects the scan of `code`: plays the error tone and notifies the screens.
   void refuseScan(const QString &code);
 
@@ -57,6 +59,9 @@ class Window : public QObject {
   void pressing();
 
  private:
+  /// Returns true if an alert or the busy overlay is above the screens.
+  [[nodiscard]] bool isCovered() const;
+
   ViewController &m_root;
   Environment &m_environment;
   StatusBarStyle m_statusBarStyle = StatusBarStyle::Default;

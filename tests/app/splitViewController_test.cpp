@@ -57,6 +57,27 @@ class splitViewControllerTest : public QObject {
     QCOMPARE(program.delegate.window()->scanField(), nullptr);
   }
 
+  void underTheSummaryOnlyTheOtherPanesFocusedFieldsTakeScans() {
+    TestProgram program;
+    const Window &window = *program.delegate.window();
+    program.enterPicking();
+    program.startPicking({{"C1", "A", 5}});
+    program.master().tblBoxes->touchRow(0);
+    program.detail().showDeliveryDetailsViewController();
+    QCOMPARE(window.scanField(), nullptr);
+    QVERIFY(window.takesScanIn(*program.master().txtBox));
+    QVERIFY(window.takesScanIn(*program.master().txtDeliveryNo));
+    QVERIFY(!window.takesScanIn(*program.detail().txtBarcode));
+    program.environment.alerts.show({.title = QStringLiteral("Saved")});
+    QVERIFY(!window.takesScanIn(*program.master().txtBox));
+    program.answerTopAlert(0);
+    program.detail().deliveryDetailsVC()->btnCloseTouched();
+    QVERIFY(window.takesScanIn(*program.detail().txtBarcode));
+    program.detail().tblItems->touchRow(0);
+    QVERIFY(!window.takesScanIn(*program.master().txtBox));
+    QVERIFY(!window.takesScanIn(*program.keypad()->txtNewQty));
+  }
+
   void bothPanesAreEmptyWhenThePickingScreenIsReopened() {
     TestProgram program;
     program.enterPicking();

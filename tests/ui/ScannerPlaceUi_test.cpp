@@ -113,6 +113,36 @@ class ScannerPlaceUiTest : public QObject {
     QVERIFY(ui.shows("deliveryDetailsViewController"));
   }
 
+  void underTheSummaryAScanIntoTheBoxFieldOpensTheBox() {
+    TestWindow ui;
+    openSummary(ui);
+    ui.touch("txtBox");
+    QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList("txtBox"));
+    ui.scan("C 2");
+    QTRY_COMPARE(ui.text("lblOpenBox"), "C 2");
+    QCOMPARE(ui.text("txtBox"), "C 2");
+    QVERIFY(ui.shows("deliveryDetailsViewController"));
+    QVERIFY(ui.sounds->played().empty());
+    ui.scan(kEan);
+    QTRY_COMPARE(ui.sounds->played(), kErrorTone);
+    ui.touch("deliveryDetailsViewController/btnClose");
+    QTRY_COMPARE(ui.column("tblItems", "item"), QStringList("84406B"));
+    QCOMPARE(ui.text("txtBarcode"), "");
+  }
+
+  void underTheSummaryAScanIntoTheDeliveryFieldFillsIt() {
+    TestWindow ui;
+    openSummary(ui);
+    ui.touch("btnPicking");
+    ui.touch("txtDeliveryNo");
+    QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList("txtDeliveryNo"));
+    ui.scan("0815");
+    QTRY_COMPARE(ui.text("txtDeliveryNo"), "0815");
+    QVERIFY(ui.shows("deliveryDetailsViewController"));
+    QVERIFY(ui.sounds->played().empty());
+    QCOMPARE(ui.alerts(), QStringList());
+  }
+
   void withAnOpenBoxAScanGoesToTheScanFieldEvenIfAButtonIsFocused() {
     TestWindow ui;
     ui.openBox(kBoxes);
