@@ -1,5 +1,6 @@
 #include "JsonGenerator.h"
 
+#include <algorithm>
 #include <array>
 #include <set>
 #include <string_view>
@@ -9,9 +10,10 @@ namespace {
 using Texts = std::string_view;
 
 constexpr Texts kEscapedKey = "qt\\u0079";
-constexpr std::array<Texts, 14> kKeys = {"doc",    "ordernum", "item",    "barcode",  "descr",
-                                         "carton", "qty",      "cusname", "brand",    "cdate",
-                                         "date",   "x",        "",        kEscapedKey};
+constexpr std::array<Texts, 14> kKeys = {"doc",    "ordernum",  "item",    "barcode", "descr",
+                                         "carton", "qty",       "cusname", "brand",   "cdate",
+                                         "date",   kEscapedKey, "x",       ""};
+constexpr std::span kUsedKeys = std::span(kKeys).first<12>();
 
 /// Numbers that every parser reads with the same value, except for the last digits.
 constexpr std::array<Texts, 24> kNumbers = {"0",
@@ -39,12 +41,9 @@ constexpr std::array<Texts, 24> kNumbers = {"0",
                                             "1.7976931348623157e308",
                                             "0.1000000000000000055511151231257827"};
 
-constexpr std::array<Texts, 6> kHugeNumbers = {"18446744073709551616",
-                                               "-9223372036854775809",
-                                               "123456789012345678901234567890",
-                                               "1e309",
-                                               "-1e400",
-                                               "99999999999999999999999999.0e999"};
+/// Integers beyond 64 bits. Numbers beyond the range of a double are left out: Qt rejects them.
+constexpr std::array<Texts, 3> kHugeNumbers = {"18446744073709551616", "-9223372036854775809",
+                                               "123456789012345678901234567890"};
 
 constexpr std::array<Texts, 12> kBrokenNumbers = {"01",  "-",   "+1",        ".5",   "1.",  "1e",
                                                   "1e+", "NaN", "-Infinity", "0x10", "1_0", "--1"};
@@ -108,7 +107,9 @@ std::string JsonGenerator::object() {
   for (std::size_t count = m_input.below(8); count > 0; --count) {
     const std::string name = key();
     m_mayBeRefused |= !keys.insert(name == kEscapedKey ? "qty" : name).second;
+    m_isInUse = std::find(kUsedKeys.begin(), kUsedKeys.end(), name) != kUsedKeys.end();
     text += space() + '"' + name + '"' + space() + ':' + space() + value() + space();
+    m_isInUse = false;
     text += count > 1 ? "," : "";
   }
   return text + space() + '}';
@@ -157,7 +158,7 @@ std::string JsonGenerator::nested() {
 
 std::string JsonGenerator::number() {
   if (m_input.onceIn(kVeryRarely)) {
-    m_hasWhatWeRefuse = true;
+    m_mayBeRefused |= m_isInUse;
     return std::string(m_input.oneOf(kHugeNumbers));
   }
   if (m_input.onceIn(kVeryRarely)) {
@@ -201,9 +202,12 @@ std::string JsonGenerator::character() {
 
 std::string JsonGenerator::escape() {
   if (m_input.onceIn(kRarely)) {
+    if (m_input.below(2) == 0) {
+      m_mayBeRefused |= m_isInUse;
+      return std::string(m_input.oneOf(kLoneSurrogates));
+    }
     m_hasWhatWeRefuse = true;
-    return std::string(m_input.oneOf(m_input.below(2) == 0 ? std::span<const Texts>(kLoneSurrogates)
-                                                           : std::span(kUnknownEscapes)));
+    return std::string(m_input.oneOf(kUnknownEscapes));
   }
   return std::string(m_input.below(2) == 0 ? m_input.oneOf(kEscapes)
                                            : m_input.oneOf(kUnicodeEscapes));

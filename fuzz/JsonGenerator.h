@@ -15,8 +15,9 @@ class JsonGenerator {
   /// Returns true if the document contains something that our parsers intentionally reject but a
   /// lenient parser could accept.
   [[nodiscard]] bool hasWhatWeRefuse() const { return m_hasWhatWeRefuse; }
-  /// Returns true if our parsers are allowed to reject the document, because it can contain invalid
-  /// JSON or duplicate members, each of which our parsers check.
+  /// Returns true if our parsers can reject the document: it can contain invalid JSON, duplicate
+  /// members, of which our parsers check each one, or a value without a meaning in the program in a
+  /// member that one of them uses.
   [[nodiscard]] bool mayBeRefused() const { return m_mayBeRefused; }
 
  private:
@@ -34,4 +35,6 @@ class JsonGenerator {
   FuzzInput &m_input;
   bool m_hasWhatWeRefuse = false;
   bool m_mayBeRefused = false;
+  /// True within the value of a member that one of our parsers uses.
+  bool m_isInUse = false;
 };

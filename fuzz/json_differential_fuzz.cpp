@@ -2,10 +2,10 @@
 // reject the same documents and read the same values.
 //
 // Our parsers intentionally reject more than Qt's: control characters and unknown escapes in
-// strings, which JSON does not allow; lone surrogates, integers beyond 64 bits and numbers beyond
-// the range of a double, which have no value in the program; and duplicate members if one of them
-// is not a string or number, where Qt sees only the last one. Our parsers reject everything that
-// Qt's rejects.
+// strings, which JSON does not allow; in members that the program uses, lone surrogates and
+// integers beyond 64 bits, which have no value in the program; and duplicate members if one of them
+// is not a string or number, where Qt sees only the last one. Of the generated documents, our
+// parsers reject all that Qt's rejects.
 
 #include "JsonGenerator.h"
 #include "Property.h"

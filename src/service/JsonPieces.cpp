@@ -1,5 +1,7 @@
 #include "service/JsonPieces.h"
 
+#include "service/ReadableJson.h"
+
 namespace {
 
 /// Returns the position of the closing quotation mark of the string that begins at `begin`.
@@ -48,6 +50,11 @@ std::vector<std::size_t> cutsOf(std::string_view text, std::size_t pieceBytes) {
 JsonPieces::JsonPieces(std::string_view text, std::size_t pieceBytes)
     : m_text(text), m_cuts(cutsOf(text, pieceBytes)) {}
 
+simdjson::simdjson_result<simdjson::dom::element> JsonPieces::Reader::parse() {
+  m_text.reserve(m_text.size() + simdjson::SIMDJSON_PADDING);
+  return m_parser.parse(m_text.data(), m_text.size(), false);
+}
+
 simdjson::dom::array JsonPieces::Reader::read(std::size_t index) {
   const std::vector<std::size_t> &cuts = m_pieces.m_cuts;
   const std::size_t begin = index == 0 ? 0 : cuts[index - 1];
@@ -60,7 +67,12 @@ simdjson::dom::array JsonPieces::Reader::read(std::size_t index) {
   if (index != cuts.size()) {
     m_text.back() = ']';
   }
-  const simdjson::dom::array elements = m_parser.parse(m_text.data(), m_text.size(), false);
+  auto piece = parse();
+  if (piece.error() != simdjson::SUCCESS) {
+    m_text = readableArray(m_text);
+    piece = parse();
+  }
+  const simdjson::dom::array elements = piece;
   // Two commas in a row, or one before the closing bracket, result in an empty piece.
   if (elements.size() == 0 && !cuts.empty()) {
     throw simdjson::simdjson_error(simdjson::TAPE_ERROR);

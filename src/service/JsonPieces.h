@@ -23,11 +23,14 @@ class JsonPieces {
    public:
     explicit Reader(const JsonPieces &pieces) : m_pieces(pieces) {}
 
-    /// Returns the elements of piece `index`, valid until the next call. Throws simdjson_error if
-    /// the piece is invalid.
+    /// Returns the elements of piece `index`, valid until the next call. In an element, a value
+    /// that simdjson cannot read reads as an empty object. Throws
+    /// simdjson_error if the piece is invalid.
     simdjson::dom::array read(std::size_t index);
 
    private:
+    simdjson::simdjson_result<simdjson::dom::element> parse();
+
     const JsonPieces &m_pieces;
     std::string m_text;
     simdjson::dom::parser m_parser;

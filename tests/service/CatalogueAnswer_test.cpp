@@ -77,6 +77,10 @@ class CatalogueAnswerTest : public QObject {
     QTest::newRow("other keys") << QByteArray(
                                        R"({"ITEM":"x","price":{"EUR":[1,2.5e3,null]},"item":"A"})")
                                 << "/A/";
+    QTest::newRow("any value of other keys")
+        << R"({"price":1e999,"item":"A","weight":)" + QByteArray(400, '9') + R"(,"x":)" +
+               QByteArray(5000, '[') + QByteArray(5000, ']') + R"(,"barcode":"b"})"
+        << "b/A/";
     QTest::newRow("escapes") << elementOf(R"(\"\"\\\/\u00e9\ud83d\ude00\n)")
                              << QStringLiteral("/\"\"\\/é😀\n/");
     QTest::newRow("plain UTF-8") << QByteArray("{\"item\":\"Ωμέγα 😀; DROP TABLE 100%'\"}")
@@ -117,6 +121,9 @@ class CatalogueAnswerTest : public QObject {
     QTest::newRow("mismatched brackets") << QByteArray(R"([{"item":"A"]})");
     QTest::newRow("bad value of another key") << QByteArray(R"([{"item":"A","x":tru}])");
     QTest::newRow("bad number of another key") << QByteArray(R"([{"item":"A","x":[01]}])");
+    QTest::newRow("bad value beside a huge number")
+        << QByteArray(R"([{"item":"A","x":1e999,"y":[tru]}])");
+    QTest::newRow("number beyond 64 bits") << QByteArray(R"([{"item":18446744073709551616}])");
     QTest::newRow("bad escape of another key") << QByteArray(R"([{"item":"A","x":"\q"}])");
     QTest::newRow("bare line feed") << QByteArray("[{\"item\":\"A\nB\"}]");
     QTest::newRow("half a surrogate pair") << QByteArray(R"([{"item":"\ud83d"}])");
@@ -168,6 +175,16 @@ class CatalogueAnswerTest : public QObject {
     QCOMPARE(next, kCount);
   }
 
+  void otherKeysOfALongAnswerMayHaveAnyValue() {
+    const QByteArray element =
+        R"({"x":1e999,"item":"A","y":[)" + QByteArray(5000, '[') + QByteArray(5000, ']') + "]}";
+    constexpr int kCount = 100;
+    const auto articles = articlesOf('[' + (element + ',').repeated(kCount) + longElement() + ']');
+    QVERIFY(articles);
+    QCOMPARE(articles->size(), kCount + 1);
+    QCOMPARE(articles->count("/A/"), kCount);
+  }
+
   void anElementCanBeLongerThanAPiece() {
     const QByteArray element = longElement();
     const auto articles = articlesOf('[' + element + ',' + element + ",{}]");
@@ -192,6 +209,7 @@ class CatalogueAnswerTest : public QObject {
     QTest::newRow("second has one") << QByteArray(R"([{},{"doc":"2"}])") << QString();
     QTest::newRow("number") << QByteArray(R"([{"doc":4711}])") << "4711";
     QTest::newRow("nested") << QByteArray(R"([{"doc":["4711"]}])") << QString();
+    QTest::newRow("huge number") << QByteArray(R"([{"doc":1e999}])") << QString();
   }
   void theDeliveryNumberOfTheFirstElementIsKept() {
     QFETCH(const QByteArray, body);

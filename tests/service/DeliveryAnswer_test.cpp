@@ -250,6 +250,27 @@ class DeliveryAnswerTest : public QObject {
     QCOMPARE(answer->lines.front().item, "a");
   }
 
+  void unknownKeysMayHaveAnyValue_data() {
+    QTest::addColumn<QByteArray>("value");
+    QTest::newRow("beyond the range of a double") << QByteArray("1e999");
+    QTest::newRow("400 digits") << '-' + QByteArray(400, '7');
+    QTest::newRow("nested number") << QByteArray(R"([{"a":[1e999]}])");
+    QTest::newRow("deep nesting") << QByteArray(100'000, '[') + QByteArray(100'000, ']');
+    QTest::newRow("half a surrogate pair") << QByteArray(R"("\ud83d")");
+  }
+  void unknownKeysMayHaveAnyValue() {
+    QFETCH(const QByteArray, value);
+    QByteArray body = kSmallAnswer;
+    body.replace(R"("item")", R"("remark":)" + value + R"(,"item")");
+    QCOMPARE(textOf(parseDeliveryAnswer(body)), textOf(parseDeliveryAnswer(kSmallAnswer)));
+  }
+
+  void aHeaderFieldOfALaterElementMayHaveAnyValue() {
+    QByteArray body = kSmallAnswer;
+    body.replace(R"({"doc")", R"({"cusname":1e999,"date":[[]],"doc")");
+    QCOMPARE(textOf(parseDeliveryAnswer(body)), textOf(parseDeliveryAnswer(kSmallAnswer)));
+  }
+
   void aByteOrderMarkIsSkipped() {
     QCOMPARE(textOf(parseDeliveryAnswer(QByteArray("\xEF\xBB\xBF") + kSmallAnswer)),
              textOf(parseDeliveryAnswer(kSmallAnswer)));
@@ -297,8 +318,10 @@ class DeliveryAnswerTest : public QObject {
     QTest::newRow("UTF-16") << QByteArray("[\0]\0", 4);
     QTest::newRow("number beyond 64 bits") << QByteArray(R"([{"doc":123456789012345678901234}])");
     QTest::newRow("deep nesting") << QByteArray(100'000, '[') + QByteArray(100'000, ']');
-    QTest::newRow("deep nesting in another key")
-        << R"([{"remark":)" + QByteArray(100'000, '[') + QByteArray(100'000, ']') + "}]";
+    QTest::newRow("quantity beyond the range of a double") << QByteArray(R"([{"qty":1e999}])");
+    QTest::newRow("bad number beside a huge one") << QByteArray(R"([{"remark":[1e999,01]}])");
+    QTest::newRow("deep nesting without end in another key")
+        << R"([{"remark":)" + QByteArray(100'000, '[') + "}]";
     QTest::newRow("deep nesting without end") << QByteArray(1'000'000, '[');
   }
   void aBodyThatIsNotAListOfObjectsIsRejected() {
