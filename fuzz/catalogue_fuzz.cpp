@@ -59,9 +59,9 @@ void checkAgainstDelivery(const QByteArray &body, const std::optional<Articles> 
   for (std::size_t i = 0; i < articles->size(); ++i) {
     const Article &article = (*articles)[i];
     const OrderLine &line = delivery->lines[i];
-    require(article.item == line.item.toStdString() &&
-                article.barcode == line.barcode.toStdString() &&
-                article.descr == line.descr.toStdString(),
+    require(article.item.value_or("") == line.item.toStdString() &&
+                article.barcode.value_or("") == line.barcode.toStdString() &&
+                article.descr.value_or("") == line.descr.toStdString(),
             "an article has the texts of the line");
   }
 }

@@ -111,8 +111,9 @@ void checkCatalogue(const CatalogueAnswer &answer, const QList<QJsonObject> &pee
   auto object = peer.begin();
   answer.forEachArticle([&](const Article &article) {
     require(object != peer.end(), "a catalogue has an article for every element");
-    const auto isText = [&](const std::string &text, const char *key) {
-      return isTextOf(textOfUtf8(text), (*object)[QLatin1String(key)]);
+    const auto isText = [&](const std::optional<std::string> &text, const char *key) {
+      const QJsonValue value = (*object)[QLatin1String(key)];
+      return text ? isTextOf(textOfUtf8(*text), value) : value.isUndefined() || value.isNull();
     };
     require(isText(article.barcode, "barcode") && isText(article.item, "item") &&
                 isText(article.descr, "descr"),

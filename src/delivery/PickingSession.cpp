@@ -147,7 +147,7 @@ void PickingSession::bookLoosePick(const QString &code, std::int32_t qty) {
   int position = -1;
   for (std::size_t i = 0; position == -1 && i < pickList().size(); ++i) {
     auto *loose = std::get_if<LoosePick>(&m_arrayPick->at(i));
-    if (loose != nullptr && loose->barcode == code) {
+    if (loose != nullptr && isCode(loose->barcode, code)) {
       loose->qty = qty;
       position = static_cast<int>(i);
     }

@@ -3,10 +3,14 @@
 #include "delivery/PickingRules.h"
 #include "store/ManagedObjectContext.h"
 
+bool isCode(const QString &text, const QString &code) {
+  return !text.isNull() && text == code;
+}
+
 const LoosePick *loosePickWithCode(const PickList &list, const QString &code) {
   for (const PickEntry &entry : list) {
     const auto *loose = std::get_if<LoosePick>(&entry);
-    if (loose != nullptr && (loose->barcode == code || loose->item == code)) {
+    if (loose != nullptr && (isCode(loose->barcode, code) || isCode(loose->item, code))) {
       return loose;
     }
   }

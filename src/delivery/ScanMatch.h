@@ -16,6 +16,10 @@ class ManagedObjectContext;
 /// not in the working list yet.
 using ScanMatch = std::variant<std::size_t, LoosePick>;
 
+/// Returns true if `text`, a barcode or an item code, is `code`. A null text is no code, not even
+/// an empty one.
+bool isCode(const QString &text, const QString &code);
+
 /// Returns the first loose pick of `list` whose barcode or item code is `code`; nullptr if there is
 /// none.
 const LoosePick *loosePickWithCode(const PickList &list, const QString &code);

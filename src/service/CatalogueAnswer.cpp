@@ -16,25 +16,42 @@ using simdjson::dom::object;
 /// Falls back to a deferred call on the same thread if no thread can be created.
 constexpr auto kOnAnotherCore = std::launch::async | std::launch::deferred;
 
-void readText(element value, std::string &text) {
-  if (value.is_string()) {
-    text = value.get_string().value();
-  } else {
-    text = textOf(value).toStdString();
+/// Returns the field of an article for the member `key`; nullptr if there is none.
+std::optional<std::string> Article::*fieldOf(std::string_view key) {
+  if (key == "barcode") {
+    return &Article::barcode;
   }
+  if (key == "item") {
+    return &Article::item;
+  }
+  return key == "descr" ? &Article::descr : nullptr;
 }
 
-void readArticle(object fields, Article &article) {
-  article.barcode.clear();
-  article.item.clear();
-  article.descr.clear();
+std::optional<std::string> optionalTextOf(element value) {
+  if (value.is_null()) {
+    return std::nullopt;
+  }
+  if (value.is_string()) {
+    return std::string(value.get_string().value());
+  }
+  return textOf(value).toStdString();
+}
+
+Article readArticle(object fields) {
+  Article article;
   for (const auto [key, value] : fields) {
-    if (key == "barcode") {
-      readText(value, article.barcode);
-    } else if (key == "item") {
-      readText(value, article.item);
-    } else if (key == "descr") {
-      readText(value, article.descr);
+    if (const auto field = fieldOf(key); field != nullptr) {
+      article.*field = optionalTextOf(value);
+    }
+  }
+  return article;
+}
+
+/// Throws simdjson_error if `readArticle` would.
+void requireArticle(object fields) {
+  for (const auto [key, value] : fields) {
+    if (fieldOf(key) != nullptr && (value.is_array() || value.is_object())) {
+      throw simdjson::simdjson_error(simdjson::INCORRECT_TYPE);
     }
   }
 }
@@ -68,11 +85,10 @@ std::optional<CatalogueAnswer> CatalogueAnswer::read(QByteArray body) {
 
 std::size_t CatalogueAnswer::count(std::size_t begin, std::size_t end) const {
   JsonPieces::Reader pieces(m_pieces);
-  Article article;
   std::size_t count = 0;
   for (std::size_t i = begin; i < end; ++i) {
     for (const object fields : pieces.read(i)) {
-      readArticle(fields, article);
+      requireArticle(fields);
       ++count;
     }
   }
@@ -84,7 +100,7 @@ bool CatalogueAnswer::forEachArticle(const std::function<bool(const Article &)> 
   const auto readPiece = [&](std::size_t index) {
     std::vector<Article> articles;
     for (const object fields : pieces.read(index)) {
-      readArticle(fields, articles.emplace_back());
+      articles.push_back(readArticle(fields));
     }
     return articles;
   };

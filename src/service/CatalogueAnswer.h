@@ -15,9 +15,9 @@
 /// check one half of the body, later to parse the next piece while the current one is processed.
 class CatalogueAnswer {
  public:
-  /// Checks the whole `body`: a JSON array of objects. A missing or null string reads as an empty
-  /// one, a number as its digits; unknown keys are ignored. Returns std::nullopt if the body is not
-  /// UTF-8, not JSON, or has a different structure.
+  /// Checks the whole `body`: a JSON array of objects. A missing or null string reads as
+  /// std::nullopt, a number as its digits; unknown keys are ignored. Returns std::nullopt if the body
+  /// is not UTF-8, not JSON, or has a different structure.
   [[nodiscard]] static std::optional<CatalogueAnswer> read(QByteArray body);
 
   [[nodiscard]] std::size_t articleCount() const { return m_articleCount; }

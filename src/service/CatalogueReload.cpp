@@ -68,10 +68,10 @@ void CatalogueReload::connectionDidFinishLoading(HttpConnection &connection) {
   }
   // An open transaction would block the worker's connection.
   saveOrAbort(m_context);
+  const bool hasItems = m_context.hasItems().value_or(false);
   m_worker.reset(QThread::create(
-      [this, body = std::exchange(m_body, {}), storePath = m_context.storePath()]() mutable {
-        readAndStore(std::move(body), storePath);
-      }));
+      [this, body = std::exchange(m_body, {}), storePath = m_context.storePath(),
+       hasItems]() mutable { readAndStore(std::move(body), storePath, hasItems); }));
   m_worker->start();
 }
 
@@ -80,9 +80,11 @@ void CatalogueReload::didFailWithError(HttpConnection & /*connection*/,
   finish(std::nullopt);
 }
 
-void CatalogueReload::readAndStore(QByteArray body, const QString &storePath) {
+void CatalogueReload::readAndStore(QByteArray body, const QString &storePath, bool hasItems) {
   auto answer = CatalogueAnswer::read(std::move(body));
-  const auto error = answer ? store(*answer, storePath) : std::nullopt;
+  // Without articles in both there is nothing to change, and the store need not be usable.
+  const bool changesItems = answer && (answer->articleCount() > 0 || hasItems);
+  const auto error = changesItems ? store(*answer, storePath) : std::nullopt;
   const auto result = answer ? std::optional(answer->jsonResult()) : std::nullopt;
   QMetaObject::invokeMethod(this, [this, error, result] {
     if (error) {

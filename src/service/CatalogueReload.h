@@ -41,7 +41,8 @@ class CatalogueReload : public QObject, public HttpConnectionDelegate {
   void finished(const std::optional<JsonResult> &result);
 
  private:
-  void readAndStore(QByteArray body, const QString &storePath);
+  /// `hasItems`: true if the stored catalogue has an article.
+  void readAndStore(QByteArray body, const QString &storePath, bool hasItems);
   std::optional<StoreError> store(CatalogueAnswer &answer, const QString &storePath);
   void showReceived(qint64 announced);
   void showStored(std::size_t stored, std::size_t all);

@@ -71,6 +71,15 @@ std::multiset<std::vector<std::string>> schemaOf(const SQLite::Database &databas
   return schema;
 }
 
+/// `text` must outlive the execution of `statement`.
+void bindText(SQLite::Statement &statement, int position, const std::optional<std::string> &text) {
+  if (text) {
+    statement.bindNoCopy(position, *text);
+  } else {
+    statement.bind(position);
+  }
+}
+
 }  // namespace
 
 struct CatalogueWriter::Replacement {
@@ -125,9 +134,9 @@ void CatalogueWriter::insert(const Article &article) {
   }
   try {
     SQLite::Statement &statement = *m_replacement->insert;
-    statement.bindNoCopy(1, article.barcode);
-    statement.bindNoCopy(2, article.item);
-    statement.bindNoCopy(3, article.descr);
+    bindText(statement, 1, article.barcode);
+    bindText(statement, 2, article.item);
+    bindText(statement, 3, article.descr);
     statement.exec();
     statement.reset();
   } catch (const SQLite::Exception &error) {

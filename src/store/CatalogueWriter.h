@@ -6,11 +6,12 @@
 #include <optional>
 #include <string>
 
-/// One article of the catalogue. The texts are UTF-8.
+/// One article of the catalogue. The texts are UTF-8; a text that the article does not have is
+/// stored as NULL.
 struct Article {
-  std::string barcode;
-  std::string item;
-  std::string descr;
+  std::optional<std::string> barcode;
+  std::optional<std::string> item;
+  std::optional<std::string> descr;
 };
 
 /// Replaces the whole catalogue in one transaction.

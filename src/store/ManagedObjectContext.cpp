@@ -121,6 +121,7 @@ struct ManagedObjectContext::Statements {
                      "SELECT barcode, item, descr FROM Items WHERE rowid = (SELECT min(first) FROM "
                      "(SELECT min(rowid) AS first FROM Items WHERE item = ?1 UNION ALL "
                      "SELECT min(rowid) FROM Items WHERE barcode = ?1))"),
+        hasItems(database, "SELECT EXISTS (SELECT * FROM Items)"),
         pickingsOfLine(database, "SELECT " PICKING_COLUMNS
                                  "FROM Picking WHERE doc IS ? AND box IS ? AND item IS ? "
                                  "ORDER BY rowid"),
@@ -140,6 +141,7 @@ struct ManagedObjectContext::Statements {
   SQLite::Statement commit;
   SQLite::Statement pickingsOfOrder;
   SQLite::Statement itemsForCode;
+  SQLite::Statement hasItems;
   SQLite::Statement pickingsOfLine;
   SQLite::Statement unsentPickings;
   SQLite::Statement deliveryPickTimes;
@@ -216,6 +218,13 @@ std::optional<std::vector<Items>> ManagedObjectContext::itemsForCode(const QStri
           return Items{textAt(row, 0), textAt(row, 1), textAt(row, 2)};
         },
         code);
+  });
+}
+
+std::optional<bool> ManagedObjectContext::hasItems() {
+  return fetch([&] {
+    const auto count = [](SQLite::Statement &row) { return numberAt(row, 0); };
+    return rowsOf(m_statements->hasItems, count).front() > 0;
   });
 }
 

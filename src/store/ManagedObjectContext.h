@@ -53,6 +53,8 @@ class ManagedObjectContext {
   /// The first article whose item code or barcode is `code`; an empty list if there is none or
   /// `code` is null.
   [[nodiscard]] std::optional<std::vector<Items>> itemsForCode(const QString &code);
+  /// Returns true if the catalogue has an article.
+  [[nodiscard]] std::optional<bool> hasItems();
   /// The picks of one line: of one item in one box.
   [[nodiscard]] Pickings pickingsOfLine(const QString &doc, const QString &box,
                                         const QString &item);

@@ -33,6 +33,12 @@ class ScanMatchTest : public QObject {
     QCOMPARE(loosePickWithCode(list, kCode), nullptr);
   }
 
+  void aLoosePickWithoutACodeIsNotFoundByAnEmptyCode() {
+    const QString empty = QStringLiteral("");
+    QCOMPARE(loosePickWithCode({loosePick({}, kCode), loosePick(kCode, {})}, empty), nullptr);
+    QCOMPARE(loosePickWithCode({loosePick({}, {}), loosePick(empty, kCode)}, empty)->item, kCode);
+  }
+
   void aRepeatedLoosePickHasTheCurrentTimeAndNoQuantity() {
     const QDateTime now(QDate(2026, 3, 2), QTime(8, 12, 5), QTimeZone::utc());
     const LoosePick again = loosePickAgain(loosePick(kCode, QStringLiteral("2")), now);

@@ -324,12 +324,27 @@ class detailViewControllerScanningTest : public QObject {
     QCOMPARE(program.sounds->played(), std::vector<int>{1005});
   }
 
-  void anEmptyFieldFindsAnArticleWithoutABarcode() {
+  void anEmptyFieldFindsNoArticleWithoutABarcode() {
+    OpenBox program;
+    program.addArticle(QString(), QStringLiteral("Y"), QStringLiteral("CREAM MUG"));
+    program.scan(QStringLiteral("Y"));
+    program.keypad()->btnCancelTouched();
+    QVERIFY(std::get<LoosePick>(program.detail().arrayPick()->at(2)).barcode.isNull());
+    program.detail().txtBarcode->pressReturn();
+    QCOMPARE(textsOf(program.environment.alerts), QStringList(unknown(QString())));
+    QCOMPARE(program.keypad(), nullptr);
+    QCOMPARE(program.entries(), 3U);
+  }
+
+  void anEmptyFieldFindsAnArticleWithAnEmptyBarcode() {
     OpenBox program;
     program.addArticle(QStringLiteral(""), QStringLiteral("Y"), QStringLiteral("CREAM MUG"));
     program.detail().txtBarcode->pressReturn();
     QCOMPARE(program.entries(), 3U);
     QCOMPARE(loosePickAt(program, 2).at(5), "Y");
+    program.keypad()->btnCancelTouched();
+    program.detail().txtBarcode->pressReturn();
+    QCOMPARE(program.entries(), 4U);
   }
 
   void aScanOpensNoKeypadInALoosePickOpenedAsABox() {

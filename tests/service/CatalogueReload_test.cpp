@@ -44,7 +44,9 @@ struct BusyText {
 /// A reload that records its progress and its result.
 class WatchedReload {
  public:
-  explicit WatchedReload(TestProgram &program) : reload(program.environment, program.context()) {
+  explicit WatchedReload(TestProgram &program) : WatchedReload(program, program.context()) {}
+  WatchedReload(TestProgram &program, ManagedObjectContext &context)
+      : reload(program.environment, context) {
     BusyState &busy = program.environment.busy;
     QObject::connect(&busy, &BusyState::changed, &reload, [this, &busy] {
       texts.push_back({busy.progressText(), busy.progress()});
@@ -165,6 +167,45 @@ class CatalogueReloadTest : public QObject {
     QCOMPARE(found->size(), 1U);
     QVERIFY(found->front().item.isEmpty());
     QCOMPARE(found->front().descr, "Nine");
+  }
+
+  void anArticleWithoutACodeIsNotFoundByAnEmptyCode() {
+    TestProgram program;
+    QVERIFY(reloads(program, R"([{"barcode":"b8"},{"item":"B"},{"item":null,"barcode":null}])"));
+    QCOMPARE(articleCount(program.storePath()), 3);
+    QVERIFY(program.context().itemsForCode(QStringLiteral(""))->empty());
+    const Items withBarcode = program.context().itemsForCode("b8")->front();
+    QVERIFY(withBarcode.item.isNull());
+    QVERIFY(withBarcode.descr.isNull());
+    QVERIFY(program.context().itemsForCode("B")->front().barcode.isNull());
+  }
+
+  void anEmptyTextIsACode() {
+    TestProgram program;
+    QVERIFY(reloads(program, R"([{"barcode":"","item":"B","descr":""}])"));
+    const Items found = program.context().itemsForCode(QStringLiteral(""))->front();
+    QCOMPARE(found.item, "B");
+    QVERIFY(!found.barcode.isNull());
+    QVERIFY(!found.descr.isNull());
+  }
+
+  void anEmptyCatalogueNeedsNoStore() {
+    TestProgram program;
+    ManagedObjectContext noStore(std::make_shared<PersistentStoreCoordinator>(
+        std::make_shared<const ManagedObjectModel>(ManagedObjectModel::bundledUrl())));
+    program.service.answerWith("[]");
+    WatchedReload reload(program, noStore);
+    reload.run();
+    QVERIFY(reload.result);
+    QVERIFY(!program.environment.busy.isActive());
+  }
+
+  void anEmptyCatalogueNeedsNoReadableArticles() {
+    TestProgram program;
+    SQLite::Database(program.storePath().toStdString(), SQLite::OPEN_READWRITE)
+        .exec("ALTER TABLE Items RENAME TO Lost");
+    QTest::ignoreMessage(QtWarningMsg, "Fetch failed: no such table: Items");
+    QVERIFY(reloads(program, "[]"));
   }
 
   void theHttpStatusIsIgnored() {

@@ -53,6 +53,13 @@ class CatalogueWriterTest : public QObject {
     QCOMPARE(found->front().descr, "Three");
   }
 
+  void aMissingTextIsStoredAsNull() {
+    TestProgram program;
+    storeArticles(program, {{"b1", "A", "One"}, {{}, "B", {}}, {"b3", {}, ""}});
+    QCOMPARE(queried(program, "SELECT quote(barcode) || quote(item) || quote(descr) FROM Items"),
+             QStringList({"'b1''A''One'", "NULL'B'NULL", "'b3'NULL''"}));
+  }
+
   void withoutASaveTheCatalogueIsUnchanged() {
     TestProgram program;
     storeArticles(program, {{"b1", "A", "One"}});

@@ -344,6 +344,16 @@ class ManagedObjectContextTest : public QObject {
   void anEmptyCatalogueHasNoArticles() {
     TestContext test;
     QVERIFY(test.context.itemsForCode(QStringLiteral("x"))->empty());
+    QCOMPARE(test.context.hasItems(), std::optional(false));
+    test.addArticles({{}});
+    QCOMPARE(test.context.hasItems(), std::optional(true));
+  }
+
+  void anArticleWithoutCodesIsNotFound() {
+    TestContext test;
+    test.addArticles({{{}, {}, QStringLiteral("no code")}});
+    QVERIFY(test.context.itemsForCode(QStringLiteral(""))->empty());
+    QVERIFY(test.context.itemsForCode(QString())->empty());
   }
 
   void aDeliveryHasOneGroupPerValueOfSent() {
