@@ -17,6 +17,7 @@ Item {
     Rectangle {
         id: header
 
+        objectName: table.outlet.objectName + "Header"
         width: parent.width
         height: Math.max(Theme.touch, table.outlet.headerHeight, Theme.heightOf(2, Theme.small) + 10)
         color: Theme.header

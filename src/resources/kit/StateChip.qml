@@ -11,10 +11,12 @@ Row {
     spacing: 8
 
     StateIcon {
+        objectName: "stateIcon"
         anchors.verticalCenter: parent.verticalCenter
         state: chip.word
     }
     PlainText {
+        objectName: "state"
         anchors.verticalCenter: parent.verticalCenter
         text: chip.word
         color: chip.ink

@@ -36,6 +36,7 @@ FocusScope {
     Rectangle {
         id: header
 
+        objectName: deliveries.objectName + "Header"
         anchors.top: bar.bottom
         width: parent.width
         height: deliveries.rowHeight
