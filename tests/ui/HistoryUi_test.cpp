@@ -1,4 +1,5 @@
 #include "store/ManagedObjectContext.h"
+#include "support/Picture.h"
 #include "support/TestClass.h"
 #include "support/TestWindow.h"
 
@@ -72,6 +73,42 @@ class HistoryUiTest : public QObject {
     ui.touch(kSummary + "/btnClose");
     QTRY_VERIFY(!ui.shows(kSummary));
     QVERIFY(ui.shows("tblHistoryOverviewRow0"));
+  }
+
+  void theSummaryIsDrawnInItsFrame() {
+    const QRect frame(310, 17, 675, 600);
+    TestWindow ui({1280, 800});
+    storePickings(ui);
+    ui.touch("btnSegueHistory");
+    ui.touch("tblHistoryOverviewRow0");
+    QTRY_VERIFY(ui.isEnabled("tblPickingRow0"));
+    const Picture window(ui);
+    // Below the header of the history, which has the colour of the summary's edge.
+    const QRect left(frame.left(), 200, 1, 400);
+    const QRect right(frame.right(), 200, 1, 400);
+    const QRect top(frame.left() + 10, frame.top(), 600, 1);
+    const QRect bottom(frame.left() + 10, frame.bottom(), 600, 1);
+    for (const QRect &edge : {left, right, top, bottom}) {
+      QCOMPARE(window.part(edge).ground(), "#35424f");
+    }
+    for (const QRect &outside : {left.translated(-1, 0), right.translated(1, 0),
+                                 top.translated(0, -1), bottom.translated(0, 1)}) {
+      QVERIFY(window.part(outside).ground() != "#35424f");
+    }
+  }
+
+  void anotherDeliveryCanBeChosenBesideTheOpenSummary() {
+    TestWindow ui({1280, 800});
+    storePickings(ui);
+    ui.touch("btnSegueHistory");
+    ui.touch("tblHistoryOverviewRow0");
+    QTRY_VERIFY(ui.isEnabled("tblPickingRow0"));
+    const QRectF other = TestWindow::visiblePart(ui.item("tblHistoryOverviewRow1"));
+    ui.touchAt(QPoint(100, qRound(other.center().y())));
+    QTRY_COMPARE(ui.text("lblDelivery"), "Summary for Delivery: 4712");
+    QTRY_COMPARE(ui.column("tblPicking", "item"), QStringList("A"));
+    QTRY_VERIFY(ui.isEnabled(kSummary + "/btnClose"));
+    QCOMPARE(ui.text("lblDelivery"), "Summary for Delivery: 4712");
   }
 
   void afterOneDeliveryAnotherCanBeOpened() {

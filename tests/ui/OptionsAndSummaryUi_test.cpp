@@ -165,6 +165,38 @@ class OptionsAndSummaryUiTest : public QObject {
     QVERIFY(ui.shows(kSummary));
   }
 
+  void aBoxOpenedBesideTheSummaryIsOpenWhenTheSummaryCloses() {
+    TestWindow ui({1280, 800});
+    pickSome(ui);
+    openSummary(ui);
+    ui.touch("tblBoxesRow1");
+    QTRY_COMPARE(ui.text("lblOpenBox"), "C2");
+    QVERIFY(ui.shows(kSummary));
+    QCOMPARE(ui.text("txtQtyPicked"), "9");
+    ui.touch(inSummary("btnClose"));
+    QTRY_VERIFY(ui.isEnabled("txtBarcode"));
+    QTRY_COMPARE(ui.column("tblItems", "item"), QStringList("A"));
+    QCOMPARE(ui.texts({"lblTotalPick", "lblTotalOrder", "lblTotalDiff"}),
+             QStringList({"0", "1", "-1"}));
+  }
+
+  void aPickingStoppedBesideTheSummaryIsStoppedWhenTheSummaryCloses() {
+    TestWindow ui({1280, 800});
+    pickSome(ui);
+    openSummary(ui);
+    ui.touch("btnPicking");
+    QTRY_COMPARE(ui.text("btnPicking"), "Start Picking");
+    QVERIFY(ui.shows(kSummary));
+    QCOMPARE(ui.text("txtQtyPicked"), "9");
+    ui.touch(inSummary("btnClose"));
+    QTRY_VERIFY(!ui.shows(kSummary));
+    QVERIFY(!ui.isEnabled("txtBarcode"));
+    QVERIFY(!ui.isEnabled("btnOptions"));
+    QVERIFY(!ui.shows("tblItemsRow0"));
+    QCOMPARE(ui.texts({"lblTotalPick", "lblTotalOrder", "lblTotalDiff"}),
+             QStringList({"-", "-", "-"}));
+  }
+
   void closingTheSummaryReturnsToThePickingScreen() {
     TestWindow ui;
     pickSome(ui);
