@@ -8,6 +8,7 @@
 #include "support/TestEnvironment.h"
 
 #include <QFile>
+#include <QRegularExpression>
 #include <QTest>
 
 #include <SQLiteCpp/Database.h>
@@ -73,6 +74,14 @@ class vekAppDelegateTest : public QObject {
     const auto picks = test.delegate.managedObjectContext()->pickings(QStringLiteral("4711"));
     QVERIFY(picks.has_value());
     QCOMPARE(picks->front().pickqty, 3);
+  }
+
+  void aStoreOfAnOlderModelIsFirstOpenedWithoutMigration() {
+    TestDelegate test;
+    test.connect().exec("CREATE TABLE Picking (doc TEXT)");
+    QTest::ignoreMessage(
+        QtWarningMsg, QRegularExpression(QStringLiteral("not opened: .* older model version 0$")));
+    QVERIFY(test.delegate.persistentStoreCoordinator()->hasStore());
   }
 
   void aStoreThatCannotBeOpenedLeavesACoordinatorWithoutAStore() {

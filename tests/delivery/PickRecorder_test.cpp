@@ -153,6 +153,16 @@ class PickRecorderTest : public QObject {
                                       "B", "A1", "0", "6", "0"}));
   }
 
+  void anInsertedBoxHasOnlyItsName() {
+    TestProgram program;
+    recordPickList(program.context(), kDoc,
+                   {BoxRecord{QStringLiteral("C1"), 9, 4, {lineOf(QStringLiteral("A"), 4)}}});
+    const auto rows = program.context().pickings(QString());
+    QCOMPARE(rows->size(), 1U);
+    QCOMPARE(textsOf(rows->front()), QStringList({"", "C1", "", "", "", "", "", "0", "0", "0"}));
+    QVERIFY(program.context().pickings(kDoc)->empty());
+  }
+
   void aListIsNotRecordedIfTheStoreCannotBeRead() {
     TestProgram program;
     SQLite::Database store(program.storePath().toStdString(), SQLite::OPEN_READWRITE);

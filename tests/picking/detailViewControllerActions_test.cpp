@@ -93,6 +93,13 @@ class detailViewControllerActionsTest : public QObject {
     QVERIFY(!list.isNull());
   }
 
+  void theActionListKeepsItsSelection() {
+    const PickedBox program;
+    program.chooseAction(2);
+    program.detail().btnOptionsTouched();
+    QCOMPARE(program.detail().actionPicker()->tableView->selectedRow(), 2);
+  }
+
   void completingAsksForConfirmation() {
     PickedBox program;
     program.chooseAction(2);
@@ -183,6 +190,14 @@ class detailViewControllerActionsTest : public QObject {
     QCOMPARE(program.mail->drafts().size(), 1U);
     QCOMPARE(program.environment.alerts.count(), 0);
     QCOMPARE(program.detail().overlay(), nullptr);
+  }
+
+  void theMailedDeliveryIsThatOfTheFirstLine() {
+    const PickedBox program;
+    program.restartPickingAs(QStringLiteral("the pane's"));
+    program.chooseAction(1);
+    QCOMPARE(program.mail->drafts().size(), 1U);
+    QCOMPARE(program.mail->drafts().front().subject, "Vardex File 4711");
   }
 
   void viewSummaryShowsTheSummaryOverThePane() {

@@ -192,6 +192,19 @@ class detailViewControllerScanningTest : public QObject {
     QCOMPARE(program.environment.alerts.count(), 0);
   }
 
+  void anUnknownCodeUnderAFilterDoesNotReloadTheTable() {
+    OpenBox program;
+    program.enterQuantity(0, QStringLiteral("5"));
+    program.detail().segmentedControl->touchSegment(1);
+    QCoreApplication::processEvents();
+    const QSignalSpy redrawn(program.detail().tblItems, &TableView::dataChanged);
+    program.scan(QStringLiteral("00000"));
+    QCoreApplication::processEvents();
+    QCOMPARE(program.detail().segmentedControl->selectedSegmentIndex(), 0);
+    QCOMPARE(program.detail().tblItems->rowCount(), 2);
+    QCOMPARE(redrawn.size(), 0);
+  }
+
   void aScanUsesTheRowsOfTheUnfilteredList() {
     OpenBox program;
     program.enterQuantity(0, QStringLiteral("5"));

@@ -43,6 +43,13 @@ class masterViewControllerCatalogueTest : public QObject {
     QCOMPARE(articleCount(program.storePath()), 3);
   }
 
+  void theRequestForbidsCachedAnswers() {
+    PickingProgram program;
+    program.reloadItems(kThreeArticles);
+    QCOMPARE(program.service.requests().at(0).target, "/qir_pick/servicepick.svc/json/getitems");
+    QCOMPARE(program.service.requests().at(0).headers.value("cache-control"), "no-cache");
+  }
+
   void anEmptyCatalogueIsReportedTheSameWay() {
     PickingProgram program;
     program.reloadItems(kThreeArticles);

@@ -14,6 +14,30 @@ void importLines(TestProgram &program, const QList<TestLine> &lines) {
   program.lookUp(QStringLiteral("4711"));
 }
 
+/// Stores a pick of `pickqty` pieces of the item "A" for the delivery `doc`.
+void storePick(TestProgram &program, const QString &doc, int pickqty) {
+  program.context().insert({.box = QStringLiteral("C1"),
+                            .doc = doc,
+                            .item = QStringLiteral("A"),
+                            .ordernum = QStringLiteral("A1"),
+                            .pickqty = pickqty});
+  QVERIFY(!program.context().save());
+}
+
+/// Everything of the detail pane but the two lists.
+QStringList stateOf(const detailViewController &detail) {
+  return textsOf({detail.lblOpenBox, detail.lblTotalPick, detail.lblTotalOrder, detail.lblTotalDiff,
+                  detail.lblScanState, detail.lblSaved}) +
+         QStringList{detail.doc(),
+                     detail.txtBarcode->text(),
+                     detail.txtBarcode->isEnabled() ? "scan" : "no scan",
+                     detail.btnOptions->isEnabled() ? "options" : "no options",
+                     QString::number(detail.curBoxIndex()),
+                     QString::number(detail.segmentedControl->selectedSegmentIndex()),
+                     QString::number(detail.tblItems->rowCount()),
+                     QString::number(detail.tblItems->selectedRow())};
+}
+
 /// Makes the picks that an import restores unreadable.
 void makeUnreadable(const TestProgram &program) {
   SQLite::Database(program.storePath().toStdString(), SQLite::OPEN_READWRITE)
@@ -63,6 +87,34 @@ class masterViewControllerImportTest : public QObject {
     QCOMPARE(program.master().tblBoxes->rowCount(), 0);
     QCOMPARE(program.master().lblBoxesTotalValue->text(), "0");
     QCOMPARE(program.detail().tblItems->rowCount(), 0);
+  }
+
+  void anImportSetsOnlyTheTwoListsOfTheDetailPane() {
+    TestProgram program;
+    program.enterPicking();
+    program.startPicking({{"C1", "A", 5}, {"C1", "B", 2}});
+    program.master().tblBoxes->touchRow(0);
+    program.enterQuantity(0, QStringLiteral("3"));
+    program.detail().segmentedControl->touchSegment(1);
+    program.detail().tblItems->selectRow(0);
+    program.detail().txtBarcode->edit(QStringLiteral("half a co"));
+    const QStringList before = stateOf(program.detail());
+    program.service.answerWith(deliveryJson({{"C9", "Z", 9, {}, "0815"}}));
+    program.lookUp(QStringLiteral("0815"));
+    QCOMPARE(boxOf(program.detail().arrayPick()->at(0)), "C9");
+    QCOMPARE(program.detail().arrayItems()->at(0).item, "Z");
+    QCOMPARE(stateOf(program.detail()), before);
+  }
+
+  void thePicksOfTheDeliveredNumberComeBackNotThoseOfTheTypedOne() {
+    TestProgram program;
+    storePick(program, QStringLiteral("4711"), 3);
+    storePick(program, QStringLiteral("0815"), 4);
+    program.enterPicking();
+    program.service.answerWith(deliveryJson({{"C1", "A", 5, {}, "4711"}}));
+    program.lookUp(QStringLiteral("0815"));
+    QCOMPARE(boxpickqtyOf(program.detail().arrayPick()->at(0)), 3);
+    QCOMPARE(program.detail().arrayItems()->at(0).pickqty.value(), 3);
   }
 
   void pickedQuantitiesAreRestoredOnTheNextVisit() {

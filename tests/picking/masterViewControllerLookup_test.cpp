@@ -147,6 +147,8 @@ class masterViewControllerLookupTest : public QObject {
     QTest::newRow("already sent, inside a longer text")
         << "Error: " + sent + "." << 500 << kAlreadySent;
     QTest::newRow("already sent, in an array") << "[\"" + sent + "\"]" << 200 << kAlreadySent;
+    QTest::newRow("already sent, as the description in a delivery")
+        << deliveryJson({{"C1", "A", 5}}).replace("Description of A", sent) << 200 << kAlreadySent;
     QTest::newRow("already sent, but not UTF-8") << "\xFF" + sent << 200 << kUnreadable;
     QTest::newRow("already sent, in lower case") << sent.toLower() << 200 << kUnreadable;
     QTest::newRow("no body") << QByteArray() << 200 << kUnreadable;
@@ -294,6 +296,18 @@ class masterViewControllerLookupTest : public QObject {
     QVERIFY(program.master().activityIndicator->isAnimating());
   }
 
+  void anIgnoredLookupThatFailsShowsTwoAlertsAndStopsTheIndicator() {
+    TestProgram program;
+    program.enterPicking();
+    failOnce(program);
+    program.service.answerWith([](const auto & /*request*/) { return Answer::none(); });
+    search(program, QStringLiteral("4711"));
+    QVERIFY(program.master().activityIndicator->isAnimating());
+    QTRY_COMPARE(program.environment.alerts.count(), 2);
+    QCOMPARE(program.alertTitles(), QStringList({"Could not get result", "error message"}));
+    QVERIFY(!program.master().activityIndicator->isAnimating());
+  }
+
   void aNewPickingScreenCanLookUpAgain() {
     TestProgram program;
     program.enterPicking();
@@ -357,6 +371,32 @@ class masterViewControllerLookupTest : public QObject {
     QCOMPARE(program.environment.alerts.count(), 0);
     QCOMPARE(program.detail().arrayPick()->size(), 1U);
     QCOMPARE(boxOf(program.detail().arrayPick()->at(0)), "C2");
+  }
+
+  void aRegisteredLookupStartsWithAnEmptyBuffer() {
+    TestProgram program;
+    program.enterPicking();
+    program.service.answerWith(deliveryJson({{"C1", "A", 5}}));
+    program.lookUp(QStringLiteral("4711"));
+    program.service.answerWith([](const auto & /*request*/) { return Answer::silence(); });
+    search(program, QStringLiteral("4711"));
+    program.master().connectionDidFinishLoading(*registered(program));
+    QCOMPARE(textsOf(program.environment.alerts), QStringList(kUnreadable));
+  }
+
+  void anIgnoredLookupKeepsTheDataOfTheRegisteredOne() {
+    TestProgram program;
+    program.service.answerWith([](const auto & /*request*/) { return Answer::silence(); });
+    program.enterPicking();
+    search(program, QStringLiteral("1111"));
+    HttpConnection &first = *registered(program);
+    const QByteArray body = deliveryJson({{"C1", "A", 5}});
+    program.master().didReceiveData(first, body.chopped(20));
+    search(program, QStringLiteral("2222"));
+    program.master().didReceiveData(first, body.last(20));
+    program.master().connectionDidFinishLoading(first);
+    QCOMPARE(program.environment.alerts.count(), 0);
+    QCOMPARE(program.detail().arrayPick()->size(), 1U);
   }
 
   void leavingThePickingScreenAbortsARunningLookup() {
