@@ -27,8 +27,7 @@ class Picture {
   /// The colour that differs most from the ground: that of a text or an icon, whose edges are
   /// mixtures of both colours.
   [[nodiscard]] QString ink() const;
-  /// The share of the pixels that are nearer to the colour `ink` than to the ground `ground`, from 0
-  /// to 1.
+  /// The share of the pixels, from 0 to 1, that are nearer to the colour `ink` than to `ground`.
   [[nodiscard]] double inked(const QString &ink, const QString &ground) const;
   /// The number of adjacent pixels of `colour` at the upper end of the middle column.
   [[nodiscard]] int topBorder(const QString &colour) const;

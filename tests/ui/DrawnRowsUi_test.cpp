@@ -103,9 +103,12 @@ class DrawnRowsUiTest : public QObject {
     QTest::addColumn<QString>("ink");
     QTest::addColumn<bool>("isLeftHalfFilled");
     QTest::addColumn<bool>("isRightHalfFilled");
-    QTest::newRow("unopened") << 0 << "#fff0c4" << "#6d4a00" << false << false;
-    QTest::newRow("completed") << 1 << "#d8f1e0" << "#0b6430" << true << true;
-    QTest::newRow("incomplete") << 2 << "#fbe1de" << "#a81e19" << true << false;
+    QTest::newRow("unopened") << 0 << "#fff0c4"
+                              << "#6d4a00" << false << false;
+    QTest::newRow("completed") << 1 << "#d8f1e0"
+                               << "#0b6430" << true << true;
+    QTest::newRow("incomplete") << 2 << "#fbe1de"
+                                << "#a81e19" << true << false;
   }
   void aBoxRowShowsItsStateByColourIconAndWord() {
     QFETCH(int, row);
