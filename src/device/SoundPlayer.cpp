@@ -12,6 +12,8 @@ void DeviceSoundPlayer::playSystemSound(int identifier) {
     return;
   }
   if (!m_errorTone) {
+    // QSoundEffect closes its sink, which discards what is not played yet, when it has read the
+    // file. The sound files therefore end with a second of silence.
     m_errorTone = std::make_unique<QSoundEffect>();
     m_errorTone->setSource(QUrl(QStringLiteral("qrc:/sounds/%1.wav").arg(identifier)));
   }

@@ -13,6 +13,7 @@ class SessionBus {
 
   /// Opens a new connection to the bus, as another process would.
   QDBusConnection connect();
+  [[nodiscard]] QString address() const { return m_address; }
 
  private:
   QProcess m_daemon;
