@@ -23,8 +23,8 @@ SENT = "This picking has already been sent to the server"
 CALLS = "/qir_pick/servicepick.svc/json/"
 
 
-def order_line(delivery):
-    return {"cusname": "Ann", "brand": "HEARTHSIDE", "cdate": "03/02/2026", "date": "03/05/2026",
+def order_line(delivery, customer="Ann"):
+    return {"cusname": customer, "brand": "HEARTHSIDE", "cdate": "03/02/2026", "date": "03/05/2026",
             "doc": delivery, "ordernum": "SO-1", "item": "20138A", "barcode": "5012746100000",
             "descr": "MUG", "qty": 3, "carton": "C001"}
 
@@ -49,6 +49,12 @@ class Instance(OrderInstance):
                    "datepicked": "2026-03-04 09:15:00", "sent": 0}]
         return self._call("sendpick", json.dumps(picked).encode())
 
+    def finds(self, delivery, search):
+        """Returns true if the list of deliveries for a search has the delivery."""
+        page = f"http://{HOST}:{self._port}/?q={urllib.parse.quote(search)}"
+        with urllib.request.urlopen(page) as answer:
+            return f'href="/deliveries/{delivery}"' in answer.read().decode()
+
     def _call(self, call, body=None):
         request = urllib.request.Request(f"http://{HOST}:{self._port}{CALLS}{call}", body,
                                          {"Content-Type": "application/json"})
@@ -59,9 +65,9 @@ class Instance(OrderInstance):
 class TwoVersions:
     """The tests, for a store at `self.store`."""
 
-    def load(self, program, *deliveries):
+    def load(self, program, *deliveries, customer="Ann"):
         with tempfile.NamedTemporaryFile("w", suffix=".json", encoding="utf-8") as file:
-            json.dump([order_line(delivery) for delivery in deliveries], file)
+            json.dump([order_line(delivery, customer) for delivery in deliveries], file)
             file.flush()
             command(program, "load", file.name, "--store", self.store)
 
@@ -107,6 +113,10 @@ class TwoVersions:
         for instance in former, new:
             self.assertEqual(instance.lookup("D3"), [order_line("D3")])
             self.assertEqual(instance.lookup("D4"), [order_line("D4")])
+        self.load(FORMER, "D3", customer="Björn")
+        self.assertTrue(new.finds("D3", "BJÖRN"))
+        self.assertFalse(new.finds("D3", "ANN"))
+        self.assertTrue(new.finds("D4", "ANN"))
         command(NEW, "reopen", "D1", "--store", self.store)
         self.assertEqual(new.lookup("D1"), [order_line("D1")])
         # The previous version does not support reopening, but a picking that it accepts counts.

@@ -1,11 +1,10 @@
 #include "store/delivery_summary.h"
 
-#include "store/letter_case.h"
+#include "store/delivery_search.h"
 #include "store/sql_words.h"
 
 #include <soci/soci.h>
 #include <string_view>
-#include <utility>
 
 namespace cartonpick::orders {
 
@@ -49,45 +48,13 @@ constexpr std::string_view kSelect = R"(
   FROM shown JOIN total ON total.delivery = number
   ORDER BY changed_at DESC, number)";
 
-/// The text as a LIKE pattern matches it, literally.
-std::string literally(std::string_view text) {
-  std::string pattern;
-  for (const char c : text) {
-    if (c == '!' || c == '%' || c == '_') {
-      pattern += '!';
-    }
-    pattern += c;
-  }
-  return pattern;
-}
-
-std::vector<std::string> patternsOf(const std::string &search) {
-  std::vector<std::string> patterns;
-  for (const std::string &variant : caseVariants(search)) {
-    const std::string pattern = literally(variant) + '%';
-    patterns.push_back(pattern);
-    patterns.push_back('%' + pattern);
-  }
-  return patterns;
-}
-
-/// As many conditions as there are patterns, which by turns are about number and customer.
-std::string conditionOf(std::size_t patterns) {
-  std::string condition;
-  for (std::size_t i = 0; i < patterns; ++i) {
-    condition += i == 0 ? "(" : " OR ";
-    condition += i % 2 == 0 ? "lower(number)" : "lower(customer)";
-    condition += " LIKE :pattern" + std::to_string(i) + " ESCAPE '!'";
-  }
-  return condition.empty() ? condition : condition + ") AND";
-}
-
 std::string replaced(std::string text, std::string_view from, std::string_view to) {
   return text.replace(text.find(from), from.size(), to);
 }
 
-std::string selectOf(std::size_t patterns) {
-  const std::string select = replaced(std::string(kSelect), "{search}", conditionOf(patterns));
+std::string selectOf(bool isSearch) {
+  const std::string condition = isSearch ? std::string(kIsFound) + " AND" : "";
+  const std::string select = replaced(std::string(kSelect), "{search}", condition);
   return replaced(replaced(select, "{undone}", kIsUndone), "{limit}",
                   std::to_string(kMaxSummaries));
 }
@@ -95,7 +62,8 @@ std::string selectOf(std::size_t patterns) {
 }  // namespace
 
 std::vector<DeliverySummary> selectSummaries(soci::session &session, const std::string &search) {
-  const auto patterns = search.empty() ? std::vector<std::string>() : patternsOf(search);
+  const std::string number = numberPattern(search);
+  const std::string customer = customerPattern(search);
   DeliverySummary summary;
   long long ordered = 0;
   long long picked = 0;
@@ -103,8 +71,9 @@ std::vector<DeliverySummary> selectSummaries(soci::session &session, const std::
   int isShort = 0;
   int isOver = 0;
   soci::statement select(session);
-  for (const std::string &pattern : patterns) {
-    select.exchange(soci::use(pattern));
+  if (!search.empty()) {
+    select.exchange(soci::use(number));
+    select.exchange(soci::use(customer));
   }
   select.exchange(soci::into(summary.number));
   select.exchange(soci::into(summary.customer));
@@ -116,7 +85,7 @@ std::vector<DeliverySummary> selectSummaries(soci::session &session, const std::
   select.exchange(soci::into(isShort));
   select.exchange(soci::into(isOver));
   select.alloc();
-  select.prepare(selectOf(patterns.size()));
+  select.prepare(selectOf(!search.empty()));
   select.define_and_bind();
   select.execute();
   std::vector<DeliverySummary> summaries;

@@ -23,12 +23,13 @@ struct DeliverySummary {
   DeliveryState state = DeliveryState::Open;
 };
 
-/// At most so many deliveries are looked at at once.
+/// The most deliveries that selectSummaries() returns.
 inline constexpr int kMaxSummaries = 100;
 
-/// The deliveries that are ordered or were sent, the latest change first. Only those whose number
-/// starts with `search`, or whose customer has it somewhere in the name, in whatever case; `search`
-/// is UTF-8 without the character U+0000. Throws soci::soci_error.
+/// Returns the deliveries that are ordered or were sent, the latest change first. With a `search`,
+/// only those whose number starts with it or whose customer has it anywhere in the name, in upper
+/// or lower case. It is UTF-8 without the character U+0000. Search texts must be up to date, see
+/// hasOutdatedSearchTexts(). Throws soci::soci_error.
 std::vector<DeliverySummary> selectSummaries(soci::session &session, const std::string &search);
 
 }  // namespace cartonpick::orders

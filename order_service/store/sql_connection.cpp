@@ -22,9 +22,9 @@ const std::map<std::string, std::string> kPostgresDefaults = {
 };
 
 /// Settings of the server. An instance that hangs in a transaction does not keep the delivery from
-/// the others.
+/// the others. To compile a search would take as long as to run it.
 std::string postgresSettings(const StoreLimits &limits) {
-  return "-c client_min_messages=warning -c idle_in_transaction_session_timeout=20s"
+  return "-c client_min_messages=warning -c jit=off -c idle_in_transaction_session_timeout=20s"
          " -c lock_timeout=" +
          std::to_string(limits.lock.count()) +
          " -c statement_timeout=" + std::to_string(limits.statement.count());

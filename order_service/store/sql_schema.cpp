@@ -50,6 +50,18 @@ constexpr std::array kNumberedReports = {
       PRIMARY KEY (delivery, number)) {tableOfItsKey})",
 };
 
+// Number and customer without their case, and the customer that this text is of. Programs of an
+// older version write neither: then there is no text, or the customers differ.
+constexpr std::array kSearchTexts = {
+    "ALTER TABLE delivery ADD COLUMN search_text {text} DEFAULT ''",
+    "ALTER TABLE delivery ADD COLUMN search_customer {text} DEFAULT ''",
+    R"(CREATE INDEX delivery_to_update ON delivery (number)
+      WHERE (search_text = '' OR search_customer <> customer))",
+    "DROP INDEX delivery_by_change",
+    R"(CREATE INDEX delivery_by_change
+      ON delivery (changed_at DESC, number, customer, search_text))",
+};
+
 struct Migration {
   int version;        ///< that it leads to
   int oldestProgram;  ///< that can use the store afterwards: the version before, at least
@@ -58,6 +70,7 @@ struct Migration {
 
 constexpr std::array kMigrations = {
     Migration{2, 1, kNumberedReports},
+    Migration{3, 1, kSearchTexts},
 };
 static_assert(kMigrations.back().version == kSchemaVersion);
 

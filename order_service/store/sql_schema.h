@@ -9,7 +9,7 @@ class session;
 namespace cartonpick::orders {
 
 /// The version of the schema that this program makes and uses.
-inline constexpr int kSchemaVersion = 2;
+inline constexpr int kSchemaVersion = 3;
 
 /// Brings the schema up to kSchemaVersion, from nothing or from any older version. Several
 /// processes may do so at the same moment, and programs of the version before go on using it.

@@ -1,11 +1,13 @@
 #include "store/sql_store.h"
 
+#include "store/delivery_search.h"
 #include "store/sql_connection.h"
 #include "store/sql_schema.h"
 #include "store/sql_words.h"
 #include "store/store_error.h"
 #include "store/store_file.h"
 
+#include <optional>
 #include <random>
 
 namespace cartonpick::orders {
@@ -52,12 +54,16 @@ struct DeliveryNote {
 };
 
 void noteDelivery(soci::session &session, SqlDialect dialect, const DeliveryNote &note) {
+  const std::string text = searchTextOf(note.number, note.customer);
   session << sqlOf(
-      "INSERT INTO delivery (number, customer, changed_at) VALUES (:number, :customer, :now) "
+      "INSERT INTO delivery (number, customer, changed_at, search_text, search_customer) "
+      "VALUES (:number, :customer, :now, :text, :customer_of_text) "
       "ON CONFLICT (number) DO UPDATE SET customer = excluded.customer, "
+      "search_text = excluded.search_text, search_customer = excluded.search_customer, "
       "changed_at = {later}(delivery.changed_at, excluded.changed_at)",
       dialect),
-      soci::use(note.number), soci::use(note.customer), soci::use(note.time);
+      soci::use(note.number), soci::use(note.customer), soci::use(note.time), soci::use(text),
+      soci::use(note.customer);
 }
 
 void addArticles(soci::session &session, const std::vector<Article> &articles) {
@@ -88,6 +94,7 @@ SqlStore::SqlStore(const SqlAddress &address, const StoreLimits &limits) : m_poo
   m_pool.withoutLimit(StoreUse::Write, [&](SqlConnection &connection) {
     makeSchema(connection.session(), address.dialect());
   });
+  updateSearch();
 }
 
 SqlStore::~SqlStore() = default;
@@ -265,7 +272,28 @@ std::vector<ReceivedReport> SqlStore::picked(const ReportFilter &filter) const {
   });
 }
 
+void SqlStore::updateSearch() const {
+  if (!m_pool.with(StoreUse::Read, [](SqlConnection &connection) {
+        return hasOutdatedSearchTexts(connection.session());
+      })) {
+    return;
+  }
+  std::optional<std::string> last = "";
+  while (last) {
+    const std::unique_lock writing = turnToWrite();
+    last = m_pool.with(StoreUse::Write, [&](SqlConnection &connection) {
+      soci::transaction transaction(connection.session());
+      const auto updated = updateSearchTexts(connection.session(), *last);
+      transaction.commit();
+      return updated;
+    });
+  }
+}
+
 std::vector<DeliverySummary> SqlStore::summaries(const std::string &search) const {
+  if (!search.empty()) {
+    updateSearch();
+  }
   return m_pool.with(StoreUse::Read, [&](SqlConnection &connection) {
     return selectSummaries(connection.session(), search);
   });

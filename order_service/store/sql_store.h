@@ -50,6 +50,8 @@ class SqlStore : public OrderStore {
 
  private:
   std::unique_lock<std::timed_mutex> turnToWrite() const;
+  /// Lets searches find what an older program or a report has written.
+  void updateSearch() const;
   void loadInto(SqlConnection &connection, const Deliveries &deliveries) const;
 
   mutable ConnectionPool m_pool;

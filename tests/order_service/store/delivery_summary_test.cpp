@@ -152,4 +152,23 @@ TEST_P(DeliverySummaryTest, FindsTheBeginningOfANumberAndAnyPartOfACustomer) {
   }
 }
 
+TEST_P(DeliverySummaryTest, IgnoresTheCaseOfAllLetters) {
+  load({ordered("Äb-ÇD", "A", "McÉVoY Straße"), ordered("2", "A", "Ὀδυσσεύς ΣΊΣΥΦΟΣ"),
+        ordered("3", "A", "ДОМ и сАД"), ordered("4", "A", "\nEnd\n")});
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {"äB-çd", "Äb-ÇD "},  {"b-çd", ""},        {"mcévoy STRASSE", "Äb-ÇD "},
+      {"STRAẞE", "Äb-ÇD "}, {"ὈΔΥΣΣΕΎΣ", "2 "},  {"σίσυφος", "2 "},
+      {"σίσυφοσ", "2 "},    {"дОМ И Сад", "3 "}, {"END", "4 "},
+      {"evoy", ""},
+  };
+  for (const auto &[search, expected] : cases) {
+    EXPECT_EQ(found(search), expected) << search;
+  }
+}
+
+TEST_P(DeliverySummaryTest, FindsADeliveryThatWasSentWithoutAnOrder) {
+  send({picked("Ä1", "A", 3)});
+  EXPECT_EQ(found("ä"), "Ä1 ");
+}
+
 }  // namespace cartonpick::orders

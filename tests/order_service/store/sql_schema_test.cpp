@@ -4,6 +4,7 @@
 
 #include "either_store.h"
 #include "sample_data.h"
+#include "store/delivery_search.h"
 #include "store/sql_connection.h"
 #include "store/sql_store.h"
 #include "store/sql_words.h"
@@ -58,6 +59,10 @@ class SqlSchemaTest : public EitherStoreTest {
     SqlConnection connection(address());
     connection.session() << kUnnumberedReport, soci::use(quantity);
   }
+  bool hasOutdated() {
+    SqlConnection connection(address());
+    return hasOutdatedSearchTexts(connection.session());
+  }
   std::string errorOfOpening() {
     try {
       const SqlStore store(address());
@@ -95,6 +100,28 @@ TEST_P(SqlSchemaTest, LeavesItToTheProgramBeforeToUseTheStoreToo) {
   report(6);
   EXPECT_EQ(store.picked({}).size(), 3U);
   EXPECT_EQ(store.summaries("D1").at(0).picked, 5);
+}
+
+TEST_P(SqlSchemaTest, FindsWhatTheProgramBeforeChanged) {
+  SqlStore store(address());
+  OrderLine line = orderLine();
+  line.delivery = "D1";
+  line.customer = "Björn";
+  store.load({{line}, {}});
+  EXPECT_EQ(store.summaries("BJÖRN").size(), 1U);
+  run(kUnnumberedDelivery);
+  EXPECT_EQ(store.summaries("ANN").size(), 1U);
+  EXPECT_EQ(store.summaries("BJÖRN").size(), 0U);
+}
+
+TEST_P(SqlSchemaTest, BringsAllSearchTextsUpToDateWhenItIsOpened) {
+  static_cast<void>(SqlStore(address()));
+  run("INSERT INTO delivery (number, customer, changed_at) "
+      "WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 2001) "
+      "SELECT 'N' || i, 'Änn', '' FROM n");
+  EXPECT_TRUE(hasOutdated());
+  static_cast<void>(SqlStore(address()));
+  EXPECT_FALSE(hasOutdated());
 }
 
 TEST_P(SqlSchemaTest, IsRefusedIfANewerProgramMadeItUnusable) {
