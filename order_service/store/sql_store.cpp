@@ -1,5 +1,6 @@
 #include "store/sql_store.h"
 
+#include "store/delivery_insertion.h"
 #include "store/delivery_search.h"
 #include "store/sql_connection.h"
 #include "store/sql_schema.h"
@@ -18,65 +19,6 @@ namespace {
 bool isFile(const SqlAddress &address) {
   return address.dialect() == SqlDialect::Sqlite && address.file() != SqlAddress::kInMemory &&
          !address.file().starts_with("file:");
-}
-
-void removeEverything(soci::session &session) {
-  for (const char *table : {"order_line", "article"}) {
-    session << std::string("DELETE FROM ") + table;
-  }
-}
-
-void replaceLines(soci::session &session, const std::string &delivery,
-                  const std::vector<OrderLine> &lines) {
-  session << "DELETE FROM order_line WHERE delivery = :delivery", soci::use(delivery);
-  int position = 0;
-  OrderLine line;
-  soci::statement insert =
-      (session.prepare << "INSERT INTO order_line (delivery, position, order_no, customer, brand, "
-                          "order_date, shipping_date, box, item, barcode, description, quantity) "
-                          "VALUES (:delivery, :position, :order, :customer, :brand, :ordered, "
-                          ":shipped, :box, :item, :barcode, :description, :quantity)",
-       soci::use(delivery), soci::use(position), soci::use(line.order), soci::use(line.customer),
-       soci::use(line.brand), soci::use(line.orderDate), soci::use(line.shippingDate),
-       soci::use(line.carton), soci::use(line.article.item), soci::use(line.article.barcode),
-       soci::use(line.article.description), soci::use(line.quantity));
-  for (const OrderLine &next : lines) {
-    line = next;
-    insert.execute(true);
-    ++position;
-  }
-}
-
-struct DeliveryNote {
-  std::string number;
-  std::string customer;
-  std::string time;
-};
-
-void noteDelivery(soci::session &session, SqlDialect dialect, const DeliveryNote &note) {
-  const std::string text = searchTextOf(note.number, note.customer);
-  session << sqlOf(
-      "INSERT INTO delivery (number, customer, changed_at, search_text, search_customer) "
-      "VALUES (:number, :customer, :now, :text, :customer_of_text) "
-      "ON CONFLICT (number) DO UPDATE SET customer = excluded.customer, "
-      "search_text = excluded.search_text, search_customer = excluded.search_customer, "
-      "changed_at = {later}(delivery.changed_at, excluded.changed_at)",
-      dialect),
-      soci::use(note.number), soci::use(note.customer), soci::use(note.time), soci::use(text),
-      soci::use(note.customer);
-}
-
-void addArticles(soci::session &session, const std::vector<Article> &articles) {
-  Article article;
-  soci::statement insert =
-      (session.prepare << "INSERT INTO article (barcode, item, description) "
-                          "VALUES (:barcode, :item, :description) "
-                          "ON CONFLICT DO NOTHING",
-       soci::use(article.barcode), soci::use(article.item), soci::use(article.description));
-  for (const Article &next : articles) {
-    article = next;
-    insert.execute(true);
-  }
 }
 
 /// A number that no delivery has, nor another probe.
@@ -196,22 +138,11 @@ std::vector<Article> SqlStore::unknownArticles(const std::string &delivery) cons
   });
 }
 
-void SqlStore::loadInto(SqlConnection &connection, const Deliveries &deliveries) const {
-  std::string time;
-  connection.session() << "SELECT " + sqlWords(m_pool.address().dialect()).now, soci::into(time);
-  for (const auto &[delivery, lines] : deliveries.all()) {
-    replaceLines(connection.session(), delivery, lines);
-    noteDelivery(connection.session(), m_pool.address().dialect(),
-                 {delivery, lines.front().customer, time});
-  }
-  addArticles(connection.session(), deliveries.catalogue());
-}
-
 void SqlStore::load(const Deliveries &deliveries) {
   m_pool.withoutLimit(StoreUse::Write, [&](SqlConnection &connection) {
     soci::transaction transaction(connection.session());
     connection.liftLimits();
-    loadInto(connection, deliveries);
+    insertDeliveries(connection.session(), m_pool.address().dialect(), deliveries);
     transaction.commit();
   });
 }
@@ -220,8 +151,8 @@ void SqlStore::replace(const Deliveries &deliveries) {
   m_pool.withoutLimit(StoreUse::Write, [&](SqlConnection &connection) {
     soci::transaction transaction(connection.session());
     connection.liftLimits();
-    removeEverything(connection.session());
-    loadInto(connection, deliveries);
+    removeDeliveries(connection.session());
+    insertDeliveries(connection.session(), m_pool.address().dialect(), deliveries);
     transaction.commit();
   });
 }

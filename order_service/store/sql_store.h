@@ -52,7 +52,6 @@ class SqlStore : public OrderStore {
   std::unique_lock<std::timed_mutex> turnToWrite() const;
   /// Lets searches find what an older program or a report has written.
   void updateSearch() const;
-  void loadInto(SqlConnection &connection, const Deliveries &deliveries) const;
 
   mutable ConnectionPool m_pool;
   /// SQLite has one writer at a time, and lets others wait by asking again and again.
