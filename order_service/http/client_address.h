@@ -1,6 +1,6 @@
 #pragma once
 
-#include "http/request_parser.h"
+#include "http/request_head.h"
 
 #include <boost/asio/ip/address.hpp>
 #include <string>

@@ -1,14 +1,14 @@
 #include "http/connection.h"
 
+#include "http/request_task.h"
+
 #include <algorithm>
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/detached.hpp>
-#include <boost/asio/post.hpp>
 #include <boost/asio/write.hpp>
 #include <boost/beast/http/serializer.hpp>
 #include <boost/beast/http/write.hpp>
 #include <cctype>
-#include <exception>
 #include <string_view>
 
 namespace cartonpick::orders {
@@ -33,14 +33,6 @@ constexpr std::chrono::seconds kLastArrival(1);
 
 std::string_view viewOf(const boost::beast::flat_buffer &buffer) {
   return {static_cast<const char *>(buffer.data().data()), buffer.size()};
-}
-
-Answer callHandler(const Handler &handler, const Request &request) {
-  try {
-    return handler(request);
-  } catch (const std::exception &error) {
-    return textAnswer(500, error.what());
-  }
 }
 
 bool isRequestId(const std::string &text) {
@@ -118,7 +110,7 @@ io::Awaitable<bool> Connection::serveRequest() {
   complete(parser);
   ResponseTraits traits = {.isToHead = parser.request().method == "HEAD",
                            .isToHttp10 = parser.isHttp10()};
-  auto task = std::make_shared<Task>(Task{.request = std::move(parser.request())});
+  auto task = std::make_shared<RequestTask>(RequestTask{.request = std::move(parser.request())});
   Answer answered = co_await answer(task);
   traits.keepsConnection = parser.keepsAlive() && !m_context.isStopping();
   const bool isSent = co_await send(std::move(answered), task->request.id, traits);
@@ -178,14 +170,20 @@ void Connection::complete(RequestParser &parser) const {
                         !fields.forwarded.empty() || !fields.forwardedFor.empty();
 }
 
-io::Awaitable<Answer> Connection::answer(std::shared_ptr<Task> task) {
+io::Awaitable<Answer> Connection::answer(std::shared_ptr<RequestTask> task) {
   const HttpLimits &limits = m_context.settings.limits;
   const RequestPool kind = m_context.handlers.poolOf(task->request);
   if (kind == RequestPool::None) {
     co_return callHandler(m_context.handlers.answer, task->request);
   }
   WorkerPool &pool = m_context.pool(kind);
-  const std::shared_ptr<const Job> job = jobOf(task);
+  // The job may outlive the connection.
+  const std::shared_ptr<const Job> job =
+      jobOf(task, m_context.handlers.answer, m_socket.get_executor(), [weak = weak_from_this()] {
+        if (const auto self = weak.lock()) {
+          self->m_wakeUp.cancel();
+        }
+      });
   if (!pool.add(job)) {
     co_return unavailable(task->request, "queue_full", "too many requests wait");
   }
@@ -202,23 +200,7 @@ io::Awaitable<Answer> Connection::answer(std::shared_ptr<Task> task) {
   co_return std::move(task->answer);
 }
 
-std::shared_ptr<const Job> Connection::jobOf(const std::shared_ptr<Task> &task) {
-  // The job may outlive the connection, which is for the thread of its executor alone.
-  const auto finish = [connection = weak_from_this(), task] {
-    task->isDone = true;
-    if (const auto self = connection.lock()) {
-      self->m_wakeUp.cancel();
-    }
-  };
-  const auto run = [&handler = m_context.handlers.answer, executor = m_socket.get_executor(), task,
-                    finish] {
-    task->answer = callHandler(handler, task->request);
-    asio::post(executor, finish);
-  };
-  return std::make_shared<const Job>(Job{.run = run, .bytes = task->request.body.size()});
-}
-
-io::Awaitable<void> Connection::waitFor(const Task &task, std::chrono::milliseconds limit) {
+io::Awaitable<void> Connection::waitFor(const RequestTask &task, std::chrono::milliseconds limit) {
   begin(Phase::Answering, limit);
   while (!task.isDone && !m_isExpired) {
     Error error;

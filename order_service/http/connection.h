@@ -16,6 +16,7 @@
 namespace cartonpick::orders {
 
 class Connection;
+struct RequestTask;
 
 /// What the connections of a server share; for the thread that serves them.
 struct ConnectionContext {
@@ -58,24 +59,16 @@ class Connection : public std::enable_shared_from_this<Connection> {
  private:
   enum class Phase { Idle, Receiving, Answering, Sending };
 
-  /// A request on its way through a pool.
-  struct Task {
-    Request request;
-    Answer answer = {};
-    bool isDone = false;
-  };
-
   io::Awaitable<void> run();
   io::Awaitable<bool> serveRequest();
   io::Awaitable<void> receive(RequestParser &parser);
   io::Awaitable<void> sendContinue();
-  io::Awaitable<Answer> answer(std::shared_ptr<Task> task);
-  io::Awaitable<void> waitFor(const Task &task, std::chrono::milliseconds limit);
+  io::Awaitable<Answer> answer(std::shared_ptr<RequestTask> task);
+  io::Awaitable<void> waitFor(const RequestTask &task, std::chrono::milliseconds limit);
   io::Awaitable<void> refuse(RequestParser &parser);
   io::Awaitable<bool> send(Answer answer, const std::string &requestId, ResponseTraits traits);
   io::Awaitable<void> discardRest();
 
-  std::shared_ptr<const Job> jobOf(const std::shared_ptr<Task> &task);
   Answer unavailable(const Request &request, const std::string &reason, const std::string &text);
   void complete(RequestParser &parser) const;
   void begin(Phase phase, std::chrono::milliseconds limit);

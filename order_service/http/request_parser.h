@@ -3,6 +3,8 @@
 #include "http/head_scanner.h"
 #include "http/http_limits.h"
 #include "http/http_message.h"
+#include "http/refusal.h"
+#include "http/request_head.h"
 
 #include <boost/beast/http/basic_parser.hpp>
 #include <cstddef>
@@ -12,21 +14,6 @@
 #include <string_view>
 
 namespace cartonpick::orders {
-
-/// Why the server itself refuses a request.
-struct Refusal {
-  int status;
-  std::string reason;  ///< one word, for the metrics
-  std::string text;    ///< for the client
-};
-
-/// The header fields about proxies.
-struct ForwardingFields {
-  std::string forwarded;
-  std::string forwardedFor;  ///< X-Forwarded-For
-  std::string requestId;     ///< X-Request-Id
-  bool hasOther = false;     ///< Via, X-Real-IP, or another X-Forwarded- field
-};
 
 /// Reads one request from its bytes, however these are cut into pieces, and refuses everything that
 /// two readers could understand differently. A header field that is not needed is dropped.
@@ -42,25 +29,25 @@ class RequestParser : private boost::beast::http::basic_parser<true> {
   bool hasBegun() const { return m_scanner.hasBegun(); }
   /// Returns true once the request is complete; nothing is used after that, or after a refusal.
   bool isWhole() const { return m_isWhole; }
-  const std::optional<Refusal> &refusal() const { return m_refusal; }
+  const std::optional<Refusal> &refusal() const { return m_head.refusal(); }
   /// Refuses the request, unless it is refused already.
-  void refuse(Refusal refusal);
+  void refuse(Refusal refusal) { m_head.refuse(std::move(refusal)); }
 
   /// Returns true if the client waits for "100 Continue" before it sends the body.
-  bool expectsContinue() const { return m_expectsContinue && !m_isWhole; }
-  std::size_t heldBytes() const { return m_head.size() + m_request.body.size(); }
+  bool expectsContinue() const { return m_head.expectsContinue() && !m_isWhole; }
+  std::size_t heldBytes() const { return m_headBytes.size() + m_head.request().body.size(); }
 
   /// What was read so far; complete if isWhole().
-  Request &request() { return m_request; }
-  const ForwardingFields &forwarding() const { return m_forwarding; }
+  Request &request() { return m_head.request(); }
+  const ForwardingFields &forwarding() const { return m_head.forwarding(); }
   /// Returns true if the connection may serve another request; false for an incomplete head.
   bool keepsAlive() const { return m_isHeadParsed && keep_alive(); }
-  bool isHttp10() const { return m_isHttp10; }
+  bool isHttp10() const { return m_head.isHttp10(); }
 
  private:
   using Error = boost::beast::error_code;
   using Text = boost::beast::string_view;
-  using Field = boost::beast::http::field;
+  using Field = RequestHead::Field;
 
   std::size_t readHead(std::string_view bytes);
   void parseHead();
@@ -69,15 +56,6 @@ class RequestParser : private boost::beast::http::basic_parser<true> {
   void refuseLongFraming(std::string_view framing);
   std::size_t keepBody(Text bytes);
   void refuse(const Error &error);
-
-  void readTarget(std::string_view target);
-  void readAbsoluteTarget(std::string_view target, std::size_t authority);
-  void readField(Field field, std::string_view name, std::string_view value);
-  void readForwarding(std::string_view name, std::string_view value);
-  void readSingle(std::string &kept, std::string_view name, std::string_view value);
-  void readLength(std::string_view value);
-  void readTransferCoding(std::string_view value);
-  void checkHead();
 
   void on_request_impl(boost::beast::http::verb verb, Text method, Text target, int version,
                        Error &error) override;
@@ -92,19 +70,9 @@ class RequestParser : private boost::beast::http::basic_parser<true> {
 
   const HttpLimits &m_limits;
   HeadScanner m_scanner;
-  std::string m_head;
-  std::optional<Refusal> m_refusal;
-  Request m_request;
-  ForwardingFields m_forwarding;
-  std::string m_contentEncoding;
-  std::string m_expectation;
+  std::string m_headBytes;
+  RequestHead m_head;
   std::uint64_t m_chunkBytes = 0;  ///< that are to come of the chunk
-  std::size_t m_hosts = 0;
-  std::size_t m_lengths = 0;
-  std::size_t m_transferCodings = 0;
-  bool m_isHttp10 = false;
-  bool m_hasAuthority = false;
-  bool m_expectsContinue = false;
   bool m_isHeadParsed = false;
   bool m_isWhole = false;
 };
