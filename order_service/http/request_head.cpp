@@ -59,7 +59,7 @@ void RequestHead::readTarget(std::string_view target) {
   const std::size_t authority = authorityOf(target);
   if (target.size() > m_limits.targetBytes) {
     refuse({414, "target_too_long", "the URL is too long"});
-  } else if (target.find('#') != std::string_view::npos) {
+  } else if (m_request.method == "CONNECT" || target.find('#') != std::string_view::npos) {
     refuse(malformed());
   } else if (authority != 0) {
     readAbsoluteTarget(target, authority);
@@ -92,15 +92,15 @@ void RequestHead::readField(Field field, std::string_view name, std::string_view
     case Field::transfer_encoding:
       return readTransferCoding(value);
     case Field::content_type:
-      return readSingle(m_request.contentType, name, value);
+      return readSingle(field, m_request.contentType, value);
     case Field::authorization:
-      return readSingle(m_request.authorization, name, value);
+      return readSingle(field, m_request.authorization, value);
     case Field::origin:
-      return readSingle(m_request.origin, name, value);
+      return readSingle(field, m_request.origin, value);
     case Field::if_none_match:
       return append(m_request.ifNoneMatch, ", ", value);
     case Field::expect:
-      return readSingle(m_expectation, name, value);
+      return readSingle(field, m_expectation, value);
     case Field::content_encoding:
       return append(m_contentEncoding, ", ", value);
     case Field::cookie:
@@ -137,9 +137,11 @@ void RequestHead::readForwarding(std::string_view name, std::string_view value) 
   }
 }
 
-void RequestHead::readSingle(std::string &kept, std::string_view name, std::string_view value) {
-  if (!kept.empty()) {
-    refuse(malformed("there is more than one " + std::string(name)));
+void RequestHead::readSingle(Field field, std::string &kept, std::string_view value) {
+  // An empty one counts, too.
+  if (!m_singles.insert(field).second) {
+    const auto name = boost::beast::http::to_string(field);
+    refuse(malformed("there is more than one " + std::string(name.data(), name.size())));
   }
   kept = value;
 }

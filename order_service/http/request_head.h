@@ -7,6 +7,7 @@
 #include <boost/beast/http/field.hpp>
 #include <cstddef>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -50,7 +51,7 @@ class RequestHead {
   void readAbsoluteTarget(std::string_view target, std::size_t authority);
   void readHost(std::string_view value);
   void readForwarding(std::string_view name, std::string_view value);
-  void readSingle(std::string &kept, std::string_view name, std::string_view value);
+  void readSingle(Field field, std::string &kept, std::string_view value);
   void readLength(std::string_view value);
   void readTransferCoding(std::string_view value);
 
@@ -58,6 +59,7 @@ class RequestHead {
   std::optional<Refusal> m_refusal;
   Request m_request;
   ForwardingFields m_forwarding;
+  std::set<Field> m_singles;  ///< that must not come again
   std::string m_contentEncoding;
   std::string m_expectation;
   std::size_t m_hosts = 0;

@@ -157,6 +157,10 @@ std::vector<StrangeRequest> strangeFields(const Requests &requests) {
       {"two Hosts", host("Host: test\r\nHost: test\r\n"), 400},
       {"a Host that is none", host("Host: te/st\r\n"), 400},
       {"two Content-Types", field("Content-Type: application/json\r\n"), 400},
+      {"two Content-Types, one empty",
+       requests.withLine(requests.line() + "Content-Type:\r\n",
+                         "Host: test\r\n" + requests.length(), requests.body()),
+       400},
       {"an expectation that is unknown", field("Expect: 200-ok\r\n"), 417},
   };
 }
@@ -183,6 +187,8 @@ std::vector<StrangeRequest> strangeLines(const Requests &requests) {
       {"a blank after the version", line("POST " + target + " HTTP/1.1 \r\n"), 400},
       {"no version", line("POST " + target + "\r\n"), 400},
       {"another version", line("POST " + target + " HTTP/2.0\r\n"), 400},
+      {"a tunnel to a path", line("CONNECT " + target + " HTTP/1.1\r\n"), 400},
+      {"a tunnel to a host", line("CONNECT test:80 HTTP/1.1\r\n"), 400},
       {"a method that is none", line("PO(ST " + target + " HTTP/1.1\r\n"), 400},
   };
 }
