@@ -74,7 +74,14 @@ WebService::WebService(SqlStore &store, AccessGuard guard, RequestLog *log, Erro
       m_guard(std::move(guard)),
       m_log(log),
       m_errors(errors),
-      m_readiness([this] { return checkStore(); }) {}
+      m_readiness([this] { return checkStore(); }) {
+  for (const auto &[name, use] : {std::pair{"reads", StoreUse::Read},
+                                  {"writes", StoreUse::Write},
+                                  {"probes", StoreUse::Probe}}) {
+    m_metrics.addPool(PoolKind::Connections, name,
+                      [&store, use = use] { return store.useOf(use); });
+  }
+}
 
 Answer WebService::answer(const Request &request) {
   const auto begin = std::chrono::steady_clock::now();

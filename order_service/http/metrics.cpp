@@ -11,12 +11,78 @@ void writeHead(std::ostream &out, const std::string &name, const std::string &ty
   out << "# HELP " << name << ' ' << help << "\n# TYPE " << name << ' ' << type << '\n';
 }
 
+void writeHistogram(std::ostream &out, const std::string &name, const std::string &label,
+                    const Histogram &histogram) {
+  const auto &bounds = Histogram::kBounds;
+  for (std::size_t i = 0; i < bounds.size(); ++i) {
+    out << name << "_bucket{" << label << ",le=\"" << bounds[i] << "\"} " << histogram.within[i]
+        << '\n';
+  }
+  out << name << "_bucket{" << label << ",le=\"+Inf\"} " << histogram.count << '\n'
+      << name << "_sum{" << label << "} " << histogram.sum << '\n'
+      << name << "_count{" << label << "} " << histogram.count << '\n';
+}
+
+std::string labelOf(const std::string &name, const std::string &value) {
+  return name + "=\"" + value + '"';
+}
+
+struct Metric {
+  std::string name;
+  std::string help;
+};
+
+/// The metrics of one kind of pools.
+struct PoolMetrics {
+  std::string label;
+  Metric size;
+  Metric busy;
+  Metric waiting;
+  Metric waits;
+};
+
+const PoolMetrics &metricsOf(PoolKind kind) {
+  static const PoolMetrics kThreads = {
+      .label = "pool",
+      .size = {"cartonpick_pool_threads", "Threads that answer requests."},
+      .busy = {"cartonpick_pool_busy_threads", "Threads that answer a request now."},
+      .waiting = {"cartonpick_queue_length", "Requests that wait for a thread."},
+      .waits = {"cartonpick_queue_wait_seconds",
+                "From a request's end to a thread's start with it."}};
+  static const PoolMetrics kConnections = {
+      .label = "use",
+      .size = {"cartonpick_store_connections", "Connections to the store that there may be."},
+      .busy = {"cartonpick_store_busy_connections", "Connections to the store that calls use now."},
+      .waiting = {"cartonpick_store_queue_length",
+                  "Calls that wait for a connection to the store."},
+      .waits = {"cartonpick_store_queue_wait_seconds",
+                "From a call of the store to its connection."}};
+  return kind == PoolKind::Threads ? kThreads : kConnections;
+}
+
+void writePools(std::ostream &out, const PoolMetrics &metrics,
+                const std::map<std::string, PoolUse> &pools) {
+  const auto gauge = [&](const Metric &metric, std::size_t PoolUse::*value) {
+    writeHead(out, metric.name, "gauge", metric.help);
+    for (const auto &[name, use] : pools) {
+      out << metric.name << '{' << labelOf(metrics.label, name) << "} " << use.*value << '\n';
+    }
+  };
+  gauge(metrics.size, &PoolUse::size);
+  gauge(metrics.busy, &PoolUse::busy);
+  gauge(metrics.waiting, &PoolUse::waiting);
+  writeHead(out, metrics.waits.name, "histogram", metrics.waits.help);
+  for (const auto &[name, use] : pools) {
+    writeHistogram(out, metrics.waits.name, labelOf(metrics.label, name), use.waits);
+  }
+}
+
 }  // namespace
 
 void Metrics::count(const std::string &kind, int status, Seconds time) {
   const std::lock_guard lock(m_mutex);
   ++m_requests[{kind, status}];
-  add(m_seconds[kind], time);
+  m_seconds[kind].add(time);
 }
 
 void Metrics::countRefusal(const std::string &reason) {
@@ -24,19 +90,14 @@ void Metrics::countRefusal(const std::string &reason) {
   ++m_refusals[reason];
 }
 
-void Metrics::countWait(const std::string &pool, Seconds time) {
+void Metrics::addPool(PoolKind kind, const std::string &name, std::function<PoolUse()> use) {
   const std::lock_guard lock(m_mutex);
-  add(m_waits[pool], time);
+  m_pools[kind][name] = std::move(use);
 }
 
-void Metrics::addPool(const std::string &pool, std::function<PoolUse()> use) {
+void Metrics::removePool(PoolKind kind, const std::string &name) {
   const std::lock_guard lock(m_mutex);
-  m_pools[pool] = std::move(use);
-}
-
-void Metrics::removePool(const std::string &pool) {
-  const std::lock_guard lock(m_mutex);
-  m_pools.erase(pool);
+  m_pools[kind].erase(name);
 }
 
 std::string Metrics::text() const {
@@ -51,7 +112,9 @@ std::string Metrics::text() const {
   }
   writeHead(text, "cartonpick_request_seconds", "histogram",
             "From a thread's start with a request to its answer.");
-  write(text, "cartonpick_request_seconds", "kind", m_seconds);
+  for (const auto &[kind, histogram] : m_seconds) {
+    writeHistogram(text, "cartonpick_request_seconds", labelOf("kind", kind), histogram);
+  }
   writeHead(text, "cartonpick_refusals_total", "counter",
             "Requests and connections that the HTTP server refused.");
   for (const auto &[reason, count] : m_refusals) {
@@ -59,47 +122,14 @@ std::string Metrics::text() const {
   }
   writeHead(text, "cartonpick_connections", "gauge", "Connections that are open.");
   text << "cartonpick_connections " << m_connections << '\n';
-  writePools(text);
+  for (const auto &[kind, pools] : m_pools) {
+    std::map<std::string, PoolUse> uses;
+    for (const auto &[name, use] : pools) {
+      uses[name] = use();
+    }
+    writePools(text, metricsOf(kind), uses);
+  }
   return text.str();
-}
-
-void Metrics::add(Histogram &histogram, Seconds time) {
-  ++histogram.count;
-  histogram.sum += time.count();
-  for (std::size_t i = 0; i < kBounds.size(); ++i) {
-    histogram.within[i] += time.count() <= kBounds[i] ? 1 : 0;
-  }
-}
-
-void Metrics::write(std::ostream &out, const std::string &name, const std::string &label,
-                    const Histograms &histograms) {
-  for (const auto &[value, histogram] : histograms) {
-    std::string labels = "{";
-    labels.append(label).append("=\"").append(value).append("\"");
-    for (std::size_t i = 0; i < kBounds.size(); ++i) {
-      out << name << "_bucket" << labels << ",le=\"" << kBounds[i] << "\"} " << histogram.within[i]
-          << '\n';
-    }
-    out << name << "_bucket" << labels << ",le=\"+Inf\"} " << histogram.count << '\n'
-        << name << "_sum" << labels << "} " << histogram.sum << '\n'
-        << name << "_count" << labels << "} " << histogram.count << '\n';
-  }
-}
-
-void Metrics::writePools(std::ostream &out) const {
-  const auto gauge = [&](const std::string &name, const std::string &help,
-                         std::size_t PoolUse::*value) {
-    writeHead(out, name, "gauge", help);
-    for (const auto &[pool, use] : m_pools) {
-      out << name << "{pool=\"" << pool << "\"} " << use().*value << '\n';
-    }
-  };
-  gauge("cartonpick_pool_threads", "Threads that answer requests.", &PoolUse::threads);
-  gauge("cartonpick_pool_busy_threads", "Threads that answer a request now.", &PoolUse::busy);
-  gauge("cartonpick_queue_length", "Requests that wait for a thread.", &PoolUse::waiting);
-  writeHead(out, "cartonpick_queue_wait_seconds", "histogram",
-            "From a request's end to a thread's start with it.");
-  write(out, "cartonpick_queue_wait_seconds", "pool", m_waits);
 }
 
 }  // namespace cartonpick::orders

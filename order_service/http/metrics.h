@@ -1,8 +1,8 @@
 #pragma once
 
-#include <array>
+#include "model/pool_use.h"
+
 #include <atomic>
-#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -13,17 +13,15 @@
 
 namespace cartonpick::orders {
 
-/// How a pool of threads is used now.
-struct PoolUse {
-  std::size_t threads = 0;
-  std::size_t busy = 0;     ///< threads that answer a request
-  std::size_t waiting = 0;  ///< requests that wait for a thread
+enum class PoolKind {
+  Threads,      ///< that answer requests
+  Connections,  ///< to the store
 };
 
 /// Counts what the service does, for Prometheus. May be used from several threads at once.
 class Metrics {
  public:
-  using Seconds = std::chrono::duration<double>;
+  using Seconds = Histogram::Seconds;
 
   /// One request of a kind ("lookup", "send", …) was answered with a status after some time.
   void count(const std::string &kind, int status, Seconds time);
@@ -31,12 +29,9 @@ class Metrics {
   /// One request, or one connection, was refused for a reason of one word.
   void countRefusal(const std::string &reason);
 
-  /// One request waited for a thread of a pool.
-  void countWait(const std::string &pool, Seconds time);
-
   /// Has the text tell the use of a pool, which `use` returns, until removePool().
-  void addPool(const std::string &pool, std::function<PoolUse()> use);
-  void removePool(const std::string &pool);
+  void addPool(PoolKind kind, const std::string &name, std::function<PoolUse()> use);
+  void removePool(PoolKind kind, const std::string &name);
 
   void setConnections(std::size_t connections) { m_connections = connections; }
 
@@ -44,27 +39,13 @@ class Metrics {
   std::string text() const;
 
  private:
-  /// The upper bounds of a histogram, in seconds.
-  static constexpr std::array kBounds = {0.001, 0.005, 0.025, 0.1, 0.5, 2.5, 10.0};
-
-  struct Histogram {
-    std::array<std::uint64_t, kBounds.size()> within{};
-    std::uint64_t count = 0;
-    double sum = 0;
-  };
-  using Histograms = std::map<std::string, Histogram>;
-
-  static void add(Histogram &histogram, Seconds time);
-  static void write(std::ostream &out, const std::string &name, const std::string &label,
-                    const Histograms &histograms);
-  void writePools(std::ostream &out) const;
+  using Pools = std::map<std::string, std::function<PoolUse()>>;
 
   mutable std::mutex m_mutex;
   std::map<std::pair<std::string, int>, std::uint64_t> m_requests;
-  Histograms m_seconds;
+  std::map<std::string, Histogram> m_seconds;
   std::map<std::string, std::uint64_t> m_refusals;
-  Histograms m_waits;
-  std::map<std::string, std::function<PoolUse()>> m_pools;
+  std::map<PoolKind, Pools> m_pools;
   std::atomic<std::size_t> m_connections = 0;
 };
 

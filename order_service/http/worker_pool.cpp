@@ -7,13 +7,13 @@ namespace cartonpick::orders {
 
 WorkerPool::WorkerPool(std::string name, const Limits &limits, Metrics &metrics)
     : m_name(std::move(name)), m_limits(limits), m_metrics(metrics) {
-  metrics.addPool(m_name, [this] { return use(); });
+  metrics.addPool(PoolKind::Threads, m_name, [this] { return use(); });
   std::generate_n(std::back_inserter(m_threads), limits.threads,
                   [this] { return std::jthread([this] { work(); }); });
 }
 
 WorkerPool::~WorkerPool() {
-  m_metrics.removePool(m_name);
+  m_metrics.removePool(PoolKind::Threads, m_name);
   const std::lock_guard lock(m_mutex);
   m_isEnding = true;
   m_queue.clear();
@@ -62,8 +62,8 @@ void WorkerPool::work() {
     m_queue.pop_front();
     m_queuedBytes -= entry.job->bytes;
     ++m_busy;
+    m_waits.add(Clock::now() - entry.since);
     lock.unlock();
-    m_metrics.countWait(m_name, Clock::now() - entry.since);
     entry.job->run();
     entry.job.reset();
     lock.lock();
@@ -73,7 +73,7 @@ void WorkerPool::work() {
 
 PoolUse WorkerPool::use() const {
   const std::lock_guard lock(m_mutex);
-  return {m_limits.threads, m_busy, m_queue.size()};
+  return {m_limits.threads, m_busy, m_queue.size(), m_waits};
 }
 
 }  // namespace cartonpick::orders

@@ -65,6 +65,7 @@ class WorkerPool {
   std::list<Entry> m_queue;
   std::size_t m_queuedBytes = 0;
   std::size_t m_busy = 0;
+  Histogram m_waits;
   bool m_isEnding = false;
   /// The last member: the threads use the others.
   std::vector<std::jthread> m_threads;

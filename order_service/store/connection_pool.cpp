@@ -3,6 +3,8 @@
 #include "store/sql_failure.h"
 #include "store/store_error.h"
 
+#include <algorithm>
+#include <chrono>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -35,25 +37,37 @@ std::string failureText(const SqlAddress &address, const std::string &reason) {
 ConnectionPool::ConnectionPool(SqlAddress address, const StoreLimits &limits)
     : m_address(std::move(address)),
       m_limits(limits),
-      m_maxInUse{limits.readers, limits.writers, limits.probes},
-      m_timer(limits.call) {}
+      m_timer(limits.call),
+      m_uses{PoolUse{.size = limits.readers}, PoolUse{.size = limits.writers},
+             PoolUse{.size = limits.probes}} {}
+
+PoolUse ConnectionPool::useOf(StoreUse use) const {
+  const std::lock_guard lock(m_mutex);
+  return at(use);
+}
 
 bool ConnectionPool::hasRoomFor(StoreUse use) const {
   if (hasOneConnection(m_address)) {
-    return m_inUse == std::array<std::size_t, 3>{};
+    return std::all_of(m_uses.begin(), m_uses.end(),
+                       [](const PoolUse &each) { return each.busy == 0; });
   }
-  const auto index = static_cast<std::size_t>(use);
-  return m_inUse[index] < m_maxInUse[index];
+  return at(use).busy < at(use).size;
 }
 
 ConnectionPool::Lease::Lease(ConnectionPool &pool, StoreUse use, CallTimer *timer)
     : m_pool(pool), m_use(use), m_call(timer) {
   std::unique_lock lock(pool.m_mutex);
-  if (!pool.m_isReturned.wait_for(lock, pool.m_limits.connection,
-                                  [&] { return pool.hasRoomFor(use); })) {
+  PoolUse &own = pool.at(use);
+  const auto begin = std::chrono::steady_clock::now();
+  ++own.waiting;
+  const bool hasRoom = pool.m_isReturned.wait_for(lock, pool.m_limits.connection,
+                                                  [&] { return pool.hasRoomFor(use); });
+  --own.waiting;
+  own.waits.add(std::chrono::steady_clock::now() - begin);
+  if (!hasRoom) {
     throw StoreUnavailable(failureText(pool.m_address, "all connections are in use"));
   }
-  ++pool.inUse(use);
+  ++own.busy;
   if (!pool.m_idle.empty()) {
     m_pooled = std::move(pool.m_idle.back());
     pool.m_idle.pop_back();
@@ -66,7 +80,7 @@ ConnectionPool::Lease::~Lease() {
   if (m_pooled.connection && m_pooled.generation == m_pool.m_generation) {
     m_pool.m_idle.push_back(std::move(m_pooled));
   }
-  --m_pool.inUse(m_use);
+  --m_pool.at(m_use).busy;
   m_pool.m_isReturned.notify_all();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/pool_use.h"
 #include "store/call_timer.h"
 #include "store/sql_address.h"
 #include "store/sql_connection.h"
@@ -29,6 +30,9 @@ class ConnectionPool {
 
   const SqlAddress &address() const { return m_address; }
   const StoreLimits &limits() const { return m_limits; }
+
+  /// How many connections the calls of a kind use, and how long they have waited for them.
+  PoolUse useOf(StoreUse use) const;
 
   /// Returns what `work` returns for a connection. If that is lost, or takes no changes, the work
   /// is done again with a new one; so it must be harmless twice. Throws StoreError.
@@ -91,15 +95,15 @@ class ConnectionPool {
   }
 
   bool hasRoomFor(StoreUse use) const;
-  std::size_t &inUse(StoreUse use) { return m_inUse[static_cast<std::size_t>(use)]; }
+  PoolUse &at(StoreUse use) { return m_uses[static_cast<std::size_t>(use)]; }
+  const PoolUse &at(StoreUse use) const { return m_uses[static_cast<std::size_t>(use)]; }
 
   const SqlAddress m_address;
   const StoreLimits m_limits;
-  const std::array<std::size_t, 3> m_maxInUse;
   CallTimer m_timer;
-  std::mutex m_mutex;
+  mutable std::mutex m_mutex;
   std::condition_variable m_isReturned;
-  std::array<std::size_t, 3> m_inUse{};
+  std::array<PoolUse, 3> m_uses;
   std::vector<Pooled> m_idle;
   /// Connections of former generations may be to a server that takes no changes (any more).
   unsigned m_generation = 0;

@@ -27,6 +27,9 @@ class SqlStore : public OrderStore {
   std::vector<Article> catalogue() const override;
   void store(const std::vector<PickReport> &lines) override;
 
+  /// How the connections of a kind of calls are used.
+  PoolUse useOf(StoreUse use) const { return m_pool.useOf(use); }
+
   /// Makes a change and takes it back. Throws StoreUnavailable if the store takes no changes now.
   void probe() const;
 

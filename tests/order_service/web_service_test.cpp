@@ -2,8 +2,11 @@
 
 #include "postgres_cluster.h"
 #include "sample_data.h"
+#include "temporary_folder.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <sstream>
 #include <thread>
@@ -136,6 +139,33 @@ TEST_F(WebServiceTest, CountsAndLogsWhatItAnswers) {
             std::string::npos);
   EXPECT_NE(log().find("\"target\":\"" + kCalls + "getorderpercarton/D1\",\"status\":200"),
             std::string::npos);
+}
+
+TEST_F(WebServiceTest, TellsHowTheConnectionsOfItsStoreAreUsed) {
+  answer(get("/readyz"));
+  const std::string metrics = withToken("/metrics").body;
+  for (const std::string line : {"cartonpick_store_connections{use=\"reads\"} 8\n",
+                                 "cartonpick_store_busy_connections{use=\"writes\"} 0\n",
+                                 "cartonpick_store_queue_length{use=\"probes\"} 0\n",
+                                 "cartonpick_store_queue_wait_seconds_count{use=\"probes\"} 1\n"}) {
+    EXPECT_NE(metrics.find(line), std::string::npos) << line;
+  }
+}
+
+TEST_F(WebServiceTest, HasMetricsThatPrometheusTakesWithoutAWarning) {
+  answer(get(kCalls + "getorderpercarton/D1"));
+  const TemporaryFolder folder;
+  const std::string file = folder.write("metrics", withToken("/metrics").body);
+  constexpr int kNotFound = 127;
+  const std::string command = "promtool check metrics <" + file + " >" + file + ".out 2>&1";
+  const int code = WEXITSTATUS(std::system(command.c_str()));
+  if (code == kNotFound) {
+    GTEST_SKIP() << "the package prometheus is not installed";
+  }
+  std::ostringstream output;
+  output << std::ifstream(file + ".out").rdbuf();
+  EXPECT_EQ(code, 0) << output.str();
+  EXPECT_EQ(output.str(), "");
 }
 
 TEST(WebService, IsNotHealthyWithoutItsDatabase) {
