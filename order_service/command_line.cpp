@@ -4,6 +4,7 @@
 #include "model/stored_text.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <chrono>
 #include <iostream>
 #include <map>
@@ -43,6 +44,14 @@ void declareLimits(CLI::App &app, HttpLimits &limits) {
   declareSeconds(app, "--idle-timeout", limits.idle, "How long a connection may be idle");
 }
 
+/// An answer gets more time than a call of the store, so that the store's limit is the one reached.
+void setStoreTimeout(ServeOptions &options, std::chrono::seconds timeout) {
+  constexpr std::chrono::seconds kForTheRest(10);
+  options.storeTimeout = timeout;
+  options.limits.handler =
+      std::max<std::chrono::milliseconds>(HttpLimits().handler, timeout + kForTheRest);
+}
+
 void declareServing(CLI::App &app, ServeOptions &options) {
   app.add_option("--port", options.port, "The TCP port to listen on; 0 takes any free one")
       ->check(CLI::Range(0, 65535))
@@ -57,7 +66,7 @@ void declareServing(CLI::App &app, ServeOptions &options) {
   app.add_option("--store", options.store, std::string(kStoreText) + "; without it in memory");
   app.add_option_function<int>(
          "--store-timeout",
-         [&options](int seconds) { options.storeTimeout = std::chrono::seconds(seconds); },
+         [&options](int seconds) { setStoreTimeout(options, std::chrono::seconds(seconds)); },
          "How many seconds a call of the store may take")
       ->check(CLI::Range(1, 3600))
       ->default_str(std::to_string(options.storeTimeout.count()));

@@ -89,6 +89,16 @@ TEST(CommandLine, WaitsAMinuteForTheStoreByDefault) {
   EXPECT_EQ(wait({"--wait-for-store", "0"}), std::chrono::seconds(0));
 }
 
+TEST(CommandLine, GivesAnAnswerMoreTimeThanACallOfTheStore) {
+  const auto handlerLimit = [](const std::vector<const char *> &arguments) {
+    return std::get<ServeOptions>(parse(arguments).parsed).limits.handler;
+  };
+  EXPECT_EQ(handlerLimit({}), std::chrono::seconds(30));
+  EXPECT_EQ(handlerLimit({"--store-timeout", "20"}), std::chrono::seconds(30));
+  EXPECT_EQ(handlerLimit({"--store-timeout", "21"}), std::chrono::seconds(31));
+  EXPECT_EQ(handlerLimit({"--store-timeout", "3600"}), std::chrono::seconds(3610));
+}
+
 TEST(CommandLine, PrintsTheVersion) {
   const Outcome outcome = parse({"--version"});
   EXPECT_EQ(exitCode(outcome), 0);

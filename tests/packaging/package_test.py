@@ -191,6 +191,13 @@ class Package(unittest.TestCase):
                     with self.subTest(package, option=option):
                         self.assertRegex(manual, rf"{option}\b")
 
+    def test_systemd_does_not_end_the_order_service_while_it_waits_for_its_store(self):
+        unit = self.entry("usr/lib/systemd/system/cartonpick-orders.service")
+        self.assertEqual(unit["Service"]["Type"], "notify")
+        # The service itself limits the wait, with --wait-for-store.
+        self.assertEqual(unit["Service"]["TimeoutStartSec"], "infinity")
+        self.assertEqual(unit["Unit"]["StartLimitIntervalSec"], "0")
+
     def test_help_needs_no_display(self):
         environment = {name: value for name, value in os.environ.items()
                        if name not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")}
