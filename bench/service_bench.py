@@ -18,6 +18,8 @@ from samples import Samples
 
 TABLETS, DELIVERIES, LINES = 64, 1000, 12
 ROUNDS, SECONDS = 3, 2
+# The ways to send requests. The tablets use a new connection for each, a proxy keeps its connections.
+WAYS = {"CartonPick": [], "CartonPick, a connection for each request": ["close"]}
 
 
 def deliveries():
@@ -61,7 +63,7 @@ def check_stored(store, accepted):
     with sqlite3.connect(store) as database:
         (rows,) = database.execute("SELECT count(*) FROM picked_line").fetchone()
     # A send in progress at the end of a run can be stored without being answered.
-    if rows % LINES != 0 or not accepted <= rows // LINES <= accepted + ROUNDS * TABLETS:
+    if rows % LINES != 0 or not accepted <= rows // LINES <= accepted + ROUNDS * len(WAYS) * TABLETS:
         raise SystemExit(f"{accepted} sends were accepted, {rows} lines of {LINES} are stored")
 
 
@@ -74,11 +76,13 @@ def measure(folder, home, kind, samples):
             raise SystemExit("the constant path does not give an error answer")
         samples.add(f"service {kind}", "floor: the same server answering a constant", TABLETS,
                     seconds, "s")
-        answered, refused, seconds = service.load(kind, run)
-        if refused:
-            raise SystemExit(f"{refused} of {answered} requests were refused")
-        samples.add(f"service {kind}", "CartonPick", TABLETS, seconds, "s")
-        accepted += answered
+        for index, (way, options) in enumerate(WAYS.items()):
+            # No two loads send the same lines.
+            answered, refused, seconds = service.load(kind, run * len(WAYS) + index, *options)
+            if refused:
+                raise SystemExit(f"{refused} of {answered} requests were refused")
+            samples.add(f"service {kind}", way, TABLETS, seconds, "s")
+            accepted += answered
     service.kill()
     return service.store, accepted
 

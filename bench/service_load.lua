@@ -1,5 +1,6 @@
 -- A wrk script: the requests of 64 tablets. Arguments: "lookup" or "send", the number of
--- deliveries, the round number, and optionally "constant" for a path with a constant answer.
+-- deliveries, the round number, and optionally "constant" for a path with a constant answer, and
+-- "close" for a new connection for each request.
 local threads = 0
 
 function setup(thread)
@@ -22,7 +23,12 @@ end
 
 function init(arguments)
   kind, deliveries, run = arguments[1], tonumber(arguments[2]), tonumber(arguments[3])
-  root = arguments[4] == "constant" and "/constant/" or "/qir_pick/servicepick.svc/json/"
+  local options = {}
+  for i = 4, #arguments do
+    options[arguments[i]] = true
+  end
+  root = options.constant and "/constant/" or "/qir_pick/servicepick.svc/json/"
+  headers = {["Content-Type"] = "application/json", Connection = options.close and "close" or nil}
   count = 0
   math.randomseed(id)
 end
@@ -30,11 +36,10 @@ end
 function request()
   local delivery = math.random(1, deliveries)
   if kind == "lookup" then
-    return wrk.format("GET", root .. "getorderpercarton/" .. delivery)
+    return wrk.format("GET", root .. "getorderpercarton/" .. delivery, headers)
   end
   count = count + 1
-  return wrk.format("POST", root .. "sendpick", {["Content-Type"] = "application/json"},
-    picking(delivery, count))
+  return wrk.format("POST", root .. "sendpick", headers, picking(delivery, count))
 end
 
 function done(summary, latency, requests)

@@ -56,6 +56,7 @@ class WorkerPool {
 
   PoolUse use() const;
   void work();
+  void wakeOne();
 
   std::string m_name;
   Limits m_limits;
@@ -66,6 +67,8 @@ class WorkerPool {
   std::size_t m_queuedBytes = 0;
   std::size_t m_busy = 0;
   Histogram m_waits;
+  std::size_t m_sleeping = 0;  ///< threads, the one that was woken included until it runs
+  bool m_isWaking = false;     ///< a thread was woken and does not run yet
   bool m_isEnding = false;
   /// The last member: the threads use the others.
   std::vector<std::jthread> m_threads;

@@ -1,7 +1,9 @@
 #include "http/worker_pool.h"
 
+#include <barrier>
 #include <future>
 #include <gtest/gtest.h>
+#include <latch>
 
 namespace cartonpick::orders {
 
@@ -62,6 +64,21 @@ TEST_F(WorkerPoolTest, GivesBackAJobThatWaits) {
   EXPECT_TRUE(pool().add(jobOf([&] { done.set_value(); }, 100)));
   release();
   done.get_future().wait();
+}
+
+TEST(WorkerPool, RunsAsManyJobsAtOnceAsItHasThreads) {
+  constexpr int kThreads = 8;
+  Metrics metrics;
+  std::barrier begun(kThreads);
+  std::latch done(kThreads);
+  WorkerPool pool("test", {.threads = kThreads, .jobs = kThreads, .bytes = 0}, metrics);
+  for (int i = 0; i < kThreads; ++i) {
+    ASSERT_TRUE(pool.add(jobOf([&] {
+      begun.arrive_and_wait();
+      done.count_down();
+    })));
+  }
+  done.wait();
 }
 
 TEST_F(WorkerPoolTest, TellsItsUse) {
