@@ -1,5 +1,6 @@
 #include "json/order_json.h"
 
+#include "json/json_writer.h"
 #include "json/strict_object.h"
 #include "model/calendar.h"
 #include "model/input_error.h"
@@ -58,22 +59,36 @@ std::int32_t orderedQuantity(const StrictObject &object) {
 
 }  // namespace
 
-nlohmann::ordered_json toJson(const OrderLine &line) {
-  return {{"cusname", line.customer},
-          {"brand", line.brand},
-          {"cdate", line.orderDate},
-          {"date", line.shippingDate},
-          {"doc", line.delivery},
-          {"ordernum", line.order},
-          {"item", line.article.item},
-          {"barcode", line.article.barcode},
-          {"descr", line.article.description},
-          {"qty", line.quantity},
-          {"carton", line.carton}};
+std::string toJson(const std::vector<OrderLine> &lines) {
+  JsonArrayWriter writer;
+  for (const OrderLine &line : lines) {
+    writer.beginObject();
+    writer.add("cusname", line.customer);
+    writer.add("brand", line.brand);
+    writer.add("cdate", line.orderDate);
+    writer.add("date", line.shippingDate);
+    writer.add("doc", line.delivery);
+    writer.add("ordernum", line.order);
+    writer.add("item", line.article.item);
+    writer.add("barcode", line.article.barcode);
+    writer.add("descr", line.article.description);
+    writer.add("qty", line.quantity);
+    writer.add("carton", line.carton);
+    writer.endObject();
+  }
+  return writer.take();
 }
 
-nlohmann::ordered_json toJson(const Article &article) {
-  return {{"barcode", article.barcode}, {"item", article.item}, {"descr", article.description}};
+std::string toJson(const std::vector<Article> &articles) {
+  JsonArrayWriter writer;
+  for (const Article &article : articles) {
+    writer.beginObject();
+    writer.add("barcode", article.barcode);
+    writer.add("item", article.item);
+    writer.add("descr", article.description);
+    writer.endObject();
+  }
+  return writer.take();
 }
 
 OrderLine orderLineFromJson(const nlohmann::json &value) {

@@ -4,7 +4,9 @@
 
 #include <array>
 #include <nlohmann/json.hpp>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace cartonpick::orders {
 
@@ -13,8 +15,9 @@ inline constexpr std::array<std::string_view, 11> kOrderLineMembers = {
     "cusname", "brand",   "cdate", "date", "doc",   "ordernum",
     "item",    "barcode", "descr", "qty",  "carton"};
 
-nlohmann::ordered_json toJson(const OrderLine &line);
-nlohmann::ordered_json toJson(const Article &article);
+/// Return a JSON array of the elements, whose texts are UTF-8.
+std::string toJson(const std::vector<OrderLine> &lines);
+std::string toJson(const std::vector<Article> &articles);
 
 /// Throw InputError when the value is not an object of exactly the right members, when a date is
 /// none or when the quantity is below 0.

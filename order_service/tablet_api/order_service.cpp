@@ -19,11 +19,11 @@ constexpr std::string_view kOrderPerCarton = "getorderpercarton/";
 constexpr std::string_view kItems = "getitems";
 constexpr std::string_view kSendPick = "sendpick";
 
-constexpr auto kAlreadySent = "This picking has already been sent to the server";
-constexpr auto kAccepted = "0";
+constexpr auto kAlreadySent = "\"This picking has already been sent to the server\"";
+constexpr auto kAccepted = "\"0\"";
 
-Answer jsonAnswer(const nlohmann::ordered_json &json) {
-  return {.contentType = "application/json; charset=utf-8", .body = json.dump()};
+Answer jsonAnswer(std::string json) {
+  return {.contentType = "application/json; charset=utf-8", .body = std::move(json)};
 }
 
 Answer notFound() {
@@ -34,15 +34,6 @@ Answer wrongMethod(const std::string &method, const std::string &allowed) {
   Answer answer = textAnswer(405, "this call does not answer " + method + ", only " + allowed);
   answer.allow = allowed;
   return answer;
-}
-
-template <class Elements>
-nlohmann::ordered_json toJsonArray(const Elements &elements) {
-  auto array = nlohmann::ordered_json::array();
-  for (const auto &element : elements) {
-    array.push_back(toJson(element));
-  }
-  return array;
 }
 
 /// What follows the service's path prefix, without the query; nothing when the prefix is another.
@@ -102,11 +93,11 @@ Answer OrderService::orderPerCarton(std::string_view encodedNumber) const {
   }
   // No delivery has a number that is not a text, and the databases do not answer alike to one.
   const Delivery delivery = isStorable(*number) ? m_store.delivery(*number) : Delivery();
-  return delivery.isSent ? jsonAnswer(kAlreadySent) : jsonAnswer(toJsonArray(delivery.lines));
+  return delivery.isSent ? jsonAnswer(kAlreadySent) : jsonAnswer(toJson(delivery.lines));
 }
 
 Answer OrderService::items() const {
-  return jsonAnswer(toJsonArray(m_store.catalogue()));
+  return jsonAnswer(toJson(m_store.catalogue()));
 }
 
 Answer OrderService::sendPick(const Request &request) const {
