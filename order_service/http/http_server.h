@@ -22,7 +22,7 @@ enum class RequestPool {
 
 /// How many threads the pools have in all: no more requests use the store at once.
 inline constexpr std::size_t kLookupThreads = 8;
-inline constexpr std::size_t kSendThreads = 8;
+inline constexpr std::size_t kSendThreads = 16;
 inline constexpr std::size_t kProbeThreads = 2;
 
 struct HttpSettings {
