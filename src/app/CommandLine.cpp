@@ -34,6 +34,22 @@ void checkServiceHost(const CommandLine &options, bool isFromOption) {
   }
 }
 
+/// The rules named `name`; the standard ones if it is a variable that is empty or not set. Ends the
+/// process if there are no such rules.
+PickingRules rulesNamed(const QString &name, bool isFromOption) {
+  if (name.isEmpty() && !isFromOption) {
+    return PickingRules::standard();
+  }
+  const auto rules = PickingRules::named(name);
+  if (!rules) {
+    const QString source =
+        isFromOption ? QStringLiteral("--rules") : QStringLiteral("CARTONPICK_RULES");
+    refuse(
+        QStringLiteral("%1 \"%2\": it has to be \"standard\" or \"careful\".").arg(source, name));
+  }
+  return *rules;
+}
+
 }  // namespace
 
 CommandLine CommandLine::withDemo() const {
@@ -56,8 +72,8 @@ CommandLine CommandLine::parse(const QStringList &arguments) {
   QCommandLineParser parser;
   parser.setApplicationDescription(
       QStringLiteral("Picks outgoing deliveries carton by carton.\n\n"
-                     "Environment variables: CARTONPICK_SERVICE_HOST for --service-host and "
-                     "CARTONPICK_HOME for --home. An option overrides its variable."));
+                     "CARTONPICK_SERVICE_HOST, CARTONPICK_HOME and CARTONPICK_RULES in the "
+                     "environment stand for --service-host, --home and --rules; an option wins."));
   parser.addHelpOption();
   parser.addVersionOption();
   const QCommandLineOption serviceHost(
@@ -69,6 +85,10 @@ CommandLine CommandLine::parse(const QStringList &arguments) {
       QStringLiteral("home"),
       QStringLiteral("The folder for all data, instead of this user's data folder."),
       QStringLiteral("DIR"));
+  const QCommandLineOption rules(
+      QStringLiteral("rules"),
+      QStringLiteral("The rules of a picking: standard, which is the default, or careful."),
+      QStringLiteral("SET"));
   const QCommandLineOption demo(
       QStringLiteral("demo"),
       QStringLiteral("Run on demo deliveries, with a separate order service."));
@@ -79,17 +99,19 @@ CommandLine CommandLine::parse(const QStringList &arguments) {
   const QCommandLineOption onScreenKeyboard(
       QStringLiteral("on-screen-keyboard"),
       QStringLiteral("Show a keyboard on the screen, for a tablet without a physical one."));
-  parser.addOptions({serviceHost, home, demo, fullScreen, onScreenKeyboard});
+  parser.addOptions({serviceHost, home, rules, demo, fullScreen, onScreenKeyboard});
   parser.process(arguments);
   if (!parser.positionalArguments().isEmpty()) {
     refuse(QStringLiteral("\"%1\" is not an option. --help lists the options.")
                .arg(parser.positionalArguments().constFirst()));
   }
-  CommandLine options{.serviceHost = valueOr(parser, serviceHost, "CARTONPICK_SERVICE_HOST"),
-                      .home = valueOr(parser, home, "CARTONPICK_HOME"),
-                      .demo = parser.isSet(demo),
-                      .fullScreen = parser.isSet(fullScreen),
-                      .onScreenKeyboard = parser.isSet(onScreenKeyboard)};
+  CommandLine options{
+      .serviceHost = valueOr(parser, serviceHost, "CARTONPICK_SERVICE_HOST"),
+      .home = valueOr(parser, home, "CARTONPICK_HOME"),
+      .rules = rulesNamed(valueOr(parser, rules, "CARTONPICK_RULES"), parser.isSet(rules)),
+      .demo = parser.isSet(demo),
+      .fullScreen = parser.isSet(fullScreen),
+      .onScreenKeyboard = parser.isSet(onScreenKeyboard)};
   checkServiceHost(options, parser.isSet(serviceHost));
   return options;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Folders.h"
+#include "delivery/PickingRules.h"
 
 #include <QString>
 #include <QStringList>
@@ -11,6 +12,7 @@ struct CommandLine {
   QString serviceHost;
   /// The home folder; empty for the platform's default.
   QString home;
+  PickingRules rules;
   /// Use the demo deliveries.
   bool demo = false;
   /// Show a frameless full-screen window.
@@ -24,7 +26,8 @@ struct CommandLine {
   [[nodiscard]] Folders folders() const;
 
   /// Parses `arguments`, which start with the program's name, and the environment variables
-  /// CARTONPICK_SERVICE_HOST and CARTONPICK_HOME; an option overrides its variable. Ends the
-  /// process after --help or --version, and on invalid arguments, for which it prints the reason.
+  /// CARTONPICK_SERVICE_HOST, CARTONPICK_HOME and CARTONPICK_RULES; an option overrides its
+  /// variable. Ends the process after --help and --version and, with one line of the reason, on
+  /// invalid arguments.
   static CommandLine parse(const QStringList &arguments);
 };

@@ -19,7 +19,7 @@ ViewController *make(Environment &environment, QObject *owner) {
 }
 
 ViewController *makeSplitView(Environment &environment, QObject *owner) {
-  auto *session = new PickingSession(*environment.clock);
+  auto *session = new PickingSession(*environment.clock, environment.rules);
   auto *master = new masterViewController(*session, environment);
   auto *detail = new detailViewController(*session, environment);
   QObject::connect(session, &PickingSession::started, detail,

@@ -41,7 +41,8 @@ Environment environmentOf(const CommandLine &options, const Folders &displayFold
           .display = std::make_unique<DisplaySettings>(displayFolders,
                                                        std::make_unique<SystemColourScheme>()),
           .folders = folders,
-          .serviceHost = options.serviceHost};
+          .serviceHost = options.serviceHost,
+          .rules = options.rules};
 }
 
 bool makeFolders(const Environment &environment) {

@@ -27,6 +27,8 @@ void startViewController::viewDidLoad() {
       host.isEmpty() ? QStringLiteral("No order service is configured. Start the program with "
                                       "--service-host HOST[:PORT], or try it on demo deliveries.")
                      : QStringLiteral("Order service: ") + host);
+  lblRules->setText(QStringLiteral("The careful rules are in use."));
+  lblRules->setHidden(environment().rules != PickingRules::careful());
 }
 
 void startViewController::btnDisplayTouched() {

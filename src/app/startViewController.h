@@ -11,6 +11,7 @@ class startViewController : public ViewController, public ManagedObjectContextHo
   QML_NAMED_ELEMENT(StartViewController)
   QML_UNCREATABLE("Controllers come from the storyboard")
   OUTLET(Label, lblServiceHost)
+  OUTLET(Label, lblRules)
   OUTLET(Button, btnDemo)
   OUTLET(Button, btnDisplay)
 

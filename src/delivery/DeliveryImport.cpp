@@ -1,7 +1,6 @@
 #include "delivery/DeliveryImport.h"
 
 #include "base/Int32.h"
-#include "delivery/PickingRules.h"
 
 #include <QDate>
 #include <QHash>
@@ -11,6 +10,9 @@
 namespace {
 
 using Positions = QHash<QString, std::size_t>;
+
+/// Only this number of lines of a box, from its first, get their earlier quantity back.
+constexpr std::size_t kRestoredLines = 4;
 
 BoxLine boxLineOf(const OrderLine &line) {
   BoxLine result;
@@ -24,8 +26,8 @@ BoxLine boxLineOf(const OrderLine &line) {
 }
 
 void restoreLine(const Picking &pick, std::vector<BoxLine> &lines) {
-  const auto end = lines.begin() + static_cast<std::ptrdiff_t>(
-                                       std::min(PickingRules::kRestoredLines, lines.size()));
+  const auto end =
+      lines.begin() + static_cast<std::ptrdiff_t>(std::min(kRestoredLines, lines.size()));
   const auto line =
       std::find_if(lines.begin(), end, [&](const BoxLine &l) { return l.item == pick.item; });
   if (line != end) {
@@ -98,7 +100,7 @@ void restoreItemLines(const std::vector<Picking> &picks, ItemLines &items) {
   }
   for (const Picking &pick : picks) {
     if (BoxLine *line = byItem.value(pick.item)) {
-      PickingRules::setItemQuantity(*line, pick.pickqty);
+      line->pickqty = pick.pickqty;
     }
   }
 }

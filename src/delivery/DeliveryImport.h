@@ -17,11 +17,12 @@ ItemLines itemLinesOf(const Delivery &delivery);
 PickList boxesOf(const Delivery &delivery);
 
 /// Restores earlier picks in the boxes of their delivery. Each pick is added to the total of its
-/// box and becomes the picked quantity of the first line with its item among the first
-/// `PickingRules::kRestoredLines` lines of the box.
+/// box and becomes the picked quantity of the first line with its item among the first four lines
+/// of the box.
 void restoreBoxes(const std::vector<Picking> &picks, PickList &boxes);
 
-/// Restores earlier picks in the item lines of their delivery.
+/// Restores earlier picks in the item lines of their delivery. The last pick of an item, in any
+/// box, becomes the picked quantity of its line.
 void restoreItemLines(const std::vector<Picking> &picks, ItemLines &items);
 
 /// Converts a date from the service, "MM/dd/yyyy", to the header's format, "dd/MM/yyyy". Returns

@@ -1,46 +1,31 @@
 #pragma once
 
-#include "base/Int32.h"
-#include "delivery/PickRecords.h"
-
-#include <QByteArray>
 #include <QString>
 
-#include <cstddef>
-#include <cstdint>
+#include <optional>
 
-/// The rules that a reader would not expect. Each one is intended behaviour.
-namespace PickingRules {
+/// The rules of a picking that a reader would not expect. A warehouse chooses one of two sets;
+/// docs/rules.md explains them to it.
+///
+/// Every member is false in the standard set and true in the careful one.
+struct PickingRules {
+  /// The box of a loose pick from the catalogue, regardless of the open box.
+  static inline const QString kLooseBox = QStringLiteral("1");
 
-/// An import restores the earlier picked quantities of only this many lines of a box, starting with
-/// its first. The box total includes the picks of all lines.
-inline constexpr std::size_t kRestoredLines = 4;
+  /// False: the size of a report in bytes is the length of its text in UTF-16 units, so a report
+  /// with non-ASCII text loses bytes at its end. True: a report is sent whole.
+  bool sendsWholeReports = false;
 
-/// The box of every loose pick from the catalogue, regardless of the open box.
-inline const QString kLooseBox = QStringLiteral("1");
+  bool operator==(const PickingRules &other) const = default;
 
-/// The row of the pick table for which the keypad opens when a code is not in the open box: the
-/// last of `rows` rows. A confirmed quantity is booked to the line of that row.
-constexpr int keypadRowOfLoosePick(int rows) {
-  return rows - 1;
-}
+  static PickingRules standard() { return {}; }
+  static PickingRules careful() { return {.sendsWholeReports = true}; }
 
-/// The picked quantity of an item line is the one last booked for the item in any box, not the sum
-/// over all boxes.
-inline void setItemQuantity(BoxLine &itemLine, std::int32_t booked) {
-  itemLine.pickqty = booked;
-}
-
-/// In the history, each later row of an item adds its picked quantity to the line's ordered
-/// quantity; the line's picked quantity stays that of the first row.
-inline void addLaterRow(BoxLine &historyLine, std::int32_t pickqty) {
-  historyLine.orderqty = wrappingAdd(historyLine.orderqty.value(), pickqty);
-}
-
-/// A report is cut to as many bytes as its text has UTF-16 code units, so a report with non-ASCII
-/// text loses bytes at its end.
-inline QByteArray cutReport(const QByteArray &json) {
-  return json.first(QString::fromUtf8(json).size());
-}
-
-}  // namespace PickingRules
+  /// Returns the set with this name, "standard" or "careful"; std::nullopt for any other name.
+  static std::optional<PickingRules> named(const QString &name) {
+    if (name == QStringLiteral("standard")) {
+      return standard();
+    }
+    return name == QStringLiteral("careful") ? std::optional(careful()) : std::nullopt;
+  }
+};

@@ -4,14 +4,13 @@
 #include "base/Int32.h"
 #include "delivery/DeliveryImport.h"
 #include "delivery/PickRecorder.h"
-#include "delivery/PickingRules.h"
 #include "store/ManagedObjectContext.h"
 
 #include <algorithm>
 #include <utility>
 
-PickingSession::PickingSession(const Clock &clock, QObject *parent)
-    : QObject(parent), m_clock(clock) {}
+PickingSession::PickingSession(const Clock &clock, const PickingRules &rules, QObject *parent)
+    : QObject(parent), m_clock(clock), m_rules(rules) {}
 
 bool PickingSession::importDelivery(const Delivery &delivery) {
   setArrayItems(std::make_shared<ItemLines>(itemLinesOf(delivery)));
@@ -123,7 +122,7 @@ void PickingSession::bookQuantity(std::size_t line, bool isFiltered, std::int32_
   }
   const auto [begin, end] = std::as_const(m_itemPositions).equal_range(item);
   for (auto position = begin; position != end; ++position) {
-    PickingRules::setItemQuantity(m_arrayItems->at(*position), pickqty);
+    m_arrayItems->at(*position).pickqty = pickqty;
   }
   box.boxpickqty = wrappingAdd(box.boxpickqty, addQty);
   recordLine(storedLine);

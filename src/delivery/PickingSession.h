@@ -4,6 +4,7 @@
 #include "delivery/CodePositions.h"
 #include "delivery/JsonResult.h"
 #include "delivery/PickRecords.h"
+#include "delivery/PickingRules.h"
 #include "delivery/ScanMatch.h"
 #include "store/ManagedObjectContextHolder.h"
 
@@ -28,7 +29,8 @@ class PickingSession : public QObject, public ManagedObjectContextHolder {
 
  public:
   /// `clock` must outlive the session.
-  explicit PickingSession(const Clock &clock, QObject *parent = nullptr);
+  explicit PickingSession(const Clock &clock, const PickingRules &rules = {},
+                          QObject *parent = nullptr);
 
   // The delivery.
 
@@ -122,6 +124,7 @@ class PickingSession : public QObject, public ManagedObjectContextHolder {
   void setOpenBox(int index);
 
   const Clock &m_clock;
+  PickingRules m_rules;
   std::optional<JsonResult> m_jsonResult;
   std::shared_ptr<PickList> m_arrayPick;
   std::shared_ptr<ItemLines> m_arrayItems;

@@ -1,6 +1,6 @@
 #include "history/HistoryLines.h"
 
-#include "delivery/PickingRules.h"
+#include "base/Int32.h"
 
 #include <QHash>
 
@@ -10,7 +10,8 @@ ItemLines historyLines(const std::vector<Picking> &rows) {
   for (const Picking &row : rows) {
     const auto known = positions.constFind(row.item);
     if (known != positions.cend()) {
-      PickingRules::addLaterRow(lines[*known], row.pickqty);
+      Quantity &orderqty = lines[*known].orderqty;
+      orderqty = wrappingAdd(orderqty.value(), row.pickqty);
       continue;
     }
     positions.insert(row.item, lines.size());

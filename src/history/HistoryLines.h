@@ -5,6 +5,6 @@
 
 #include <vector>
 
-/// Merges the stored rows of a delivery into one line per item, for its summary. The line is made
-/// from the item's first row; `PickingRules::addLaterRow` adds the other rows to it.
+/// Merges the stored rows of a delivery into one line per item, for its summary. The first row of
+/// an item gives the line; a further row adds its picked quantity to the line's ordered quantity.
 ItemLines historyLines(const std::vector<Picking> &rows);

@@ -2,7 +2,6 @@
 
 #include "base/Int32.h"
 #include "delivery/PickFilter.h"
-#include "delivery/PickingRules.h"
 #include "picking/PickingActions.h"
 #include "picking/ScanTrailViewController.h"
 #include "picking/actionPickerViewController.h"
@@ -168,8 +167,8 @@ void detailViewController::scanStateTouched() {
 void detailViewController::openKeypadForLoosePick(const LoosePick &loose) {
   m_session.addLoosePick(loose);
   tblItems->reloadData();
-  displayQuantityViewControllerForIndexPath(
-      PickingRules::keypadRowOfLoosePick(tblItems->numberOfRows()));
+  // A loose pick has no row: its quantity is booked to the last line of the open box.
+  displayQuantityViewControllerForIndexPath(tblItems->numberOfRows() - 1);
 }
 
 void detailViewController::refuseUnknownItem(const QString &code) {

@@ -52,7 +52,8 @@ void PickingSender::send(const QString &doc) {
   }
   m_rows = std::move(*rows);
   m_environment.busy.begin(QStringLiteral("Sending the picking …"));
-  const QByteArray body = sendPickBody(m_rows, m_environment.clock->localZone());
+  const QByteArray body =
+      sendPickBody(m_rows, m_environment.clock->localZone(), m_environment.rules);
   m_environment.http->start({.url = ServiceAddress(m_environment.serviceHost).sendpick(),
                              .method = "POST",
                              .headers = {{"Accept", "application/json"},

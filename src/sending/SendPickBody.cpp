@@ -1,7 +1,5 @@
 #include "sending/SendPickBody.h"
 
-#include "delivery/PickingRules.h"
-
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -20,12 +18,19 @@ QJsonObject objectOf(const Picking &row, const QTimeZone &zone) {
           {QStringLiteral("sent"), row.sent}};
 }
 
+/// Cuts `json` to the length of its text in UTF-16 units.
+QByteArray cut(const QByteArray &json) {
+  return json.first(QString::fromUtf8(json).size());
+}
+
 }  // namespace
 
-QByteArray sendPickBody(const std::vector<Picking> &rows, const QTimeZone &zone) {
+QByteArray sendPickBody(const std::vector<Picking> &rows, const QTimeZone &zone,
+                        const PickingRules &rules) {
   QJsonArray lines;
   for (const Picking &row : rows) {
     lines.append(objectOf(row, zone));
   }
-  return PickingRules::cutReport(QJsonDocument(lines).toJson(QJsonDocument::Indented));
+  const QByteArray json = QJsonDocument(lines).toJson(QJsonDocument::Indented);
+  return rules.sendsWholeReports ? json : cut(json);
 }

@@ -2,6 +2,7 @@
 
 #include "base/Clock.h"
 #include "base/Folders.h"
+#include "delivery/PickingRules.h"
 #include "device/DisplaySettings.h"
 #include "device/HttpClient.h"
 #include "device/MailComposer.h"
@@ -25,6 +26,8 @@ struct Environment {
   Folders folders;
   /// HOST or HOST:PORT of the order service; empty if none is configured.
   QString serviceHost;
+  /// The set of rules that the warehouse has chosen.
+  PickingRules rules = {};
   AlertStack alerts = {};
   BusyState busy = {};
   Storyboard storyboard = {};

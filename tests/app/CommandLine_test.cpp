@@ -36,6 +36,7 @@ class CommandLineTest : public QObject {
   void cleanup() {
     qunsetenv("CARTONPICK_SERVICE_HOST");
     qunsetenv("CARTONPICK_HOME");
+    qunsetenv("CARTONPICK_RULES");
   }
 
   void withoutOptionsThereIsNoHostAndTheDefaultHomeIsUsed() {
@@ -98,6 +99,37 @@ class CommandLineTest : public QObject {
     qputenv("CARTONPICK_SERVICE_HOST", "127.0.0.1:99999");
     QVERIFY(refusalOf({}).startsWith("cartonpick: CARTONPICK_SERVICE_HOST \"127.0.0.1:99999\": "));
     QCOMPARE(refusalOf({"--service-host", "127.0.0.1:8080"}), QString());
+  }
+
+  void theRulesAreStandardByDefault() {
+    QCOMPARE(CommandLine::parse({"cartonpick"}).rules, PickingRules::standard());
+    qputenv("CARTONPICK_RULES", "");
+    QCOMPARE(CommandLine::parse({"cartonpick"}).rules, PickingRules::standard());
+  }
+
+  void anOptionOrAVariableChoosesTheRules() {
+    QCOMPARE(CommandLine::parse({"cartonpick", "--rules", "careful"}).rules,
+             PickingRules::careful());
+    qputenv("CARTONPICK_RULES", "careful");
+    QCOMPARE(CommandLine::parse({"cartonpick"}).rules, PickingRules::careful());
+    QCOMPARE(CommandLine::parse({"cartonpick", "--rules", "standard"}).rules,
+             PickingRules::standard());
+  }
+
+  void theDemoKeepsTheRules() {
+    QCOMPARE(CommandLine::parse({"cartonpick", "--rules", "careful"}).withDemo().rules,
+             PickingRules::careful());
+  }
+
+  void otherRulesAreRefused() {
+    QCOMPARE(refusalOf({"--rules", "strict"}),
+             "cartonpick: --rules \"strict\": it has to be \"standard\" or \"careful\".");
+    QCOMPARE(refusalOf({"--rules", ""}),
+             "cartonpick: --rules \"\": it has to be \"standard\" or \"careful\".");
+    qputenv("CARTONPICK_RULES", "Careful");
+    QCOMPARE(refusalOf({}),
+             "cartonpick: CARTONPICK_RULES \"Careful\": it has to be \"standard\" or \"careful\".");
+    QCOMPARE(refusalOf({"--rules", "careful"}), QString());
   }
 
   void aStrayArgumentIsRefused() {

@@ -34,6 +34,13 @@ class startViewControllerTest : public QObject {
     QCOMPARE(requests.count(), 1);
   }
 
+  void saysOnlyWhenTheCarefulRulesAreInUse() {
+    QVERIFY(TestProgram(PickingRules::standard()).start().lblRules->isHidden());
+    const TestProgram careful(PickingRules::careful());
+    QVERIFY(!careful.start().lblRules->isHidden());
+    QCOMPARE(careful.start().lblRules->text(), "The careful rules are in use.");
+  }
+
   void openingThePickingScreenPassesTheContextToBothPanes() {
     TestProgram program;
     program.start().performSegueWithIdentifier(QStringLiteral("segueToSplitView"));

@@ -137,6 +137,14 @@ class SendPickBodyTest : public QObject {
     QVERIFY(plain.endsWith("\n    }\n]\n"));
     QCOMPARE(body.endsWith("\n]\n"), lost == 0);
   }
+
+  void underTheCarefulRulesTheBodyIsWhole() {
+    const Picking row = pickOf(QStringLiteral("ΑΒΓ €\U0001F4E6"));
+    const QByteArray body =
+        sendPickBody({row}, QTimeZone("Europe/Athens"), PickingRules::careful());
+    QCOMPARE(QJsonDocument::fromJson(body).array().at(0)[u"item"].toString(), row.item);
+    QVERIFY(body.endsWith("\n]\n"));
+  }
 };
 
 CARTONPICK_TEST(SendPickBodyTest);

@@ -3,7 +3,7 @@
 #include "app/MainStoryboard.h"
 #include "device/NetworkHttpClient.h"
 
-TestEnvironment::TestEnvironment() {
+TestEnvironment::TestEnvironment(const PickingRules &rules) {
   auto ownedClock = std::make_unique<TestClock>();
   auto ownedSounds = std::make_unique<TestSoundPlayer>();
   auto ownedMail = std::make_unique<TestMailComposer>();
@@ -17,6 +17,7 @@ TestEnvironment::TestEnvironment() {
   environment.mail = std::move(ownedMail);
   environment.http = std::make_unique<NetworkHttpClient>();
   environment.wakeLock = std::move(ownedWakeLock);
+  environment.rules = rules;
   environment.folders = {m_home.path()};
   if (!environment.folders.create()) {
     qFatal("The temporary folder %s cannot be used.", qUtf8Printable(m_home.path()));

@@ -62,7 +62,7 @@ class TestWakeLock : public WakeLock {
 /// HTTP client is the real one.
 class TestEnvironment {
  public:
-  TestEnvironment();
+  explicit TestEnvironment(const PickingRules &rules = {});
 
   Environment environment;
   // Owned by the environment.

@@ -24,7 +24,8 @@ QByteArray deliveryJson(const QList<TestLine> &lines) {
   return QJsonDocument(elements).toJson(QJsonDocument::Compact);
 }
 
-TestProgram::TestProgram() : delegate(environment) {
+TestProgram::TestProgram(const PickingRules &rules)
+    : TestEnvironment(rules), delegate(environment) {
   environment.serviceHost = service.host();
   delegate.didFinishLaunchingWithOptions();
 }

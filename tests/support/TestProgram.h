@@ -32,7 +32,7 @@ QByteArray deliveryJson(const QList<TestLine> &lines);
 /// real HTTP service on loopback.
 class TestProgram : public TestEnvironment {
  public:
-  TestProgram();
+  explicit TestProgram(const PickingRules &rules = {});
 
   LoopbackService service;
   vekAppDelegate delegate;

@@ -76,8 +76,8 @@ QKeyEvent *keyEvent(QEvent::Type type, QChar c) {
 
 }  // namespace
 
-TestWindow::TestWindow(QSize size, bool onScreenKeyboard)
-    : m_size(size), m_onScreenKeyboard(onScreenKeyboard) {
+TestWindow::TestWindow(QSize size, bool onScreenKeyboard, const PickingRules &rules)
+    : TestEnvironment(rules), m_size(size), m_onScreenKeyboard(onScreenKeyboard) {
   QAccessible::setActive(true);
   previousHandler = qInstallMessageHandler(failOnWarnings);
   environment.serviceHost = service.host();

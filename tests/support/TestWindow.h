@@ -31,7 +31,8 @@ class QQuickWindow;
 class TestWindow : public TestEnvironment {
  public:
   /// The on-screen keyboard requires `QT_IM_MODULE` to be set.
-  explicit TestWindow(QSize size = {1280, 800}, bool onScreenKeyboard = false);
+  explicit TestWindow(QSize size = {1280, 800}, bool onScreenKeyboard = false,
+                      const PickingRules &rules = {});
   ~TestWindow();
   TestWindow(const TestWindow &) = delete;
   TestWindow &operator=(const TestWindow &) = delete;

@@ -39,6 +39,12 @@ class StartScreenUiTest : public QObject {
     QVERIFY(!ui.shows("btnDemo"));
   }
 
+  void showsThatTheCarefulRulesAreInUse() {
+    QVERIFY(!TestWindow().shows("lblRules"));
+    const TestWindow ui({1280, 800}, false, PickingRules::careful());
+    QCOMPARE(ui.text("lblRules"), "The careful rules are in use.");
+  }
+
   void withoutAnOrderServiceItOffersTheDemo() {
     TestWindow ui;
     ui.environment.serviceHost.clear();

@@ -90,6 +90,14 @@ FocusScope {
                     color: Theme.textMuted
                     font.pixelSize: Theme.small
                 }
+                OutletText {
+                    outlet: screen.controller.lblRules
+                    width: parent.width
+                    wrapMode: Text.Wrap
+                    horizontalAlignment: Text.AlignHCenter
+                    color: Theme.textMuted
+                    font.pixelSize: Theme.small
+                }
                 OutletButton {
                     outlet: screen.controller.btnDemo
                     width: parent.width
