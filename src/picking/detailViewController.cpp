@@ -1,8 +1,8 @@
 #include "picking/detailViewController.h"
 
-#include "base/Int32.h"
 #include "delivery/PickFilter.h"
 #include "picking/PickingActions.h"
+#include "picking/PickingAlerts.h"
 #include "picking/ScanTrailViewController.h"
 #include "picking/actionPickerViewController.h"
 #include "picking/changeQuantityViewController.h"
@@ -15,7 +15,6 @@
 
 namespace {
 
-constexpr int kPickingCompletedTag = 199;
 /// While this segment of `segmAskForQty` is selected, the quantity field is enabled and disabled
 /// together with the scan field.
 constexpr int kAskForQty = 1;
@@ -34,7 +33,7 @@ detailViewController::detailViewController(PickingSession &session, Environment 
   btnOptions->setTitleColor(Colour::grey);
   segmentedControl->setTitles(kPickFilterTitles);
   tblItems->setDataSource(this);
-  clearTotals();
+  m_openBox.clearTotals();
   showOpenBox();
   connect(&session, &PickingSession::started, this, &detailViewController::pickingStarted);
   connect(&session, &PickingSession::stopped, this, &detailViewController::pickingStopped);
@@ -64,7 +63,7 @@ void detailViewController::pickingStarted() {
 }
 
 void detailViewController::pickingStopped() {
-  clearTotals();
+  m_openBox.clearTotals();
   tblItems->reloadData();
   setScanningEnabled(false);
   showOpenBox();
@@ -73,10 +72,8 @@ void detailViewController::pickingStopped() {
 void detailViewController::boxOpened() {
   showOpenBox();
   tblItems->reloadData();
-  if (const PickEntry *entry = m_session.openEntry()) {
-    lblTotalOrder->setText(QString::number(boxorderqtyOf(*entry)));
-  }
-  showPickedTotals();
+  m_openBox.showOrdered(m_session.openEntry());
+  m_openBox.showPicked(m_session.openEntry());
   txtBarcode->becomeFirstResponder();
 }
 
@@ -94,30 +91,10 @@ void detailViewController::setScanningEnabled(bool isEnabled) {
   btnOptions->setTitleColor(isEnabled ? Colour::blue : Colour::grey);
 }
 
-void detailViewController::clearTotals() {
-  for (Label *total : {lblTotalPick, lblTotalOrder, lblTotalDiff}) {
-    total->setText(QStringLiteral("-"));
-  }
-}
-
-void detailViewController::showPickedTotals() {
-  const PickEntry *entry = m_session.openEntry();
-  if (entry == nullptr) {
-    return;
-  }
-  const std::int32_t pick = boxpickqtyOf(*entry);
-  const std::int32_t order = boxorderqtyOf(*entry);
-  lblTotalPick->setText(QString::number(pick));
-  lblTotalDiff->setText(QString::number(wrappingSubtract(pick, order)));
-}
-
 void detailViewController::showOpenBox() {
   const PickEntry *entry = m_session.openEntry();
-  const bool isOpen = entry != nullptr;
-  lblOpenBox->setText(isOpen ? boxOf(*entry) : QStringLiteral("-"));
-  lblScanState->setText(isOpen ? QStringLiteral("Ready to scan")
-                               : QStringLiteral("Open a box first"));
-  lblScanState->setTextColor(isOpen ? Colour::green : Colour::grey);
+  m_openBox.showBox(entry);
+  txtBarcode->setTakesScans(entry != nullptr);
 }
 
 bool detailViewController::textFieldShouldReturn(TextField &field) {
@@ -172,8 +149,7 @@ void detailViewController::openKeypadForLoosePick(const LoosePick &loose) {
 }
 
 void detailViewController::refuseUnknownItem(const QString &code) {
-  environment().alerts.show({.title = QStringLiteral("Unknown Item"),
-                             .message = QStringLiteral("Item %1 not found!").arg(code)});
+  environment().alerts.show(unknownItemMessage(code));
   txtBarcode->setText(QString());
   environment().sounds->playSystemSound(SoundPlayer::kErrorTone);
 }
@@ -244,7 +220,7 @@ void detailViewController::CloseViewControllerWithGetQtyAtRow(std::int32_t row,
   if (!m_arrayDisplay.empty()) {
     markRow(row);
   }
-  showPickedTotals();
+  m_openBox.showPicked(m_session.openEntry());
   if (m_delegate) {
     m_delegate->QuantityChangedOnDetailView();
   }
@@ -268,12 +244,7 @@ void detailViewController::btnOptionsTouched() {
 
 void detailViewController::selectedAction(const QString &title) {
   if (title == kCompleteAndSend) {
-    environment().alerts.show({.title = QStringLiteral("Picking Completed?"),
-                               .message = QStringLiteral("Are you sure that picking is completed?"),
-                               .buttons = {QStringLiteral("NO"), QStringLiteral("YES")},
-                               .cancelButtonIndex = 0,
-                               .tag = kPickingCompletedTag,
-                               .delegate = this});
+    environment().alerts.show(pickingCompletedQuestion(this));
   } else if (title == kSendEmail) {
     exportPicking(environment(), *managedObjectContext(), deliveryNumberOf(m_session.pickList()),
                   this);

@@ -4,6 +4,7 @@
 #include "delivery/PickingSession.h"
 #include "picking/ActionPickerDelegate.h"
 #include "picking/ChangeQuantityDelegate.h"
+#include "picking/OpenBoxLabels.h"
 #include "picking/QuantityChangedOnDetailViewDelegate.h"
 #include "picking/ScanTrail.h"
 #include "store/ManagedObjectContextHolder.h"
@@ -138,13 +139,11 @@ class detailViewController : public ViewController,
   void noteScan(const QString &code, ScanOutcome outcome, int line = 0);
   void refuseUnknownItem(const QString &code);
   void markRow(int row);
-  void clearTotals();
-  /// Shows the open box's picked quantity and its difference from the ordered quantity.
-  void showPickedTotals();
   /// Shows the open box and whether scans are accepted.
   void showOpenBox();
 
   PickingSession &m_session;
+  OpenBoxLabels m_openBox{*lblOpenBox, *lblTotalPick, *lblTotalOrder, *lblTotalDiff, *lblScanState};
   ScanTrail m_scans;
   /// The positions in the open box of the lines that the filter shows; empty if no filter is set.
   std::vector<std::size_t> m_arrayDisplay;

@@ -3,6 +3,7 @@
 #include "base/Int32.h"
 #include "delivery/DeliveryImport.h"
 #include "picking/LookupMessages.h"
+#include "picking/PickingAlerts.h"
 #include "picking/boxTableViewCell.h"
 #include "service/DeliveryAnswer.h"
 #include "service/ServiceAddress.h"
@@ -63,22 +64,15 @@ void masterViewController::viewDidLoad() {
 
 void masterViewController::prepareForSegue(Segue &segue) {
   segue.isHeldBack = true;
-  environment().alerts.show(
-      {.title = QStringLiteral("Close Picking"),
-       .message = QStringLiteral("Are you sure you want to leave picking?"),
-       .buttons = {QStringLiteral("OK"), QStringLiteral("Cancel")},
-       .cancelButtonIndex = 1,
-       .action = [this, self = QPointer<QObject>(this), segue](int buttonIndex) {
-         const bool isConfirmed = buttonIndex == 0;
-         if (self.isNull() || !isConfirmed ||
-             segue.identifier != QStringLiteral("returnFromPickingToStart")) {
-           return;
-         }
-         if (auto *holder = dynamic_cast<ManagedObjectContextHolder *>(segue.destination)) {
-           holder->setManagedObjectContext(managedObjectContext());
-         }
-         segue.destination->dismissViewController();
-       }});
+  environment().alerts.show(closePickingQuestion([this, self = QPointer<QObject>(this), segue] {
+    if (self.isNull() || segue.identifier != QStringLiteral("returnFromPickingToStart")) {
+      return;
+    }
+    if (auto *holder = dynamic_cast<ManagedObjectContextHolder *>(segue.destination)) {
+      holder->setManagedObjectContext(managedObjectContext());
+    }
+    segue.destination->dismissViewController();
+  }));
 }
 
 void masterViewController::dismissKeyboard() {
@@ -185,13 +179,7 @@ void masterViewController::btnReloadItemsTouched() {
 
 void masterViewController::itemsReloaded(const std::optional<JsonResult> &result) {
   m_session.setJsonResult(result);
-  if (result) {
-    environment().alerts.show(
-        {.title = QStringLiteral("Saved"), .message = QStringLiteral("Items have been loaded")});
-  } else {
-    showMessage(QStringLiteral("Could not contact server"),
-                QStringLiteral("No connection could be opened to server"));
-  }
+  environment().alerts.show(itemsReloadedMessage(result.has_value(), this));
 }
 
 void masterViewController::btnPickingTouched() {

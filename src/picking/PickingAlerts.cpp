@@ -1,0 +1,38 @@
+#include "picking/PickingAlerts.h"
+
+#include <QString>
+
+AlertView closePickingQuestion(const std::function<void()> &leave) {
+  return {.title = QStringLiteral("Close Picking"),
+          .message = QStringLiteral("Are you sure you want to leave picking?"),
+          .buttons = {QStringLiteral("OK"), QStringLiteral("Cancel")},
+          .cancelButtonIndex = 1,
+          .action = [leave](int buttonIndex) {
+            if (buttonIndex == 0) {
+              leave();
+            }
+          }};
+}
+
+AlertView pickingCompletedQuestion(const WeakDelegate<AlertViewDelegate> &delegate) {
+  return {.title = QStringLiteral("Picking Completed?"),
+          .message = QStringLiteral("Are you sure that picking is completed?"),
+          .buttons = {QStringLiteral("NO"), QStringLiteral("YES")},
+          .cancelButtonIndex = 0,
+          .tag = kPickingCompletedTag,
+          .delegate = delegate};
+}
+
+AlertView unknownItemMessage(const QString &code) {
+  return {.title = QStringLiteral("Unknown Item"),
+          .message = QStringLiteral("Item %1 not found!").arg(code)};
+}
+
+AlertView itemsReloadedMessage(bool isLoaded, const WeakDelegate<AlertViewDelegate> &delegate) {
+  if (isLoaded) {
+    return {.title = QStringLiteral("Saved"), .message = QStringLiteral("Items have been loaded")};
+  }
+  return {.title = QStringLiteral("Could not contact server"),
+          .message = QStringLiteral("No connection could be opened to server"),
+          .delegate = delegate};
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "view/AlertStack.h"
+
+#include <functional>
+
+class QString;
+
+/// The alerts of the two panes of a picking.
+
+/// Asks whether to leave the picking, and calls `leave` after OK.
+AlertView closePickingQuestion(const std::function<void()> &leave);
+
+/// The tag of the question whether the picking is completed.
+constexpr int kPickingCompletedTag = 199;
+
+/// Asks whether the picking is completed. `delegate` gets the answer.
+AlertView pickingCompletedQuestion(const WeakDelegate<AlertViewDelegate> &delegate);
+
+/// Says that no line and no article has the scanned `code`.
+AlertView unknownItemMessage(const QString &code);
+
+/// Says whether the catalogue is loaded. `delegate` is told if it is not.
+AlertView itemsReloadedMessage(bool isLoaded, const WeakDelegate<AlertViewDelegate> &delegate);
