@@ -16,10 +16,14 @@ struct PickingRules {
   /// with non-ASCII text loses bytes at its end. True: a report is sent whole.
   bool sendsWholeReports = false;
 
+  /// False: after a failed lookup, further ones are ignored until the master pane is loaded again.
+  /// True: they work.
+  bool looksUpAfterFailure = false;
+
   bool operator==(const PickingRules &other) const = default;
 
   static PickingRules standard() { return {}; }
-  static PickingRules careful() { return {.sendsWholeReports = true}; }
+  static PickingRules careful() { return {.sendsWholeReports = true, .looksUpAfterFailure = true}; }
 
   /// Returns the set with this name, "standard" or "careful"; std::nullopt for any other name.
   static std::optional<PickingRules> named(const QString &name) {

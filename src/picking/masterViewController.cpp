@@ -141,8 +141,10 @@ void masterViewController::didFailWithError(HttpConnection & /*connection*/,
                                             const QString &description) {
   lblLookup->setHidden(true);
   environment().busy.end();
-  // The entry "getorder" is kept intentionally: later lookups are not registered until this pane is
-  // loaded again.
+  // While the entry "getorder" is kept, later lookups are not registered.
+  if (environment().rules.looksUpAfterFailure) {
+    m_connectionDict.remove(kGetOrder);
+  }
   stopWithMessage(QStringLiteral("Could not get result"),
                   QStringLiteral("Loading failed. Please try again."));
   showMessage(QStringLiteral("error message"), description);

@@ -117,7 +117,8 @@ class masterViewController : public ViewController,
   void btnTotalsTouched() {}
   [[nodiscard]] bool orderExists(const QString & /*order*/) const { return true; }
 
-  /// The registered requests by name. The entry of a failed request is kept.
+  /// The registered requests by name. Under the standard rules, the entry of a failed request is
+  /// kept.
   [[nodiscard]] const QHash<QString, QPointer<HttpConnection>> &connectionDict() const {
     return m_connectionDict;
   }

@@ -283,6 +283,18 @@ class masterViewControllerLookupTest : public QObject {
     QVERIFY(!program.environment.busy.isActive());
   }
 
+  void underTheCarefulRulesALookupAfterAFailedConnectionWorks() {
+    TestProgram program(PickingRules::careful());
+    program.service.answerWith(deliveryJson({{"C1", "A", 5}}));
+    program.enterPicking();
+    failOnce(program);
+    QVERIFY(program.master().connectionDict().isEmpty());
+    program.lookUp(QStringLiteral("4711"));
+    QCOMPARE(program.environment.alerts.count(), 0);
+    QCOMPARE(program.detail().arrayPick()->size(), 1U);
+    QVERIFY(program.master().btnPicking->isEnabled());
+  }
+
   void anIgnoredLookupShowsNoAlertForAnInvalidAnswer() {
     TestProgram program;
     program.enterPicking();
