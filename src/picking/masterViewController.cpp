@@ -1,7 +1,7 @@
 #include "picking/masterViewController.h"
 
 #include "base/Int32.h"
-#include "delivery/DeliveryImport.h"
+#include "delivery/Delivery.h"
 #include "picking/LookupMessages.h"
 #include "picking/PickingAlerts.h"
 #include "picking/boxTableViewCell.h"
@@ -31,9 +31,8 @@ masterViewController::masterViewController(PickingSession &session, Environment 
   btnPicking->setEnabled(false);
   btnReloadItems->setTitle(QStringLiteral("Reload Items"));
   btnClose->setTitle(QStringLiteral("Close"));
-  for (Label *label : {lblLookup, lblCustomerName, lblBrand, lblCreationDate, lblShipmentDate}) {
-    label->setHidden(true);
-  }
+  lblLookup->setHidden(true);
+  m_header.hide();
   lblLookup->setText(QStringLiteral("Looking up the delivery …"));
   lblBoxesTotalLabel->setText(QStringLiteral("Boxes"));
   lblBoxesUnopenedLabel->setText(QStringLiteral("Unopened"));
@@ -132,7 +131,7 @@ void masterViewController::connectionDidFinishLoading(HttpConnection &connection
   if (const auto objection = objectionToAnswer(m_webData, answer)) {
     stopWithMessage(objection->title, objection->message);
   } else {
-    showHeader(*answer);
+    m_header.show(*answer);
     importDelivery(*answer);
   }
 }
@@ -148,16 +147,6 @@ void masterViewController::didFailWithError(HttpConnection & /*connection*/,
   stopWithMessage(QStringLiteral("Could not get result"),
                   QStringLiteral("Loading failed. Please try again."));
   showMessage(QStringLiteral("error message"), description);
-}
-
-void masterViewController::showHeader(const Delivery &delivery) {
-  lblCustomerName->setText(QStringLiteral("Customer: ") + delivery.cusname);
-  lblBrand->setText(QStringLiteral("Brand: ") + delivery.brand);
-  lblCreationDate->setText(QStringLiteral("Date Created: ") + headerDate(delivery.cdate));
-  lblShipmentDate->setText(QStringLiteral("Date Shipped: ") + headerDate(delivery.date));
-  for (Label *header : {lblCustomerName, lblBrand, lblCreationDate, lblShipmentDate}) {
-    header->setHidden(false);
-  }
 }
 
 void masterViewController::importDelivery(const Delivery &delivery) {

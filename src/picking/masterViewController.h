@@ -2,6 +2,7 @@
 
 #include "delivery/PickingSession.h"
 #include "device/HttpClient.h"
+#include "picking/DeliveryLabels.h"
 #include "picking/QuantityChangedOnDetailViewDelegate.h"
 #include "service/CatalogueReload.h"
 #include "store/ManagedObjectContextHolder.h"
@@ -130,11 +131,11 @@ class masterViewController : public ViewController,
  private:
   void showMessage(const QString &title, const QString &message = {});
   void stopWithMessage(const QString &title, const QString &message);
-  void showHeader(const Delivery &delivery);
   void importDelivery(const Delivery &delivery);
   void itemsReloaded(const std::optional<JsonResult> &result);
 
   PickingSession &m_session;
+  DeliveryLabels m_header{*lblCustomerName, *lblBrand, *lblCreationDate, *lblShipmentDate};
   QPointer<HttpConnection> m_connection;
   QHash<QString, QPointer<HttpConnection>> m_connectionDict;
   QByteArray m_webData;
