@@ -20,10 +20,17 @@ struct PickingRules {
   /// True: they work.
   bool looksUpAfterFailure = false;
 
+  /// False: with another number in the delivery field, or after a lookup that finds nothing, the
+  /// last delivery can still be started. True: only a delivery that was found for the number in the
+  /// field can be started, and only its header is shown.
+  bool forgetsLastDelivery = false;
+
   bool operator==(const PickingRules &other) const = default;
 
   static PickingRules standard() { return {}; }
-  static PickingRules careful() { return {.sendsWholeReports = true, .looksUpAfterFailure = true}; }
+  static PickingRules careful() {
+    return {.sendsWholeReports = true, .looksUpAfterFailure = true, .forgetsLastDelivery = true};
+  }
 
   /// Returns the set with this name, "standard" or "careful"; std::nullopt for any other name.
   static std::optional<PickingRules> named(const QString &name) {

@@ -59,6 +59,7 @@ masterViewController::~masterViewController() {
 void masterViewController::viewDidLoad() {
   m_connectionDict.clear();
   txtDeliveryNo->becomeFirstResponder();
+  connect(txtDeliveryNo, &TextField::editingChanged, this, &masterViewController::forgetDelivery);
 }
 
 void masterViewController::prepareForSegue(Segue &segue) {
@@ -93,6 +94,7 @@ void masterViewController::btnSearchOrderNoTouched() {
     showMessage(objection->title, objection->message);
     return;
   }
+  forgetDelivery();
   activityIndicator->startAnimating();
   // The overlay prevents the user from starting a picking, whose lists the answer would replace.
   lblLookup->setHidden(false);
@@ -147,6 +149,13 @@ void masterViewController::didFailWithError(HttpConnection & /*connection*/,
   stopWithMessage(QStringLiteral("Could not get result"),
                   QStringLiteral("Loading failed. Please try again."));
   showMessage(QStringLiteral("error message"), description);
+}
+
+void masterViewController::forgetDelivery() {
+  if (environment().rules.forgetsLastDelivery) {
+    btnPicking->setEnabled(false);
+    m_header.hide();
+  }
 }
 
 void masterViewController::importDelivery(const Delivery &delivery) {

@@ -131,6 +131,8 @@ class masterViewController : public ViewController,
  private:
   void showMessage(const QString &title, const QString &message = {});
   void stopWithMessage(const QString &title, const QString &message);
+  /// Withdraws the delivery found last from the picker, under the careful rules.
+  void forgetDelivery();
   void importDelivery(const Delivery &delivery);
   void itemsReloaded(const std::optional<JsonResult> &result);
 
