@@ -25,11 +25,18 @@ struct PickingRules {
   /// field can be started, and only its header is shown.
   bool forgetsLastDelivery = false;
 
+  /// False: the question before a send names nothing. True: it names the delivery, and the numbers
+  /// of its incomplete and unopened boxes.
+  bool namesDeliveryBeforeSend = false;
+
   bool operator==(const PickingRules &other) const = default;
 
   static PickingRules standard() { return {}; }
   static PickingRules careful() {
-    return {.sendsWholeReports = true, .looksUpAfterFailure = true, .forgetsLastDelivery = true};
+    return {.sendsWholeReports = true,
+            .looksUpAfterFailure = true,
+            .forgetsLastDelivery = true,
+            .namesDeliveryBeforeSend = true};
   }
 
   /// Returns the set with this name, "standard" or "careful"; std::nullopt for any other name.

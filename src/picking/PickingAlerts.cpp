@@ -1,6 +1,21 @@
 #include "picking/PickingAlerts.h"
 
+#include "delivery/BoxState.h"
+
 #include <QString>
+
+namespace {
+
+/// Names the delivery of `list` and counts the boxes that are not completed.
+QString summaryOf(const PickList &list) {
+  const BoxCounters counters = countersOf(list);
+  return QStringLiteral("Delivery %1. Incomplete boxes: %2, unopened boxes: %3. ")
+      .arg(deliveryNumberOf(list))
+      .arg(counters.incomplete)
+      .arg(counters.unopened);
+}
+
+}  // namespace
 
 AlertView closePickingQuestion(const std::function<void()> &leave) {
   return {.title = QStringLiteral("Close Picking"),
@@ -14,9 +29,11 @@ AlertView closePickingQuestion(const std::function<void()> &leave) {
           }};
 }
 
-AlertView pickingCompletedQuestion(const WeakDelegate<AlertViewDelegate> &delegate) {
+AlertView pickingCompletedQuestion(const PickList &list, const PickingRules &rules,
+                                   const WeakDelegate<AlertViewDelegate> &delegate) {
+  const QString summary = rules.namesDeliveryBeforeSend ? summaryOf(list) : QString();
   return {.title = QStringLiteral("Picking Completed?"),
-          .message = QStringLiteral("Are you sure that picking is completed?"),
+          .message = summary + QStringLiteral("Are you sure that picking is completed?"),
           .buttons = {QStringLiteral("NO"), QStringLiteral("YES")},
           .cancelButtonIndex = 0,
           .tag = kPickingCompletedTag,

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "delivery/PickRecords.h"
+#include "delivery/PickingRules.h"
 #include "view/AlertStack.h"
 
 #include <functional>
@@ -14,8 +16,9 @@ AlertView closePickingQuestion(const std::function<void()> &leave);
 /// The tag of the question whether the picking is completed.
 constexpr int kPickingCompletedTag = 199;
 
-/// Asks whether the picking is completed. `delegate` gets the answer.
-AlertView pickingCompletedQuestion(const WeakDelegate<AlertViewDelegate> &delegate);
+/// Asks whether the picking of `list` is completed. `delegate` gets the answer.
+AlertView pickingCompletedQuestion(const PickList &list, const PickingRules &rules,
+                                   const WeakDelegate<AlertViewDelegate> &delegate);
 
 /// Says that no line and no article has the scanned `code`.
 AlertView unknownItemMessage(const QString &code);

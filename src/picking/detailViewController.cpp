@@ -244,7 +244,8 @@ void detailViewController::btnOptionsTouched() {
 
 void detailViewController::selectedAction(const QString &title) {
   if (title == kCompleteAndSend) {
-    environment().alerts.show(pickingCompletedQuestion(this));
+    environment().alerts.show(
+        pickingCompletedQuestion(m_session.pickList(), environment().rules, this));
   } else if (title == kSendEmail) {
     exportPicking(environment(), *managedObjectContext(), deliveryNumberOf(m_session.pickList()),
                   this);
