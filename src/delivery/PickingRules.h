@@ -29,6 +29,9 @@ struct PickingRules {
   /// of its incomplete and unopened boxes.
   bool namesDeliveryBeforeSend = false;
 
+  /// False: a box that is opened under an open summary opens unseen. True: the summary closes.
+  bool closesSummaryForBox = false;
+
   bool operator==(const PickingRules &other) const = default;
 
   static PickingRules standard() { return {}; }
@@ -36,7 +39,8 @@ struct PickingRules {
     return {.sendsWholeReports = true,
             .looksUpAfterFailure = true,
             .forgetsLastDelivery = true,
-            .namesDeliveryBeforeSend = true};
+            .namesDeliveryBeforeSend = true,
+            .closesSummaryForBox = true};
   }
 
   /// Returns the set with this name, "standard" or "careful"; std::nullopt for any other name.

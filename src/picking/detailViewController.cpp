@@ -70,6 +70,9 @@ void detailViewController::pickingStopped() {
 }
 
 void detailViewController::boxOpened() {
+  if (environment().rules.closesSummaryForBox && overlay() != nullptr) {
+    overlay()->removeFromSuperview(Flip::FromRight);
+  }
   showOpenBox();
   tblItems->reloadData();
   m_openBox.showOrdered(m_session.openEntry());

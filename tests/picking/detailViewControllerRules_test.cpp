@@ -39,6 +39,18 @@ class detailViewControllerRulesTest : public QObject {
                              "boxes: 2. Are you sure that picking is completed?|NO|YES"
                            : "Picking Completed?|Are you sure that picking is completed?|NO|YES"));
   }
+
+  void onlyTheCarefulRulesCloseTheSummaryWhenABoxOpens_data() { addRuleSets(); }
+  void onlyTheCarefulRulesCloseTheSummaryWhenABoxOpens() {
+    QFETCH(bool, isCareful);
+    const OpenBox program(rulesOf(isCareful));
+    program.detail().selectedAction(QStringLiteral("View Summary"));
+    QVERIFY(program.detail().isCovered());
+    program.master().tblBoxes->touchRow(1);
+    QCOMPARE(program.detail().isCovered(), !isCareful);
+    QCOMPARE(program.detail().lblOpenBox->text(), "C2");
+    QCOMPARE(program.split().scanField() != nullptr, isCareful);
+  }
 };
 
 CARTONPICK_TEST(detailViewControllerRulesTest);
