@@ -92,7 +92,8 @@ void restoreBoxes(const std::vector<Picking> &picks, PickList &boxes) {
   }
 }
 
-void restoreItemLines(const std::vector<Picking> &picks, ItemLines &items) {
+void restoreItemLines(const std::vector<Picking> &picks, ItemLines &items,
+                      const PickingRules &rules) {
   QHash<QString, BoxLine *> byItem;
   byItem.reserve(static_cast<qsizetype>(items.size()));
   for (BoxLine &line : items) {
@@ -100,7 +101,8 @@ void restoreItemLines(const std::vector<Picking> &picks, ItemLines &items) {
   }
   for (const Picking &pick : picks) {
     if (BoxLine *line = byItem.value(pick.item)) {
-      line->pickqty = pick.pickqty;
+      line->pickqty = rules.sumsItemsOverBoxes ? wrappingAdd(line->pickqty.value(), pick.pickqty)
+                                               : pick.pickqty;
     }
   }
 }

@@ -2,6 +2,7 @@
 
 #include "delivery/Delivery.h"
 #include "delivery/PickRecords.h"
+#include "delivery/PickingRules.h"
 #include "store/Picking.h"
 
 #include <QString>
@@ -21,9 +22,11 @@ PickList boxesOf(const Delivery &delivery);
 /// of the box.
 void restoreBoxes(const std::vector<Picking> &picks, PickList &boxes);
 
-/// Restores earlier picks in the item lines of their delivery. The last pick of an item, in any
-/// box, becomes the picked quantity of its line.
-void restoreItemLines(const std::vector<Picking> &picks, ItemLines &items);
+/// Restores earlier picks in the item lines of their delivery. The picked quantity of a line
+/// becomes that of the last pick of its item, in any box; or the sum of its picks, if `rules` sum
+/// items over boxes.
+void restoreItemLines(const std::vector<Picking> &picks, ItemLines &items,
+                      const PickingRules &rules = {});
 
 /// Converts a date from the service, "MM/dd/yyyy", to the header's format, "dd/MM/yyyy". Returns
 /// any other string unchanged.

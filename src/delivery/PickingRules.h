@@ -32,6 +32,12 @@ struct PickingRules {
   /// False: a box that is opened under an open summary opens unseen. True: the summary closes.
   bool closesSummaryForBox = false;
 
+  /// False: in the summary of a picking, the picked quantity of an item is the one booked last, in
+  /// any box; in the history, a further row of an item adds its picked quantity to the ordered
+  /// quantity. True: in both, the picked and the ordered quantity of an item are the sums over its
+  /// boxes.
+  bool sumsItemsOverBoxes = false;
+
   bool operator==(const PickingRules &other) const = default;
 
   static PickingRules standard() { return {}; }
@@ -40,7 +46,8 @@ struct PickingRules {
             .looksUpAfterFailure = true,
             .forgetsLastDelivery = true,
             .namesDeliveryBeforeSend = true,
-            .closesSummaryForBox = true};
+            .closesSummaryForBox = true,
+            .sumsItemsOverBoxes = true};
   }
 
   /// Returns the set with this name, "standard" or "careful"; std::nullopt for any other name.

@@ -21,7 +21,7 @@ bool PickingSession::importDelivery(const Delivery &delivery) {
     return false;
   }
   restoreBoxes(*picks, *m_arrayPick);
-  restoreItemLines(*picks, *m_arrayItems);
+  restoreItemLines(*picks, *m_arrayItems, m_rules);
   return true;
 }
 
@@ -111,6 +111,7 @@ void PickingSession::bookQuantity(std::size_t line, bool isFiltered, std::int32_
                                   std::int32_t addQty) {
   const std::int32_t pickqty = wrappingAdd(currentQty, addQty);
   BoxRecord &box = openBoxRecord();
+  const std::int32_t before = box.boxitems.at(line).pickqty.value();
   box.boxitems.at(line).pickqty = pickqty;
   const QString item = box.boxitems.at(line).item;
   std::size_t storedLine = line;
@@ -122,7 +123,10 @@ void PickingSession::bookQuantity(std::size_t line, bool isFiltered, std::int32_
   }
   const auto [begin, end] = std::as_const(m_itemPositions).equal_range(item);
   for (auto position = begin; position != end; ++position) {
-    m_arrayItems->at(*position).pickqty = pickqty;
+    Quantity &picked = m_arrayItems->at(*position).pickqty;
+    picked = m_rules.sumsItemsOverBoxes
+                 ? wrappingAdd(picked.value(), wrappingSubtract(pickqty, before))
+                 : pickqty;
   }
   box.boxpickqty = wrappingAdd(box.boxpickqty, addQty);
   recordLine(storedLine);

@@ -4,14 +4,26 @@
 
 #include <QHash>
 
-ItemLines historyLines(const std::vector<Picking> &rows) {
+namespace {
+
+void addLaterRow(const Picking &row, BoxLine &line, const PickingRules &rules) {
+  if (rules.sumsItemsOverBoxes) {
+    line.pickqty = wrappingAdd(line.pickqty.value(), row.pickqty);
+    line.orderqty = wrappingAdd(line.orderqty.value(), row.orderqty);
+  } else {
+    line.orderqty = wrappingAdd(line.orderqty.value(), row.pickqty);
+  }
+}
+
+}  // namespace
+
+ItemLines historyLines(const std::vector<Picking> &rows, const PickingRules &rules) {
   ItemLines lines;
   QHash<QString, std::size_t> positions;
   for (const Picking &row : rows) {
     const auto known = positions.constFind(row.item);
     if (known != positions.cend()) {
-      Quantity &orderqty = lines[*known].orderqty;
-      orderqty = wrappingAdd(orderqty.value(), row.pickqty);
+      addLaterRow(row, lines[*known], rules);
       continue;
     }
     positions.insert(row.item, lines.size());

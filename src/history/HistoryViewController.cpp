@@ -81,7 +81,7 @@ void HistoryViewController::didSelectRowAtIndexPath(TableView &table, int row) {
   if (!rows) {
     return;
   }
-  m_deliveryDetailsVC =
-      showSummary(*this, environment(), m_deliveryDetailsVC,
-                  std::make_shared<const ItemLines>(historyLines(*rows)), kSummaryFrame);
+  m_deliveryDetailsVC = showSummary(
+      *this, environment(), m_deliveryDetailsVC,
+      std::make_shared<const ItemLines>(historyLines(*rows, environment().rules)), kSummaryFrame);
 }

@@ -53,6 +53,15 @@ class HistoryLinesTest : public QObject {
              QStringList("A 3/19"));
   }
 
+  void underTheCarefulRulesBothQuantitiesAreSums() {
+    const QString a = QStringLiteral("A");
+    QCOMPARE(textsOf(historyLines(
+                 {rowOf(a, 3, 10), rowOf(a, 4, 100, QStringLiteral("C2")),
+                  rowOf(QStringLiteral("B"), 1, 2), rowOf(a, 5, 1000, QStringLiteral("C3"))},
+                 PickingRules::careful())),
+             QStringList({"A 12/1110", "B 1/2"}));
+  }
+
   void aLineKeepsTheDetailsOfItsFirstRow() {
     const QString a = QStringLiteral("A");
     const BoxLine line =

@@ -1,3 +1,5 @@
+#include "summary/deliveryDetailsViewController.h"
+#include "summary/pickTableCell.h"
 #include "support/RuleSets.h"
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
@@ -19,6 +21,18 @@ class OpenBox : public TestProgram {
     master().tblBoxes->touchRow(0);
   }
 };
+
+/// "item pick/order" for each row of the summary of the picking.
+QStringList summaryOf(const TestProgram &program) {
+  program.detail().selectedAction(QStringLiteral("View Summary"));
+  const TableView &table = *program.detail().deliveryDetailsVC()->tblPicking;
+  QStringList rows;
+  for (int row = 0; row < table.rowCount(); ++row) {
+    const auto cell = cellAt<pickTableCell>(table, row);
+    rows << QStringLiteral("%1 %2/%3").arg(cell.item.text, cell.pickqty.text, cell.orderqty.text);
+  }
+  return rows;
+}
 
 }  // namespace
 
@@ -50,6 +64,29 @@ class detailViewControllerRulesTest : public QObject {
     QCOMPARE(program.detail().isCovered(), !isCareful);
     QCOMPARE(program.detail().lblOpenBox->text(), "C2");
     QCOMPARE(program.split().scanField() != nullptr, isCareful);
+  }
+
+  void onlyTheCarefulSummarySumsAnItemOverItsBoxes_data() { addRuleSets(); }
+  void onlyTheCarefulSummarySumsAnItemOverItsBoxes() {
+    QFETCH(bool, isCareful);
+    OpenBox program(rulesOf(isCareful));
+    program.enterQuantity(0, QStringLiteral("5"));
+    program.enterQuantity(0, QStringLiteral("-1"));
+    program.master().tblBoxes->touchRow(1);
+    program.enterQuantity(0, QStringLiteral("2"));
+    QCOMPARE(summaryOf(program), QStringList({isCareful ? "A 6/9" : "A 2/9", "B 0/2", "C 0/1"}));
+  }
+
+  void onlyTheCarefulSummarySumsRestoredPicksOfAnItem_data() { addRuleSets(); }
+  void onlyTheCarefulSummarySumsRestoredPicksOfAnItem() {
+    QFETCH(bool, isCareful);
+    OpenBox program(rulesOf(isCareful));
+    program.enterQuantity(0, QStringLiteral("5"));
+    program.master().tblBoxes->touchRow(1);
+    program.enterQuantity(0, QStringLiteral("3"));
+    program.master().btnPickingTouched();
+    program.lookUp(QStringLiteral("4711"));
+    QCOMPARE(summaryOf(program), QStringList({isCareful ? "A 8/9" : "A 3/9", "B 0/2", "C 0/1"}));
   }
 };
 
