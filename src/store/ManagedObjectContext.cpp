@@ -8,7 +8,6 @@
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Exception.h>
 #include <SQLiteCpp/Statement.h>
-#include <algorithm>
 #include <utility>
 
 namespace {
@@ -67,33 +66,7 @@ Picking pickingAt(SQLite::Statement &row) {
           numberAt(row, 10)};
 }
 
-/// Returns the span from the earlier start to the later end; a span without times is ignored.
-PickTimes united(const PickTimes &a, const PickTimes &b) {
-  if (!a.mindatepicked.isValid() || !b.mindatepicked.isValid()) {
-    return a.mindatepicked.isValid() ? a : b;
-  }
-  return {std::min(a.mindatepicked, b.mindatepicked), std::max(a.maxdatepicked, b.maxdatepicked)};
-}
-
-/// Sets the times of every group to those of its whole delivery. The groups of one delivery must be
-/// adjacent.
-void widenToDeliveries(std::vector<DeliveryPickTimes> &groups) {
-  for (auto first = groups.begin(); first != groups.end();) {
-    const auto last = std::find_if(first, groups.end(), [&](const DeliveryPickTimes &entry) {
-      // A null and an empty number are different deliveries, though QString compares them equal.
-      return entry.doc != first->doc || entry.doc.isNull() != first->doc.isNull();
-    });
-    PickTimes times = first->times;
-    for (auto entry = first; entry != last; ++entry) {
-      times = united(times, entry->times);
-    }
-    for (; first != last; ++first) {
-      first->times = times;
-    }
-  }
-}
-
-/// Runs `statement` with `arguments` bound as text and reads every row with `read`.
+/// Runs `statement` with the bound texts `arguments` and reads every row with `read`.
 template <class Read, class... Texts>
 auto rowsOf(SQLite::Statement &statement, const Read &read, const Texts &...arguments) {
   std::vector<decltype(read(statement))> rows;

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "store/DeliveryPickTimes.h"
 #include "store/Items.h"
 #include "store/Picking.h"
 #include "store/StoreError.h"
 
-#include <QDateTime>
 #include <QString>
 
 #include <memory>
@@ -12,20 +12,6 @@
 #include <vector>
 
 class PersistentStoreCoordinator;
-
-/// The first and last pick time of a delivery.
-struct PickTimes {
-  QDateTime mindatepicked;
-  QDateTime maxdatepicked;
-};
-
-/// A delivery number with one value of `sent`. The times are those of all picks of the delivery,
-/// whatever their `sent`.
-struct DeliveryPickTimes {
-  QString doc;
-  std::int32_t sent = 0;
-  PickTimes times;
-};
 
 /// The unit of work that all screens share: the first change opens a transaction, which `save`
 /// commits.
