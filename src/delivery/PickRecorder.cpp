@@ -25,13 +25,17 @@ Picking pickingOf(const PickEntry &entry) {
 }  // namespace
 
 bool recordPick(ManagedObjectContext &context, const Clock &clock, const QString &box,
-                const BoxLine &line) {
+                const BoxLine &line, const PickingRules &rules) {
   const auto rows = context.pickingsOfLine(line.doc, box, line.item);
   if (!rows) {
     return false;
   }
   if (!rows->empty()) {
-    context.setPickqty(rows->front(), line.pickqty.value());
+    const Picking &row = rows->front();
+    context.setPickqty(row, line.pickqty.value());
+    if (rules.resendsCorrections && row.pickqty != line.pickqty.value()) {
+      context.setSent(row, 0);
+    }
   } else {
     context.insert(Picking{.barcode = line.barcode,
                            .box = box,

@@ -38,6 +38,10 @@ struct PickingRules {
   /// boxes.
   bool sumsItemsOverBoxes = false;
 
+  /// False: a line that is corrected after it was sent stays marked as sent, so the correction is
+  /// never reported. True: it goes with the next send.
+  bool resendsCorrections = false;
+
   bool operator==(const PickingRules &other) const = default;
 
   static PickingRules standard() { return {}; }
@@ -47,7 +51,8 @@ struct PickingRules {
             .forgetsLastDelivery = true,
             .namesDeliveryBeforeSend = true,
             .closesSummaryForBox = true,
-            .sumsItemsOverBoxes = true};
+            .sumsItemsOverBoxes = true,
+            .resendsCorrections = true};
   }
 
   /// Returns the set with this name, "standard" or "careful"; std::nullopt for any other name.

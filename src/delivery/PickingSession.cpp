@@ -135,7 +135,7 @@ void PickingSession::bookQuantity(std::size_t line, bool isFiltered, std::int32_
 void PickingSession::recordLine(std::size_t line) {
   const PickEntry &entry = pickList().at(static_cast<std::size_t>(m_curBoxIndex));
   const BoxLine &recorded = boxitemsOf(entry).at(line);
-  if (recordPick(*managedObjectContext(), m_clock, boxOf(entry), recorded)) {
+  if (recordPick(*managedObjectContext(), m_clock, boxOf(entry), recorded, m_rules)) {
     emit lineSaved(recorded, boxOf(entry));
   }
 }
