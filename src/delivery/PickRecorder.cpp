@@ -1,5 +1,6 @@
 #include "delivery/PickRecorder.h"
 
+#include "delivery/SaveByRules.h"
 #include "store/ManagedObjectContext.h"
 #include "store/SaveOrAbort.h"
 
@@ -48,8 +49,7 @@ bool recordPick(ManagedObjectContext &context, const Clock &clock, const QString
                            .pickqty = line.pickqty.value(),
                            .sent = 0});
   }
-  saveOrAbort(context);
-  return true;
+  return saveByRules(context, rules);
 }
 
 void recordPickList(ManagedObjectContext &context, const QString &doc, const PickList &list) {

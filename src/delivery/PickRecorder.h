@@ -9,7 +9,7 @@ class ManagedObjectContext;
 /// Writes one line of the box `box` to the store and saves: updates the picked quantity of the
 /// line's first row, or inserts a row picked at the time of `clock`. A changed quantity is marked
 /// as not sent, if `rules` resend corrections. Returns false and writes nothing if the store cannot
-/// be read. A failed save aborts the process.
+/// be read, or if `saveByRules` returns false.
 bool recordPick(ManagedObjectContext &context, const Clock &clock, const QString &box,
                 const BoxLine &line, const PickingRules &rules = {});
 

@@ -42,6 +42,15 @@ struct PickingRules {
   /// never reported. True: it goes with the next send.
   bool resendsCorrections = false;
 
+  /// False: a quantity that cannot be booked because the store cannot be read is shown, without a
+  /// message. True: it is not shown, and an alert says that it is not saved.
+  bool refusesUnsavedQuantities = false;
+
+  /// False: a failed save, on a full disk for example, logs one line and ends the process. True:
+  /// its changes are taken back, and an alert says why, and what is not saved. The next save tries
+  /// again.
+  bool survivesFailedSaves = false;
+
   bool operator==(const PickingRules &other) const = default;
 
   static PickingRules standard() { return {}; }
@@ -52,7 +61,9 @@ struct PickingRules {
             .namesDeliveryBeforeSend = true,
             .closesSummaryForBox = true,
             .sumsItemsOverBoxes = true,
-            .resendsCorrections = true};
+            .resendsCorrections = true,
+            .refusesUnsavedQuantities = true,
+            .survivesFailedSaves = true};
   }
 
   /// Returns the set with this name, "standard" or "careful"; std::nullopt for any other name.

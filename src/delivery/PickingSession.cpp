@@ -9,6 +9,15 @@
 #include <algorithm>
 #include <utility>
 
+namespace {
+
+BoxLine &firstLineOf(const QString &item, std::vector<BoxLine> &lines) {
+  return *std::find_if(lines.begin(), lines.end(),
+                       [&](const BoxLine &line) { return line.item == item; });
+}
+
+}  // namespace
+
 PickingSession::PickingSession(const Clock &clock, const PickingRules &rules, QObject *parent)
     : QObject(parent), m_clock(clock), m_rules(rules) {}
 
@@ -107,29 +116,35 @@ BoxRecord &PickingSession::openBoxRecord() {
   return std::get<BoxRecord>(m_arrayPick->at(static_cast<std::size_t>(m_curBoxIndex)));
 }
 
-void PickingSession::bookQuantity(std::size_t line, bool isFiltered, std::int32_t currentQty,
+bool PickingSession::bookQuantity(std::size_t line, bool isFiltered, std::int32_t currentQty,
                                   std::int32_t addQty) {
-  const std::int32_t pickqty = wrappingAdd(currentQty, addQty);
   BoxRecord &box = openBoxRecord();
-  const std::int32_t before = box.boxitems.at(line).pickqty.value();
-  box.boxitems.at(line).pickqty = pickqty;
-  const QString item = box.boxitems.at(line).item;
-  std::size_t storedLine = line;
-  if (isFiltered) {
-    const auto first = std::find_if(box.boxitems.begin(), box.boxitems.end(),
-                                    [&](const BoxLine &other) { return other.item == item; });
-    first->pickqty = pickqty;
-    storedLine = static_cast<std::size_t>(first - box.boxitems.begin());
+  BoxLine &booked = box.boxitems.at(line);
+  BoxLine &stored = isFiltered ? firstLineOf(booked.item, box.boxitems) : booked;
+  BoxLine changed = stored;
+  changed.pickqty = wrappingAdd(currentQty, addQty);
+  const bool isSaved = recordPick(*managedObjectContext(), m_clock, box.box, changed, m_rules);
+  if (!isSaved && m_rules.refusesUnsavedQuantities) {
+    emit lineNotSaved(changed, box.box, managedObjectContext()->errorString());
+    return false;
   }
-  const auto [begin, end] = std::as_const(m_itemPositions).equal_range(item);
+  changeItemLines(booked, changed.pickqty.value());
+  booked.pickqty = changed.pickqty;
+  stored.pickqty = changed.pickqty;
+  box.boxpickqty = wrappingAdd(box.boxpickqty, addQty);
+  if (isSaved) {
+    emit lineSaved(changed, box.box);
+  }
+  return true;
+}
+
+void PickingSession::changeItemLines(const BoxLine &line, std::int32_t pickqty) {
+  const std::int32_t change = wrappingSubtract(pickqty, line.pickqty.value());
+  const auto [begin, end] = std::as_const(m_itemPositions).equal_range(line.item);
   for (auto position = begin; position != end; ++position) {
     Quantity &picked = m_arrayItems->at(*position).pickqty;
-    picked = m_rules.sumsItemsOverBoxes
-                 ? wrappingAdd(picked.value(), wrappingSubtract(pickqty, before))
-                 : pickqty;
+    picked = m_rules.sumsItemsOverBoxes ? wrappingAdd(picked.value(), change) : pickqty;
   }
-  box.boxpickqty = wrappingAdd(box.boxpickqty, addQty);
-  recordLine(storedLine);
 }
 
 void PickingSession::recordLine(std::size_t line) {

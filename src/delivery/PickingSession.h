@@ -92,15 +92,16 @@ class PickingSession : public QObject, public ManagedObjectContextHolder {
   // The quantities.
 
   /// Books `currentQty` plus `addQty` as the picked quantity of line number `line` of the open box:
-  /// updates the line, the item lines of its code and the box total, and saves the line as
-  /// `recordLine` does.
+  /// saves the line and emits `lineSaved`, and updates the line, the item lines of its code and the
+  /// box total. If the line is not saved and the rules refuse such quantities, it changes nothing,
+  /// emits `lineNotSaved` and returns false. Otherwise a failed save aborts the process.
   ///
   /// @param isFiltered  true if the line is shown by a filter: the first line of the same item in
   ///                    the box then gets the quantity as well, and is saved instead
-  void bookQuantity(std::size_t line, bool isFiltered, std::int32_t currentQty,
+  bool bookQuantity(std::size_t line, bool isFiltered, std::int32_t currentQty,
                     std::int32_t addQty);
-  /// Saves line number `line` of the open box and emits `lineSaved`. Does nothing if the store
-  /// cannot be read; a failed save aborts the process.
+  /// Saves line number `line` of the open box and emits `lineSaved`. Does nothing if `recordPick`
+  /// returns false.
   void recordLine(std::size_t line);
   /// Saves the whole working list, if the picking has a delivery number. A failed save aborts the
   /// process.
@@ -115,6 +116,8 @@ class PickingSession : public QObject, public ManagedObjectContextHolder {
   void boxOpened();
   /// `line` of the box `box` is on disk.
   void lineSaved(const BoxLine &line, const QString &box);
+  /// `line` of the box `box` could not be saved for this reason. The lists are unchanged.
+  void lineNotSaved(const BoxLine &line, const QString &box, const QString &reason);
   /// `position` is the loose pick's position in the working list; -1 if there is no such loose
   /// pick.
   void loosePickBooked(int position);
@@ -122,6 +125,8 @@ class PickingSession : public QObject, public ManagedObjectContextHolder {
  private:
   [[nodiscard]] BoxRecord &openBoxRecord();
   void setOpenBox(int index);
+  /// Updates the item lines of the item of `line`, whose picked quantity becomes `pickqty`.
+  void changeItemLines(const BoxLine &line, std::int32_t pickqty);
 
   const Clock &m_clock;
   PickingRules m_rules;

@@ -45,6 +45,20 @@ AlertView unknownItemMessage(const QString &code) {
           .message = QStringLiteral("Item %1 not found!").arg(code)};
 }
 
+AlertView quantityNotSavedMessage(const BoxLine &line, const QString &box, const QString &reason) {
+  return {.title = QStringLiteral("Quantity not saved"),
+          .message = QStringLiteral("%1 × %2 in box %3 is not saved: %4. The line is as it was "
+                                    "before. Enter the quantity again.")
+                         .arg(line.pickqty.text(), line.item, box, reason)};
+}
+
+AlertView itemsNotStoredMessage(const QString &reason) {
+  return {
+      .title = QStringLiteral("Items not saved"),
+      .message =
+          QStringLiteral("The items are as they were before: %1. Load them again.").arg(reason)};
+}
+
 AlertView itemsReloadedMessage(bool isLoaded, const WeakDelegate<AlertViewDelegate> &delegate) {
   if (isLoaded) {
     return {.title = QStringLiteral("Saved"), .message = QStringLiteral("Items have been loaded")};

@@ -23,5 +23,11 @@ AlertView pickingCompletedQuestion(const PickList &list, const PickingRules &rul
 /// Says that no line and no article has the scanned `code`.
 AlertView unknownItemMessage(const QString &code);
 
+/// Says that the quantity of `line` in the box `box` is not saved, and the `reason`.
+AlertView quantityNotSavedMessage(const BoxLine &line, const QString &box, const QString &reason);
+
+/// Says that the downloaded catalogue is not stored, and the `reason`.
+AlertView itemsNotStoredMessage(const QString &reason);
+
 /// Says whether the catalogue is loaded. `delegate` is told if it is not.
 AlertView itemsReloadedMessage(bool isLoaded, const WeakDelegate<AlertViewDelegate> &delegate);

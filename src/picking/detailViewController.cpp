@@ -40,6 +40,7 @@ detailViewController::detailViewController(PickingSession &session, Environment 
   connect(&session, &PickingSession::boxOpened, this, &detailViewController::boxOpened);
   connect(&session, &PickingSession::loosePickBooked, this, &detailViewController::loosePickBooked);
   connect(&session, &PickingSession::lineSaved, this, &detailViewController::showSaved);
+  connect(&session, &PickingSession::lineNotSaved, this, &detailViewController::showNotSaved);
 }
 
 detailViewController::~detailViewController() = default;
@@ -218,7 +219,7 @@ void detailViewController::displayQuantityViewControllerForIndexPath(int row) {
 void detailViewController::CloseViewControllerWithGetQtyAtRow(std::int32_t row,
                                                               std::int32_t currentQty,
                                                               std::int32_t addQty) {
-  m_session.bookQuantity(linePosition(row), isFiltered(), currentQty, addQty);
+  const bool isBooked = m_session.bookQuantity(linePosition(row), isFiltered(), currentQty, addQty);
   tblItems->reloadData();
   if (!m_arrayDisplay.empty()) {
     markRow(row);
@@ -227,7 +228,7 @@ void detailViewController::CloseViewControllerWithGetQtyAtRow(std::int32_t row,
   if (m_delegate) {
     m_delegate->QuantityChangedOnDetailView();
   }
-  if (std::exchange(m_isKeypadForScan, false)) {
+  if (std::exchange(m_isKeypadForScan, false) && isBooked) {
     m_scans.bookLatestFound();
   }
   txtBarcode->becomeFirstResponder();
@@ -238,6 +239,12 @@ void detailViewController::showSaved(const BoxLine &line, const QString &box) {
   lblSaved->setText(
       QStringLiteral("Saved %1 × %2 in box %3, %4")
           .arg(line.pickqty.text(), line.item, box, time.toString(QStringLiteral("HH:mm:ss"))));
+}
+
+void detailViewController::showNotSaved(const BoxLine &line, const QString &box,
+                                        const QString &reason) {
+  lblSaved->setText(QString());
+  environment().alerts.show(quantityNotSavedMessage(line, box, reason));
 }
 
 void detailViewController::btnOptionsTouched() {

@@ -130,6 +130,7 @@ class detailViewController : public ViewController,
   void boxOpened();
   void loosePickBooked(int position);
   void showSaved(const BoxLine &line, const QString &box);
+  void showNotSaved(const BoxLine &line, const QString &box, const QString &reason);
   void setScanningEnabled(bool isEnabled);
 
   /// The position in the open box of the line that `row` of the pick table shows.

@@ -174,6 +174,9 @@ void masterViewController::btnReloadItemsTouched() {
   m_catalogueReload = std::make_unique<CatalogueReload>(environment(), *managedObjectContext());
   connect(m_catalogueReload.get(), &CatalogueReload::finished, this,
           &masterViewController::itemsReloaded);
+  connect(
+      m_catalogueReload.get(), &CatalogueReload::notStored, this,
+      [this](const QString &reason) { environment().alerts.show(itemsNotStoredMessage(reason)); });
   m_catalogueReload->start();
 }
 

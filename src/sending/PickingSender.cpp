@@ -1,10 +1,10 @@
 #include "sending/PickingSender.h"
 
 #include "base/Utf8.h"
+#include "delivery/SaveByRules.h"
 #include "sending/SendPickBody.h"
 #include "service/ServiceAddress.h"
 #include "store/ManagedObjectContext.h"
-#include "store/SaveOrAbort.h"
 #include "view/Environment.h"
 
 #include <QMetaObject>
@@ -17,6 +17,8 @@ namespace {
 constexpr std::chrono::seconds kSendTimeout{120};
 constexpr auto kAccepted = R"("0")";
 const QString kNoContact = QStringLiteral("Could not contact server");
+const QString kNotMarked = QStringLiteral(
+    "The tablet could not save that it was sent: %1. The next send reports its lines again.");
 /// The maximum number of bytes of an unexpected reply to show: laying out megabytes of text would
 /// block the window for minutes.
 constexpr qsizetype kShownBytes = 10'000;
@@ -76,8 +78,9 @@ void PickingSender::didReceiveData(HttpConnection & /*connection*/, const QByteA
 
 void PickingSender::connectionDidFinishLoading(HttpConnection &connection) {
   if (connection.isAnswerWhole() && m_reply == kAccepted) {
-    markAsSent();
-    queueMessage(QStringLiteral("Picking was sent"));
+    const bool isMarked = markAsSent();
+    queueMessage(QStringLiteral("Picking was sent"),
+                 isMarked ? QString() : kNotMarked.arg(m_context.errorString()));
   } else {
     queueMessage(kNoContact, shownText(m_reply));
   }
@@ -92,11 +95,11 @@ void PickingSender::didFailWithError(HttpConnection & /*connection*/,
   m_environment.busy.end();
 }
 
-void PickingSender::markAsSent() {
+bool PickingSender::markAsSent() {
   for (const Picking &row : m_rows) {
     m_context.setSent(row, 1);
   }
-  saveOrAbort(m_context);
+  return saveByRules(m_context, m_environment.rules);
 }
 
 void PickingSender::showMessage(const QString &title, const QString &message) {

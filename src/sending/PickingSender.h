@@ -27,7 +27,8 @@ class PickingSender : public QObject, public HttpConnectionDelegate {
   PickingSender &operator=(const PickingSender &) = delete;
 
   /// Sends all unsent picks of the delivery `doc` in one request. An alert reports the result. If
-  /// they cannot be marked as sent, aborts the process.
+  /// the save of the sent marks fails, it aborts the process; or, if the rules survive failed
+  /// saves, an alert says that the picks will be sent again.
   void send(const QString &doc);
 
   void didReceiveResponse(HttpConnection &connection) override;
@@ -39,7 +40,8 @@ class PickingSender : public QObject, public HttpConnectionDelegate {
   void showMessage(const QString &title, const QString &message = {});
   /// Shows the message after the current event has been handled.
   void queueMessage(const QString &title, const QString &message = {});
-  void markAsSent();
+  /// Returns false if `saveByRules` does.
+  bool markAsSent();
 
   Environment &m_environment;
   ManagedObjectContext &m_context;

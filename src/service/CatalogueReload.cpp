@@ -87,10 +87,15 @@ void CatalogueReload::readAndStore(QByteArray body, const QString &storePath, bo
   const auto error = changesItems ? store(*answer, storePath) : std::nullopt;
   const auto result = answer ? std::optional(answer->jsonResult()) : std::nullopt;
   QMetaObject::invokeMethod(this, [this, error, result] {
-    if (error) {
+    if (!error) {
+      finish(result);
+    } else if (m_environment.rules.survivesFailedSaves) {
+      m_isRunning = false;
+      emit notStored(error->description);
+      m_environment.busy.end();
+    } else {
       abortAfter(*error);
     }
-    finish(result);
   });
 }
 

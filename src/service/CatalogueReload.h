@@ -39,6 +39,9 @@ class CatalogueReload : public QObject, public HttpConnectionDelegate {
   /// Emitted when the catalogue has been replaced, or without a `result` if the download or the
   /// parsing failed and the catalogue is unchanged.
   void finished(const std::optional<JsonResult> &result);
+  /// The catalogue could not be stored for this reason, and is unchanged. Emitted instead of
+  /// `finished` if the rules survive failed saves; otherwise the process aborts.
+  void notStored(const QString &reason);
 
  private:
   /// `hasItems`: true if the stored catalogue has an article.

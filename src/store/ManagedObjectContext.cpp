@@ -127,11 +127,13 @@ struct ManagedObjectContext::Statements {
 ManagedObjectContext::ManagedObjectContext(std::shared_ptr<PersistentStoreCoordinator> coordinator)
     : m_coordinator(std::move(coordinator)) {
   if (!m_coordinator->hasStore()) {
+    m_errorString = m_coordinator->errorString();
     return;
   }
   try {
     m_statements = std::make_unique<Statements>(*m_coordinator->database());
   } catch (const SQLite::Exception &error) {
+    m_errorString = QString::fromUtf8(error.what());
     qWarning("The store lacks tables or columns of its version: %s", error.what());
   }
 }
@@ -153,6 +155,7 @@ auto ManagedObjectContext::fetch(const Fetch &rows) -> std::optional<decltype(ro
     return rows();
   } catch (const SQLite::Exception &error) {
     qWarning("Fetch failed: %s", error.what());
+    m_errorString = QString::fromUtf8(error.what());
     return std::nullopt;
   }
 }
@@ -269,15 +272,33 @@ std::optional<StoreError> ManagedObjectContext::save() {
   if (!m_hasChanges) {
     return std::nullopt;
   }
-  if (m_changeError) {
-    return m_changeError;
+  std::optional<StoreError> failure = m_changeError;
+  if (!failure) {
+    try {
+      m_statements->commit.exec();
+      m_statements->commit.reset();
+      m_hasChanges = false;
+      return std::nullopt;
+    } catch (const SQLite::Exception &error) {
+      failure = storeErrorOf(error);
+    }
   }
-  try {
-    m_statements->commit.exec();
-    m_statements->commit.reset();
-    m_hasChanges = false;
-    return std::nullopt;
-  } catch (const SQLite::Exception &error) {
-    return storeErrorOf(error);
+  m_errorString = failure->description;
+  return failure;
+}
+
+void ManagedObjectContext::rollback() {
+  m_hasChanges = false;
+  m_changeError.reset();
+  if (!m_statements) {
+    return;
   }
+  // A statement that failed is not reset yet.
+  for (SQLite::Statement *statement :
+       {&m_statements->begin, &m_statements->insertPicking, &m_statements->setPickqty,
+        &m_statements->setSent, &m_statements->commit}) {
+    statement->tryReset();
+  }
+  // Fails if the failed change has ended the transaction already.
+  m_coordinator->database()->tryExec("ROLLBACK");
 }

@@ -29,6 +29,10 @@ class ManagedObjectContext {
   ManagedObjectContext(const ManagedObjectContext &) = delete;
   ManagedObjectContext &operator=(const ManagedObjectContext &) = delete;
 
+  /// Returns false if there is no store, or one without the tables and columns of its version.
+  [[nodiscard]] bool isUsable() const { return m_statements != nullptr; }
+  /// The reason of the last failure: why the store is not usable, or why a fetch or save failed.
+  [[nodiscard]] QString errorString() const { return m_errorString; }
   /// The path of the store's file; empty if no store is open.
   [[nodiscard]] QString storePath() const;
 
@@ -59,6 +63,8 @@ class ManagedObjectContext {
   /// Commits the changes; they are on disk when this returns. Returns std::nullopt on success.
   /// After a failure the changes are still pending.
   [[nodiscard]] std::optional<StoreError> save();
+  /// Drops the unsaved changes.
+  void rollback();
 
  private:
   struct Statements;
@@ -72,4 +78,5 @@ class ManagedObjectContext {
   std::unique_ptr<Statements> m_statements;
   bool m_hasChanges = false;
   std::optional<StoreError> m_changeError;
+  QString m_errorString;
 };

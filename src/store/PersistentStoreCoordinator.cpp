@@ -190,9 +190,11 @@ bool PersistentStoreCoordinator::addPersistentStore(const QString &path, Migrati
     requireVersion(*database, *m_model, migration);
     database->exec("PRAGMA journal_mode = WAL");
     m_database = std::move(database);
+    m_errorString.clear();
     return true;
   } catch (const std::exception &error) {
     qWarning("Store %s not opened: %s", qUtf8Printable(path), error.what());
+    m_errorString = QString::fromUtf8(error.what());
     return false;
   }
 }

@@ -26,13 +26,15 @@ class PersistentStoreCoordinator {
   /// missing tables, columns and indexes in one transaction and keeps all data. A file of a newer
   /// version is never opened or written to.
   ///
-  /// Returns false and logs the reason if the file cannot be opened.
+  /// Returns false and logs the reason, which `errorString` returns, if the file cannot be opened.
   bool addPersistentStore(const QString &path, Migration migration);
 
   /// Opens another connection to the existing store at `path`, with the same durability settings.
   /// Throws SQLite::Exception if the store cannot be opened.
   static std::unique_ptr<SQLite::Database> connectTo(const QString &path);
 
+  /// The reason why the last file could not be opened; empty if it could.
+  [[nodiscard]] QString errorString() const { return m_errorString; }
   [[nodiscard]] bool hasStore() const { return m_database != nullptr; }
   /// The open store, or nullptr. It is owned by the coordinator.
   [[nodiscard]] SQLite::Database *database() const { return m_database.get(); }
@@ -40,4 +42,5 @@ class PersistentStoreCoordinator {
  private:
   std::shared_ptr<const ManagedObjectModel> m_model;
   std::unique_ptr<SQLite::Database> m_database;
+  QString m_errorString;
 };

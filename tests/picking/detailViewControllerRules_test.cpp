@@ -1,11 +1,15 @@
+#include "picking/boxTableViewCell.h"
 #include "summary/deliveryDetailsViewController.h"
 #include "summary/pickTableCell.h"
+#include "support/FullDisk.h"
 #include "support/RuleSets.h"
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "support/Views.h"
 
 #include <QTest>
+
+#include <SQLiteCpp/Database.h>
 
 namespace {
 
@@ -19,6 +23,38 @@ class OpenBox : public TestProgram {
     enterPicking();
     startPicking(lines);
     master().tblBoxes->touchRow(0);
+  }
+
+  void changeStore(const char *statement) const {
+    SQLite::Database(storePath().toStdString(), SQLite::OPEN_READWRITE).exec(statement);
+  }
+  /// Scans the first line and enters `quantity`.
+  void pickFirstLine(const QString &quantity) {
+    scan(QStringLiteral("A"));
+    keypad()->txtNewQty->edit(quantity);
+    keypad()->btnOKTouched();
+  }
+  /// What the screen shows of the first line: its quantity, that of the box in both panes, that of
+  /// the item, what was saved, and the outcome of the last scan.
+  [[nodiscard]] QStringList shown() const {
+    return {
+        cellAt<pickTableCell>(*detail().tblItems, 0).pickqty.text,
+        detail().lblTotalPick->text(),
+        cellAt<boxTableViewCell>(*master().tblBoxes, 0).lblPickQty.text,
+        detail().arrayItems()->front().pickqty.text(),
+        detail().lblSaved->text(),
+        detail().scanTrail().scans().front().outcome == ScanOutcome::Booked ? "booked" : "open"};
+  }
+  [[nodiscard]] QStringList stored() {
+    QStringList rows;
+    const auto picks = context().pickings(QStringLiteral("4711"));
+    for (const Picking &pick : picks.value_or(std::vector<Picking>())) {
+      rows << QStringLiteral("%1 %2 %3/%4")
+                  .arg(pick.box, pick.item)
+                  .arg(pick.pickqty)
+                  .arg(pick.orderqty);
+    }
+    return rows;
   }
 };
 
@@ -87,6 +123,47 @@ class detailViewControllerRulesTest : public QObject {
     program.master().btnPickingTouched();
     program.lookUp(QStringLiteral("4711"));
     QCOMPARE(summaryOf(program), QStringList({isCareful ? "A 8/9" : "A 3/9", "B 0/2", "C 0/1"}));
+  }
+
+  void onlyTheStandardRulesShowAQuantityThatAnUnreadableStoreDoesNotTake_data() { addRuleSets(); }
+  void onlyTheStandardRulesShowAQuantityThatAnUnreadableStoreDoesNotTake() {
+    QFETCH(bool, isCareful);
+    OpenBox program(rulesOf(isCareful));
+    program.pickFirstLine(QStringLiteral("2"));
+    program.changeStore("ALTER TABLE Picking RENAME TO Lost");
+    QTest::ignoreMessage(QtWarningMsg, "Fetch failed: no such table: Picking");
+    program.pickFirstLine(QStringLiteral("1"));
+    QCOMPARE(program.shown().first(4),
+             isCareful ? QStringList({"2", "2", "2", "2"}) : QStringList({"3", "3", "3", "3"}));
+    QCOMPARE(textsOf(program.environment.alerts),
+             isCareful ? QStringList("Quantity not saved|3 × A in box C1 is not saved: no such "
+                                     "table: Picking. The line is as it was before. Enter the "
+                                     "quantity again.|OK")
+                       : QStringList());
+    program.changeStore("ALTER TABLE Lost RENAME TO Picking");
+    QCOMPARE(program.stored(), QStringList("C1 A 2/5"));
+  }
+
+  void onAFullDiskTheCarefulRulesTakeAQuantityBackAndTheNextOkSavesIt() {
+    OpenBox program(PickingRules::careful());
+    program.pickFirstLine(QStringLiteral("2"));
+    {
+      const FullDisk disk;
+      QTest::ignoreMessage(QtWarningMsg,
+                           "Not saved: disk I/O error, {code = 10; extended code = 778}");
+      program.pickFirstLine(QStringLiteral("1"));
+    }
+    QCOMPARE(program.shown(), QStringList({"2", "2", "2", "2", "", "open"}));
+    QCOMPARE(
+        textsOf(program.environment.alerts),
+        QStringList("Quantity not saved|3 × A in box C1 is not saved: disk I/O error. The line "
+                    "is as it was before. Enter the quantity again.|OK"));
+    QCOMPARE(program.stored(), QStringList("C1 A 2/5"));
+    program.answerTopAlert(0);
+    program.pickFirstLine(QStringLiteral("1"));
+    QCOMPARE(program.shown(),
+             QStringList({"3", "3", "3", "3", "Saved 3 × A in box C1, 10:12:05", "booked"}));
+    QCOMPARE(program.stored(), QStringList("C1 A 3/5"));
   }
 };
 

@@ -1,12 +1,14 @@
 #include "sending/PickingSender.h"
 
 #include "sending/SendPickBody.h"
+#include "support/FullDisk.h"
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "support/Views.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QRegularExpression>
 #include <QTest>
 
 #include <SQLiteCpp/Database.h>
@@ -29,7 +31,7 @@ class AlertDelegate : public QObject, public AlertViewDelegate {};
 /// A program with picks to send.
 class PickedProgram : public TestProgram {
  public:
-  PickedProgram() {
+  explicit PickedProgram(const PickingRules &rules = {}) : TestProgram(rules) {
     add(QStringLiteral("C1"), QStringLiteral("A"), 3);
     add(QStringLiteral("C2"), QStringLiteral("A"), 0);
     add(QStringLiteral("C2"), QStringLiteral("B"), 7);
@@ -376,6 +378,24 @@ class PickingSenderTest : public QObject {
       QCOMPARE(alert.delegate.get(), static_cast<AlertViewDelegate *>(&program.alertDelegate));
     }
     QCOMPARE(program.environment.alerts.count(), 2);
+  }
+
+  void underTheCarefulRulesPicksThatCannotBeMarkedAsSentAreSentAgain() {
+    PickedProgram program(PickingRules::careful());
+    {
+      const FullDisk disk;
+      QTest::ignoreMessage(QtWarningMsg, QRegularExpression("^Not saved: disk I/O error"));
+      program.sendAll();
+    }
+    QCOMPARE(textsOf(program.environment.alerts),
+             QStringList("Picking was sent|The tablet could not save that it was sent: disk I/O "
+                         "error. The next send reports its lines again.|OK"));
+    QCOMPARE(program.sentFlags(), QList<int>({0, 0, 0}));
+    program.answerTopAlert(0);
+    program.sendAll();
+    QCOMPARE(textsOf(program.environment.alerts), QStringList(kSent));
+    QCOMPARE(program.sentFlags(), QList<int>({1, 1, 1}));
+    QCOMPARE(program.service.requests().at(0).body, program.service.requests().at(1).body);
   }
 
   void destroyingTheSenderAbortsTheSend() {

@@ -3,6 +3,7 @@
 #include "device/NetworkHttpClient.h"
 #include "store/ManagedObjectModel.h"
 #include "store/PersistentStoreCoordinator.h"
+#include "support/FullDisk.h"
 #include "support/StoredArticles.h"
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
@@ -135,6 +136,24 @@ class CatalogueReloadTest : public QObject {
     QCOMPARE(program.service.requests().front().method, "GET");
     QCOMPARE(program.service.requests().front().target, "/qir_pick/servicepick.svc/json/getitems");
     QVERIFY(program.service.requests().front().body.isEmpty());
+    verifyOldCatalogue(program);
+  }
+
+  void underTheCarefulRulesACatalogueThatCannotBeStoredIsReported() {
+    TestProgram program(PickingRules::careful());
+    QVERIFY(reloads(program, kOldCatalogue));
+    program.service.answerWith(catalogueOf(1000));
+    CatalogueReload reload(program.environment, program.context());
+    QSignalSpy notStored(&reload, &CatalogueReload::notStored);
+    QSignalSpy finished(&reload, &CatalogueReload::finished);
+    {
+      const FullDisk disk;
+      reload.start();
+      QTRY_COMPARE(notStored.count(), 1);
+    }
+    QCOMPARE(finished.count(), 0);
+    QCOMPARE(notStored.at(0).at(0).toString(), "disk I/O error");
+    QVERIFY(!program.environment.busy.isActive());
     verifyOldCatalogue(program);
   }
 

@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QProcess>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 #include <QTest>
 #include <QTimeZone>
 
@@ -578,6 +579,49 @@ class ManagedObjectContextTest : public QObject {
     QCOMPARE(error->description, "database is locked");
     QCOMPARE(error->userInfo, "{code = 5; extended code = 5}");
     QVERIFY(test.context.hasChanges());
+  }
+
+  void aRollbackDropsTheUnsavedChanges() {
+    TestContext test;
+    test.insertSaved({pickOf("4711", "C1", "A")});
+    test.context.insert(pickOf("4711", "C1", "B"));
+    test.context.rollback();
+    QVERIFY(!test.context.hasChanges());
+    QCOMPARE(itemsOf(test.context.pickings("4711")), "A");
+    test.insertSaved({pickOf("4711", "C1", "C")});
+    QCOMPARE(itemsOf(test.context.pickings("4711")), "A C");
+  }
+
+  void afterARollbackAFailedChangeDoesNotPreventASave() {
+    TestContext test;
+    test.coordinator->database()->setBusyTimeout(0);
+    {
+      SQLite::Database other = test.store.connect();
+      other.exec("BEGIN IMMEDIATE");
+      test.context.insert(pickOf("4711", "C1", "A"));
+      QVERIFY(test.context.save());
+      QCOMPARE(test.context.errorString(), "database is locked");
+    }
+    test.context.rollback();
+    test.insertSaved({pickOf("4711", "C1", "B")});
+    QCOMPARE(itemsOf(test.context.pickings("4711")), "B");
+  }
+
+  void theErrorStringIsTheReasonOfAFailedFetch() {
+    TestContext test;
+    QVERIFY(test.context.isUsable());
+    test.store.connect().exec("DROP TABLE Picking");
+    QTest::ignoreMessage(QtWarningMsg, "Fetch failed: no such table: Picking");
+    QVERIFY(!test.context.pickings("4711"));
+    QCOMPARE(test.context.errorString(), "no such table: Picking");
+  }
+
+  void theErrorStringIsTheReasonWhyAStoreIsNotUsable() {
+    const QTemporaryDir folder;
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("not opened"));
+    const ManagedObjectContext context(openStore(folder.filePath("missing/x.sqlite")));
+    QVERIFY(!context.isUsable());
+    QVERIFY(!context.errorString().isEmpty());
   }
 
   void afterAFailedChangeNothingIsSaved() {
