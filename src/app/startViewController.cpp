@@ -1,6 +1,7 @@
 #include "app/startViewController.h"
 
 #include "app/splitViewController.h"
+#include "store/ManagedObjectContext.h"
 #include "view/Environment.h"
 #include "view/NavigationController.h"
 
@@ -16,6 +17,7 @@ void handOn(ManagedObjectContext *context, ViewController *destination) {
 
 startViewController::startViewController(Environment &environment, QObject *parent)
     : ViewController(QStringLiteral("startViewController"), environment, parent) {
+  btnPicking->setTitle(QStringLiteral("Picking"));
   btnDemo->setTitle(QStringLiteral("Try the demo"));
   btnDisplay->setTitle(QStringLiteral("Display"));
 }
@@ -29,6 +31,21 @@ void startViewController::viewDidLoad() {
                      : QStringLiteral("Order service: ") + host);
   lblRules->setText(QStringLiteral("The careful rules are in use."));
   lblRules->setHidden(environment().rules != PickingRules::careful());
+  showStore();
+}
+
+void startViewController::showStore() {
+  const ManagedObjectContext *context = managedObjectContext();
+  const bool isRefused =
+      environment().rules.reportsUnusableStore && context != nullptr && !context->isUsable();
+  btnPicking->setEnabled(!isRefused);
+  lblStore->setHidden(!isRefused);
+  if (isRefused) {
+    lblStore->setTextColor(Colour::red);
+    lblStore->setText(
+        QStringLiteral("Picking is not possible, because the store cannot be used: %1.")
+            .arg(context->errorString()));
+  }
 }
 
 void startViewController::btnDisplayTouched() {

@@ -12,12 +12,15 @@ class startViewController : public ViewController, public ManagedObjectContextHo
   QML_UNCREATABLE("Controllers come from the storyboard")
   OUTLET(Label, lblServiceHost)
   OUTLET(Label, lblRules)
+  OUTLET(Label, lblStore)
+  OUTLET(Button, btnPicking)
   OUTLET(Button, btnDemo)
   OUTLET(Button, btnDisplay)
 
  public:
   explicit startViewController(Environment &environment, QObject *parent = nullptr);
 
+  /// Call it after `setManagedObjectContext`.
   void viewDidLoad() override;
   void prepareForSegue(Segue &segue) override;
 
@@ -27,4 +30,8 @@ class startViewController : public ViewController, public ManagedObjectContextHo
  signals:
   /// Emitted when the user chooses to restart with the demo deliveries.
   void demoRequested();
+
+ private:
+  /// Disables the picking if the careful rules are in use and the store cannot be used.
+  void showStore();
 };

@@ -51,6 +51,10 @@ struct PickingRules {
   /// again.
   bool survivesFailedSaves = false;
 
+  /// False: if the store cannot be used at the start, there is no message, and lookups do not end.
+  /// True: the start screen says so, with the reason, and disables the picking.
+  bool reportsUnusableStore = false;
+
   bool operator==(const PickingRules &other) const = default;
 
   static PickingRules standard() { return {}; }
@@ -63,7 +67,8 @@ struct PickingRules {
             .sumsItemsOverBoxes = true,
             .resendsCorrections = true,
             .refusesUnsavedQuantities = true,
-            .survivesFailedSaves = true};
+            .survivesFailedSaves = true,
+            .reportsUnusableStore = true};
   }
 
   /// Returns the set with this name, "standard" or "careful"; std::nullopt for any other name.

@@ -1,8 +1,11 @@
 #include "history/HistoryViewController.h"
+#include "support/RuleSets.h"
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
 
+#include <QDir>
 #include <QPointer>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -91,6 +94,34 @@ class startViewControllerTest : public QObject {
     QCOMPARE(program.start().presentedViewController(), nullptr);
     QCOMPARE(program.start().managedObjectContext(), &program.context());
     QTRY_VERIFY(screen.isNull());
+  }
+
+  void onlyTheCarefulRulesReportAStoreThatCannotBeUsed_data() { addRuleSets(); }
+  void onlyTheCarefulRulesReportAStoreThatCannotBeUsed() {
+    QFETCH(bool, isCareful);
+    TestEnvironment test(rulesOf(isCareful));
+    QVERIFY(QDir().mkdir(test.storePath()));
+    const QRegularExpression reason("^Store .* not opened: (.+)$");
+    QTest::ignoreMessage(QtWarningMsg, reason);
+    QTest::ignoreMessage(QtWarningMsg, reason);
+    vekAppDelegate delegate(test.environment);
+    delegate.didFinishLaunchingWithOptions();
+    const auto &start =
+        *qobject_cast<startViewController *>(delegate.window()->rootViewController());
+    QCOMPARE(start.btnPicking->isEnabled(), !isCareful);
+    QCOMPARE(start.lblStore->isHidden(), !isCareful);
+    QCOMPARE(start.lblStore->text(),
+             isCareful ? "Picking is not possible, because the store cannot be used: "
+                         "QIR_Pick.sqlite: it is no ordinary file."
+                       : "");
+  }
+
+  void aUsableStoreIsNotReported_data() { addRuleSets(); }
+  void aUsableStoreIsNotReported() {
+    QFETCH(bool, isCareful);
+    const TestProgram program(rulesOf(isCareful));
+    QVERIFY(program.start().btnPicking->isEnabled());
+    QVERIFY(program.start().lblStore->isHidden());
   }
 
  private:

@@ -67,7 +67,8 @@ FocusScope {
                     objectName: "btnSegueToSplitView"
                     width: parent.width
                     height: 104
-                    text: "Picking"
+                    text: screen.controller.btnPicking.title
+                    enabled: screen.controller.btnPicking.enabled
                     filled: true
                     focus: true
                     font.pixelSize: Theme.value
@@ -89,6 +90,12 @@ FocusScope {
                     horizontalAlignment: Text.AlignHCenter
                     color: Theme.textMuted
                     font.pixelSize: Theme.small
+                }
+                OutletText {
+                    outlet: screen.controller.lblStore
+                    width: parent.width
+                    wrapMode: Text.Wrap
+                    horizontalAlignment: Text.AlignHCenter
                 }
                 OutletText {
                     outlet: screen.controller.lblRules
