@@ -55,6 +55,11 @@ struct PickingRules {
   /// True: the start screen says so, with the reason, and disables the picking.
   bool reportsUnusableStore = false;
 
+  /// False: if a box has two lines of an item, a scan goes to the first one, and the quantity
+  /// booked last on either is stored. True: a scan goes to the first one that is not full, and the
+  /// sum of both is stored; after a restart it fills them from the first on.
+  bool sumsEqualLines = false;
+
   bool operator==(const PickingRules &other) const = default;
 
   static PickingRules standard() { return {}; }
@@ -68,7 +73,8 @@ struct PickingRules {
             .resendsCorrections = true,
             .refusesUnsavedQuantities = true,
             .survivesFailedSaves = true,
-            .reportsUnusableStore = true};
+            .reportsUnusableStore = true,
+            .sumsEqualLines = true};
   }
 
   /// Returns the set with this name, "standard" or "careful"; std::nullopt for any other name.

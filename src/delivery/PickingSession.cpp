@@ -3,20 +3,12 @@
 #include "base/Clock.h"
 #include "base/Int32.h"
 #include "delivery/DeliveryImport.h"
+#include "delivery/EqualLines.h"
 #include "delivery/PickRecorder.h"
 #include "store/ManagedObjectContext.h"
 
 #include <algorithm>
 #include <utility>
-
-namespace {
-
-BoxLine &firstLineOf(const QString &item, std::vector<BoxLine> &lines) {
-  return *std::find_if(lines.begin(), lines.end(),
-                       [&](const BoxLine &line) { return line.item == item; });
-}
-
-}  // namespace
 
 PickingSession::PickingSession(const Clock &clock, const PickingRules &rules, QObject *parent)
     : QObject(parent), m_clock(clock), m_rules(rules) {}
@@ -97,7 +89,7 @@ std::optional<ScanMatch> PickingSession::find(const QString &code) {
     m_openBoxCodes.emplace(openBoxLines());
   }
   if (const auto line = m_openBoxCodes->find(code)) {
-    return *line;
+    return m_rules.sumsEqualLines ? lineToFill(openBoxLines()[*line].item, openBoxLines()) : *line;
   }
   if (const LoosePick *loose = loosePickWithCode(pickList(), code)) {
     return loosePickAgain(*loose, m_clock.now());
@@ -119,23 +111,37 @@ BoxRecord &PickingSession::openBoxRecord() {
 bool PickingSession::bookQuantity(std::size_t line, bool isFiltered, std::int32_t currentQty,
                                   std::int32_t addQty) {
   BoxRecord &box = openBoxRecord();
-  BoxLine &booked = box.boxitems.at(line);
-  BoxLine &stored = isFiltered ? firstLineOf(booked.item, box.boxitems) : booked;
-  BoxLine changed = stored;
-  changed.pickqty = wrappingAdd(currentQty, addQty);
-  const bool isSaved = recordPick(*managedObjectContext(), m_clock, box.box, changed, m_rules);
+  const std::int32_t pickqty = wrappingAdd(currentQty, addQty);
+  const QString item = box.boxitems.at(line).item;
+  const bool storesFirstLine = isFiltered && !m_rules.sumsEqualLines;
+  const std::size_t storedLine = storesFirstLine ? *firstLineOf(item, box.boxitems) : line;
+  const BoxLine stored = lineToStore(storedLine, pickqty);
+  const bool isSaved = recordPick(*managedObjectContext(), m_clock, box.box, stored, m_rules);
   if (!isSaved && m_rules.refusesUnsavedQuantities) {
-    emit lineNotSaved(changed, box.box, managedObjectContext()->errorString());
+    emit lineNotSaved(stored, box.box, managedObjectContext()->errorString());
     return false;
   }
-  changeItemLines(booked, changed.pickqty.value());
-  booked.pickqty = changed.pickqty;
-  stored.pickqty = changed.pickqty;
+  changeItemLines(box.boxitems.at(line), pickqty);
+  box.boxitems.at(line).pickqty = pickqty;
+  box.boxitems.at(storedLine).pickqty = pickqty;
   box.boxpickqty = wrappingAdd(box.boxpickqty, addQty);
   if (isSaved) {
-    emit lineSaved(changed, box.box);
+    emit lineSaved(stored, box.box);
   }
   return true;
+}
+
+BoxLine PickingSession::lineToStore(std::size_t line, std::int32_t pickqty) const {
+  const std::vector<BoxLine> &lines = openBoxLines();
+  BoxLine stored = lines.at(line);
+  if (m_rules.sumsEqualLines) {
+    const std::int32_t change = wrappingSubtract(pickqty, stored.pickqty.value());
+    stored = sumOfLines(stored.item, lines);
+    stored.pickqty = wrappingAdd(stored.pickqty.value(), change);
+  } else {
+    stored.pickqty = pickqty;
+  }
+  return stored;
 }
 
 void PickingSession::changeItemLines(const BoxLine &line, std::int32_t pickqty) {
@@ -149,9 +155,9 @@ void PickingSession::changeItemLines(const BoxLine &line, std::int32_t pickqty) 
 
 void PickingSession::recordLine(std::size_t line) {
   const PickEntry &entry = pickList().at(static_cast<std::size_t>(m_curBoxIndex));
-  const BoxLine &recorded = boxitemsOf(entry).at(line);
-  if (recordPick(*managedObjectContext(), m_clock, boxOf(entry), recorded, m_rules)) {
-    emit lineSaved(recorded, boxOf(entry));
+  const BoxLine stored = lineToStore(line, boxitemsOf(entry).at(line).pickqty.value());
+  if (recordPick(*managedObjectContext(), m_clock, boxOf(entry), stored, m_rules)) {
+    emit lineSaved(stored, boxOf(entry));
   }
 }
 

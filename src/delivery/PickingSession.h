@@ -96,8 +96,10 @@ class PickingSession : public QObject, public ManagedObjectContextHolder {
   /// box total. If the line is not saved and the rules refuse such quantities, it changes nothing,
   /// emits `lineNotSaved` and returns false. Otherwise a failed save aborts the process.
   ///
-  /// @param isFiltered  true if the line is shown by a filter: the first line of the same item in
-  ///                    the box then gets the quantity as well, and is saved instead
+  /// @param isFiltered  true if the line is shown by a filter: unless the rules sum equal lines,
+  /// the
+  ///                    first line of the same item in the box then gets the quantity as well, and
+  ///                    is saved instead
   bool bookQuantity(std::size_t line, bool isFiltered, std::int32_t currentQty,
                     std::int32_t addQty);
   /// Saves line number `line` of the open box and emits `lineSaved`. Does nothing if `recordPick`
@@ -125,6 +127,9 @@ class PickingSession : public QObject, public ManagedObjectContextHolder {
  private:
   [[nodiscard]] BoxRecord &openBoxRecord();
   void setOpenBox(int index);
+  /// Returns what to store when the picked quantity of line number `line` of the open box becomes
+  /// `pickqty`: the line, or the sum of the lines of its item, if the rules sum equal lines.
+  [[nodiscard]] BoxLine lineToStore(std::size_t line, std::int32_t pickqty) const;
   /// Updates the item lines of the item of `line`, whose picked quantity becomes `pickqty`.
   void changeItemLines(const BoxLine &line, std::int32_t pickqty);
 

@@ -34,6 +34,12 @@ class OpenBox : public TestProgram {
     keypad()->txtNewQty->edit(quantity);
     keypad()->btnOKTouched();
   }
+  /// Answers YES if the keypad asks whether more than ordered is meant.
+  void confirmIfAsked() {
+    if (environment.alerts.count() > 0) {
+      answerTopAlert(1);
+    }
+  }
   /// What the screen shows of the first line: its quantity, that of the box in both panes, that of
   /// the item, what was saved, and the outcome of the last scan.
   [[nodiscard]] QStringList shown() const {
@@ -57,6 +63,15 @@ class OpenBox : public TestProgram {
     return rows;
   }
 };
+
+/// The picked quantities of the lines of the first box.
+QList<int> picksOf(const TestProgram &program) {
+  QList<int> picks;
+  for (const BoxLine &line : boxitemsOf(program.detail().arrayPick()->front())) {
+    picks << line.pickqty.value();
+  }
+  return picks;
+}
 
 /// "item pick/order" for each row of the summary of the picking.
 QStringList summaryOf(const TestProgram &program) {
@@ -164,6 +179,43 @@ class detailViewControllerRulesTest : public QObject {
     QCOMPARE(program.shown(),
              QStringList({"3", "3", "3", "3", "Saved 3 × A in box C1, 10:12:05", "booked"}));
     QCOMPARE(program.stored(), QStringList("C1 A 3/5"));
+  }
+
+  void onlyTheCarefulRulesStoreTheSumOfTwoLinesOfAnItem_data() { addRuleSets(); }
+  void onlyTheCarefulRulesStoreTheSumOfTwoLinesOfAnItem() {
+    QFETCH(bool, isCareful);
+    OpenBox program(rulesOf(isCareful), {{"C1", "A", 6}, {"C1", "B", 1}, {"C1", "A", 4}});
+    program.enterQuantity(0, QStringLiteral("6"));
+    program.enterQuantity(2, QStringLiteral("4"));
+    QCOMPARE(program.stored(), QStringList(isCareful ? "C1 A 10/10" : "C1 A 4/6"));
+    QCOMPARE(picksOf(program), QList<int>({6, 0, 4}));
+    QCOMPARE(program.detail().lblTotalPick->text(), "10");
+  }
+
+  void underAFilterTheCarefulRulesChangeOnlyTheShownLine_data() { addRuleSets(); }
+  void underAFilterTheCarefulRulesChangeOnlyTheShownLine() {
+    QFETCH(bool, isCareful);
+    OpenBox program(rulesOf(isCareful), {{"C1", "A", 6}, {"C1", "A", 4}});
+    program.enterQuantity(0, QStringLiteral("6"));
+    program.detail().segmentedControl->touchSegment(1);
+    program.enterQuantity(0, QStringLiteral("3"));
+    QCOMPARE(picksOf(program), isCareful ? QList<int>({6, 3}) : QList<int>({3, 3}));
+    QCOMPARE(program.stored(), QStringList(isCareful ? "C1 A 9/10" : "C1 A 3/6"));
+  }
+
+  void onlyACarefulScanGoesToTheFirstLineOfAnItemThatIsNotFull_data() { addRuleSets(); }
+  void onlyACarefulScanGoesToTheFirstLineOfAnItemThatIsNotFull() {
+    QFETCH(bool, isCareful);
+    OpenBox program(rulesOf(isCareful), {{"C1", "A", 6}, {"C1", "B", 1}, {"C1", "A", 4}});
+    QList<int> rows;
+    for (const char *quantity : {"5", "1", "4", "1"}) {
+      program.scan(QStringLiteral("bA"));
+      rows << program.keypad()->row();
+      program.keypad()->txtNewQty->edit(quantity);
+      program.keypad()->btnOKTouched();
+      program.confirmIfAsked();
+    }
+    QCOMPARE(rows, isCareful ? QList<int>({0, 0, 2, 2}) : QList<int>({0, 0, 0, 0}));
   }
 };
 
