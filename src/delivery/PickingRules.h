@@ -60,6 +60,11 @@ struct PickingRules {
   /// sum of both is stored; after a restart it fills them from the first on.
   bool sumsEqualLines = false;
 
+  /// False: for a scanned article that is not in the open box, the keypad opens on the last line
+  /// of the box and books there, and the article becomes an entry of the working list. True: the
+  /// keypad opens for the article, which becomes a line of the open box, ordered 0.
+  bool addsForeignLines = false;
+
   bool operator==(const PickingRules &other) const = default;
 
   static PickingRules standard() { return {}; }
@@ -74,7 +79,8 @@ struct PickingRules {
             .refusesUnsavedQuantities = true,
             .survivesFailedSaves = true,
             .reportsUnusableStore = true,
-            .sumsEqualLines = true};
+            .sumsEqualLines = true,
+            .addsForeignLines = true};
   }
 
   /// Returns the set with this name, "standard" or "careful"; std::nullopt for any other name.

@@ -89,15 +89,31 @@ std::optional<ScanMatch> PickingSession::find(const QString &code) {
     m_openBoxCodes.emplace(openBoxLines());
   }
   if (const auto line = m_openBoxCodes->find(code)) {
-    return m_rules.sumsEqualLines ? lineToFill(openBoxLines()[*line].item, openBoxLines()) : *line;
+    return lineForScan(*line);
   }
   if (const LoosePick *loose = loosePickWithCode(pickList(), code)) {
     return loosePickAgain(*loose, m_clock.now());
   }
   if (const auto article = articleWithCode(*managedObjectContext(), code)) {
-    return loosePickOf(*article, m_doc, pickList(), m_clock.now());
+    return m_rules.addsForeignLines
+               ? lineOfArticle(*article)
+               : ScanMatch(loosePickOf(*article, m_doc, pickList(), m_clock.now()));
   }
   return std::nullopt;
+}
+
+std::size_t PickingSession::lineForScan(std::size_t line) const {
+  return m_rules.sumsEqualLines ? lineToFill(openBoxLines()[line].item, openBoxLines()) : line;
+}
+
+std::optional<ScanMatch> PickingSession::lineOfArticle(const Items &article) const {
+  const std::vector<BoxLine> &lines = openBoxLines();
+  // The catalogue may have another barcode for an item of the box.
+  if (const auto line = firstLineOf(article.item, lines)) {
+    return lineForScan(*line);
+  }
+  return lines.empty() ? std::nullopt
+                       : std::optional<ScanMatch>(foreignLineOf(article, lines.front()));
 }
 
 void PickingSession::addLoosePick(const LoosePick &loose) {
@@ -127,6 +143,21 @@ bool PickingSession::bookQuantity(std::size_t line, bool isFiltered, std::int32_
   box.boxpickqty = wrappingAdd(box.boxpickqty, addQty);
   if (isSaved) {
     emit lineSaved(stored, box.box);
+  }
+  return true;
+}
+
+bool PickingSession::bookForeignLine(const BoxLine &line, std::int32_t qty) {
+  std::vector<BoxLine> &lines = openBoxRecord().boxitems;
+  lines.push_back(line);
+  m_openBoxCodes.reset();
+  if (!bookQuantity(lines.size() - 1, false, 0, qty)) {
+    lines.pop_back();
+    return false;
+  }
+  if (m_arrayItems && !m_itemPositions.contains(line.item)) {
+    m_itemPositions.insert(line.item, m_arrayItems->size());
+    m_arrayItems->push_back(lines.back());
   }
   return true;
 }

@@ -81,7 +81,8 @@ class PickingSession : public QObject, public ManagedObjectContextHolder {
   /// Finds the line or article that a scanned code stands for.
   ///
   /// Looks at the open box's lines, then at loose picks, then at the catalogue; the first match
-  /// wins. Codes must match exactly (case-sensitive).
+  /// wins. Codes compare exactly, case included. An article of the catalogue is a foreign line if
+  /// the rules add such lines, otherwise a loose pick.
   ///
   /// @param code  as the scanner sent it, without its Return; may be empty
   /// @returns the match, or std::nullopt if nothing has this code or the store cannot be read
@@ -102,6 +103,9 @@ class PickingSession : public QObject, public ManagedObjectContextHolder {
   ///                    is saved instead
   bool bookQuantity(std::size_t line, bool isFiltered, std::int32_t currentQty,
                     std::int32_t addQty);
+  /// Adds a foreign line that `find` has returned to the open box, and books `qty` as its picked
+  /// quantity, as `bookQuantity` does. Returns false if it changes nothing.
+  bool bookForeignLine(const BoxLine &line, std::int32_t qty);
   /// Saves line number `line` of the open box and emits `lineSaved`. Does nothing if `recordPick`
   /// returns false.
   void recordLine(std::size_t line);
@@ -127,6 +131,12 @@ class PickingSession : public QObject, public ManagedObjectContextHolder {
  private:
   [[nodiscard]] BoxRecord &openBoxRecord();
   void setOpenBox(int index);
+  /// The line of the open box for which the keypad opens after a scan of the code of line number
+  /// `line`.
+  [[nodiscard]] std::size_t lineForScan(std::size_t line) const;
+  /// Returns the line of `article` in the open box, or a foreign line; std::nullopt if the box has
+  /// no lines.
+  [[nodiscard]] std::optional<ScanMatch> lineOfArticle(const Items &article) const;
   /// Returns what to store when the picked quantity of line number `line` of the open box becomes
   /// `pickqty`: the line, or the sum of the lines of its item, if the rules sum equal lines.
   [[nodiscard]] BoxLine lineToStore(std::size_t line, std::int32_t pickqty) const;

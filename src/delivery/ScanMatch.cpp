@@ -24,6 +24,14 @@ std::optional<Items> articleWithCode(ManagedObjectContext &context, const QStrin
   return !articles || articles->empty() ? std::nullopt : std::optional(articles->front());
 }
 
+BoxLine foreignLineOf(const Items &article, const BoxLine &neighbour) {
+  return {.barcode = article.barcode,
+          .descr = article.descr,
+          .doc = neighbour.doc,
+          .item = article.item,
+          .ordernum = neighbour.ordernum};
+}
+
 LoosePick loosePickAgain(const LoosePick &earlier, const QDateTime &now) {
   LoosePick again = earlier;
   again.datepicked = now;

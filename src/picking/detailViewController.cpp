@@ -1,5 +1,6 @@
 #include "picking/detailViewController.h"
 
+#include "base/Int32.h"
 #include "delivery/PickFilter.h"
 #include "picking/PickingActions.h"
 #include "picking/PickingAlerts.h"
@@ -126,7 +127,11 @@ bool detailViewController::textFieldShouldReturn(TextField &field) {
     noteScan(code, ScanOutcome::Found, row + 1);
   } else {
     noteScan(code, ScanOutcome::Loose);
-    openKeypadForLoosePick(std::get<LoosePick>(*match));
+    if (const auto *foreign = std::get_if<BoxLine>(&*match)) {
+      openKeypadForForeignLine(*foreign);
+    } else {
+      openKeypadForLoosePick(std::get<LoosePick>(*match));
+    }
   }
   txtBarcode->setText(QString());
   return true;
@@ -150,6 +155,13 @@ void detailViewController::openKeypadForLoosePick(const LoosePick &loose) {
   tblItems->reloadData();
   // A loose pick has no row: its quantity is booked to the last line of the open box.
   displayQuantityViewControllerForIndexPath(tblItems->numberOfRows() - 1);
+}
+
+void detailViewController::openKeypadForForeignLine(const BoxLine &line) {
+  m_isKeypadForScan = false;
+  tblItems->reloadData();
+  openKeypad(line, tblItems->numberOfRows());
+  m_foreignLine = line;
 }
 
 void detailViewController::refuseUnknownItem(const QString &code) {
@@ -205,11 +217,15 @@ void detailViewController::displayQuantityViewControllerForIndexPath(int row) {
     return;
   }
   markRow(row);
+  openKeypad(m_session.openBoxLines().at(linePosition(row)), row);
+}
+
+void detailViewController::openKeypad(const BoxLine &line, int row) {
+  m_foreignLine.reset();
   auto *keypad = qobject_cast<changeQuantityViewController *>(
       environment().storyboard.instantiateViewController(
           QStringLiteral("changeQuantityViewController"), environment(), this));
   presentViewController(keypad, PresentationStyle::FormSheet);
-  const BoxLine &line = m_session.openBoxLines().at(linePosition(row));
   keypad->setDisplayValues(line.item, line.barcode, line.descr, line.pickqty.text(),
                            line.orderqty.text());
   keypad->setDelegate(this);
@@ -219,7 +235,9 @@ void detailViewController::displayQuantityViewControllerForIndexPath(int row) {
 void detailViewController::CloseViewControllerWithGetQtyAtRow(std::int32_t row,
                                                               std::int32_t currentQty,
                                                               std::int32_t addQty) {
-  const bool isBooked = m_session.bookQuantity(linePosition(row), isFiltered(), currentQty, addQty);
+  const bool isBooked =
+      m_foreignLine ? m_session.bookForeignLine(*m_foreignLine, wrappingAdd(currentQty, addQty))
+                    : m_session.bookQuantity(linePosition(row), isFiltered(), currentQty, addQty);
   tblItems->reloadData();
   if (!m_arrayDisplay.empty()) {
     markRow(row);

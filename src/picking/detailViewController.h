@@ -18,6 +18,7 @@
 #include "view/outlets/TextField.h"
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 class PickingSender;
@@ -137,6 +138,9 @@ class detailViewController : public ViewController,
   [[nodiscard]] std::size_t linePosition(int row) const;
   [[nodiscard]] bool isFiltered() const;
   void openKeypadForLoosePick(const LoosePick &loose);
+  void openKeypadForForeignLine(const BoxLine &line);
+  /// Opens the keypad for `line`, which is or will be in `row` of the pick table.
+  void openKeypad(const BoxLine &line, int row);
   void noteScan(const QString &code, ScanOutcome outcome, int line = 0);
   void refuseUnknownItem(const QString &code);
   void markRow(int row);
@@ -153,6 +157,8 @@ class detailViewController : public ViewController,
   ScanTrailViewController *m_scanTrail = nullptr;
   /// True if the keypad was opened by a scan and no quantity has been confirmed since.
   bool m_isKeypadForScan = false;
+  /// The line that the keypad is open for, if it is not in the open box yet.
+  std::optional<BoxLine> m_foreignLine;
   deliveryDetailsViewController *m_deliveryDetailsVC = nullptr;
   std::unique_ptr<PickingSender> m_sender;
 };

@@ -3,10 +3,12 @@
 #include "summary/pickTableCell.h"
 #include "support/FullDisk.h"
 #include "support/RuleSets.h"
+#include "support/StoredArticles.h"
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "support/Views.h"
 
+#include <QRegularExpression>
 #include <QTest>
 
 #include <SQLiteCpp/Database.h>
@@ -28,15 +30,17 @@ class OpenBox : public TestProgram {
   void changeStore(const char *statement) const {
     SQLite::Database(storePath().toStdString(), SQLite::OPEN_READWRITE).exec(statement);
   }
-  /// Scans the first line and enters `quantity`.
-  void pickFirstLine(const QString &quantity) {
-    scan(QStringLiteral("A"));
+  /// Scans `code`, enters `quantity` and confirms it.
+  void pick(const QString &code, const QString &quantity) {
+    scan(code);
     keypad()->txtNewQty->edit(quantity);
     keypad()->btnOKTouched();
+    confirmIfAsked();
   }
+  void pickFirstLine(const QString &quantity) { pick(QStringLiteral("A"), quantity); }
   /// Answers YES if the keypad asks whether more than ordered is meant.
   void confirmIfAsked() {
-    if (environment.alerts.count() > 0) {
+    if (topAlert().title.endsWith(QStringLiteral(" ordered?"))) {
       answerTopAlert(1);
     }
   }
@@ -216,6 +220,83 @@ class detailViewControllerRulesTest : public QObject {
       program.confirmIfAsked();
     }
     QCOMPARE(rows, isCareful ? QList<int>({0, 0, 2, 2}) : QList<int>({0, 0, 0, 0}));
+  }
+
+  void onlyTheCarefulRulesBookAForeignArticleAsALineOfTheBox_data() { addRuleSets(); }
+  void onlyTheCarefulRulesBookAForeignArticleAsALineOfTheBox() {
+    QFETCH(bool, isCareful);
+    OpenBox program(rulesOf(isCareful));
+    addArticle(program.storePath(), {"29009", "X", "CREAM MUG"});
+    program.scan(QStringLiteral("29009"));
+    QCOMPARE(
+        textsOf({program.keypad()->lblItemCode, program.keypad()->lblItemBarcode,
+                 program.keypad()->lblCurrentQty, program.keypad()->lblOrderQty}),
+        isCareful ? QStringList({"X", "29009", "0", "0"}) : QStringList({"B", "bB", "0", "2"}));
+    program.keypad()->txtNewQty->edit(QStringLiteral("2"));
+    program.keypad()->btnOKTouched();
+    program.confirmIfAsked();
+    QCOMPARE(program.stored(), QStringList(isCareful ? "C1 X 2/0" : "C1 B 2/2"));
+    QCOMPARE(picksOf(program), isCareful ? QList<int>({0, 0, 2}) : QList<int>({0, 2}));
+    QCOMPARE(program.detail().lblTotalPick->text(), "2");
+    QCOMPARE(program.master().tblBoxes->rowCount(), isCareful ? 3 : 4);
+    QCOMPARE(program.detail().tblItems->rowCount(), isCareful ? 3 : 2);
+    QCOMPARE(summaryOf(program), isCareful ? QStringList({"A 0/9", "B 0/2", "C 0/1", "X 2/0"})
+                                           : QStringList({"A 0/9", "B 2/2", "C 0/1"}));
+  }
+
+  void aForeignLineIsReportedWithTheDeliveryAndOrderOfItsBox() {
+    OpenBox program(PickingRules::careful());
+    addArticle(program.storePath(), {"29009", "X", "CREAM MUG"});
+    // The catalogue was loaded after the lookup, which leaves the picking without a number.
+    program.restartPickingAs(QString());
+    program.pick(QStringLiteral("29009"), QStringLiteral("2"));
+    const Picking row = program.context().pickings(QStringLiteral("4711"))->front();
+    QCOMPARE(QStringList({row.barcode, row.descr, row.doc, row.ordernum}),
+             QStringList({"29009", "CREAM MUG", "4711", "A1"}));
+  }
+
+  void aForeignLineIsScannedAndCorrectedLikeAnyOther() {
+    OpenBox program(PickingRules::careful());
+    addArticle(program.storePath(), {"29009", "X", "CREAM MUG"});
+    program.pick(QStringLiteral("29009"), QStringLiteral("2"));
+    program.pick(QStringLiteral("X"), QStringLiteral("3"));
+    program.enterQuantity(2, QStringLiteral("-1"));
+    QCOMPARE(program.stored(), QStringList("C1 X 4/0"));
+    QCOMPARE(picksOf(program), QList<int>({0, 0, 4}));
+  }
+
+  void cancellingTheKeypadOfAForeignArticleAddsNothing() {
+    OpenBox program(PickingRules::careful());
+    addArticle(program.storePath(), {"29009", "X", "CREAM MUG"});
+    program.scan(QStringLiteral("X"));
+    program.keypad()->btnCancelTouched();
+    QCOMPARE(program.detail().tblItems->rowCount(), 2);
+    program.enterQuantity(1, QStringLiteral("1"));
+    QCOMPARE(program.stored(), QStringList("C1 B 1/2"));
+  }
+
+  void aForeignLineThatCannotBeSavedIsNotAdded() {
+    OpenBox program(PickingRules::careful());
+    addArticle(program.storePath(), {"29009", "X", "CREAM MUG"});
+    {
+      const FullDisk disk;
+      QTest::ignoreMessage(QtWarningMsg, QRegularExpression("^Not saved: "));
+      program.pick(QStringLiteral("X"), QStringLiteral("2"));
+    }
+    QCOMPARE(picksOf(program), QList<int>({0, 0}));
+    QCOMPARE(program.detail().tblItems->rowCount(), 2);
+    QCOMPARE(program.topAlert().title, "Quantity not saved");
+    program.answerTopAlert(0);
+    program.pick(QStringLiteral("X"), QStringLiteral("2"));
+    QCOMPARE(program.stored(), QStringList("C1 X 2/0"));
+  }
+
+  void anotherBarcodeOfTheCatalogueFindsTheLineOfItsItem() {
+    OpenBox program(PickingRules::careful());
+    addArticle(program.storePath(), {"29009", "B", "SECOND BARCODE"});
+    program.pick(QStringLiteral("29009"), QStringLiteral("2"));
+    QCOMPARE(program.stored(), QStringList("C1 B 2/2"));
+    QCOMPARE(picksOf(program), QList<int>({0, 2}));
   }
 };
 
