@@ -25,6 +25,35 @@ BoxLine boxLineOf(const OrderLine &line) {
   return result;
 }
 
+/// Returns a line for a pick of an article that is not ordered.
+BoxLine foreignLineOf(const Picking &pick) {
+  return {.barcode = pick.barcode,
+          .descr = pick.descr,
+          .doc = pick.doc,
+          .item = pick.item,
+          .ordernum = pick.ordernum,
+          .pickqty = pick.pickqty};
+}
+
+/// Restores `pick` in all lines of its item.
+void restoreEveryLine(const Picking &pick, std::vector<BoxLine> &lines) {
+  std::int32_t left = pick.pickqty;
+  BoxLine *last = nullptr;
+  for (BoxLine &line : lines) {
+    if (line.item == pick.item) {
+      const std::int32_t taken = std::min(left, std::max(line.orderqty.value(), 0));
+      line.pickqty = taken;
+      left = wrappingSubtract(left, taken);
+      last = &line;
+    }
+  }
+  if (last != nullptr) {
+    last->pickqty = wrappingAdd(last->pickqty.value(), left);
+  } else {
+    lines.push_back(foreignLineOf(pick));
+  }
+}
+
 void restoreLine(const Picking &pick, std::vector<BoxLine> &lines) {
   const auto end =
       lines.begin() + static_cast<std::ptrdiff_t>(std::min(kRestoredLines, lines.size()));
@@ -77,7 +106,7 @@ PickList boxesOf(const Delivery &delivery) {
   return boxes;
 }
 
-void restoreBoxes(const std::vector<Picking> &picks, PickList &boxes) {
+void restoreBoxes(const std::vector<Picking> &picks, PickList &boxes, const PickingRules &rules) {
   QHash<QString, BoxRecord *> byName;
   for (PickEntry &entry : boxes) {
     if (auto *box = std::get_if<BoxRecord>(&entry)) {
@@ -87,22 +116,30 @@ void restoreBoxes(const std::vector<Picking> &picks, PickList &boxes) {
   for (const Picking &pick : picks) {
     if (BoxRecord *box = byName.value(pick.box)) {
       box->boxpickqty = wrappingAdd(box->boxpickqty, pick.pickqty);
-      restoreLine(pick, box->boxitems);
+      if (rules.restoresAllLines) {
+        restoreEveryLine(pick, box->boxitems);
+      } else {
+        restoreLine(pick, box->boxitems);
+      }
     }
   }
 }
 
 void restoreItemLines(const std::vector<Picking> &picks, ItemLines &items,
                       const PickingRules &rules) {
-  QHash<QString, BoxLine *> byItem;
-  byItem.reserve(static_cast<qsizetype>(items.size()));
-  for (BoxLine &line : items) {
-    byItem.insert(line.item, &line);
+  Positions positions;
+  positions.reserve(static_cast<qsizetype>(items.size()));
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    positions.insert(items[i].item, i);
   }
   for (const Picking &pick : picks) {
-    if (BoxLine *line = byItem.value(pick.item)) {
-      line->pickqty = rules.sumsItemsOverBoxes ? wrappingAdd(line->pickqty.value(), pick.pickqty)
-                                               : pick.pickqty;
+    const auto known = positions.constFind(pick.item);
+    if (known != positions.cend()) {
+      Quantity &picked = items[*known].pickqty;
+      picked = rules.sumsItemsOverBoxes ? wrappingAdd(picked.value(), pick.pickqty) : pick.pickqty;
+    } else if (rules.restoresAllLines) {
+      positions.insert(pick.item, items.size());
+      items.push_back(foreignLineOf(pick));
     }
   }
 }

@@ -19,12 +19,15 @@ PickList boxesOf(const Delivery &delivery);
 
 /// Restores earlier picks in the boxes of their delivery. Each pick is added to the total of its
 /// box and becomes the picked quantity of the first line with its item among the first four lines
-/// of the box.
-void restoreBoxes(const std::vector<Picking> &picks, PickList &boxes);
+/// of the box. If `rules` restore all lines, it goes to the lines with its item, from the first on;
+/// the last one takes what exceeds the ordered quantities. Without such a line it becomes a foreign
+/// line.
+void restoreBoxes(const std::vector<Picking> &picks, PickList &boxes,
+                  const PickingRules &rules = {});
 
 /// Restores earlier picks in the item lines of their delivery. The picked quantity of a line
 /// becomes that of the last pick of its item, in any box; or the sum of its picks, if `rules` sum
-/// items over boxes.
+/// items over boxes. If `rules` restore all lines, an item without a line gets one.
 void restoreItemLines(const std::vector<Picking> &picks, ItemLines &items,
                       const PickingRules &rules = {});
 

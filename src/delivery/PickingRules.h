@@ -65,6 +65,11 @@ struct PickingRules {
   /// keypad opens for the article, which becomes a line of the open box, ordered 0.
   bool addsForeignLines = false;
 
+  /// False: an import restores the picks of the first order number, and only in the first four
+  /// lines of a box. True: it restores all picks in all lines, and the lines of articles that were
+  /// not ordered.
+  bool restoresAllLines = false;
+
   bool operator==(const PickingRules &other) const = default;
 
   static PickingRules standard() { return {}; }
@@ -80,7 +85,8 @@ struct PickingRules {
             .survivesFailedSaves = true,
             .reportsUnusableStore = true,
             .sumsEqualLines = true,
-            .addsForeignLines = true};
+            .addsForeignLines = true,
+            .restoresAllLines = true};
   }
 
   /// Returns the set with this name, "standard" or "careful"; std::nullopt for any other name.

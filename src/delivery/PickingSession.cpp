@@ -14,16 +14,19 @@ PickingSession::PickingSession(const Clock &clock, const PickingRules &rules, QO
     : QObject(parent), m_clock(clock), m_rules(rules) {}
 
 bool PickingSession::importDelivery(const Delivery &delivery) {
-  setArrayItems(std::make_shared<ItemLines>(itemLinesOf(delivery)));
-  setArrayPick(std::make_shared<PickList>(boxesOf(delivery)));
+  auto items = std::make_shared<ItemLines>(itemLinesOf(delivery));
+  auto boxes = std::make_shared<PickList>(boxesOf(delivery));
   const OrderLine &first = delivery.lines.front();
-  const auto picks = managedObjectContext()->pickingsOfOrder(first.doc, first.ordernum);
-  if (!picks) {
-    return false;
+  const auto picks = m_rules.restoresAllLines
+                         ? managedObjectContext()->pickings(first.doc)
+                         : managedObjectContext()->pickingsOfOrder(first.doc, first.ordernum);
+  if (picks) {
+    restoreBoxes(*picks, *boxes, m_rules);
+    restoreItemLines(*picks, *items, m_rules);
   }
-  restoreBoxes(*picks, *m_arrayPick);
-  restoreItemLines(*picks, *m_arrayItems, m_rules);
-  return true;
+  setArrayItems(std::move(items));
+  setArrayPick(std::move(boxes));
+  return picks.has_value();
 }
 
 void PickingSession::setArrayPick(std::shared_ptr<PickList> list) {

@@ -269,6 +269,41 @@ class DeliveryImportTest : public QObject {
     QFETCH(const QString, shown);
     QCOMPARE(headerDate(delivered), shown);
   }
+
+  void underTheCarefulRulesAllLinesOfABoxAreRestored() {
+    PickList list = boxesOf(deliveryOf({lineOf("C1", "A"), lineOf("C1", "B"), lineOf("C1", "C"),
+                                        lineOf("C1", "D"), lineOf("C1", "E"), lineOf("C1", "F")}));
+    restoreBoxes({pickOf("C1", "A", 4), pickOf("C1", "F", 3)}, list, PickingRules::careful());
+    QCOMPARE(textsOf(list), QStringList("C1 7/6: A 4/1, B 0/1, C 0/1, D 0/1, E 0/1, F 3/1"));
+  }
+
+  void underTheCarefulRulesAPickFillsTheLinesOfItsItemFromTheFirstOn_data() {
+    QTest::addColumn<int>("pickqty");
+    QTest::addColumn<QString>("box");
+    QTest::newRow("less than the first") << 5 << "C1 5/11: A 5/6, B 0/1, A 0/4";
+    QTest::newRow("more than the first") << 8 << "C1 8/11: A 6/6, B 0/1, A 2/4";
+    QTest::newRow("all") << 10 << "C1 10/11: A 6/6, B 0/1, A 4/4";
+    QTest::newRow("more than all") << 12 << "C1 12/11: A 6/6, B 0/1, A 6/4";
+  }
+  void underTheCarefulRulesAPickFillsTheLinesOfItsItemFromTheFirstOn() {
+    QFETCH(int, pickqty);
+    PickList list =
+        boxesOf(deliveryOf({lineOf("C1", "A", 6), lineOf("C1", "B"), lineOf("C1", "A", 4)}));
+    restoreBoxes({pickOf("C1", "A", pickqty)}, list, PickingRules::careful());
+    QTEST(textsOf(list).front(), "box");
+  }
+
+  void underTheCarefulRulesAPickThatWasNotOrderedBecomesALineAndAnItem() {
+    const auto delivery = deliveryOf({lineOf("C1", "A", 6), lineOf("C2", "A", 4)});
+    PickList list = boxesOf(delivery);
+    ItemLines items = itemLinesOf(delivery);
+    const std::vector<Picking> picks{pickOf("C1", "A", 5), pickOf("C1", "X", 2),
+                                     pickOf("C2", "X", 1), pickOf("C2", "A", 4)};
+    restoreBoxes(picks, list, PickingRules::careful());
+    restoreItemLines(picks, items, PickingRules::careful());
+    QCOMPARE(textsOf(list), QStringList({"C1 7/6: A 5/6, X 2/0", "C2 5/4: A 4/4, X 1/0"}));
+    QCOMPARE(textOf(items), "A 9/10, X 3/0");
+  }
 };
 
 CARTONPICK_TEST(DeliveryImportTest);

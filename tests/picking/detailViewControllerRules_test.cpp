@@ -27,6 +27,16 @@ class OpenBox : public TestProgram {
     master().tblBoxes->touchRow(0);
   }
 
+  /// Leaves the picking, and picks the delivery `lines` again with its first box open.
+  void restart(const QList<TestLine> &lines) {
+    master().btnPickingTouched();
+    master().performSegueWithIdentifier(QStringLiteral("returnFromPickingToStart"));
+    answerTopAlert(0);
+    enterPicking();
+    startPicking(lines);
+    master().tblBoxes->touchRow(0);
+  }
+
   void changeStore(const char *statement) const {
     SQLite::Database(storePath().toStdString(), SQLite::OPEN_READWRITE).exec(statement);
   }
@@ -297,6 +307,47 @@ class detailViewControllerRulesTest : public QObject {
     program.pick(QStringLiteral("29009"), QStringLiteral("2"));
     QCOMPARE(program.stored(), QStringList("C1 B 2/2"));
     QCOMPARE(picksOf(program), QList<int>({0, 2}));
+  }
+
+  void onlyTheCarefulRulesRestoreAllLinesOfABox_data() { addRuleSets(); }
+  void onlyTheCarefulRulesRestoreAllLinesOfABox() {
+    QFETCH(bool, isCareful);
+    QList<TestLine> lines;
+    for (const char *item : {"A", "B", "C", "D", "E", "F"}) {
+      lines << TestLine{"C1", item, 5};
+    }
+    OpenBox program(rulesOf(isCareful), lines);
+    for (int row = 0; row < 6; ++row) {
+      program.enterQuantity(row, QStringLiteral("3"));
+    }
+    program.restart(lines);
+    QCOMPARE(picksOf(program),
+             isCareful ? QList<int>({3, 3, 3, 3, 3, 3}) : QList<int>({3, 3, 3, 3, 0, 0}));
+    QCOMPARE(program.detail().lblTotalPick->text(), "18");
+    program.enterQuantity(4, QStringLiteral("2"));
+    QCOMPARE(program.stored().at(4), isCareful ? "C1 E 5/5" : "C1 E 2/5");
+  }
+
+  void onlyTheCarefulRulesRestoreThePicksOfAllOrders_data() { addRuleSets(); }
+  void onlyTheCarefulRulesRestoreThePicksOfAllOrders() {
+    QFETCH(bool, isCareful);
+    const QList<TestLine> lines{{"C1", "A", 5}, {"C1", "B", 2, "bB", "4711", "A2"}};
+    OpenBox program(rulesOf(isCareful), lines);
+    program.enterQuantity(0, QStringLiteral("1"));
+    program.enterQuantity(1, QStringLiteral("2"));
+    program.restart(lines);
+    QCOMPARE(picksOf(program), isCareful ? QList<int>({1, 2}) : QList<int>({1, 0}));
+  }
+
+  void aForeignLineIsThereAgainAfterARestart() {
+    OpenBox program(PickingRules::careful());
+    addArticle(program.storePath(), {"29009", "X", "CREAM MUG"});
+    program.pick(QStringLiteral("X"), QStringLiteral("2"));
+    program.restart(kDelivery);
+    program.pick(QStringLiteral("29009"), QStringLiteral("1"));
+    QCOMPARE(picksOf(program), QList<int>({0, 0, 3}));
+    QCOMPARE(program.stored(), QStringList("C1 X 3/0"));
+    QCOMPARE(summaryOf(program), QStringList({"A 0/9", "B 0/2", "C 0/1", "X 3/0"}));
   }
 };
 
