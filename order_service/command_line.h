@@ -17,7 +17,7 @@ namespace cartonpick::orders {
 struct ServeOptions {
   std::uint16_t port = 8080;  ///< 0: any free one
   std::string bindAddress = "127.0.0.1";
-  /// Without: what stands in the store; the demo deliveries if there is no store either.
+  /// Without it the deliveries of the store, and without a store the demo deliveries.
   std::optional<std::filesystem::path> deliveriesFile;
   bool demo = false;                     ///< the demo deliveries, also where there is a store
   std::optional<std::string> store;      ///< without: kept in memory

@@ -21,7 +21,7 @@ constexpr std::string_view kMetrics = "/metrics";
 
 constexpr int kUnavailable = 503;
 
-/// Returns whether the path asks for the state of the store.
+/// Returns true if the path asks for the state of the store.
 bool isProbe(std::string_view path) {
   return path == "/readyz" || path == "/healthz";
 }
@@ -44,7 +44,7 @@ std::string kindOf(const Request &request) {
   return isProbe(path) || path == kLiveness ? "health" : path == kMetrics ? "metrics" : kPage;
 }
 
-/// Returns whether the request may change what is stored of a delivery.
+/// Returns true if the request may change what is stored of a delivery.
 bool isChange(const Request &request) {
   const std::string kind = kindOf(request);
   return kind == "send" || (kind == kPage && request.method == "POST" &&
@@ -56,7 +56,7 @@ constexpr auto kPolicy =
     "default-src 'none'; base-uri 'none'; form-action 'self'; frame-ancestors 'none'; "
     "img-src 'self'; style-src 'self'; script-src 'self'; connect-src 'self'";
 
-/// What a browser is told of every page, besides what stands in it.
+/// Adds the header fields of every page.
 void protectPage(Answer &answer) {
   if (answer.contentType.starts_with("text/html")) {
     answer.headers.insert(answer.headers.end(), {{"Content-Security-Policy", kPolicy},

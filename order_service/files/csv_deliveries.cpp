@@ -64,7 +64,7 @@ OrderLine toOrderLine(const CsvRecord &header, const CsvRecord &record) {
                      std::to_string(header.fields.size()) +
                      (record.fields.size() < header.fields.size()
                           ? ""
-                          : "; a field with a comma in it has to stand in quotes"));
+                          : "; a field with a comma must be in quotation marks"));
   }
   nlohmann::json line;
   for (std::size_t i = 0; i < header.fields.size(); ++i) {

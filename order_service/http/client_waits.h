@@ -9,8 +9,8 @@
 namespace cartonpick::orders {
 
 /// The connections that wait for their client: idle ones, those with an incomplete request, and
-/// those whose answer the client has not read. When there are too many of one address, or they hold
-/// too many bytes, the one that has waited longest is dropped. For one thread.
+/// those whose answer the client has not read. If one address has too many, or all hold too many
+/// bytes, the connection that has waited longest is dropped. Not thread-safe.
 class ClientWaits {
   struct Entry;
 

@@ -28,7 +28,7 @@ struct Answer {
   int status = 200;
   std::string contentType;
   std::string body;
-  /// The methods that would have been right, with status 405 only.
+  /// The allowed methods, with status 405 only.
   std::optional<std::string> allow = std::nullopt;
   /// Names and values.
   std::vector<std::pair<std::string, std::string>> headers = {};
@@ -39,8 +39,8 @@ inline Answer textAnswer(int status, std::string text) {
   return {.status = status, .contentType = "text/plain; charset=utf-8", .body = std::move(text)};
 }
 
-/// Answers a request. May be called from several threads at once; what it throws, a
-/// std::exception, is answered with status 500 and its text.
+/// Answers a request. May be called from several threads at once. If it throws a std::exception,
+/// the answer has status 500 and the exception's text.
 using Handler = std::function<Answer(const Request &)>;
 
 }  // namespace cartonpick::orders

@@ -25,7 +25,7 @@ using io::Tcp;
 /// How often deadlines are checked.
 constexpr std::chrono::milliseconds kTurn(100);
 
-/// Returns whether the next connection may be accepted all the same.
+/// Returns true if the next connection may be accepted all the same.
 bool isPassing(const Error &error) {
   return error == asio::error::connection_aborted || error == asio::error::connection_reset ||
          error == asio::error::no_descriptors || error == asio::error::no_memory ||

@@ -32,8 +32,8 @@ struct HttpSettings {
   HttpLimits limits = {};
 };
 
-/// What the server calls. All but `answer` are called from the thread that serves the connections,
-/// and must not wait.
+/// The callbacks of the server. All except `answer` are called from the thread that serves the
+/// connections, and must not block.
 struct HttpHandlers {
   Handler answer;
   std::function<RequestPool(const Request &)> poolOf = [](const Request &) {

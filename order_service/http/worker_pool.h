@@ -21,7 +21,8 @@ struct Job {
   std::size_t bytes = 0;
 };
 
-/// Threads that work off a queue of limited length. May be used from several threads at once.
+/// Threads that run the jobs of a queue of limited length. May be used from several threads at
+/// once.
 class WorkerPool {
  public:
   struct Limits {
@@ -40,7 +41,7 @@ class WorkerPool {
   /// Adds a job to the queue. Returns false if the queue is full.
   bool add(const std::shared_ptr<const Job> &job);
 
-  /// Takes a job back. Returns false if a thread has begun with it.
+  /// Removes a job from the queue. Returns false if a thread has started it.
   bool withdraw(const std::shared_ptr<const Job> &job);
 
   /// Returns true if no job is under way.

@@ -21,7 +21,7 @@ std::string filledText(const StrictObject &object, const std::string &name) {
   return text;
 }
 
-/// Whether a spreadsheet program made the text from a long number, as 4.00692E+12.
+/// Returns true if a spreadsheet program has rounded a long number, as 4.00692E+12.
 bool isRoundedNumber(std::string_view text) {
   const auto exponent = text.find("E+");
   return exponent != std::string_view::npos && exponent > 0 &&

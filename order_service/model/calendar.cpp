@@ -12,7 +12,8 @@ bool isDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-/// Whether the text has a digit where the form has a '0', and else the same characters as the form.
+/// Returns true if the text has a digit where the form has a '0', and otherwise the same
+/// characters.
 bool hasForm(std::string_view text, std::string_view form) {
   return std::equal(text.begin(), text.end(), form.begin(), form.end(),
                     [](char c, char f) { return f == '0' ? isDigit(c) : c == f; });

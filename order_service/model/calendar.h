@@ -5,10 +5,10 @@
 
 namespace cartonpick::orders {
 
-/// Whether the text is a day of the calendar, written MM/dd/yyyy.
+/// Returns true if the text is a day of the calendar, written MM/dd/yyyy.
 bool isDate(std::string_view text);
 
-/// Whether the text is a second of a day of the calendar, written yyyy-MM-dd HH:mm:ss.
+/// Returns true if the text is a time of the calendar, written yyyy-MM-dd HH:mm:ss.
 bool isDateTime(std::string_view text);
 
 /// The day MM/dd/yyyy written yyyy-MM-dd (ISO 8601); another text as it is.

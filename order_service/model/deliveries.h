@@ -19,7 +19,7 @@ class Deliveries {
 
   using Lines = std::map<std::string, std::vector<OrderLine>, std::less<>>;
 
-  /// The delivery's lines in their given order; none when there is no such delivery. The number is
+  /// Returns the delivery's lines in the given order; none for an unknown number. Numbers are
   /// compared byte by byte.
   std::span<const OrderLine> lines(std::string_view delivery) const;
 

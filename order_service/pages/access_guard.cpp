@@ -41,7 +41,7 @@ std::string_view withoutPort(std::string_view host) {
   return colon != std::string_view::npos && host[colon] == ':' ? host.substr(0, colon) : host;
 }
 
-/// Whether a browser finds nothing but its own machine under that name.
+/// Returns true if the name always resolves to the browser's own machine.
 bool isLoopbackName(std::string_view name) {
   constexpr std::string_view kDigitsAndDots = "0123456789.";
   return name == "localhost" || name == "[::1]" ||

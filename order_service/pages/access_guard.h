@@ -12,38 +12,38 @@
 
 namespace cartonpick::orders {
 
-/// The token that opens the pages; while it is exchanged, the former one does, too.
+/// The valid tokens. While the token is replaced, the former one is valid as well.
 struct AccessTokens {
   std::string current;
   std::optional<std::string> former = std::nullopt;
 };
 
 /// Reads the token from the first line of a file, and the former one, if there is any, from the
-/// second. Throws InputError unless each has at least 16 characters, all of them visible ASCII ones
-/// that may be in a header and a cookie.
+/// second. Throws InputError unless each consists of at least 16 visible ASCII characters that may
+/// be in a header and a cookie.
 AccessTokens readTokens(const std::filesystem::path &file);
 
-/// Keeps everything that is not for tablets to those who have the token: programs send it as a
-/// bearer token (RFC 6750), a browser is asked for it and keeps a session in a cookie. An address
-/// that has sent too many wrong ones is refused for some minutes.
+/// Refuses requests without the token to everything that is not for tablets. Programs send it as a
+/// bearer token (RFC 6750); a browser asks for it and keeps a session in a cookie. An address that
+/// has sent too many wrong tokens is refused for some minutes.
 class AccessGuard {
  public:
-  /// Where the form of the page that asks for the token goes.
+  /// The path that the login form is sent to.
   static constexpr auto kLoginPath = "/login";
 
-  /// Without a token, nobody is let in unless `isOpen`, which is for a service that this machine
-  /// alone can reach; and then not through a proxy, and only under this machine's own names, not
-  /// under one that a web page from elsewhere may have made to lead here.
+  /// Without a token every request is refused unless `isOpen`, which is for a service that listens
+  /// on loopback. Even then a request through a proxy is refused, and one with another Host than
+  /// the names of this machine, which a web page may have caused to resolve to it.
   AccessGuard(std::optional<std::string> token, bool isOpen);
 
-  /// Lets in those who have one of the tokens.
+  /// Accepts requests with one of the tokens.
   explicit AccessGuard(const AccessTokens &tokens);
 
-  /// The answer to a request that may not pass, or that is the login or log-out itself; nothing if
-  /// it may pass.
+  /// Returns the answer to a request that is refused, or that is the login or log-out; nothing for
+  /// any other request.
   std::optional<Answer> refusal(const Request &request) const;
 
-  /// Returns true if it takes a token to be let in.
+  /// Returns true if there is a token.
   bool takesToken() const { return !m_tokens.empty(); }
 
  private:

@@ -26,7 +26,7 @@ Sums sumsOf(const std::vector<PickedBox> &boxes) {
   return sums;
 }
 
-/// What nobody has begun to pick is not short yet.
+/// A line that was not picked at all is not short.
 std::string differenceClass(std::int64_t difference, DeliveryState state) {
   if (difference == 0 || state == DeliveryState::Open) {
     return "figure";

@@ -18,7 +18,7 @@ class SupervisorPages {
   explicit SupervisorPages(SqlStore &store, bool canReopen = false)
       : m_store(store), m_canReopen(canReopen) {}
 
-  /// Returns whether a POST to the path reopens a delivery.
+  /// Returns true if a POST to the path reopens a delivery.
   static bool isReopening(std::string_view path);
 
   /// The page of a GET or HEAD of one of its paths, what a POST that reopens a delivery leads to,

@@ -16,7 +16,7 @@
 
 namespace cartonpick::orders {
 
-/// What a call does. Each kind has connections that the others do not take from it.
+/// What a call does. Each kind has separate connections.
 enum class StoreUse { Read, Write, Probe };
 
 /// The connections to one database, made when they are needed. May be used from several threads at
@@ -34,8 +34,8 @@ class ConnectionPool {
   /// How many connections the calls of a kind use, and how long they have waited for them.
   PoolUse useOf(StoreUse use) const;
 
-  /// Returns what `work` returns for a connection. If that is lost, or takes no changes, the work
-  /// is done again with a new one; so it must be harmless twice. Throws StoreError.
+  /// Returns what `work` returns for a connection. If the connection is lost, or does not accept
+  /// changes, the work is repeated with a new one, so it must be idempotent. Throws StoreError.
   template <class Work>
   auto with(StoreUse use, const Work &work) {
     return run(use, &m_timer, work);

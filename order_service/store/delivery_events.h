@@ -9,15 +9,15 @@
 
 namespace cartonpick::orders {
 
-/// What happens to deliveries, in the order of commit: reports, which are prepared statements of
-/// one session, and reopenings. To be called in a transaction. Throws soci::soci_error.
+/// Inserts reports and reopenings of deliveries, numbered in the order of commit, with prepared
+/// statements of one session. To be called in a transaction. Throws soci::soci_error.
 class DeliveryEvents {
  public:
   DeliveryEvents(soci::session &session, SqlDialect dialect);
   DeliveryEvents(const DeliveryEvents &) = delete;
   DeliveryEvents &operator=(const DeliveryEvents &) = delete;
 
-  /// Inserts the lines, which are of one delivery, and not there yet or undone.
+  /// Inserts those of the lines, which are of one delivery, that are not stored yet or are undone.
   void insert(const std::vector<PickReport> &lines);
 
   /// Undoes all reports of the delivery. Returns false if there is none.

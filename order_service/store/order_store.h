@@ -10,14 +10,14 @@ namespace cartonpick::orders {
 
 /// One delivery to pick.
 struct Delivery {
-  /// In their given order; none when there is no such delivery.
+  /// In the given order; none for an unknown delivery.
   std::vector<OrderLine> lines;
-  /// Whether anything that was picked of these lines was stored.
+  /// True if a report of these lines is stored.
   bool isSent = false;
 };
 
-/// Where the deliveries to pick come from and what was picked of them goes. Implementations may be
-/// called from several threads at once, and throw StoreError (see store_error.h).
+/// The store of the deliveries and of the reports. Implementations may be called from several
+/// threads at once, and throw StoreError (see store_error.h).
 class OrderStore {
  public:
   OrderStore() = default;
@@ -25,15 +25,15 @@ class OrderStore {
   OrderStore &operator=(const OrderStore &) = delete;
   virtual ~OrderStore() = default;
 
-  /// The number, which must be storable (see isStorable), is compared byte by byte.
+  /// Returns the delivery with the number, which must be storable (see isStorable). Numbers are
+  /// compared byte by byte.
   virtual Delivery delivery(const std::string &number) const = 0;
 
-  /// The articles of all deliveries, and those that were given besides.
+  /// Returns the articles of all deliveries and the other articles that were loaded.
   virtual std::vector<Article> catalogue() const = 0;
 
-  /// Stores all of the lines, which are of one delivery, or none; lines that are stored already
-  /// change nothing. Returns only once they would survive a power cut, as far as the
-  /// implementation can.
+  /// Stores all of the lines, which are of one delivery, or none. Lines that are already stored
+  /// change nothing. Returns when they are on disk, as far as the implementation has one.
   virtual void store(const std::vector<PickReport> &lines) = 0;
 };
 

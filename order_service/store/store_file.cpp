@@ -34,7 +34,7 @@ void claim(const std::string &path) {
     refuse(path, "a file with more than one hard link");
   }
   if ((file.st_mode & ALLPERMS & ~kOwnerAndGroup) != 0) {
-    // Only its owner can; for anybody else it stays as it is.
+    // Only its owner can; for other users the mode stays as it is.
     static_cast<void>(::chmod(path.c_str(), file.st_mode & kOwnerAndGroup));
   }
 }

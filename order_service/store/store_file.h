@@ -4,10 +4,9 @@
 
 namespace cartonpick::orders {
 
-/// Makes the SQLite file at `path`, if it is missing, its owner's alone, and keeps everybody but
-/// its owner and group from one that is there. Throws std::runtime_error if somebody has put
-/// something else in its place, or in that of a file which SQLite keeps beside it: a link, or what
-/// is not a regular file.
+/// Creates the SQLite file at `path` with the mode 0600 if it is missing; removes the permissions
+/// of all users except its owner and group from an existing one. Throws std::runtime_error if the
+/// file, or one that SQLite keeps beside it, is a link or not a regular file.
 void claimStoreFile(const std::string &path);
 
 }  // namespace cartonpick::orders

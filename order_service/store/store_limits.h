@@ -5,8 +5,8 @@
 
 namespace cartonpick::orders {
 
-/// How long a call of the store may wait, and for what, and how many calls there may be at once.
-/// Past a limit a call throws StoreUnavailable.
+/// The times that a call of the store may take, and the number of concurrent calls. Beyond a limit
+/// a call throws StoreUnavailable.
 struct StoreLimits {
   using Time = std::chrono::milliseconds;
 

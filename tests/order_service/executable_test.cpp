@@ -64,7 +64,7 @@ TEST(Executable, PrintsItsPortAndServesTheDemoDeliveries) {
   EXPECT_EQ(nlohmann::json::parse(get(port, "getorderpercarton/4719%202B")).size(), 6U);
 }
 
-TEST(Executable, EndsWellAtSigterm) {
+TEST(Executable, EndsWithCode0AtSigterm) {
   ServiceProcess service({"--port", "0"});
   ASSERT_NE(service.readPort(), 0);
   service.signal(SIGTERM);
@@ -72,7 +72,7 @@ TEST(Executable, EndsWellAtSigterm) {
   EXPECT_EQ(service.wait(), 0);
 }
 
-TEST(Executable, EndsWellAtSigint) {
+TEST(Executable, EndsWithCode0AtSigint) {
   ServiceProcess service({"--port", "0"});
   ASSERT_NE(service.readPort(), 0);
   service.signal(SIGINT);
@@ -151,7 +151,7 @@ TEST(Executable, ServesWhatWasLoadedIntoItsStoreWhileItRuns) {
   EXPECT_EQ(nlohmann::json::parse(get(port, "getorderpercarton/4711")).size(), 1U);
 }
 
-TEST(Executable, ServesTheDemoDeliveriesFromAStoreWhenToldSo) {
+TEST(Executable, ServesTheDemoDeliveriesFromAStoreWithDemo) {
   const TemporaryFolder folder;
   ServiceProcess service({"--port", "0", "--demo", "--store", folder.path("store.sqlite")});
   EXPECT_EQ(nlohmann::json::parse(get(service.readPort(), "getorderpercarton/4711")).size(), 12U);
@@ -189,7 +189,7 @@ TEST(Executable, ExportsWhatWasPicked) {
             "[]\n");
 }
 
-TEST(Executable, ExportsWhatHoldsUnlessToldToExportAll) {
+TEST(Executable, ExportsTheLastReportsByDefault) {
   const TemporaryFolder folder;
   const std::string store = folder.path("store.sqlite");
   {
@@ -211,7 +211,7 @@ TEST(Executable, ExportsWhatHoldsUnlessToldToExportAll) {
   EXPECT_EQ(quantities({"--all"}), (std::vector{pickReport().quantity, 77}));
 }
 
-TEST(Executable, ExportsFromNoStoreThatIsNotThere) {
+TEST(Executable, DoesNotExportFromAMissingStore) {
   const TemporaryFolder folder;
   const std::string store = folder.path("mistyped.sqlite");
   testing::internal::CaptureStderr();
@@ -279,7 +279,7 @@ TEST(Executable, WaitsForADatabaseThatIsAwayAtItsStart) {
   EXPECT_EQ(nlohmann::json::parse(get(port, "getorderpercarton/4711")).size(), 12U);
 }
 
-TEST(Executable, EndsWellWhileItWaitsForItsDatabase) {
+TEST(Executable, EndsWithCode0WhileItWaitsForItsDatabase) {
   PostgresCluster cluster;
   cluster.crash();
   ServiceProcess service("/bin/sh", {"-c", "exec \"$0\" --port 0 --store \"$1\" 2>&1",
@@ -289,7 +289,7 @@ TEST(Executable, EndsWellWhileItWaitsForItsDatabase) {
   EXPECT_EQ(service.wait(), 0);
 }
 
-TEST(Executable, TakesTheLastReportAsTheLastThoughItsClockIsSlow) {
+TEST(Executable, OrdersReportsCorrectlyThoughItsClockIsSlow) {
 #ifdef __SANITIZE_ADDRESS__
   GTEST_SKIP() << "AddressSanitizer has to be the first library, and faketime preloads another";
 #endif
@@ -358,7 +358,7 @@ TEST(Executable, RefusesAWrongCommandLine) {
   EXPECT_EQ(service.wait(), 2);
 }
 
-TEST(Executable, TellsItsVersion) {
+TEST(Executable, PrintsItsVersion) {
   ServiceProcess service({"--version"});
   EXPECT_EQ(service.readOutput(), "cartonpick-orders " CARTONPICK_VERSION "\n");
   EXPECT_EQ(service.wait(), 0);
@@ -371,14 +371,14 @@ TEST(Executable, OutlivesItsStandardInput) {
   EXPECT_NE(get(port, "getitems"), "no answer");
 }
 
-TEST(Executable, EndsWithItsStandardInputWhenToldSo) {
+TEST(Executable, EndsWithItsStandardInputWithExitWithParent) {
   ServiceProcess service({"--port", "0", "--exit-with-parent"});
   ASSERT_NE(service.readPort(), 0);
   service.closeInput();
   EXPECT_EQ(service.wait(), 0);
 }
 
-TEST(Executable, DropsWhatArrivesOnStandardInput) {
+TEST(Executable, IgnoresItsStandardInput) {
   ServiceProcess service({"--port", "0", "--exit-with-parent"});
   const std::uint16_t port = service.readPort();
   service.writeInput("hello\n");

@@ -53,7 +53,7 @@ class NotifySocket {
 
 }  // namespace
 
-TEST(SystemdNotifier, TellsThatTheServiceIsReadyAndThatItStops) {
+TEST(SystemdNotifier, SendsThatTheServiceIsReadyAndThatItStops) {
   const NotifySocket socket;
   const SystemdNotifier notifier;
   notifier.ready();
@@ -89,7 +89,7 @@ TEST(SystemdNotifier, DoesNothingWithoutSystemd) {
   other.keepAlive();
 }
 
-TEST(SystemdNotifier, IsToldByTheExecutableHowItIs) {
+TEST(SystemdNotifier, ReceivesTheStateOfTheExecutable) {
   const NotifySocket socket;
   ::setenv("WATCHDOG_USEC", "300000", 1);
   ServiceProcess service({"--port", "0"});

@@ -54,7 +54,7 @@ TEST_F(WebServiceTest, AnswersTabletsAndHealthChecksWithoutAToken) {
   }
 }
 
-TEST_F(WebServiceTest, HasEachKindOfRequestAnsweredByItsOwnThreads) {
+TEST_F(WebServiceTest, AnswersEachKindOfRequestInASeparatePool) {
   EXPECT_EQ(WebService::poolOf(get("/livez")), RequestPool::None);
   EXPECT_EQ(WebService::poolOf(get("/metrics?")), RequestPool::None);
   EXPECT_EQ(WebService::poolOf(get("/readyz")), RequestPool::Probes);
@@ -97,7 +97,7 @@ TEST_F(WebServiceTest, AnswersTabletsUnderAnyName) {
   EXPECT_EQ(answer(request).status, 200);
 }
 
-TEST_F(WebServiceTest, TakesAPickingFromATabletAndNoneFromAWebPage) {
+TEST_F(WebServiceTest, AcceptsAPickingFromATabletAndNoneFromAWebPage) {
   Request request = {.method = "POST",
                      .target = kCalls + "sendpick",
                      .contentType = kJsonType,
@@ -141,7 +141,7 @@ TEST_F(WebServiceTest, CountsAndLogsWhatItAnswers) {
             std::string::npos);
 }
 
-TEST_F(WebServiceTest, TellsHowTheConnectionsOfItsStoreAreUsed) {
+TEST_F(WebServiceTest, ReportsHowTheConnectionsOfItsStoreAreUsed) {
   answer(get("/readyz"));
   const std::string metrics = withToken("/metrics").body;
   for (const std::string line : {"cartonpick_store_connections{use=\"reads\"} 8\n",
@@ -152,7 +152,7 @@ TEST_F(WebServiceTest, TellsHowTheConnectionsOfItsStoreAreUsed) {
   }
 }
 
-TEST_F(WebServiceTest, HasMetricsThatPrometheusTakesWithoutAWarning) {
+TEST_F(WebServiceTest, ServesMetricsThatPromtoolAccepts) {
   answer(get(kCalls + "getorderpercarton/D1"));
   const TemporaryFolder folder;
   const std::string file = folder.write("metrics", withToken("/metrics").body);
@@ -194,7 +194,7 @@ TEST(WebService, IsNotHealthyWithoutItsDatabase) {
   }
 }
 
-TEST(WebService, TellsTheLogAloneWhyItsStoreIsNotAvailable) {
+TEST(WebService, WritesOnlyToTheLogWhyItsStoreIsNotAvailable) {
   PostgresCluster cluster;
   SqlStore store(SqlAddress(cluster.url() + "&user=postgres&password=top-secret"));
   std::ostringstream requests;

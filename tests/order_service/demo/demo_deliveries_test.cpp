@@ -101,7 +101,7 @@ TEST(DemoDeliveries, HaveACatalogueWithEveryArticleOfTheirs) {
   EXPECT_EQ(catalogue.size(), demoCatalogue().size());
 }
 
-TEST(DemoDeliveries, HaveACatalogueWithArticlesThatNobodyOrdered) {
+TEST(DemoDeliveries, HaveACatalogueWithArticlesThatAreNotOrdered) {
   std::set<Article> ordered;
   for (const std::string &number : kNumbers) {
     for (const OrderLine &line : demo().lines(number)) {

@@ -76,7 +76,7 @@ TEST(CsvDeliveries, NameTheLineOfABadRecord) {
             "line 4: a quote is in the wrong place");
 }
 
-TEST(CsvDeliveries, TellOfWhatSpreadsheetProgramsDo) {
+TEST(CsvDeliveries, RecogniseWhatSpreadsheetProgramsChange) {
   EXPECT_EQ(errorIn("doc;qty\nD1;\"3\"\n"),
             "line 1: the columns are separated by semicolons instead of commas");
   EXPECT_EQ(errorIn(kHeader + replaced(kMug, "5012746100000", "5.01275E+12")),

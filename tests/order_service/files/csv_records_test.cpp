@@ -31,7 +31,7 @@ TEST(CsvRecords, KeepBlanksAroundFields) {
   EXPECT_EQ(readCsvRecords(" a , b\t\n").at(0).fields, (Fields{" a ", " b\t"}));
 }
 
-TEST(CsvRecords, TellTheLineOnWhichTheyStart) {
+TEST(CsvRecords, KnowTheLineOnWhichTheyStart) {
   const auto records = readCsvRecords("a\n\n\"b\n\nc\"\r\nd\n");
   ASSERT_EQ(records.size(), 3U);
   EXPECT_EQ(records[0].line, 1U);

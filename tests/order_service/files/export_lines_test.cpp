@@ -24,14 +24,14 @@ std::string csvWith(const std::string &field) {
 
 }  // namespace
 
-TEST(ExportLines, QuoteWhatASeparatorWouldPart) {
+TEST(ExportLines, QuoteTextsWithSeparators) {
   EXPECT_EQ(csvOf("20138A"), csvWith("20138A"));
   EXPECT_EQ(csvOf("a,b"), csvWith("\"a,b\""));
   EXPECT_EQ(csvOf("a\"b"), csvWith("\"a\"\"b\""));
   EXPECT_EQ(csvOf("a\r\nb"), csvWith("\"a\r\nb\""));
 }
 
-TEST(ExportLines, GiveCodesOutAsTheyCameIn) {
+TEST(ExportLines, LeaveCodesUnchanged) {
   for (const std::string code : {"=1+1", "-1", "+1", "@A1", "0047", " 1 ", "Ä", "'1"}) {
     EXPECT_EQ(csvOf(code), csvWith(code));
   }

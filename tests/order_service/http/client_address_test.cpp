@@ -33,14 +33,14 @@ TEST(TrustedProxies, AreAddressesAndNetworks) {
   }
 }
 
-TEST(TrustedProxies, AreRefusedIfTheyAreNoAddresses) {
+TEST(TrustedProxies, MustBeAddresses) {
   for (const std::string wrong :
        {"", "proxy.example", "10.0.0.0/33", "10.0.0.0/", "10.0.0.0/x", "10.0.0.0/8/8", "::1/129"}) {
     EXPECT_THROW(TrustedProxies({wrong}), InputError) << wrong;
   }
 }
 
-TEST(TrustedProxies, TellTheClient) {
+TEST(TrustedProxies, NameTheClient) {
   const TrustedProxies proxies({"10.0.0.7", "10.0.0.8"});
   const auto client = [&](const ForwardingFields &fields) {
     return proxies.clientOf(address("10.0.0.7"), fields);
@@ -52,7 +52,7 @@ TEST(TrustedProxies, TellTheClient) {
   EXPECT_EQ(client({}), "10.0.0.7");
 }
 
-TEST(TrustedProxies, AreNotBelievedWhatCannotBeRead) {
+TEST(TrustedProxies, IgnoreFieldsThatCannotBeParsed) {
   const TrustedProxies proxies({"10.0.0.7"});
   const auto client = [&](const ForwardingFields &fields) {
     return proxies.clientOf(address("10.0.0.7"), fields);
@@ -63,7 +63,7 @@ TEST(TrustedProxies, AreNotBelievedWhatCannotBeRead) {
             "10.0.0.7");
 }
 
-TEST(TrustedProxies, AreTheOnlyOnesToBeBelieved) {
+TEST(TrustedProxies, AreTheOnlyPeersWhoseFieldsCount) {
   EXPECT_EQ(TrustedProxies({"10.0.0.7"}).clientOf(address("1.2.3.4"), forwardedFor("5.6.7.8")),
             "1.2.3.4");
   EXPECT_EQ(TrustedProxies().clientOf(address("127.0.0.1"), forwarded("for=5.6.7.8")), "127.0.0.1");

@@ -107,7 +107,7 @@ TEST_F(HttpAttacksTest, AnswersARequestThatArrivesByteByByteTheSame) {
   }
 }
 
-TEST_F(HttpAttacksTest, TakesNoSecondRequestFromTheBodyOfARefusedOne) {
+TEST_F(HttpAttacksTest, ReadsNoSecondRequestFromTheBodyOfARefusedOne) {
   const std::string hidden = "GET " + kPrefix + "getitems HTTP/1.1\r\nHost: a\r\n\r\n";
   for (const StrangeRequest &request : strangeRequests(kPrefix + "sendpick", hidden)) {
     if (request.status != 200) {
@@ -116,7 +116,7 @@ TEST_F(HttpAttacksTest, TakesNoSecondRequestFromTheBodyOfARefusedOne) {
   }
 }
 
-TEST(HttpServer, GivesARequestNoMoreTimeForEachByte) {
+TEST(HttpServer, DoesNotExtendTheTimeOfARequestWithEachByte) {
   Metrics metrics;
   const HttpServer server({.limits = {.request = std::chrono::milliseconds(300)}},
                           {.answer = [](const Request &) { return textAnswer(200, "ok"); }},

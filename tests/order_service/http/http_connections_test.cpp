@@ -86,7 +86,7 @@ TEST_F(HttpConnectionsTest, ClosesAnIdleConnection) {
   EXPECT_EQ(repliesIn(used.receiveAll()).size(), 1U);
 }
 
-TEST_F(HttpConnectionsTest, AsksForTheBodyOfAClientThatWaitsForThat) {
+TEST_F(HttpConnectionsTest, SendsContinueToAClientThatWaitsForIt) {
   start({});
   const RawConnection connection(port());
   connection.sendAll("POST / HTTP/1.1\r\nHost: a\r\nExpect: 100-continue\r\n" + kClose +
@@ -159,7 +159,7 @@ TEST_F(HttpConnectionsTest, AcceptsNoMoreConnectionsThanAllowed) {
   EXPECT_EQ(first.receiveAll(), "");
 }
 
-TEST_F(HttpConnectionsTest, KnowsTheClientBehindATrustedProxyAlone) {
+TEST_F(HttpConnectionsTest, KnowsTheClientOnlyBehindATrustedProxy) {
   const auto client = [](const Request &request) {
     return textAnswer(200, request.client + (request.isForwarded ? " forwarded" : ""));
   };
@@ -171,7 +171,7 @@ TEST_F(HttpConnectionsTest, KnowsTheClientBehindATrustedProxyAlone) {
   EXPECT_EQ(HttpClient(port()).get("/", headers).body, "10.0.0.9 forwarded");
 }
 
-TEST_F(HttpConnectionsTest, SeesAProxyInWhatItAdds) {
+TEST_F(HttpConnectionsTest, RecognisesAProxyByItsFields) {
   start({}, [](const Request &request) {
     return textAnswer(200, request.isForwarded ? "forwarded" : "direct");
   });
@@ -195,7 +195,7 @@ TEST_F(HttpConnectionsTest, GivesEachRequestAnId) {
   EXPECT_EQ(HttpClient(port()).get("/", headers).body, "from-outside");
 }
 
-TEST_F(HttpConnectionsTest, TellsTheTimeOfAnAnswer) {
+TEST_F(HttpConnectionsTest, SendsTheDate) {
   start({});
   const std::string date = HttpClient(port()).get("/").header("Date");
   EXPECT_EQ(date.size(), 29U) << date;

@@ -105,7 +105,7 @@ TEST_F(HttpServerTest, AcceptsAPickingWithThreeBytes) {
   EXPECT_EQ(answer.body, "\"0\"");
 }
 
-TEST_F(HttpServerTest, TellsTheLengthToHead) {
+TEST_F(HttpServerTest, SendsTheLengthToHead) {
   const auto whole = client().get(kPrefix + "getorderpercarton/D1");
   const auto head = client().request("HEAD", kPrefix + "getorderpercarton/D1");
   EXPECT_EQ(head.status, 200);
@@ -171,7 +171,7 @@ TEST_F(HttpServerTest, RefusesALargerBody) {
   EXPECT_EQ(answer.body, "the body is larger than 16 MiB");
 }
 
-TEST_F(HttpServerTest, BearsLongPaths) {
+TEST_F(HttpServerTest, AnswersLongPaths) {
   const std::string path = kPrefix + "getorderpercarton/" + std::string(8000, 'a');
   EXPECT_EQ(client().get(path).body, "[]");
   EXPECT_EQ(client().post(path, "", kJsonType).status, 405);
@@ -192,7 +192,7 @@ TEST_F(HttpServerTest, StoresIdenticalSendsOfTheSameTimeOnce) {
   EXPECT_EQ(storedLinesOfServer(), 50);
 }
 
-TEST_F(HttpServerTest, CannotShareItsPort) {
+TEST_F(HttpServerTest, NeedsAFreePort) {
   FullStore store;
   const OrderService service(store);
   const std::string where = "127.0.0.1 port " + std::to_string(server().port());
@@ -205,7 +205,7 @@ TEST_F(HttpServerTest, CannotShareItsPort) {
   }
 }
 
-TEST_F(HttpServerTest, TellsWhenItCanNoLongerAcceptConnections) {
+TEST_F(HttpServerTest, ReportsThatItCanNoLongerAcceptConnections) {
   const int socket = listeningSocket(server().port());
   ASSERT_GE(socket, 0);
   ::shutdown(socket, SHUT_RDWR);
@@ -268,7 +268,7 @@ TEST_F(HttpServerTest, AnswersThoughManyHaveSentHalfARequest) {
   EXPECT_EQ(sent.body, "\"0\"");
 }
 
-TEST_F(HttpServerTest, AnswersThoughManyMoreCallThanItKeeps) {
+TEST_F(HttpServerTest, AnswersMoreClientsThanItMayKeep) {
   std::vector<std::unique_ptr<RawConnection>> silent;
   for (int i = 0; i < 450; ++i) {
     silent.push_back(std::make_unique<RawConnection>(server().port()));
@@ -287,7 +287,7 @@ TEST_F(HttpServerTest, RefusesAHeadThatDoesNotEnd) {
   EXPECT_TRUE(answer.starts_with("HTTP/1.1 431 ")) << answer;
 }
 
-TEST(HttpServer, FreesItsPortInTheEnd) {
+TEST(HttpServer, FreesItsPortAtItsEnd) {
   FullStore store;
   const OrderService service(store);
   Metrics metrics;

@@ -102,7 +102,7 @@ TEST_F(HttpThreadsTest, AnswersOtherKindsOfRequestsWhileSendsHang) {
   barrier().open();
 }
 
-TEST_F(HttpThreadsTest, HasARequestSentAgainThatWaitsTooLongForAThread) {
+TEST_F(HttpThreadsTest, AnswersARequestThatWaitsTooLongForAThreadWith503) {
   start({.queue = std::chrono::milliseconds(100)});
   const auto sends = occupySends();
   const Reply reply = get("/send");
@@ -114,7 +114,7 @@ TEST_F(HttpThreadsTest, HasARequestSentAgainThatWaitsTooLongForAThread) {
   barrier().open();
 }
 
-TEST_F(HttpThreadsTest, HasARequestSentAgainWhenTooManyWait) {
+TEST_F(HttpThreadsTest, AnswersWith503WhenTooManyRequestsWait) {
   start({.queuedRequests = 1});
   const auto sends = occupySends();
   const auto first = begin("/send");
@@ -127,7 +127,7 @@ TEST_F(HttpThreadsTest, HasARequestSentAgainWhenTooManyWait) {
   barrier().open();
 }
 
-TEST_F(HttpThreadsTest, HasARequestSentAgainWhoseAnswerTakesTooLong) {
+TEST_F(HttpThreadsTest, AnswersWith503WhenTheAnswerTakesTooLong) {
   start({.queue = std::chrono::milliseconds(50), .handler = std::chrono::milliseconds(50)});
   const Reply reply = get("/send");
   EXPECT_EQ(reply.status, 503);

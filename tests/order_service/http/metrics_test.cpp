@@ -16,7 +16,7 @@ TEST(Metrics, CountRequestsByKindAndStatus) {
             std::string::npos);
 }
 
-TEST(Metrics, TellTheVersionRefusalsAndConnections) {
+TEST(Metrics, ContainTheVersionRefusalsAndConnections) {
   Metrics metrics;
   metrics.countRefusal("timeout");
   metrics.countRefusal("timeout");

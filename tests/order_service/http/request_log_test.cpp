@@ -35,14 +35,14 @@ TEST(RequestLog, WritesALineOfJson) {
   EXPECT_FALSE(line.contains("error"));
 }
 
-TEST(RequestLog, SaysWhyARequestWasRefused) {
+TEST(RequestLog, ContainsTheReasonOfARefusal) {
   const auto line = logged({.method = "POST", .target = "/\xFF", .contentType = {}, .body = {}},
                            textAnswer(400, "the array is empty"));
   EXPECT_EQ(line.at("error"), "the array is empty");
   EXPECT_EQ(line.at("target"), "/\xEF\xBF\xBD");
 }
 
-TEST(RequestLog, KeepsTokensAndBodiesToItself) {
+TEST(RequestLog, ContainsNoTokensAndNoBodies) {
   const auto line = logged({.method = "POST",
                             .target = "/login",
                             .contentType = {},

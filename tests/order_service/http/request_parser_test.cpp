@@ -67,7 +67,7 @@ std::string getWith(const std::string &fields) {
 
 }  // namespace
 
-TEST(RequestParser, TakesOrRefusesStrangeRequests) {
+TEST(RequestParser, AcceptsOrRefusesStrangeRequests) {
   for (const StrangeRequest &request : strangeRequests(kTarget, "[1, 2]")) {
     const Outcome outcome = outcomeOf(request.bytes);
     EXPECT_EQ(outcome.status, request.status) << request.name;
@@ -159,13 +159,13 @@ TEST(RequestParser, RefusesChunksThatBecomeTooLarge) {
   EXPECT_LE(reading.parser().heldBytes(), HttpLimits().bodyBytes);
 }
 
-TEST(RequestParser, TakesTheHostOfATargetInAbsoluteForm) {
+TEST(RequestParser, ReadsTheHostOfATargetInAbsoluteForm) {
   const Outcome outcome = outcomeOf("GET HTTP://b.example:81?q HTTP/1.1\r\nHost: a\r\n\r\n");
   EXPECT_EQ(outcome.host, "b.example:81");
   EXPECT_EQ(outcome.target, "/?q");
 }
 
-TEST(RequestParser, KnowsWhoWaitsForAContinue) {
+TEST(RequestParser, KnowsWhichClientWaitsForContinue) {
   const std::string length = "Content-Length: 3\r\nExpect: 100-Continue\r\n";
   const auto waits = [](const std::string &bytes) {
     Reading reading;

@@ -55,7 +55,7 @@ TEST_F(WorkerPoolTest, TakesNoMoreBytesThanMayWait) {
   EXPECT_FALSE(pool().add(jobOf([] {}, 1)));
 }
 
-TEST_F(WorkerPoolTest, GivesBackAJobThatWaits) {
+TEST_F(WorkerPoolTest, RemovesAJobThatWaits) {
   const auto job = jobOf([] { FAIL() << "the job was taken back"; }, 100);
   ASSERT_TRUE(pool().add(job));
   EXPECT_TRUE(pool().withdraw(job));
@@ -81,7 +81,7 @@ TEST(WorkerPool, RunsAsManyJobsAtOnceAsItHasThreads) {
   done.wait();
 }
 
-TEST_F(WorkerPoolTest, TellsItsUse) {
+TEST_F(WorkerPoolTest, ReportsItsUse) {
   pool().add(jobOf([] {}));
   EXPECT_FALSE(pool().isIdle());
   for (const std::string line : {"cartonpick_pool_threads{pool=\"test\"} 1\n",

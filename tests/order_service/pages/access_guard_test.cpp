@@ -31,11 +31,11 @@ std::string header(const Answer &answer, const std::string &name) {
 
 }  // namespace
 
-TEST(AccessGuard, LetsEveryoneInWhereItIsOpen) {
+TEST(AccessGuard, AcceptsAllRequestsIfItIsOpen) {
   EXPECT_FALSE(AccessGuard(std::nullopt, true).refusal(get("/")));
 }
 
-TEST(AccessGuard, IsOpenUnderTheNamesOfThisMachineAlone) {
+TEST(AccessGuard, IsOpenOnlyUnderTheNamesOfThisMachine) {
   const AccessGuard guard(std::nullopt, true);
   Request request = get("/");
   for (const std::string own : {"localhost", "localhost:8080", "127.0.0.1", "127.0.0.1:8080",
@@ -65,7 +65,7 @@ TEST(AccessGuard, IsNotOpenThroughAProxy) {
   EXPECT_FALSE(AccessGuard(kToken, true).refusal(request));
 }
 
-TEST(AccessGuard, TakesATokenWithAPercentSignAsItIs) {
+TEST(AccessGuard, AcceptsATokenWithAPercentSign) {
   const std::string token = "token-of-%41-signs";
   const AccessGuard guard(token, false);
   Request request = get("/");
@@ -79,14 +79,14 @@ TEST(AccessGuard, TakesATokenWithAPercentSignAsItIs) {
   EXPECT_FALSE(guard.refusal(request));
 }
 
-TEST(AccessGuard, TakesAnyNameWithTheToken) {
+TEST(AccessGuard, AcceptsAnyHostWithTheToken) {
   Request request = get("/");
   request.host = "orders.example";
   request.authorization = "Bearer " + kToken;
   EXPECT_FALSE(AccessGuard(kToken, true).refusal(request));
 }
 
-TEST(AccessGuard, GivesAPageFromElsewhereThatPostsALoginNothing) {
+TEST(AccessGuard, RevealsNothingToAPageOfAnotherSiteThatPostsALogin) {
   const AccessGuard guard(kToken, false);
   Request request = login("token=token-that-is-guessed");
   request.host = "orders.example";
@@ -97,7 +97,7 @@ TEST(AccessGuard, GivesAPageFromElsewhereThatPostsALoginNothing) {
   EXPECT_EQ(header(*answer, "Set-Cookie"), "");
 }
 
-TEST(AccessGuard, LetsNobodyInElsewhereWithoutAToken) {
+TEST(AccessGuard, RefusesAllRequestsWithoutATokenIfItIsNotOpen) {
   const auto refusal = AccessGuard(std::nullopt, false).refusal(get("/"));
   ASSERT_TRUE(refusal);
   EXPECT_EQ(refusal->status, 403);
@@ -112,7 +112,7 @@ TEST(AccessGuard, AsksABrowserForTheToken) {
   EXPECT_EQ(refusal->body.find(kToken), std::string::npos);
 }
 
-TEST(AccessGuard, TakesTheTokenAsABearerToken) {
+TEST(AccessGuard, AcceptsTheTokenAsABearerToken) {
   const AccessGuard guard(kToken, false);
   Request request = get("/metrics");
   for (const std::string scheme : {"Bearer ", "bearer ", "BEARER "}) {
@@ -127,7 +127,7 @@ TEST(AccessGuard, TakesTheTokenAsABearerToken) {
   }
 }
 
-TEST(AccessGuard, TakesTheTokenFromTheCookieThatALoginSets) {
+TEST(AccessGuard, AcceptsTheCookieThatALoginSets) {
   const AccessGuard guard(kToken, false);
   const auto answer = guard.refusal(login("token=token%2Dof-16-signs"));
   ASSERT_TRUE(answer);
@@ -147,7 +147,7 @@ TEST(AccessGuard, TakesTheTokenFromTheCookieThatALoginSets) {
   EXPECT_TRUE(guard.refusal(request));
 }
 
-TEST(AccessGuard, LeadsToThePageThatWasAskedFor) {
+TEST(AccessGuard, RedirectsToTheRequestedPage) {
   const AccessGuard guard(kToken, false);
   EXPECT_NE(guard.refusal(get("/deliveries/D%201"))->body.find("value=\"/deliveries/D%201\""),
             std::string::npos);
@@ -161,7 +161,7 @@ TEST(AccessGuard, LeadsToThePageThatWasAskedFor) {
   }
 }
 
-TEST(AccessGuard, SaysThatATokenIsTheWrongOne) {
+TEST(AccessGuard, ReportsAWrongToken) {
   const AccessGuard guard(kToken, false);
   const std::string wrong = "That is not the token.";
   EXPECT_EQ(guard.refusal(get("/"))->body.find(wrong), std::string::npos);
@@ -179,7 +179,7 @@ TEST(AccessGuard, RefusesALoginWithAnotherToken) {
   }
 }
 
-TEST(AccessGuard, HasItsCookieSentByTlsAloneWhereTheLoginWas) {
+TEST(AccessGuard, SetsASecureCookieIfTheLoginUsedTls) {
   Request request = login("token=" + kToken);
   request.origin = "https://orders.example";
   EXPECT_TRUE(
@@ -189,7 +189,7 @@ TEST(AccessGuard, HasItsCookieSentByTlsAloneWhereTheLoginWas) {
       header(*AccessGuard(kToken, false).refusal(request), "Set-Cookie").ends_with("; Secure"));
 }
 
-TEST(AccessGuard, TakesTheCookieAwayAtALogout) {
+TEST(AccessGuard, RemovesTheCookieAtALogOut) {
   Request request = login("");
   request.target = "/logout";
   const auto answer = AccessGuard(kToken, false).refusal(request);
@@ -197,7 +197,7 @@ TEST(AccessGuard, TakesTheCookieAwayAtALogout) {
   EXPECT_TRUE(header(*answer, "Set-Cookie").starts_with("cartonpick_session=; Path=/; Max-Age=0;"));
 }
 
-TEST(AccessGuard, TakesTheFormerTokenWhileItIsExchanged) {
+TEST(AccessGuard, AcceptsTheFormerTokenWhileItIsReplaced) {
   const std::string former = "former-token-of-some-signs";
   const AccessGuard guard(AccessTokens{kToken, former});
   Request request = get("/");

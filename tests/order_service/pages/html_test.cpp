@@ -21,7 +21,7 @@ TEST(Html, ReadsAQueryParameterAsAFormSendsIt) {
   }
 }
 
-TEST(Html, TakesNothingFromAQueryThatADatabaseWouldNot) {
+TEST(Html, RefusesQueryTextsThatADatabaseCannotStore) {
   EXPECT_EQ(queryParameter("/?q=%FF", "q"), "");
   EXPECT_EQ(queryParameter("/?q=%4", "q"), "");
   EXPECT_EQ(queryParameter("/?q=4%007", "q"), "47");

@@ -89,7 +89,7 @@ TEST_F(SupervisorPagesTest, SayThatThereIsNothing) {
   EXPECT_TRUE(has("/", "There are no deliveries yet."));
 }
 
-TEST_F(SupervisorPagesTest, SayTheStateInWords) {
+TEST_F(SupervisorPagesTest, ShowTheStateInWords) {
   EXPECT_TRUE(has("/deliveries/D1", "○</span> open</span>"));
   send("20138A", 4);
   EXPECT_TRUE(has("/deliveries/D1", "±</span> short and over</span>"));

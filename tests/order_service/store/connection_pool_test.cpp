@@ -42,7 +42,7 @@ class ConnectionPoolTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(ConnectionPoolTest, TellsHowManyConnectionsAreInUse) {
+TEST_F(ConnectionPoolTest, ReportsHowManyConnectionsAreInUse) {
   EXPECT_EQ(reads().size, 1U);
   EXPECT_EQ(reads().busy, 1U);
   EXPECT_EQ(pool().useOf(StoreUse::Write).busy, 0U);

@@ -89,7 +89,7 @@ TEST_P(DeliverySummaryTest, CountsWhatWasReceivedLastOfALine) {
   EXPECT_EQ(summary.state, DeliveryState::Short);
 }
 
-TEST_P(DeliverySummaryTest, TellsTheStateOfEachDelivery) {
+TEST_P(DeliverySummaryTest, ReportsTheStateOfEachDelivery) {
   for (const std::string delivery : {"1", "2", "3", "4", "5", "6"}) {
     load({ordered(delivery, "A"), ordered(delivery, "B")});
   }

@@ -75,7 +75,7 @@ class SqlSchemaTest : public EitherStoreTest {
 
 INSTANTIATE_TEST_SUITE_P(Both, SqlSchemaTest, bothDialects(), dialectName);
 
-TEST_P(SqlSchemaTest, TakesOverAStoreWithoutAVersion) {
+TEST_P(SqlSchemaTest, MigratesAStoreWithoutAVersion) {
   for (const char *table : kUnnumberedTables) {
     run(table);
   }
@@ -90,7 +90,7 @@ TEST_P(SqlSchemaTest, TakesOverAStoreWithoutAVersion) {
   EXPECT_EQ(SqlStore(address()).picked({}).size(), 2U);
 }
 
-TEST_P(SqlSchemaTest, LeavesItToTheProgramBeforeToUseTheStoreToo) {
+TEST_P(SqlSchemaTest, AllowsTheProgramBeforeToUseTheStore) {
   SqlStore store(address());
   store.load(sampleDeliveries());
   run(kUnnumberedDelivery);

@@ -75,7 +75,7 @@ TEST_P(SqlStoreTest, IsEmptyAtFirst) {
   EXPECT_TRUE(store.picked({}).empty());
 }
 
-TEST_P(SqlStoreTest, GivesTheLinesOfADeliveryBackAsTheyWere) {
+TEST_P(SqlStoreTest, ReturnsTheLinesOfADeliveryUnchanged) {
   SqlStore store(address());
   store.load(sampleDeliveries());
   const Deliveries deliveries = sampleDeliveries();
@@ -124,7 +124,7 @@ TEST_P(SqlStoreTest, KnowsWhichDeliveriesWereSent) {
   EXPECT_FALSE(store.delivery("d1").isSent);
 }
 
-TEST_P(SqlStoreTest, CallsNothingSentThatIsNotThereToPick) {
+TEST_P(SqlStoreTest, TreatsADeliveryThatIsNotOrderedAsNotSent) {
   SqlStore store(address());
   store.store({pickReport()});
   EXPECT_FALSE(store.delivery("D1").isSent);
@@ -165,7 +165,7 @@ TEST_P(SqlStoreTest, TellsFactsApartByEveryMember) {
   EXPECT_EQ(store.picked({}).size(), 7U);
 }
 
-TEST_P(SqlStoreTest, GivesTextsAndNumbersBackAsTheyCame) {
+TEST_P(SqlStoreTest, ReturnsTextsAndNumbersUnchanged) {
   SqlStore store(address());
   const PickReport line = {.delivery = "Ü/ß €",
                            .order = "",
@@ -222,7 +222,7 @@ TEST_P(SqlStoreTest, MayBeOpenedForTheFirstTimeByManyAtOnce) {
   }
 }
 
-TEST(SqlStoreInPostgres, GoesOnAfterARestartOfTheDatabase) {
+TEST(SqlStoreInPostgres, ContinuesAfterARestartOfTheDatabase) {
   PostgresCluster cluster;
   SqlStore store(SqlAddress(cluster.url()));
   store.load({{withDelivery("D1", "A")}, {}});
@@ -238,7 +238,7 @@ TEST(SqlStoreInPostgres, GoesOnAfterARestartOfTheDatabase) {
   EXPECT_EQ(quantitiesOf(store.picked({})), (std::vector{1, 2, 3}));
 }
 
-TEST(SqlStoreInPostgres, DoesNotWaitForEverForAnInstanceThatHangs) {
+TEST(SqlStoreInPostgres, LimitsTheWaitForAnInstanceThatHangs) {
   const PostgresCluster cluster;
   SqlConnection connection{SqlAddress(cluster.url())};
   for (const auto &[setting, limit] : {std::pair{"idle_in_transaction_session_timeout", "20s"},
@@ -284,7 +284,7 @@ TEST(SqlStoreInSqlite, KeepsWhatIsInMemoryAfterAFailure) {
   EXPECT_EQ(store.delivery("D1").lines.size(), 1U);
 }
 
-TEST(SqlStoreInSqlite, TakesOverAFileOfTheFirstVersion) {
+TEST(SqlStoreInSqlite, MigratesAFileOfTheFirstVersion) {
   const TemporaryFolder folder;
   const std::string file = folder.path("store.sqlite");
   SQLite::Database(file, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE)

@@ -41,7 +41,7 @@ std::string refusalOf(const std::string &path) {
 
 }  // namespace
 
-TEST(StoreFile, IsItsOwnersAlone) {
+TEST(StoreFile, IsAccessibleToItsOwnerOnly) {
   for (const mode_t mask : {0U, 022U, 0777U}) {
     const TemporaryFolder folder;
     const Umask umask(mask);
@@ -53,7 +53,7 @@ TEST(StoreFile, IsItsOwnersAlone) {
   }
 }
 
-TEST(StoreFile, IsKeptFromEverybodyButItsOwnerAndGroup) {
+TEST(StoreFile, IsNotAccessibleToOtherUsers) {
   const TemporaryFolder folder;
   const std::string path = folder.write("store.sqlite", "");
   for (const auto &[before, after] :
@@ -89,7 +89,7 @@ TEST(StoreFile, IsNotMadeThroughALinkToNothing) {
   EXPECT_FALSE(fs::exists(folder.path("nothing")));
 }
 
-TEST(StoreFile, IsAnOrdinaryFile) {
+TEST(StoreFile, MustBeARegularFile) {
   const TemporaryFolder folder;
   const std::string pipe = folder.path("pipe");
   ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
@@ -100,7 +100,7 @@ TEST(StoreFile, IsAnOrdinaryFile) {
   }
 }
 
-TEST(StoreFile, MayStandInAFolderThatIsALink) {
+TEST(StoreFile, MayBeInAFolderThatIsALink) {
   const TemporaryFolder folder;
   fs::create_directory(folder.path("disk"));
   fs::create_directory_symlink(folder.path("disk"), folder.path("link"));

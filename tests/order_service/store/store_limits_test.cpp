@@ -176,7 +176,7 @@ TEST(StoreLimitsInPostgres, AReportThatWasNotConfirmedByAStandbyWaitsForItAgain)
   EXPECT_THROW(store.store({pickReport()}), StoreUnavailable);
 }
 
-TEST(StoreLimitsInPostgres, AnInterruptionOutlivesAServerThatEnds) {
+TEST(StoreLimitsInPostgres, AnInterruptionWorksAfterTheServerHasEnded) {
   PostgresCluster cluster;
   SqlConnection connection{SqlAddress(cluster.url())};
   cluster.crash();
@@ -188,7 +188,7 @@ TEST(StoreLimitsInPostgres, AnInterruptionOutlivesAServerThatEnds) {
   }
 }
 
-TEST(StoreLimitsInPostgres, LookupsThatHangKeepNoReportWaiting) {
+TEST(StoreLimitsInPostgres, LookupsThatHangDoNotDelayReports) {
   const PostgresCluster cluster;
   SqlStore store(SqlAddress(cluster.url()), StoreLimits::within(kShort));
   store.load(sampleDeliveries());

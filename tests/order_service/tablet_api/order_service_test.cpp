@@ -82,7 +82,7 @@ TEST_F(OrderServiceTest, ComparesTheDecodedNumberByteByByte) {
   }
 }
 
-TEST_F(OrderServiceTest, TakesWhatFollowsAQuestionMarkForTheQuery) {
+TEST_F(OrderServiceTest, ReadsTheQueryAfterAQuestionMark) {
   EXPECT_EQ(Json::parse(get(kOrderOf + "D1?x=1/2").body).size(), 2U);
   EXPECT_EQ(get(kOrderOf + "D1%3F").body, "[]");
 }
@@ -144,7 +144,7 @@ TEST_F(OrderServiceTest, RefusesThePickingOfAnUnknownDelivery) {
   EXPECT_EQ(answer.body, "line 1: delivery \"X\" is unknown");
 }
 
-TEST_F(OrderServiceTest, TakesParametersOfTheContentType) {
+TEST_F(OrderServiceTest, AcceptsParametersOfTheContentType) {
   for (const std::string type :
        {"application/json; charset=utf-8", "Application/JSON", "application/json;charset=UTF-8"}) {
     EXPECT_EQ(send(pickingJson().dump(), type).status, 200) << type;

@@ -94,7 +94,7 @@ TEST(PickingBody, MustBeUtf8) {
             "value - invalid string: ill-formed UTF-8 byte");
 }
 
-TEST(PickingBody, RefusesNumbersBeyondAllMeasure) {
+TEST(PickingBody, RefusesHugeNumbers) {
   EXPECT_EQ(errorIn("[1e999]"), "the body is not JSON: number overflow parsing '1e999'");
 }
 
