@@ -82,7 +82,7 @@ TEST(CsvDeliveries, RecogniseWhatSpreadsheetProgramsChange) {
   EXPECT_EQ(errorIn(kHeader + replaced(kMug, "5012746100000", "5.01275E+12")),
             "line 2: \"barcode\" was rounded by a spreadsheet program: \"5.01275E+12\"");
   EXPECT_EQ(errorIn(kHeader + replaced(kMug, "WHITE", "MUG, WHITE")),
-            "line 2: 12 fields instead of 11; a field with a comma in it has to stand in quotes");
+            "line 2: 12 fields instead of 11; a field with a comma must be in quotation marks");
 }
 
 TEST(CsvDeliveries, NeedADeliveryABoxAndAnItem) {
