@@ -54,6 +54,7 @@ StoreLimits limitsOf(const ServeOptions &options) {
 std::unique_ptr<SqlStore> openStore(const SqlAddress &address, const ServeOptions &options,
                                     const std::optional<Deliveries> &deliveries) {
   auto store = std::make_unique<SqlStore>(address, limitsOf(options));
+  store->updateSearch();
   if (deliveries) {
     store->replace(*deliveries);
   }

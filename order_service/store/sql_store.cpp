@@ -36,7 +36,6 @@ SqlStore::SqlStore(const SqlAddress &address, const StoreLimits &limits) : m_poo
   m_pool.withoutLimit(StoreUse::Write, [&](SqlConnection &connection) {
     makeSchema(connection.session(), address.dialect());
   });
-  updateSearch();
 }
 
 SqlStore::~SqlStore() = default;

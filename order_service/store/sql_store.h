@@ -48,13 +48,14 @@ class SqlStore : public OrderStore {
   /// Item and barcode of the articles that were reported of the delivery, but are not in the
   /// catalogue.
   std::vector<Article> unknownArticles(const std::string &delivery) const;
+  /// Writes the search texts that are missing or outdated, see delivery_search.h; summaries() does
+  /// so before a search. Takes some time after an upgrade.
+  void updateSearch() const;
   /// Summaries of deliveries, the latest change first; see selectSummaries.
   std::vector<DeliverySummary> summaries(const std::string &search) const;
 
  private:
   std::unique_lock<std::timed_mutex> turnToWrite() const;
-  /// Lets searches find what an older program or a report has written.
-  void updateSearch() const;
 
   mutable ConnectionPool m_pool;
   /// SQLite has one writer at a time, and lets others wait by asking again and again.

@@ -114,13 +114,13 @@ TEST_P(SqlSchemaTest, FindsWhatTheProgramBeforeChanged) {
   EXPECT_EQ(store.summaries("BJÖRN").size(), 0U);
 }
 
-TEST_P(SqlSchemaTest, BringsAllSearchTextsUpToDateWhenItIsOpened) {
+TEST_P(SqlSchemaTest, UpdatesTheSearchTextsOfAllDeliveries) {
   static_cast<void>(SqlStore(address()));
   run("INSERT INTO delivery (number, customer, changed_at) "
       "WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 2001) "
       "SELECT 'N' || i, 'Änn', '' FROM n");
   EXPECT_TRUE(hasOutdated());
-  static_cast<void>(SqlStore(address()));
+  SqlStore(address()).updateSearch();
   EXPECT_FALSE(hasOutdated());
 }
 
