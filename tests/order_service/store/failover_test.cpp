@@ -87,6 +87,14 @@ TEST_F(FailoverTest, AStoreThatTakesNoChangesIsNotAvailable) {
   EXPECT_EQ(store.delivery("D1").lines.size(), 2U);
 }
 
+TEST_F(FailoverTest, AStoreThatTakesNoChangesCanBeOpenedAndRead) {
+  PickReport notOrdered = pickReport();
+  notOrdered.delivery = "D9";
+  SqlStore(SqlAddress(m_primary.url())).store({notOrdered});
+  setReadOnly(m_primary);
+  EXPECT_EQ(SqlStore(SqlAddress(m_primary.url())).picked({}).size(), 1U);
+}
+
 TEST(ConnectionParameters, OfTheUrlWinOverThoseOfTheService) {
   const PostgresCluster cluster;
   EXPECT_EQ(settingOf(SqlAddress(cluster.url()), "application_name"), "cartonpick-orders");
