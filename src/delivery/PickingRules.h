@@ -70,6 +70,10 @@ struct PickingRules {
   /// not ordered.
   bool restoresAllLines = false;
 
+  /// False: the keys of the keypad enter any number of digits, and nothing can be deleted. True:
+  /// at most five digits, which can be deleted, and a question before more than ordered is booked.
+  bool guardsQuantities = false;
+
   bool operator==(const PickingRules &other) const = default;
 
   static PickingRules standard() { return {}; }
@@ -86,7 +90,8 @@ struct PickingRules {
             .reportsUnusableStore = true,
             .sumsEqualLines = true,
             .addsForeignLines = true,
-            .restoresAllLines = true};
+            .restoresAllLines = true,
+            .guardsQuantities = true};
   }
 
   /// Returns the set with this name, "standard" or "careful"; std::nullopt for any other name.

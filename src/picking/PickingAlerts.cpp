@@ -45,6 +45,19 @@ AlertView unknownItemMessage(const QString &code) {
           .message = QStringLiteral("Item %1 not found!").arg(code)};
 }
 
+AlertView moreThanOrderedQuestion(std::int32_t total, std::int32_t ordered,
+                                  const std::function<void()> &book) {
+  return {.title = QStringLiteral("%1 of %2 ordered?").arg(total).arg(ordered),
+          .message = QStringLiteral("This is more than ordered."),
+          .buttons = {QStringLiteral("NO"), QStringLiteral("YES")},
+          .cancelButtonIndex = 0,
+          .action = [book](int buttonIndex) {
+            if (buttonIndex == 1) {
+              book();
+            }
+          }};
+}
+
 AlertView quantityNotSavedMessage(const BoxLine &line, const QString &box, const QString &reason) {
   return {.title = QStringLiteral("Quantity not saved"),
           .message = QStringLiteral("%1 × %2 in box %3 is not saved: %4. The line is as it was "

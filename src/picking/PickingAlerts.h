@@ -23,6 +23,11 @@ AlertView pickingCompletedQuestion(const PickList &list, const PickingRules &rul
 /// Says that no line and no article has the scanned `code`.
 AlertView unknownItemMessage(const QString &code);
 
+/// Asks whether the quantity `total` is meant, which is more than `ordered`, and calls `book` after
+/// YES.
+AlertView moreThanOrderedQuestion(std::int32_t total, std::int32_t ordered,
+                                  const std::function<void()> &book);
+
 /// Says that the quantity of `line` in the box `box` is not saved, and the `reason`.
 AlertView quantityNotSavedMessage(const BoxLine &line, const QString &box, const QString &reason);
 

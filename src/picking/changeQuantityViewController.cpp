@@ -1,6 +1,10 @@
 #include "picking/changeQuantityViewController.h"
 
 #include "base/Int32.h"
+#include "picking/PickingAlerts.h"
+#include "view/Environment.h"
+
+#include <QPointer>
 
 #include <algorithm>
 #include <array>
@@ -8,11 +12,12 @@
 namespace {
 
 constexpr qsizetype kMaxTypedLength = 4;
+constexpr qsizetype kMaxDigits = 5;
 constexpr double kDigitBorder = 3.0;
 constexpr double kMinusBorder = 1.0;
 
-bool hasDigit(const QString &text) {
-  return std::any_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+qsizetype digitsIn(const QString &text) {
+  return std::count_if(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
 }
 
 }  // namespace
@@ -34,6 +39,9 @@ void changeQuantityViewController::viewDidLoad() {
   }
   btnNegative->setTitle(QStringLiteral("Minus"));
   btnNegative->setBorderWidth(kMinusBorder);
+  btnDelete->setTitle(QStringLiteral("Delete"));
+  btnDelete->setBorderWidth(kMinusBorder);
+  btnDelete->setEnabled(environment().rules.guardsQuantities);
 }
 
 void changeQuantityViewController::setDisplayValues(const QString &itemCode, const QString &barcode,
@@ -49,8 +57,11 @@ void changeQuantityViewController::setDisplayValues(const QString &itemCode, con
 }
 
 void changeQuantityViewController::btnNumTouched(Button *key) {
-  txtNewQty->setText(txtNewQty->text() + key->title());
-  textFieldDidChange();
+  const QString entry = txtNewQty->text() + key->title();
+  if (isShortEnough(entry)) {
+    txtNewQty->setText(entry);
+    textFieldDidChange();
+  }
 }
 
 void changeQuantityViewController::btnNegativeTouched() {
@@ -59,6 +70,15 @@ void changeQuantityViewController::btnNegativeTouched() {
   }
   txtNewQty->setText(u'-' + txtNewQty->text());
   textFieldDidChange();
+}
+
+void changeQuantityViewController::btnDeleteTouched() {
+  txtNewQty->setText(txtNewQty->text().chopped(std::min<qsizetype>(1, txtNewQty->text().size())));
+  textFieldDidChange();
+}
+
+bool changeQuantityViewController::isShortEnough(const QString &entry) const {
+  return !environment().rules.guardsQuantities || digitsIn(entry) <= kMaxDigits;
 }
 
 void changeQuantityViewController::textFieldDidChange() {
@@ -71,14 +91,33 @@ bool changeQuantityViewController::shouldChangeCharactersInRange(const TextField
                                                                  qsizetype location,
                                                                  qsizetype length,
                                                                  const QString &replacement) {
-  const qsizetype before = field.text().size();
-  return location + length <= before && hasDigit(replacement) &&
-         before - length + replacement.size() <= kMaxTypedLength;
+  if (location + length > field.text().size()) {
+    return false;
+  }
+  const QString entry = QString(field.text()).replace(location, length, replacement);
+  return environment().rules.guardsQuantities
+             ? digitsIn(replacement) == replacement.size() && isShortEnough(entry)
+             : digitsIn(replacement) > 0 && entry.size() <= kMaxTypedLength;
 }
 
 void changeQuantityViewController::btnOKTouched() {
   const std::int32_t current = intValue(lblCurrentQty->text());
   const std::int32_t added = intValue(txtNewQty->text());
+  const std::int32_t total = wrappingAdd(current, added);
+  const std::int32_t ordered = intValue(lblOrderQty->text());
+  if (environment().rules.guardsQuantities && added > 0 && total > ordered) {
+    environment().alerts.show(
+        moreThanOrderedQuestion(total, ordered, [self = QPointer(this), current, added] {
+          if (!self.isNull()) {
+            self->book(current, added);
+          }
+        }));
+  } else {
+    book(current, added);
+  }
+}
+
+void changeQuantityViewController::book(std::int32_t current, std::int32_t added) {
   if (wrappingAdd(current, added) >= 1 && m_delegate) {
     m_delegate->CloseViewControllerWithGetQtyAtRow(m_row, current, added);
   }

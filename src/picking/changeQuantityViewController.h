@@ -30,6 +30,7 @@ class changeQuantityViewController : public ViewController, public TextFieldDele
   OUTLET(Button, btn8)
   OUTLET(Button, btn9)
   OUTLET(Button, btnNegative)
+  OUTLET(Button, btnDelete)
 
  public:
   explicit changeQuantityViewController(Environment &environment, QObject *parent = nullptr);
@@ -48,6 +49,8 @@ class changeQuantityViewController : public ViewController, public TextFieldDele
 
   Q_INVOKABLE void btnNumTouched(Button *key);
   Q_INVOKABLE void btnNegativeTouched();
+  /// Deletes the last character of the entry.
+  Q_INVOKABLE void btnDeleteTouched();
   Q_INVOKABLE void btnOKTouched();
   Q_INVOKABLE void btnCancelTouched();
   Q_INVOKABLE void stepperValueChanged() {}
@@ -57,11 +60,17 @@ class changeQuantityViewController : public ViewController, public TextFieldDele
   /// Ignores the Return key: the one that ends a scanned code must not confirm the quantity.
   bool textFieldShouldReturn(TextField & /*field*/) override { return true; }
   /// Accepts an edit that inserts at least one digit and results in at most four characters. This
-  /// rules out deletion; the user replaces or cancels a wrong entry.
+  /// excludes deleting; the user replaces or cancels a wrong entry. If the rules guard quantities,
+  /// it accepts an edit that deletes or inserts only digits and results in at most five digits.
   bool shouldChangeCharactersInRange(const TextField &field, qsizetype location, qsizetype length,
                                      const QString &replacement) override;
 
  private:
+  /// Returns true if the rules allow the entry `entry`.
+  [[nodiscard]] bool isShortEnough(const QString &entry) const;
+  /// Reports the quantity if the total is at least 1, and closes the keypad.
+  void book(std::int32_t current, std::int32_t added);
+
   std::int32_t m_row = 0;
   WeakDelegate<ChangeQuantityDelegate> m_delegate;
 };

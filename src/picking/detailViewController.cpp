@@ -235,9 +235,10 @@ void detailViewController::openKeypad(const BoxLine &line, int row) {
 void detailViewController::CloseViewControllerWithGetQtyAtRow(std::int32_t row,
                                                               std::int32_t currentQty,
                                                               std::int32_t addQty) {
+  const auto foreign = std::exchange(m_foreignLine, std::nullopt);
   const bool isBooked =
-      m_foreignLine ? m_session.bookForeignLine(*m_foreignLine, wrappingAdd(currentQty, addQty))
-                    : m_session.bookQuantity(linePosition(row), isFiltered(), currentQty, addQty);
+      foreign ? m_session.bookForeignLine(*foreign, wrappingAdd(currentQty, addQty))
+              : m_session.bookQuantity(linePosition(row), isFiltered(), currentQty, addQty);
   tblItems->reloadData();
   if (!m_arrayDisplay.empty()) {
     markRow(row);

@@ -130,6 +130,22 @@ class KeypadUiTest : public QObject {
     QVERIFY(ui.shows("txtNewQty"));
     QCOMPARE(ui.fieldsWithKeyboard(), QStringList("txtNewQty"));
   }
+
+  void onlyTheCarefulKeypadHasADeleteKey() {
+    {
+      TestWindow ui;
+      openKeypad(ui);
+      QVERIFY(!ui.shows("btnDelete"));
+    }
+    TestWindow ui({1280, 800}, false, PickingRules::careful());
+    openKeypad(ui);
+    ui.touch("btn4");
+    ui.type("25");
+    ui.touch("btnDelete");
+    ui.press(Qt::Key_Backspace);
+    QCOMPARE(ui.texts({"txtNewQty", "lblTotalQty"}), QStringList({"4", "4"}));
+    QCOMPARE(ui.fieldsWithKeyboard(), QStringList("txtNewQty"));
+  }
 };
 
 CARTONPICK_WINDOW_TEST(KeypadUiTest);

@@ -16,7 +16,7 @@ OutletButton {
     Layout.minimumHeight: implicitHeight
     implicitWidth: 96
     contentItem: PlainText {
-        text: key.text === "Minus" ? "−" : key.text
+        text: ({"Minus": "−", "Delete": "⌫"})[key.text] ?? key.text
         font.pixelSize: Theme.value
         font.weight: Font.Bold
         horizontalAlignment: Text.AlignHCenter

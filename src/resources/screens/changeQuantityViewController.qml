@@ -12,6 +12,7 @@ FocusScope {
     required property ChangeQuantityViewController controller
 
     readonly property bool isUpright: height > width
+    readonly property bool hasDelete: controller.btnDelete.enabled
 
     Keys.onEscapePressed: controller.btnCancelTouched()
 
@@ -125,17 +126,26 @@ FocusScope {
                 Layout.fillHeight: true
 
                 Repeater {
-                    model: ["7", "8", "9", "4", "5", "6", "1", "2", "3", "Negative", "0"]
+                    model: ["7", "8", "9", "4", "5", "6", "1", "2", "3", "Negative", "0"].concat(screen.hasDelete ? ["Delete"] : [])
 
                     KeypadKey {
                         required property string modelData
+                        readonly property bool isWide: modelData === "0" && !screen.hasDelete
 
                         outlet: screen.controller["btn" + modelData]
-                        onTouched: modelData === "Negative" ? screen.controller.btnNegativeTouched() : screen.controller.btnNumTouched(outlet)
-                        Layout.columnSpan: modelData === "0" ? 2 : 1
+                        onTouched: {
+                            if (modelData === "Negative") {
+                                screen.controller.btnNegativeTouched();
+                            } else if (modelData === "Delete") {
+                                screen.controller.btnDeleteTouched();
+                            } else {
+                                screen.controller.btnNumTouched(outlet);
+                            }
+                        }
+                        Layout.columnSpan: isWide ? 2 : 1
                         Layout.fillWidth: true
                         Layout.fillHeight: true
-                        Layout.preferredWidth: modelData === "0" ? 2 : 1
+                        Layout.preferredWidth: isWide ? 2 : 1
                     }
                 }
             }
