@@ -11,9 +11,12 @@ DELIVERIES = os.path.join(os.path.dirname(os.path.abspath(__file__)), "deliverie
 
 
 class PickingRun(unittest.TestCase):
-    """A subclass sets `programs`, the folder of the programs."""
+    """A subclass sets `programs`, the folder of the programs. It may set the file of the deliveries and
+    further options of the program."""
 
     programs = None
+    deliveries = DELIVERIES
+    options = ()
 
     def setUp(self):
         self.folder = tempfile.TemporaryDirectory()
@@ -21,7 +24,7 @@ class PickingRun(unittest.TestCase):
         self.screen = Screen(1280, 800)
         self.addCleanup(self.screen.close)
         self.sent = self.path("sent.sqlite")
-        self.service = OrderService(self.program("cartonpick-orders"), "--deliveries", DELIVERIES,
+        self.service = OrderService(self.program("cartonpick-orders"), "--deliveries", self.deliveries,
                                     "--store", self.sent)
         self.addCleanup(self.service.close)
         self.tablet = None
@@ -36,7 +39,8 @@ class PickingRun(unittest.TestCase):
 
     def start_program(self):
         self.tablet = self.new_tablet(self.program("cartonpick"), "--service-host",
-                                      self.service.host, "--home", self.path("home"))
+                                      self.service.host, "--home", self.path("home"),
+                                      *self.options)
 
     def new_tablet(self, *command):
         return Program(self.screen, *command)

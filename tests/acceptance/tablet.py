@@ -214,6 +214,11 @@ class Program(Tablet):
     def press(self, key):
         self._screen.run("xdotool", "key", key)
 
+    def set_disk_full(self, is_full):
+        """While the disk is full, the program can write to no file. It must ignore SIGXFSZ."""
+        limit = "0" if is_full else "unlimited"
+        subprocess.run(["prlimit", f"--pid={self._process.pid}", f"--fsize={limit}:"], check=True)
+
     def kill(self):
         """Kills the program at once, as an empty battery would."""
         self._process.send_signal(signal.SIGKILL)
