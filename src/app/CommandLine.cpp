@@ -72,8 +72,9 @@ CommandLine CommandLine::parse(const QStringList &arguments) {
   QCommandLineParser parser;
   parser.setApplicationDescription(
       QStringLiteral("Picks outgoing deliveries carton by carton.\n\n"
-                     "CARTONPICK_SERVICE_HOST, CARTONPICK_HOME and CARTONPICK_RULES in the "
-                     "environment stand for --service-host, --home and --rules; an option wins."));
+                     "Environment variables: CARTONPICK_SERVICE_HOST for --service-host, "
+                     "CARTONPICK_HOME for --home and CARTONPICK_RULES for --rules. An option "
+                     "overrides its variable."));
   parser.addHelpOption();
   parser.addVersionOption();
   const QCommandLineOption serviceHost(
