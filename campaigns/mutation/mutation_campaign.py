@@ -1,0 +1,166 @@
+"""Changes one thing at a time in the code of the program, and checks that a test notices it.
+
+Prints each mutation that no test catches as a diff, and a table at the end. Works in copies of the
+checkout in a temporary folder. See docs/reliability.md.
+
+Usage: python3 mutation_campaign.py [--seed N] [--count N] [--folder NAME]... [--at FILE[:LINE]]...
+                                    [--jobs N] [--work FOLDER]
+
+Fails if a mutation survives whose reason is not in reasons.txt.
+"""
+
+import argparse
+import collections
+import concurrent.futures
+import pathlib
+import queue
+import random
+import sys
+import tempfile
+import threading
+
+from covering_tests import FOLDERS
+from mutation_tree import CAUGHT, NOT_BUILT, SURVIVED, BrokenTree, MutationTree, checkout_of
+from mutations import mutations_of
+from reasons import reasons_of
+
+REASONS = pathlib.Path(__file__).with_name("reasons.txt")
+REASONED = "survived for a reason"
+NEWS_EVERY = 50
+
+
+def arguments():
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("--seed", type=int, default=1, help="of the choice (default: 1)")
+    parser.add_argument("--count", type=int, help="number of mutations (default: all)")
+    parser.add_argument("--folder", action="append", choices=FOLDERS,
+                        help="a folder of src (default: all five)")
+    parser.add_argument("--at", action="append", metavar="FILE[:LINE]",
+                        help="only the mutations of this file or line, all of them")
+    parser.add_argument("--jobs", type=int, default=2, help="mutations at a time (default: 2)")
+    parser.add_argument("--work", type=pathlib.Path,
+                        help="keep the copies and their builds here for the next run")
+    return parser.parse_args()
+
+
+def all_mutations(checkout, folders):
+    """Every mutation of the folders, in the order of their places."""
+    files = [path for folder in folders for path in sorted((checkout / "src" / folder).iterdir())
+             if path.suffix in (".h", ".cpp")]
+    return [mutation for path in files
+            for mutation in mutations_of(str(path.relative_to(checkout)),
+                                         path.read_text(encoding="utf-8"))]
+
+
+def chosen(mutations, options):
+    if options.at:
+        return [mutation for mutation in mutations
+                if mutation.path in options.at or f"{mutation.path}:{mutation.line}" in options.at]
+    count = min(options.count or len(mutations), len(mutations))
+    return random.Random(options.seed).sample(mutations, count)
+
+
+def shown(mutation, reason):
+    lines = [f"{mutation.path}:{mutation.line}: {mutation.kind}", *mutation.diff()]
+    return "\n".join(lines + ([f"because: {reason.text}"] if reason else []))
+
+
+class Campaign:
+    """The outcomes of the mutations, which the trees try file by file."""
+
+    def __init__(self, mutations, reasons):
+        self._reasons = reasons
+        self._total = len(mutations)
+        self._lock = threading.Lock()
+        self.outcomes = collections.Counter()
+        by_path = collections.defaultdict(list)
+        for mutation in mutations:
+            by_path[mutation.path].append(mutation)
+        self._files = queue.SimpleQueue()
+        for path in sorted(by_path, key=lambda path: -len(by_path[path])):
+            self._files.put(by_path[path])
+
+    def work(self, tree, durations):
+        """Tries mutations in a tree until there are no more."""
+        while True:
+            try:
+                mutations = self._files.get_nowait()
+            except queue.Empty:
+                return
+            for mutation in mutations:
+                self._take(mutation, *tree.outcome(mutation, durations))
+            tree.restore(mutations[0].path, mutations[0].text)
+
+    def _take(self, mutation, outcome, test):
+        reason = next((reason for reason in self._reasons if reason.explains(mutation)), None)
+        with self._lock:
+            if outcome == SURVIVED:
+                print(shown(mutation, reason), flush=True)
+            elif reason and outcome == CAUGHT:
+                print(f"{mutation.path}:{mutation.line}: has a reason, but {test} catches it")
+            if outcome == SURVIVED and reason:
+                outcome = REASONED
+            self.outcomes[mutation.folder, outcome] += 1
+            done = sum(self.outcomes.values())
+            if done % NEWS_EVERY == 0:
+                print(f"mutation: {done} of {self._total}", flush=True)
+
+    def table(self):
+        """The outcomes by folder, as Markdown."""
+        rows = [["folder", "mutations", "caught", SURVIVED, "of these for a reason", NOT_BUILT]]
+        names = [name for name in FOLDERS if any(name == key[0] for key in self.outcomes)]
+        for name in [*names, "all"]:
+            caught, survived, reasoned, not_built = (
+                sum(count for (folder, kind), count in self.outcomes.items()
+                    if name in (folder, "all") and kind == outcome)
+                for outcome in (CAUGHT, SURVIVED, REASONED, NOT_BUILT))
+            tried = caught + survived + reasoned
+            share = f" ({100 * caught / tried:.1f} %)" if tried else ""
+            rows.append([name, tried, f"{caught}{share}", survived + reasoned, reasoned, not_built])
+        lines = ["| " + " | ".join(map(str, row)) + " |" for row in rows]
+        return "\n".join([lines[0], "| --- |" + " ---: |" * (len(rows[0]) - 1), *lines[1:]])
+
+
+def prepared_trees(options, folder, folders):
+    """The trees, one for each job. The second and later ones take what the first has compiled."""
+    trees = [MutationTree(checkout_of(__file__), folder / str(number + 1))
+             for number in range(options.jobs)]
+    for number, tree in enumerate(trees):
+        print(f"mutation: builds tree {number + 1} of {len(trees)}", flush=True)
+        tree.prepare(folders)
+    return trees
+
+
+def run(options, folder):
+    folders = options.folder or list(FOLDERS)
+    mutations = chosen(all_mutations(checkout_of(__file__), folders), options)
+    reasons = reasons_of(REASONS.read_text(encoding="utf-8"))
+    if options.at:
+        folders = sorted({mutation.folder for mutation in mutations})
+    trees = prepared_trees(options, folder, folders)
+    print("mutation: runs the tests without a mutation", flush=True)
+    durations = trees[0].durations()
+    campaign = Campaign(mutations, reasons)
+    with concurrent.futures.ThreadPoolExecutor(len(trees)) as pool:
+        for work in [pool.submit(campaign.work, tree, durations) for tree in trees]:
+            work.result()
+    print(campaign.table())
+    survived = sum(count for (_, kind), count in campaign.outcomes.items() if kind == SURVIVED)
+    print(f"mutation: {survived} survived without a reason (seed {options.seed}).")
+    return 1 if survived else 0
+
+
+def main():
+    options = arguments()
+    try:
+        if options.work:
+            return run(options, options.work.absolute())
+        with tempfile.TemporaryDirectory(prefix="mutation.") as folder:
+            return run(options, pathlib.Path(folder))
+    except BrokenTree as broken:
+        print(f"mutation: {broken}", file=sys.stderr)
+        return 2
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,179 @@
+"""Tests which mutations are found in a C++ file, and how reasons are matched with them.
+
+Usage: python3 mutation_checks_test.py
+"""
+
+import textwrap
+import unittest
+
+from covering_tests import COVERING_TESTS, FOLDERS, in_order_of_promise, is_among
+from mutation_campaign import REASONS, all_mutations
+from mutation_tree import checkout_of
+from mutations import mutations_of
+from reasons import reasons_of
+
+
+def mutated_lines(code, kind):
+    """The lines that the mutations of a kind add to a function with this code."""
+    text = "void f() {\n" + textwrap.indent(textwrap.dedent(code).strip(), "  ") + "\n}\n"
+    return [" ".join(line[1:].strip() for line in mutation.diff() if line.startswith("+"))
+            for mutation in mutations_of("src/store/F.cpp", text) if mutation.kind == kind]
+
+
+class Comparisons(unittest.TestCase):
+    def test_an_equality_becomes_an_inequality(self):
+        self.assertEqual(mutated_lines("g(a == b);", "comparison"), ["g(a != b);"])
+
+    def test_an_order_is_moved_by_its_limit_and_turned(self):
+        self.assertEqual(mutated_lines("g(a < b);", "comparison"), ["g(a <= b);", "g(a > b);"])
+
+    def test_the_brackets_of_a_template_are_no_comparison(self):
+        self.assertEqual(mutated_lines("g(std::max<int>(a, b));", "comparison"), [])
+
+
+class Constants(unittest.TestCase):
+    def test_a_constant_is_moved_by_one_in_both_directions(self):
+        self.assertEqual(mutated_lines("g(1'000);", "constant"), ["g(1001);", "g(999);"])
+
+    def test_a_constant_keeps_its_suffix_and_its_point(self):
+        self.assertEqual(mutated_lines("g(3U, 5.5);", "constant"),
+                         ["g(2U, 5.5);", "g(4U, 5.5);", "g(3U, 4.5);", "g(3U, 6.5);"])
+
+    def test_a_truth_is_turned(self):
+        self.assertEqual(mutated_lines("return true;", "constant"), ["return false;"])
+
+    def test_texts_comments_and_directives_have_no_constants(self):
+        self.assertEqual(mutated_lines('g("1");  // 2\n#define X 3\ng(R"(4)");', "constant"), [])
+
+
+class Statements(unittest.TestCase):
+    def test_a_statement_is_dropped_and_a_declaration_is_not(self):
+        self.assertEqual(mutated_lines("""
+            const auto n = g();
+            std::vector<int> all;
+            QString *text = h();
+            all.push_back(n);
+            """, "statement"), [""])
+
+    def test_the_statements_of_a_branch_a_loop_and_a_label_are_dropped(self):
+        self.assertEqual(len(mutated_lines("""
+            if (a) {
+              return;
+            }
+            for (int i = 0; i < n; ++i) {
+              emit changed(i);
+            }
+            switch (a) {
+              case X::y:
+                break;
+            }
+            """, "statement")), 3)
+
+    def test_the_statement_around_a_lambda_and_those_in_it_are_dropped(self):
+        self.assertEqual(mutated_lines("""
+            run([&](int i) -> int {
+              g(i);
+            });
+            """, "statement"), ["", ""])
+
+    def test_the_list_of_a_loop_is_no_block(self):
+        self.assertEqual(mutated_lines("""
+            for (const int i : {1, 2}) {
+              g(i);
+            }
+            """, "statement"), [""])
+
+
+class Conditions(unittest.TestCase):
+    def test_a_condition_is_negated_once(self):
+        self.assertEqual(mutated_lines("if (a) {\n}", "condition"), ["if (!(a)) {"])
+        self.assertEqual(mutated_lines("if (!a) {\n}", "condition"), ["if (a) {"])
+        self.assertEqual(mutated_lines("if (a == b) {\n}", "condition"), [])
+
+    def test_the_condition_of_a_choice_and_of_a_loop_is_negated(self):
+        self.assertEqual(mutated_lines("return f(a).b() ? c : d;", "condition"),
+                         ["return !(f(a).b()) ? c : d;"])
+        self.assertEqual(mutated_lines("for (int i = 0; g(i); ++i) {\n}", "condition"),
+                         ["for (int i = 0; !(g(i)); ++i) {"])
+
+    def test_and_becomes_or(self):
+        self.assertEqual(mutated_lines("g(a && b);", "condition"), ["g(a || b);"])
+
+    def test_a_condition_that_declares_a_variable_stays(self):
+        self.assertEqual(mutated_lines("if (const auto a = g()) {\n}", "condition"), [])
+
+
+class Arguments(unittest.TestCase):
+    def test_neighbouring_arguments_are_exchanged(self):
+        self.assertEqual(mutated_lines("g(a, h<x, y>(b), c);", "arguments"),
+                         ["g(h<x, y>(b), a, c);", "g(a, c, h<x, y>(b));"])
+
+    def test_equal_arguments_stay(self):
+        self.assertEqual(mutated_lines("g(a, a);", "arguments"), [])
+
+    def test_the_values_of_a_list_are_exchanged_and_its_names_stay(self):
+        self.assertEqual(mutated_lines("return {.x = a, .y = b};", "arguments"),
+                         ["return {.x = b, .y = a};"])
+
+    def test_parameters_and_enumerators_stay(self):
+        text = "enum class E { a, b };\nvoid g(int a, int b);\n"
+        self.assertEqual(mutations_of("src/store/G.h", text), [])
+
+    def test_the_arguments_of_a_member_initialiser_are_exchanged(self):
+        text = "G::G(int a, int b) : m_x(a, b) {}\n"
+        self.assertEqual([mutation.replacement for mutation in mutations_of("src/store/G.cpp", text)],
+                         ["b, a"])
+
+
+class Reasons(unittest.TestCase):
+    REASONS = textwrap.dedent("""
+        # A comment.
+        file: src/store/F.cpp
+        -  g(1);
+        +  g(2);
+        because: g ignores
+        because: its argument.
+        """)
+
+    def mutation(self, replacement):
+        mutations = mutations_of("src/store/F.cpp", "void f() {\n\n    g(1);\n}\n")
+        return next(mutation for mutation in mutations if mutation.replacement == replacement)
+
+    def test_a_reason_explains_its_mutation_wherever_the_line_is(self):
+        reason, = reasons_of(self.REASONS)
+        self.assertEqual(reason.text, "g ignores its argument.")
+        self.assertTrue(reason.explains(self.mutation("2")))
+        self.assertFalse(reason.explains(self.mutation("0")))
+
+    def test_a_reason_without_added_lines_explains_each_mutation_of_the_removed_ones(self):
+        reason, = reasons_of(self.REASONS.replace("+  g(2);\n", ""))
+        self.assertTrue(reason.explains(self.mutation("")))
+
+    def test_an_entry_without_a_reason_is_refused(self):
+        with self.assertRaises(ValueError):
+            reasons_of(self.REASONS.replace("because", "since"))
+
+    def test_each_reason_of_the_project_explains_a_mutation(self):
+        mutations = all_mutations(checkout_of(__file__), FOLDERS)
+        for reason in reasons_of(REASONS.read_text(encoding="utf-8")):
+            with self.subTest(reason):
+                self.assertTrue(any(reason.explains(mutation) for mutation in mutations))
+
+
+class CoveringTests(unittest.TestCase):
+    def test_the_own_tests_of_a_folder_are_first(self):
+        self.assertEqual([COVERING_TESTS[folder][0] for folder in FOLDERS], list(FOLDERS))
+
+    def test_a_program_covers_with_all_its_classes_and_a_class_alone(self):
+        self.assertTrue(is_among("store.StoreLock", "store"))
+        self.assertTrue(is_among("ui.HistoryUi", "ui.HistoryUi"))
+        self.assertFalse(is_among("ui.HistoryUi", "ui.ScanningUi"))
+
+    def test_the_tests_of_the_mutated_class_are_first_and_then_the_short_ones(self):
+        durations = {"a.Slow": 3, "a.Quick": 1, "a.Mutated": 9}
+        self.assertEqual(in_order_of_promise(durations, "src/a/Mutated.cpp", durations),
+                         ["a.Mutated", "a.Quick", "a.Slow"])
+
+
+if __name__ == "__main__":
+    unittest.main()
