@@ -32,20 +32,20 @@ NEWS_EVERY = 50
 def arguments():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--seed", type=int, default=1, help="of the choice (default: 1)")
-    parser.add_argument("--count", type=int, help="number of mutations (default: all)")
+    parser.add_argument("--count", type=int, help="number of mutations of all folders (default: all)")
     parser.add_argument("--folder", action="append", choices=FOLDERS,
-                        help="a folder of src (default: all five)")
+                        help="only those in this folder of src (default: all five)")
     parser.add_argument("--at", action="append", metavar="FILE[:LINE]",
-                        help="only the mutations of this file or line, all of them")
+                        help="all mutations of this file or line instead")
     parser.add_argument("--jobs", type=int, default=2, help="mutations at a time (default: 2)")
     parser.add_argument("--work", type=pathlib.Path,
                         help="keep the copies and their builds here for the next run")
     return parser.parse_args()
 
 
-def all_mutations(checkout, folders):
+def all_mutations(checkout):
     """Every mutation of the folders, in the order of their places."""
-    files = [path for folder in folders for path in sorted((checkout / "src" / folder).iterdir())
+    files = [path for folder in FOLDERS for path in sorted((checkout / "src" / folder).iterdir())
              if path.suffix in (".h", ".cpp")]
     return [mutation for path in files
             for mutation in mutations_of(str(path.relative_to(checkout)),
@@ -53,11 +53,19 @@ def all_mutations(checkout, folders):
 
 
 def chosen(mutations, options):
+    """The mutations to try.
+
+    The choice by seed and count depends on the changed lines only: a change of other lines hardly
+    alters it. The choice of one folder is the part of the choice of all that is in the folder.
+    """
+    def rank(mutation):
+        return random.Random("\n".join([str(options.seed), mutation.path, *mutation.diff()])).random()
+
     if options.at:
         return [mutation for mutation in mutations
                 if mutation.path in options.at or f"{mutation.path}:{mutation.line}" in options.at]
-    count = min(options.count or len(mutations), len(mutations))
-    return random.Random(options.seed).sample(mutations, count)
+    return [mutation for mutation in sorted(mutations, key=rank)[:options.count]
+            if mutation.folder in (options.folder or FOLDERS)]
 
 
 def shown(mutation, reason):
@@ -132,11 +140,9 @@ def prepared_trees(options, folder, folders):
 
 
 def run(options, folder):
-    folders = options.folder or list(FOLDERS)
-    mutations = chosen(all_mutations(checkout_of(__file__), folders), options)
+    mutations = chosen(all_mutations(checkout_of(__file__)), options)
+    folders = sorted({mutation.folder for mutation in mutations})
     reasons = reasons_of(REASONS.read_text(encoding="utf-8"))
-    if options.at:
-        folders = sorted({mutation.folder for mutation in mutations})
     trees = prepared_trees(options, folder, folders)
     print("mutation: runs the tests without a mutation", flush=True)
     durations = trees[0].durations()

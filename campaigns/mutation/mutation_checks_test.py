@@ -111,6 +111,9 @@ class Arguments(unittest.TestCase):
     def test_equal_arguments_stay(self):
         self.assertEqual(mutated_lines("g(a, a);", "arguments"), [])
 
+    def test_the_arguments_of_a_sum_stay(self):
+        self.assertEqual(mutated_lines("wrappingAdd(a, b);", "arguments"), [])
+
     def test_the_values_of_a_list_are_exchanged_and_its_names_stay(self):
         self.assertEqual(mutated_lines("return {.x = a, .y = b};", "arguments"),
                          ["return {.x = b, .y = a};"])
@@ -154,7 +157,7 @@ class Reasons(unittest.TestCase):
             reasons_of(self.REASONS.replace("because", "since"))
 
     def test_each_reason_of_the_project_explains_a_mutation(self):
-        mutations = all_mutations(checkout_of(__file__), FOLDERS)
+        mutations = all_mutations(checkout_of(__file__))
         for reason in reasons_of(REASONS.read_text(encoding="utf-8")):
             with self.subTest(reason):
                 self.assertTrue(any(reason.explains(mutation) for mutation in mutations))
@@ -164,10 +167,9 @@ class CoveringTests(unittest.TestCase):
     def test_the_own_tests_of_a_folder_are_first(self):
         self.assertEqual([COVERING_TESTS[folder][0] for folder in FOLDERS], list(FOLDERS))
 
-    def test_a_program_covers_with_all_its_classes_and_a_class_alone(self):
+    def test_a_program_covers_with_all_its_classes(self):
         self.assertTrue(is_among("store.StoreLock", "store"))
-        self.assertTrue(is_among("ui.HistoryUi", "ui.HistoryUi"))
-        self.assertFalse(is_among("ui.HistoryUi", "ui.ScanningUi"))
+        self.assertFalse(is_among("store_file.StoreLock", "store"))
 
     def test_the_tests_of_the_mutated_class_are_first_and_then_the_short_ones(self):
         durations = {"a.Slow": 3, "a.Quick": 1, "a.Mutated": 9}

@@ -14,6 +14,8 @@ COMPARISONS = {"==": ["!="], "!=": ["=="], "<": ["<=", ">"], "<=": ["<", ">="],
 TRUTHS = {"true": "false", "false": "true"}
 JUNCTIONS = {"&&": "||", "||": "&&"}
 NOT_CALLED = HEADED | {"return", "sizeof", "decltype", "alignof", "noexcept", "requires"}
+# An exchange of their arguments changes nothing.
+SYMMETRIC = {"wrappingAdd", "min", "max"}
 BEFORE_CONDITION = {"=", "return", "(", "{", ",", ";", "[", ":", "?", "<<", "+="}
 
 
@@ -161,7 +163,7 @@ def exchanged_arguments(source):
 
 
 def _opens_call(source, at):
-    if source.word(at) != "(" or source.word(at - 1) in NOT_CALLED:
+    if source.word(at) != "(" or source.word(at - 1) in NOT_CALLED | SYMMETRIC:
         return False
     is_after_name = source.tokens[at - 1].kind == "name" or source.word(at - 1) == ">"
     return is_after_name and (source.is_in_block(at) or source.is_in_initialisers(at))
