@@ -74,6 +74,7 @@ class PickingSessionTest : public QObject {
     const PickingSession session(clock);
     QVERIFY(session.pickList().empty());
     QVERIFY(session.openBoxLines().empty());
+    QCOMPARE(session.curBoxIndex(), -1);
     QCOMPARE(session.openEntry(), nullptr);
     QCOMPARE(session.boxCounters().total, 0U);
   }
@@ -229,6 +230,35 @@ class PickingSessionTest : public QObject {
     QCOMPARE(std::get<LoosePick>(test.session.pickList().at(3)).qty, 0);
     QCOMPARE(booked.at(0).at(0).toInt(), 2);
     QCOMPARE(booked.at(1).at(0).toInt(), -1);
+  }
+
+  void aPositionAfterTheLastBoxHasNoOpenEntry() {
+    TestSession test;
+    test.session.start();
+    test.session.openBox(2);
+    QCOMPARE(test.session.openEntry(), nullptr);
+    QVERIFY(test.session.openBoxLines().empty());
+  }
+
+  void afterANewListOnlyItsCodesAreFound() {
+    TestSession test;
+    test.openFirstBox();
+    QVERIFY(test.session.find(QStringLiteral("B")));
+    test.session.setArrayPick(std::make_shared<PickList>(
+        PickList{BoxRecord{.box = QStringLiteral("C1"), .boxitems = {{.item = "Z"}}}}));
+    QVERIFY(!test.session.find(QStringLiteral("B")));
+    QVERIFY(test.session.find(QStringLiteral("Z")));
+  }
+
+  void aBookingAfterASmallerImportChangesItsItemLine() {
+    TestSession test;
+    Delivery onlyB = test.delivery;
+    onlyB.lines = {lineOf(QStringLiteral("C1"), QStringLiteral("B"), 2)};
+    QVERIFY(test.session.importDelivery(onlyB));
+    test.openFirstBox();
+    test.session.bookQuantity(0, false, 0, 2);
+    QCOMPARE(test.session.arrayItems()->size(), 1U);
+    QCOMPARE(test.session.arrayItems()->at(0).pickqty.value(), 2);
   }
 };
 

@@ -351,6 +351,14 @@ class HistoryViewControllerTest : public QObject {
     QCOMPARE(history.tblHistoryOverview->selectedRow(), 0);
   }
 
+  void theReturnToTheStartScreenPassesTheContext() {
+    PickedProgram program;
+    HistoryViewController &history = program.open();
+    program.start().setManagedObjectContext(nullptr);
+    history.performSegueWithIdentifier(QStringLiteral("returnFromHistoryToStart"));
+    QCOMPARE(program.start().managedObjectContext(), &program.context());
+  }
+
   void anUnknownSeguePassesNoContext() {
     PickedProgram program;
     HistoryViewController &history = program.open();

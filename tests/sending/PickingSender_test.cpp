@@ -1,5 +1,6 @@
 #include "sending/PickingSender.h"
 
+#include "device/NetworkHttpClient.h"
 #include "sending/SendPickBody.h"
 #include "support/FullDisk.h"
 #include "support/TestClass.h"
@@ -12,7 +13,9 @@
 #include <QTest>
 
 #include <SQLiteCpp/Database.h>
+#include <chrono>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -24,6 +27,21 @@ const QString kSent = QStringLiteral("Picking was sent||OK");
 const QString kNothing = QStringLiteral("No picking to send||OK");
 const QString kUnreachable =
     QStringLiteral("Could not contact server|No connection could be opened to server|OK");
+
+/// The real client, which keeps the time-out of the last request.
+class TimeoutRecorder : public HttpClient {
+ public:
+  HttpConnection *start(const HttpRequest &request, WeakDelegate<HttpConnectionDelegate> delegate,
+                        QObject *owner) override {
+    timeout = request.timeout;
+    return m_client.start(request, std::move(delegate), owner);
+  }
+
+  std::chrono::milliseconds timeout{};
+
+ private:
+  NetworkHttpClient m_client;
+};
 
 /// The delegate of the sender's alerts.
 class AlertDelegate : public QObject, public AlertViewDelegate {};
@@ -131,6 +149,15 @@ class PickingSenderTest : public QObject {
     QCOMPARE(request.headers.value("content-type"), "application/json");
     QCOMPARE(request.headers.value("data-type"), "json");
     QCOMPARE(request.headers.value("content-length"), QByteArray::number(request.body.size()));
+  }
+
+  void aSendWaitsTwoMinutesForTheService() {
+    PickedProgram program;
+    auto recorder = std::make_unique<TimeoutRecorder>();
+    const TimeoutRecorder &client = *recorder;
+    program.environment.http = std::move(recorder);
+    program.sendAll();
+    QVERIFY(client.timeout == std::chrono::minutes(2));
   }
 
   void allBoxesAreSentInOneRequest() {
@@ -303,6 +330,17 @@ class PickingSenderTest : public QObject {
     QCOMPARE(program.sentFlags(), QList<int>({1, 1, 1}));
   }
 
+  void aSecondSendIgnoresTheReplyToTheFirst() {
+    PickedProgram program;
+    program.service.answerWith("busy");
+    program.sendAll();
+    program.answerTopAlert(0);
+    program.service.answerWith(kAccepted);
+    program.sender->send(kDoc);
+    QTRY_COMPARE(textsOf(program.environment.alerts), QStringList(kSent));
+    QCOMPARE(program.sentFlags(), QList<int>({1, 1, 1}));
+  }
+
   void onlyUnsentRowsOfTheDeliveryAreSentAndMarked() {
     PickedProgram program;
     program.add(QStringLiteral("C1"), QStringLiteral("S"), 1, 1);
@@ -405,6 +443,23 @@ class PickingSenderTest : public QObject {
     program.sender.reset();
     QVERIFY(!program.environment.busy.isActive());
     QCOMPARE(program.sentFlags(), QList<int>({0, 0, 0}));
+  }
+
+  void destroyingAFinishedSenderDoesNotEndAnotherBusyState_data() {
+    QTest::addColumn<bool>("hasReply");
+    QTest::newRow("with a reply") << true;
+    QTest::newRow("without a reply") << false;
+  }
+  void destroyingAFinishedSenderDoesNotEndAnotherBusyState() {
+    QFETCH(const bool, hasReply);
+    PickedProgram program;
+    if (!hasReply) {
+      program.environment.serviceHost = LoopbackService::unreachableHost();
+    }
+    program.sendAll();
+    program.environment.busy.begin(QStringLiteral("Another"));
+    program.sender.reset();
+    QVERIFY(program.environment.busy.isActive());
   }
 };
 

@@ -243,6 +243,13 @@ class ManagedObjectContextTest : public QObject {
              QDateTime({2026, 7, 1}, {3, 0}, QTimeZone::utc()));
   }
 
+  void onlyAStoredPickHasARowId() {
+    TestContext test;
+    QCOMPARE(Picking{}.rowId, 0);
+    test.insertSaved({pickOf(QStringLiteral("4711"), QStringLiteral("C1"), QStringLiteral("A"))});
+    QVERIFY(test.context.pickings(QStringLiteral("4711"))->front().rowId > 0);
+  }
+
   void rowsAreInInsertionOrder() {
     TestContext test;
     const QString doc = QStringLiteral("4711");
