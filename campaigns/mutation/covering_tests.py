@@ -12,7 +12,7 @@ COVERING_TESTS = {
     "sending": ["sending", "picking"],
     "history": ["history"],
     "summary": ["summary", "history", "picking"],
-    "store": ["store", "delivery", "sending", "service", "history", "disk"],
+    "store": ["store", "delivery", "sending", "service", "history", "disk", "intruder"],
 }
 
 

@@ -26,7 +26,6 @@ from reasons import reasons_of
 
 REASONS = pathlib.Path(__file__).with_name("reasons.txt")
 REASONED = "survived for a reason"
-NEWS_EVERY = 50
 
 
 def arguments():
@@ -80,6 +79,7 @@ class Campaign:
         self._reasons = reasons
         self._total = len(mutations)
         self._lock = threading.Lock()
+        self._is_stopped = False
         self.outcomes = collections.Counter()
         by_path = collections.defaultdict(list)
         for mutation in mutations:
@@ -90,14 +90,21 @@ class Campaign:
 
     def work(self, tree, durations):
         """Tries mutations in a tree until there are no more."""
-        while True:
+        while not self._is_stopped:
             try:
                 mutations = self._files.get_nowait()
             except queue.Empty:
                 return
             for mutation in mutations:
-                self._take(mutation, *tree.outcome(mutation, durations))
+                if not self._is_stopped:
+                    self._take(mutation, *tree.outcome(mutation, durations))
             tree.restore(mutations[0].path, mutations[0].text)
+            done = sum(self.outcomes.values())
+            print(f"mutation: {done} of {self._total} after {mutations[0].path}", flush=True)
+
+    def stop(self):
+        """Lets every tree finish only its current mutation."""
+        self._is_stopped = True
 
     def _take(self, mutation, outcome, test):
         reason = next((reason for reason in self._reasons if reason.explains(mutation)), None)
@@ -109,9 +116,6 @@ class Campaign:
             if outcome == SURVIVED and reason:
                 outcome = REASONED
             self.outcomes[mutation.folder, outcome] += 1
-            done = sum(self.outcomes.values())
-            if done % NEWS_EVERY == 0:
-                print(f"mutation: {done} of {self._total}", flush=True)
 
     def table(self):
         """The outcomes by folder, as Markdown."""
@@ -146,10 +150,14 @@ def run(options, folder):
     trees = prepared_trees(options, folder, folders)
     print("mutation: runs the tests without a mutation", flush=True)
     durations = trees[0].durations()
+    print(f"mutation: {len(durations)} tests take {sum(durations.values()):.0f} s", flush=True)
     campaign = Campaign(mutations, reasons)
     with concurrent.futures.ThreadPoolExecutor(len(trees)) as pool:
-        for work in [pool.submit(campaign.work, tree, durations) for tree in trees]:
-            work.result()
+        try:
+            for work in [pool.submit(campaign.work, tree, durations) for tree in trees]:
+                work.result()
+        finally:
+            campaign.stop()
     print(campaign.table())
     survived = sum(count for (_, kind), count in campaign.outcomes.items() if kind == SURVIVED)
     print(f"mutation: {survived} survived without a reason (seed {options.seed}).")

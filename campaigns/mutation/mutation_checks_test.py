@@ -118,6 +118,10 @@ class Arguments(unittest.TestCase):
         self.assertEqual(mutated_lines("return {.x = a, .y = b};", "arguments"),
                          ["return {.x = b, .y = a};"])
 
+    def test_the_pairs_of_a_map_are_exchanged_only_in_themselves(self):
+        self.assertEqual(mutated_lines("return {{a, 1}, {b, 2}};", "arguments"),
+                         ["return {{1, a}, {b, 2}};", "return {{a, 1}, {2, b}};"])
+
     def test_parameters_and_enumerators_stay(self):
         text = "enum class E { a, b };\nvoid g(int a, int b);\n"
         self.assertEqual(mutations_of("src/store/G.h", text), [])

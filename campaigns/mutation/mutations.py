@@ -157,7 +157,9 @@ def exchanged_arguments(source):
         values = [_value(source, *element) for element in source.elements(at)]
         for (first, first_end), (second, second_end) in zip(values, values[1:]):
             before, after = _text(source, first, first_end), _text(source, second, second_end)
-            if before != after:
+            # The pairs of a map have no order.
+            are_pairs = source.word(first) == source.word(second) == "{"
+            if before != after and not are_pairs:
                 between = source.text[source.tokens[first_end - 1].end:source.tokens[second].start]
                 yield _replaced(source, first, second_end, after + between + before)
 
