@@ -15,6 +15,7 @@ import concurrent.futures
 import pathlib
 import queue
 import random
+import signal
 import sys
 import tempfile
 import threading
@@ -26,6 +27,7 @@ from reasons import reasons_of
 
 REASONS = pathlib.Path(__file__).with_name("reasons.txt")
 REASONED = "survived for a reason"
+OUTCOMES = (CAUGHT, SURVIVED, REASONED, NOT_BUILT)
 
 
 def arguments():
@@ -85,7 +87,8 @@ class Campaign:
         for mutation in mutations:
             by_path[mutation.path].append(mutation)
         self._files = queue.SimpleQueue()
-        for path in sorted(by_path, key=lambda path: -len(by_path[path])):
+        # Headers are last: a mutation of a header compiles many files again.
+        for path in sorted(by_path, key=lambda path: (path.endswith(".h"), -len(by_path[path]))):
             self._files.put(by_path[path])
 
     def work(self, tree, durations):
@@ -99,12 +102,21 @@ class Campaign:
                 if not self._is_stopped:
                     self._take(mutation, *tree.outcome(mutation, durations))
             tree.restore(mutations[0].path, mutations[0].text)
-            done = sum(self.outcomes.values())
-            print(f"mutation: {done} of {self._total} after {mutations[0].path}", flush=True)
+            self._report(mutations[0].path)
 
     def stop(self):
         """Lets every tree finish only its current mutation."""
         self._is_stopped = True
+
+    def _report(self, path):
+        with self._lock:
+            done = sum(self.outcomes.values())
+            counts = ", ".join(f"{self._count(outcome)} {outcome}" for outcome in OUTCOMES)
+            print(f"mutation: {done} of {self._total} after {path}: {counts}", flush=True)
+
+    def _count(self, outcome, folder=None):
+        return sum(count for (name, kind), count in self.outcomes.items()
+                   if kind == outcome and folder in (name, None))
 
     def _take(self, mutation, outcome, test):
         reason = next((reason for reason in self._reasons if reason.explains(mutation)), None)
@@ -117,18 +129,21 @@ class Campaign:
                 outcome = REASONED
             self.outcomes[mutation.folder, outcome] += 1
 
+    def survived(self):
+        """The number of mutations that survived without a reason."""
+        return self._count(SURVIVED)
+
     def table(self):
         """The outcomes by folder, as Markdown."""
         rows = [["folder", "mutations", "caught", SURVIVED, "of these for a reason", NOT_BUILT]]
         names = [name for name in FOLDERS if any(name == key[0] for key in self.outcomes)]
-        for name in [*names, "all"]:
+        for name in [*names, None]:
             caught, survived, reasoned, not_built = (
-                sum(count for (folder, kind), count in self.outcomes.items()
-                    if name in (folder, "all") and kind == outcome)
-                for outcome in (CAUGHT, SURVIVED, REASONED, NOT_BUILT))
+                self._count(outcome, name) for outcome in OUTCOMES)
             tried = caught + survived + reasoned
             share = f" ({100 * caught / tried:.1f} %)" if tried else ""
-            rows.append([name, tried, f"{caught}{share}", survived + reasoned, reasoned, not_built])
+            rows.append([name or "all", tried, f"{caught}{share}", survived + reasoned, reasoned,
+                         not_built])
         lines = ["| " + " | ".join(map(str, row)) + " |" for row in rows]
         return "\n".join([lines[0], "| --- |" + " ---: |" * (len(rows[0]) - 1), *lines[1:]])
 
@@ -156,16 +171,19 @@ def run(options, folder):
         try:
             for work in [pool.submit(campaign.work, tree, durations) for tree in trees]:
                 work.result()
+        except KeyboardInterrupt:
+            print("mutation: stopped", flush=True)
         finally:
             campaign.stop()
     print(campaign.table())
-    survived = sum(count for (_, kind), count in campaign.outcomes.items() if kind == SURVIVED)
+    survived = campaign.survived()
     print(f"mutation: {survived} survived without a reason (seed {options.seed}).")
     return 1 if survived else 0
 
 
 def main():
     options = arguments()
+    signal.signal(signal.SIGTERM, signal.default_int_handler)
     try:
         if options.work:
             return run(options, options.work.absolute())

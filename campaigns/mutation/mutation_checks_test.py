@@ -3,12 +3,15 @@
 Usage: python3 mutation_checks_test.py
 """
 
+import argparse
+import contextlib
+import io
 import textwrap
 import unittest
 
 from covering_tests import COVERING_TESTS, FOLDERS, in_order_of_promise, is_among
-from mutation_campaign import REASONS, all_mutations
-from mutation_tree import checkout_of
+from mutation_campaign import REASONS, Campaign, all_mutations, chosen
+from mutation_tree import CAUGHT, NOT_BUILT, SURVIVED, checkout_of
 from mutations import mutations_of
 from reasons import reasons_of
 
@@ -165,6 +168,62 @@ class Reasons(unittest.TestCase):
         for reason in reasons_of(REASONS.read_text(encoding="utf-8")):
             with self.subTest(reason):
                 self.assertTrue(any(reason.explains(mutation) for mutation in mutations))
+
+
+class Choice(unittest.TestCase):
+    MUTATIONS = [mutation for folder in ("store", "sending") for mutation in mutations_of(
+        f"src/{folder}/F.cpp", "void f() {\n" + "".join(f"  g({i});\n" for i in range(50)) + "}\n")]
+
+    def chosen(self, mutations=None, **options):
+        defaults = {"seed": 1, "count": None, "folder": None, "at": None}
+        return chosen(mutations or self.MUTATIONS, argparse.Namespace(**{**defaults, **options}))
+
+    def test_the_choice_of_a_folder_is_its_part_of_the_choice_of_all(self):
+        everywhere = self.chosen(count=60)
+        self.assertEqual(len(everywhere), 60)
+        self.assertEqual(self.chosen(count=60, folder=["store"]),
+                         [mutation for mutation in everywhere if mutation.folder == "store"])
+
+    def test_a_seed_makes_the_same_choice_after_a_change_of_other_lines(self):
+        moved = [mutation for path in ("src/store/F.cpp", "src/sending/F.cpp")
+                 for mutation in mutations_of(path, "\n\n" + self.MUTATIONS[0].text)]
+        self.assertEqual([mutation.diff() for mutation in self.chosen(count=60)],
+                         [mutation.diff() for mutation in self.chosen(moved, count=60)])
+        self.assertNotEqual(self.chosen(count=60), self.chosen(count=60, seed=2))
+
+    def test_all_mutations_of_a_line_can_be_chosen(self):
+        lines = {mutation.line for mutation in self.chosen(at=["src/store/F.cpp:3"], count=1)}
+        self.assertEqual(lines, {3})
+
+
+class Outcomes(unittest.TestCase):
+    class Tree:
+        """Each mutation has the next one of these outcomes."""
+
+        def __init__(self, *outcomes):
+            self._outcomes = iter(outcomes)
+            self.restored = []
+
+        def outcome(self, _mutation, _durations):
+            return next(self._outcomes), None
+
+        def restore(self, path, _text):
+            self.restored.append(path)
+
+    def test_survivors_are_shown_and_counted_apart_from_those_with_a_reason(self):
+        mutations = mutations_of("src/store/F.cpp", "void f() {\n  g(1);\n  g(5);\n}\n")
+        reasons = reasons_of("\nfile: src/store/F.cpp\n-  g(1);\nbecause: g ignores it.\n")
+        tree = self.Tree(SURVIVED, CAUGHT, NOT_BUILT, CAUGHT, CAUGHT, SURVIVED)
+        campaign = Campaign(mutations, reasons)
+        with contextlib.redirect_stdout(io.StringIO()) as output:
+            campaign.work(tree, {})
+        self.assertIn("because: g ignores it.", output.getvalue())
+        self.assertIn("src/store/F.cpp:3: constant", output.getvalue())
+        self.assertEqual(campaign.survived(), 1)
+        self.assertEqual(campaign.table().splitlines()[-2:],
+                         ["| store | 5 | 3 (60.0 %) | 2 | 1 | 1 |",
+                          "| all | 5 | 3 (60.0 %) | 2 | 1 | 1 |"])
+        self.assertEqual(tree.restored, ["src/store/F.cpp"])
 
 
 class CoveringTests(unittest.TestCase):
