@@ -321,6 +321,14 @@ class PersistentStoreCoordinatorTest : public QObject {
         coordinator->database()->exec("UPDATE sqlite_master SET sql = '' WHERE name = 'Items'"));
   }
 
+  void aViewInTheFileCannotBeRead() {
+    const TemporaryStore store;
+    const auto coordinator = store.open();
+    store.connect().exec("CREATE VIEW Trap AS SELECT 1");
+    QVERIFY_THROWS_EXCEPTION(SQLite::Exception,
+                             coordinator->database()->execAndGet("SELECT * FROM Trap"));
+  }
+
   void aSecondConnectionIsAsDurableAsTheFirst() {
     const TemporaryStore store;
     const auto coordinator = store.open();
