@@ -58,6 +58,7 @@ QPointF centreOf(const TestWindow &ui, const QString &name) {
 
 void click(TestWindow &ui, const QString &name) {
   const QPointF place = centreOf(ui, name);
+  ui.passQuietTime();
   send(ui.window(), QEvent::MouseButtonPress, place);
   send(ui.window(), QEvent::MouseButtonRelease, place);
 }
@@ -204,6 +205,7 @@ class WindowBench : public QObject {
       watchText(ui.item(QStringLiteral("lblBoxesIncompleteValue")));
       click(ui, QStringLiteral("btn1"));
       const QPointF place = centreOf(ui, QStringLiteral("btnOK"));
+      ui.passQuietTime();
       send(ui.window(), QEvent::MouseButtonPress, place);
       drawEverything(ui.window());
       const auto begin = Samples::Clock::now();

@@ -1,6 +1,7 @@
 #include "app/Screens.h"
 
 #include "app/IconProvider.h"
+#include "app/TouchGuard.h"
 #include "scanner/ScanGuard.h"
 #include "view/Window.h"
 
@@ -51,7 +52,9 @@ Screens::Screens(Window &window) {
     qCritical().noquote() << error.toString();
   }
   if (QQuickWindow *shown = quickWindow()) {
-    m_guard = std::make_unique<ScanGuard>(*shown, window);
+    m_scanGuard = std::make_unique<ScanGuard>(*shown, window);
+    // Installed last, it filters first: a refused touch never reaches the other filter.
+    m_touchGuard = std::make_unique<TouchGuard>(*shown, window);
   }
 }
 

@@ -7,6 +7,7 @@
 class QQmlEngine;
 class QQuickWindow;
 class ScanGuard;
+class TouchGuard;
 class Window;
 
 /// The QML engine and the window on screen.
@@ -21,10 +22,13 @@ class Screens {
   /// The window, or nullptr if Main.qml cannot be loaded. It is owned by this object.
   [[nodiscard]] QQuickWindow *quickWindow() const;
   /// The filter for the window's key events; call it only if there is a window.
-  [[nodiscard]] const ScanGuard &scanGuard() const { return *m_guard; }
+  [[nodiscard]] const ScanGuard &scanGuard() const { return *m_scanGuard; }
+  /// The filter for the window's touches; call it only if there is a window.
+  [[nodiscard]] const TouchGuard &touchGuard() const { return *m_touchGuard; }
 
  private:
   std::unique_ptr<QQmlEngine> m_engine;
   std::unique_ptr<QObject> m_root;
-  std::unique_ptr<ScanGuard> m_guard;
+  std::unique_ptr<ScanGuard> m_scanGuard;
+  std::unique_ptr<TouchGuard> m_touchGuard;
 };

@@ -27,10 +27,15 @@ Window {
             show();
         }
     }
-    onWidthChanged: resizing.restart()
-    onHeightChanged: resizing.restart()
+    onWidthChanged: noteResizing()
+    onHeightChanged: noteResizing()
     onVisibilityChanged: resizing.restart()
     onClosing: resizing.remember()
+
+    function noteResizing() {
+        resizing.restart();
+        Presses.changed(null);
+    }
 
     // A window being maximized reports its new size before its new visibility.
     Timer {
@@ -61,6 +66,15 @@ Window {
         value: window.state.display.textScale
     }
 
+    Connections {
+        target: Theme
+
+        // Everything moves.
+        function onTextScaleChanged() {
+            Presses.changed(null);
+        }
+    }
+
     // If the item with the keyboard focus disappears, the root screen gets the focus and passes it
     // to the item that had it last. While another program has the focus, nothing changes.
     onActiveFocusItemChanged: {
@@ -74,6 +88,9 @@ Window {
 
         function onBegun() {
             window.state.press();
+        }
+        function onChanged(part) {
+            window.state.change(part);
         }
     }
 

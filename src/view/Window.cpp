@@ -22,6 +22,10 @@ bool Window::isCovered() const {
   return m_environment.alerts.count() > 0 || m_environment.busy.isActive();
 }
 
+const Clock &Window::clock() const {
+  return *m_environment.clock;
+}
+
 TextField *Window::scanField() const {
   return isCovered() ? nullptr : m_root.scanField();
 }

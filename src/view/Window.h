@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
+class Clock;
 struct Environment;
 
 /// The state of the application window: the root screen, the alerts and the busy overlay above it,
@@ -38,6 +39,7 @@ class Window : public QObject {
   [[nodiscard]] AlertStack *alerts() const;
   [[nodiscard]] BusyState *busy() const;
   [[nodiscard]] DisplaySettings *display() const;
+  [[nodiscard]] const Clock &clock() const;
 
   /// The field for a scan that arrives while another item has the keyboard focus; nullptr if no
   /// scan is accepted now.
@@ -50,6 +52,9 @@ class Window : public QObject {
   /// Announces a press that is not a window event, such as one by a screen reader. Call it before
   /// the press.
   Q_INVOKABLE void press() { emit pressing(); }
+  /// Announces that `part`, an item, has appeared or that a touch on it now does something else;
+  /// nullptr announces it of the whole window.
+  Q_INVOKABLE void change(QObject *part) { emit changed(part); }
 
   /// For a platform that draws a status bar above the window.
   [[nodiscard]] StatusBarStyle statusBarStyle() const { return m_statusBarStyle; }
@@ -57,6 +62,7 @@ class Window : public QObject {
 
  signals:
   void pressing();
+  void changed(QObject *part);
 
  private:
   /// Returns true if an alert or the busy overlay is above the screens.

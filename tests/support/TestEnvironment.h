@@ -6,17 +6,20 @@
 
 #include <vector>
 
-/// A clock whose time changes only through `set()`.
+/// A clock whose date changes only by `set()`, and whose monotonic time only by `advance()`.
 class TestClock : public Clock {
  public:
   [[nodiscard]] QDateTime now() const override { return m_now; }
   [[nodiscard]] QTimeZone localZone() const override { return m_zone; }
   void set(const QDateTime &now) { m_now = now.toUTC(); }
+  [[nodiscard]] std::chrono::milliseconds monotonic() const override { return m_monotonic; }
+  void advance(std::chrono::milliseconds time) { m_monotonic += time; }
   void setZone(const QTimeZone &zone) { m_zone = zone; }
 
  private:
   QDateTime m_now{QDate(2026, 3, 2), QTime(8, 12, 5), QTimeZone::utc()};
   QTimeZone m_zone{"Europe/Athens"};
+  std::chrono::milliseconds m_monotonic{};
 };
 
 /// Records the sounds that are played.

@@ -1,5 +1,6 @@
 #include "support/TestWindow.h"
 
+#include "app/TouchGuard.h"
 #include "scanner/ScanGuard.h"
 
 #include <QAccessible>
@@ -123,16 +124,32 @@ void TestWindow::restart() {
 }
 
 void TestWindow::touch(const QString &name) {
-  touchAt(reach(name));
+  tapAt(reach(name));
 }
 
 void TestWindow::touchAt(QPoint place) {
+  passQuietTime();
+  tapAt(place);
+}
+
+void TestWindow::tapAt(QPoint place) {
   QTest::touchEvent(&window(), finger()).press(0, place);
   QTest::touchEvent(&window(), finger()).release(0, place);
 }
 
 void TestWindow::click(const QString &name) {
   QTest::mouseClick(&window(), Qt::LeftButton, {}, reach(name));
+}
+
+void TestWindow::passQuietTime() {
+  drawChanges();
+  clock->advance(TouchGuard::kQuietTime);
+}
+
+void TestWindow::drawChanges() const {
+  if (!QTest::qWaitFor([&] { return !m_screens->touchGuard().isWaitingForFrame(); })) {
+    QTest::qFail("No frame is drawn.", __FILE__, __LINE__);
+  }
 }
 
 void TestWindow::type(const QString &text) {
@@ -233,12 +250,17 @@ QQuickItem *TestWindow::item(const QString &name) const {
 QPoint TestWindow::reach(const QString &name) {
   QRectF before;
   const bool isStill = QTest::qWaitFor([&] {
+    // Items get their place when a frame is drawn.
+    if (m_screens->touchGuard().isWaitingForFrame()) {
+      return false;
+    }
     const QRectF now = placeOf(item(name));
     return !now.isEmpty() && now == std::exchange(before, now);
   });
   if (!isStill) {
     QTest::qFail(qPrintable(QStringLiteral("Cannot reach ") + name), __FILE__, __LINE__);
   }
+  clock->advance(TouchGuard::kQuietTime);
   return before.center().toPoint();
 }
 

@@ -49,6 +49,15 @@ class TestWindow : public TestEnvironment {
   void click(const QString &name);
   /// Touches the window at `place`, whether or not an item is there.
   void touchAt(QPoint place);
+  /// Touches the window at `place` without a change of the clock, so a part that has just changed
+  /// refuses the touch.
+  void tapAt(QPoint place);
+  /// Waits until the item `name` is visible and does not move, advances the clock until it takes
+  /// touches, and returns its centre.
+  QPoint reach(const QString &name);
+  /// Advances the clock until the whole window takes touches. `touch()`, `touchAt()` and `click()`
+  /// do so themselves.
+  void passQuietTime();
   /// Types `text` at a person's speed, and waits until all keys have been delivered.
   void type(const QString &text);
   void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
@@ -66,6 +75,8 @@ class TestWindow : public TestEnvironment {
   /// Activates another window, and then this one again.
   void switchToAnotherWindowAndBack();
 
+  /// Waits until everything that has changed is drawn.
+  void drawChanges() const;
   /// Waits until nothing in the window moves.
   void settle() const;
 
@@ -113,8 +124,6 @@ class TestWindow : public TestEnvironment {
  private:
   void launch();
   void close();
-  /// Waits until the item `name` is visible and does not move, and returns its centre.
-  QPoint reach(const QString &name);
   [[nodiscard]] QVariantMap themeColours(const QString &property) const;
 
   QSize m_size;

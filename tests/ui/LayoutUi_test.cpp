@@ -267,6 +267,7 @@ class LayoutUiTest : public QObject {
     QVERIFY(isClipped(ui.item("txtBox")));
     static QPointingDevice *finger = QTest::createTouchDevice();
     const QPoint from(150, 700);
+    ui.passQuietTime();
     QTest::touchEvent(&ui.window(), finger).press(0, from);
     for (int step = 1; step <= 10; ++step) {
       QTest::touchEvent(&ui.window(), finger).move(0, from - QPoint(0, 60 * step));

@@ -30,6 +30,7 @@ void flick(TestWindow &ui, const QString &name) {
   const QPoint from = ui.item(name)->mapToScene(ui.item(name)->boundingRect().center()).toPoint();
   constexpr int kSteps = 5;
   constexpr int kStepPixels = 20;
+  ui.passQuietTime();
   QTest::touchEvent(&ui.window(), finger).press(0, from);
   for (int step = 1; step <= kSteps; ++step) {
     QTest::touchEvent(&ui.window(), finger).move(0, from - QPoint(0, kStepPixels * step));

@@ -21,6 +21,7 @@ Item {
 
         objectName: "onScreenKeyboard"
         width: parent.width
+        onActiveChanged: Presses.changed(null)
         y: active ? keyboard.Window.height - height : keyboard.Window.height
     }
 }

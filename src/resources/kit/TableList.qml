@@ -38,6 +38,9 @@ ListView {
     Connections {
         target: list.outlet
 
+        function onReloaded() {
+            Presses.changed(list);
+        }
         function onScrolledToRow(row) {
             list.positionViewAtIndex(row, ListView.Center);
         }

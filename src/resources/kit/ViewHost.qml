@@ -54,6 +54,7 @@ FocusScope {
             width: coversAll ? host.width : frame.width
             height: coversAll ? host.height : frame.height
             onShownChanged: {
+                Presses.changed(host);
                 if (shown === null) {
                     source = "";
                     screen.focus = true;
@@ -92,6 +93,7 @@ FocusScope {
 
         anchors.fill: parent
         onShownChanged: {
+            Presses.changed(host);
             if (shown === null) {
                 source = "";
                 screen.focus = true;

@@ -38,6 +38,7 @@ void TableView::reloadData() {
     QMetaObject::invokeMethod(this, &TableView::redrawRows, Qt::QueuedConnection);
   }
   emit selectionChanged();
+  emit reloaded();
 }
 
 void TableView::redrawRows() {

@@ -102,6 +102,7 @@ class TableView : public QAbstractListModel {
  signals:
   void changed();
   void selectionChanged();
+  void reloaded();
   void scrolledToRow(int row);
   void scrolledToTop();
 
