@@ -18,11 +18,16 @@ bool claim(const QString &folder) {
   return objection.isEmpty();
 }
 
+/// Creates a missing folder, and those on the way to it, for this user only.
+bool makeFolder(const QString &folder) {
+  return QDir(folder).exists() || (makeFolder(QFileInfo(folder).path()) && claim(folder));
+}
+
 /// Creates a missing home folder for this user only. An existing one can be a symbolic link or
 /// belong to another user; only the folders in it must belong to this user.
 bool makeHome(const QString &home) {
   if (!QDir(home).exists()) {
-    return QDir().mkpath(QFileInfo(QDir::cleanPath(home)).path()) && claim(home);
+    return makeFolder(QDir::cleanPath(home));
   }
   if (QFile::permissions(home).testFlag(QFile::WriteOther)) {
     qWarning("The folder %s is writable by every user.", qUtf8Printable(home));

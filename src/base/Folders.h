@@ -12,8 +12,9 @@ struct Folders {
   /// The folder of the store and the exports.
   [[nodiscard]] QString documents() const { return home + QStringLiteral("/Documents"); }
 
-  /// Creates the home and documents folders, if missing, with mode 0700, and restricts an existing
-  /// documents folder to that mode. Returns false and logs the reason if a folder cannot be
-  /// created, or if the documents folder is a symbolic link or belongs to another user.
+  /// Creates the home and documents folders and those on the way to them, if missing, with mode
+  /// 0700, and restricts an existing documents folder to that mode. Returns false and logs the
+  /// reason if a folder cannot be created, or if the documents folder is a symbolic link or belongs
+  /// to another user.
   [[nodiscard]] bool create() const;
 };

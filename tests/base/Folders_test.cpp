@@ -34,6 +34,15 @@ class FoldersTest : public QObject {
     QVERIFY(isForItsOwnerOnly(folders.documents()));
   }
 
+  void everyFolderOnTheWayToTheHomeIsCreatedForItsOwnerOnly() {
+    const QTemporaryDir root;
+    const Folders folders{root.filePath(QStringLiteral("a/b/c"))};
+    QVERIFY(folders.create());
+    for (const auto *folder : {"a", "a/b", "a/b/c"}) {
+      QVERIFY2(isForItsOwnerOnly(root.filePath(QLatin1String(folder))), folder);
+    }
+  }
+
   void anExistingDocumentsFolderKeepsItsFilesAndBecomesPrivate() {
     const QTemporaryDir root;
     const Folders folders{root.filePath(QStringLiteral("home"))};
