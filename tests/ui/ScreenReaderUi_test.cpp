@@ -33,6 +33,33 @@ QString announcementOf(const TestWindow &ui, const QString &name) {
   return (description.isEmpty() ? parts : parts << description).join(u'|');
 }
 
+void collectRows(QAccessibleInterface *interface, QStringList &names) {
+  for (int i = 0; i < interface->childCount(); ++i) {
+    QAccessibleInterface *child = interface->child(i);
+    if (child->role() == QAccessible::ListItem) {
+      names.append(child->text(QAccessible::Name));
+    }
+    collectRows(child, names);
+  }
+}
+
+/// The sorted names of the rows of `list` in the tree of a screen reader.
+QStringList rowsInTree(const TestWindow &ui, const QString &list) {
+  QStringList names;
+  collectRows(QAccessible::queryAccessibleInterface(ui.item(list)), names);
+  names.sort();
+  return names;
+}
+
+/// Returns the name of a row of the pick table.
+QString lineName(const QString &item, int picked, int ordered) {
+  return QStringLiteral("%1, b%1, Description of %1, picked %2, ordered %3, difference %4")
+      .arg(item)
+      .arg(picked)
+      .arg(ordered)
+      .arg(picked - ordered);
+}
+
 using Expected = QList<std::pair<const char *, const char *>>;
 
 void compare(const TestWindow &ui, const Expected &expected) {
@@ -180,6 +207,55 @@ class ScreenReaderUiTest : public QObject {
     QTest::keyClick(&ui.window(), Qt::Key_4);
     pressByScreenReader(ui, "btnOK");
     QTRY_COMPARE(ui.text("tblItemsRow0/pickqty"), "4");
+  }
+
+  void theTreeHasTheRowsOnTheScreen() {
+    TestWindow ui;
+    ui.openBox({{"C1", "A", 5}, {"C1", "B", 2}, {"C1", "C", 3}, {"C2", "D", 1}});
+    const QStringList three{lineName("A", 0, 5), lineName("B", 0, 2), lineName("C", 0, 3)};
+    QTRY_COMPARE(rowsInTree(ui, "tblItems"), three);
+    ui.touch("tblBoxesRow1");
+    QTRY_COMPARE(rowsInTree(ui, "tblItems"), QStringList(lineName("D", 0, 1)));
+    ui.touch("tblBoxesRow0");
+    QTRY_COMPARE(rowsInTree(ui, "tblItems"), three);
+    ui.openKeypad(1);
+    ui.confirm("2");
+    QTRY_COMPARE(rowsInTree(ui, "tblItems"),
+                 QStringList({lineName("A", 0, 5), lineName("B", 2, 2), lineName("C", 0, 3)}));
+    QTRY_COMPARE(rowsInTree(ui, "tblBoxes"),
+                 QStringList({"Box C1, picked 2, ordered 10, incomplete",
+                              "Box C2, picked 0, ordered 1, unopened"}));
+    ui.touch("segmentedControl3");
+    QTRY_COMPARE(rowsInTree(ui, "tblItems"), QStringList(lineName("B", 2, 2)));
+    ui.touch("segmentedControl1");
+    QTRY_COMPARE(rowsInTree(ui, "tblItems"),
+                 QStringList({lineName("A", 0, 5), lineName("C", 0, 3)}));
+    ui.touch("btnPicking");
+    QTRY_COMPARE(rowsInTree(ui, "tblItems"), QStringList());
+  }
+
+  void theTreeHasOnlyRowsNearTheScreenInALongList() {
+    QList<TestLine> lines;
+    for (int i = 0; i < 60; ++i) {
+      lines.append({"C1", QStringLiteral("I%1").arg(i, 2, 10, QLatin1Char('0')), 1});
+    }
+    TestWindow ui;
+    ui.openBox(lines);
+    const double height = ui.item("tblItemsRow0")->height();
+    for (const int first : {20, 50, 5, 40, 0}) {
+      ui.item("tblItems")->setProperty("contentY", first * height);
+      ui.settle();
+      QStringList names = rowsInTree(ui, "tblItems");
+      const qsizetype count = names.size();
+      names.removeDuplicates();
+      QCOMPARE(names.size(), count);
+      const auto begin = names.indexOf(lineName(lines[first].item, 0, 1));
+      QVERIFY(begin >= 0);
+      // The names of the rows are consecutive, without a row of an earlier place.
+      for (qsizetype i = 0; i < count; ++i) {
+        QCOMPARE(names[i], lineName(lines[first + i - begin].item, 0, 1));
+      }
+    }
   }
 
   void theSavedMessageIsANotification() {

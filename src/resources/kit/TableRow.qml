@@ -16,6 +16,15 @@ ItemDelegate {
     padding: 0
     focusPolicy: Qt.NoFocus
     onClicked: table.touchRow(row.rowIndex)
+    // A screen reader would find a row that the list keeps for reuse.
+    ListView.onPooled: {
+        visible = false;
+        Accessible.ignored = true;
+    }
+    ListView.onReused: {
+        Accessible.ignored = false;
+        visible = true;
+    }
     Accessible.role: Accessible.ListItem
     Accessible.onPressAction: {
         if (Presses.begin(row)) {
