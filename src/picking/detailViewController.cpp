@@ -36,6 +36,8 @@ detailViewController::detailViewController(PickingSession &session, Environment 
   tblItems->setDataSource(this);
   m_openBox.clearTotals();
   showOpenBox();
+  connect(this, &ViewController::presentedChanged, this, &detailViewController::showOpenBox);
+  connect(this, &ViewController::overlayChanged, this, &detailViewController::showOpenBox);
   connect(&session, &PickingSession::started, this, &detailViewController::pickingStarted);
   connect(&session, &PickingSession::stopped, this, &detailViewController::pickingStopped);
   connect(&session, &PickingSession::boxOpened, this, &detailViewController::boxOpened);
@@ -98,8 +100,13 @@ void detailViewController::setScanningEnabled(bool isEnabled) {
 
 void detailViewController::showOpenBox() {
   const PickEntry *entry = m_session.openEntry();
-  m_openBox.showBox(entry);
-  txtBarcode->setTakesScans(entry != nullptr);
+  const bool isOpen = entry != nullptr;
+  lblOpenBox->setText(isOpen ? boxOf(*entry) : QStringLiteral("-"));
+  lblScanState->setText(isCovered() ? QStringLiteral("Close this first")
+                        : isOpen    ? QStringLiteral("Ready to scan")
+                                    : QStringLiteral("Open a box first"));
+  lblScanState->setTextColor(isOpen && !isCovered() ? Colour::green : Colour::grey);
+  txtBarcode->setTakesScans(isOpen);
 }
 
 bool detailViewController::textFieldShouldReturn(TextField &field) {

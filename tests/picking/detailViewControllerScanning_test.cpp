@@ -1,3 +1,4 @@
+#include "summary/deliveryDetailsViewController.h"
 #include "support/StoredArticles.h"
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
@@ -87,6 +88,34 @@ class detailViewControllerScanningTest : public QObject {
     QCOMPARE(program.environment.alerts.count(), 0);
     QVERIFY(program.sounds->played().empty());
     QCOMPARE(program.detail().arrayPick()->size(), 2U);
+  }
+
+  void theSignAsksToCloseWhatCoversThePane() {
+    TestProgram program;
+    program.enterPicking();
+    program.startPicking(kDelivery);
+    detailViewController &detail = program.detail();
+    const auto sign = [&] { return detail.lblScanState->text(); };
+    detail.scanStateTouched();
+    QCOMPARE(sign(), "Close this first");
+    detail.dismissViewController();
+    QCOMPARE(sign(), "Open a box first");
+    program.master().tblBoxes->touchRow(0);
+    QCOMPARE(sign(), "Ready to scan");
+    detail.btnOptionsTouched();
+    QCOMPARE(sign(), "Close this first");
+    QCOMPARE(detail.lblScanState->textColor(), Colour::grey);
+    detail.dismissViewController();
+    QCOMPARE(sign(), "Ready to scan");
+    QCOMPARE(detail.lblScanState->textColor(), Colour::green);
+    detail.showDeliveryDetailsViewController();
+    QCOMPARE(sign(), "Close this first");
+    detail.deliveryDetailsVC()->btnCloseTouched();
+    QCOMPARE(sign(), "Ready to scan");
+    detail.tblItems->touchRow(0);
+    QCOMPARE(sign(), "Close this first");
+    program.keypad()->btnCancelTouched();
+    QCOMPARE(sign(), "Ready to scan");
   }
 
   void theSignDrawsAttentionOnlyWithoutAnOpenBox() {
