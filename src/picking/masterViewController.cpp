@@ -31,8 +31,10 @@ masterViewController::masterViewController(PickingSession &session, Environment 
   btnPicking->setEnabled(false);
   btnReloadItems->setTitle(QStringLiteral("Reload Items"));
   btnClose->setTitle(QStringLiteral("Close"));
-  lblLookup->setHidden(true);
-  m_header.hide();
+  for (Label *label : {lblLookup, lblPickedDelivery, lblCustomerName, lblBrand, lblCreationDate,
+                       lblShipmentDate}) {
+    label->setHidden(true);
+  }
   lblLookup->setText(QStringLiteral("Looking up the delivery …"));
   lblBoxesTotalLabel->setText(QStringLiteral("Boxes"));
   lblBoxesUnopenedLabel->setText(QStringLiteral("Unopened"));
@@ -210,6 +212,8 @@ void masterViewController::startPicking() {
   updateBoxOverview();
   environment().wakeLock->acquire();
   m_session.start();
+  lblPickedDelivery->setText(QStringLiteral("Delivery ") + deliveryNumberOf(m_session.pickList()));
+  lblPickedDelivery->setHidden(false);
   txtBox->becomeFirstResponder();
 }
 
@@ -223,6 +227,7 @@ void masterViewController::stopPicking() {
   btnClose->setEnabled(true);
   environment().wakeLock->release();
   m_session.stop();
+  lblPickedDelivery->setHidden(true);
   txtDeliveryNo->becomeFirstResponder();
 }
 
@@ -275,6 +280,7 @@ void masterViewController::didSelectRowAtIndexPath(TableView &table, int row) {
 
 void masterViewController::QuantityChangedOnDetailView() {
   tblBoxes->reloadData();
+  tblBoxes->paintRow(m_session.curBoxIndex());
   updateBoxOverview();
 }
 

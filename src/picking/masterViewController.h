@@ -45,6 +45,7 @@ class masterViewController : public ViewController,
   OUTLET(Label, lblCreationDate)
   OUTLET(Label, lblShipmentDate)
   OUTLET(Label, lblLookup)
+  OUTLET(Label, lblPickedDelivery)
   OUTLET(Label, lblBox)
   OUTLET(Label, lblBoxesTotalLabel)
   OUTLET(Label, lblBoxesUnopenedLabel)

@@ -24,6 +24,15 @@ QColor groundOf(const TestWindow &ui, const QString &row) {
   return ui.item(row)->property("ground").value<QColor>();
 }
 
+/// Whether each row of the box list is marked.
+QList<bool> marks(const TestWindow &ui) {
+  QList<bool> marks;
+  for (int row = 0; ui.shows(QStringLiteral("tblBoxesRow%1").arg(row)); ++row) {
+    marks.append(ui.item(QStringLiteral("tblBoxesRow%1").arg(row))->property("isMarked").toBool());
+  }
+  return marks;
+}
+
 /// Flicks the item `name` upwards, and waits until it stops moving.
 void flick(TestWindow &ui, const QString &name) {
   static QPointingDevice *finger = QTest::createTouchDevice();
@@ -122,6 +131,70 @@ class OpenBoxesUiTest : public QObject {
     QCOMPARE(totals(ui), QStringList({"0", "3", "-3"}));
     QCOMPARE(ui.text("txtBox"), "C2");
     QVERIFY(ui.item("tblBoxesRow1")->property("isMarked").toBool());
+  }
+
+  void theOpenBoxStaysMarkedAfterAQuantityIsSaved() {
+    TestWindow ui;
+    ui.openBox(kBoxes, 1);
+    ui.openKeypad();
+    ui.confirm("1");
+    QTRY_COMPARE(ui.text("tblBoxesRow1/lblPickQty"), "1");
+    QCOMPARE(marks(ui), QList<bool>({false, true, false}));
+  }
+
+  void onlyTheOpenBoxIsMarkedAfterAnotherOneWasTyped() {
+    TestWindow ui;
+    ui.startPicking(kBoxes);
+    ui.type("C2");
+    ui.press(Qt::Key_Return);
+    QTRY_COMPARE(marks(ui), QList<bool>({false, true, false}));
+    ui.touch("tblBoxesRow0");
+    QTRY_COMPARE(ui.text("lblOpenBox"), "C1");
+    QCOMPARE(marks(ui), QList<bool>({true, false, false}));
+    ui.openKeypad();
+    ui.confirm("1");
+    QCOMPARE(marks(ui), QList<bool>({true, false, false}));
+  }
+
+  void theDeliveryIsNamedDuringThePicking_data() {
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("textSize");
+    QTest::newRow("landscape") << QSize(1280, 800) << 100;
+    QTest::newRow("portrait") << QSize(800, 1280) << 100;
+    QTest::newRow("small") << QSize(800, 600) << 100;
+    QTest::newRow("large text") << QSize(1280, 800) << 200;
+  }
+
+  void theDeliveryIsNamedDuringThePicking() {
+    QFETCH(const QSize, size);
+    QFETCH(const int, textSize);
+    TestWindow ui(size);
+    ui.startPicking(kBoxes);
+    ui.touch("btnPicking");
+    QTRY_VERIFY(!ui.shows("lblPickedDelivery"));
+    ui.touch("txtDeliveryNo");
+    ui.press(Qt::Key_A, Qt::ControlModifier);
+    ui.type("0815");
+    ui.touch("btnPicking");
+    QTRY_COMPARE(ui.text("lblPickedDelivery"), "Delivery 4711");
+    ui.environment.display->setTextSize(textSize);
+    ui.settle();
+    QVERIFY(!ui.item("lblPickedDelivery")->property("truncated").toBool());
+    QVERIFY(TestWindow::visiblePart(ui.item("lblPickedDelivery")).height() >= 18);
+  }
+
+  void lineBreaksAndTabsInNamesAreShownAsBlanks() {
+    TestWindow ui;
+    ui.openBox({{"C\n1", "A\tB", 5}});
+    QCOMPARE(ui.texts({"tblBoxesRow0/lblBox", "lblOpenBox", "tblItemsRow0/item",
+                       "tblItemsRow0/barcode", "tblItemsRow0/descr"}),
+             QStringList({"C 1", "C 1", "A B", "bA B", "Description of A B"}));
+    ui.openKeypad();
+    QCOMPARE(ui.text("lblItemCode"), "A B");
+    ui.confirm("5");
+    QCOMPARE(ui.text("lblSaved"), "Saved 5 × A B in box C 1, 10:12:05");
+    QCOMPARE(ui.store().pickings("4711")->front().box, "C\n1");
+    QCOMPARE(ui.store().pickings("4711")->front().item, "A\tB");
   }
 
   void anUnknownBoxIdentifierIsRefused() {

@@ -29,15 +29,30 @@ FocusScope {
         id: bar
 
         width: parent.width
-        title: "CartonPick"
+        title: screen.controller.lblPickedDelivery.hidden ? "CartonPick" : ""
 
         OutletButton {
             outlet: screen.controller.btnClose
             Layout.preferredWidth: Math.max(104, implicitWidth)
             onClicked: screen.controller.performSegueWithIdentifier("returnFromPickingToStart")
         }
+        // In sight during the whole picking: the field below may contain another number.
         Item {
             Layout.fillWidth: true
+            Layout.fillHeight: true
+
+            OutletText {
+                anchors.fill: parent
+                outlet: screen.controller.lblPickedDelivery
+                caption: "Delivery being picked"
+                color: Theme.barText
+                wrapMode: Text.Wrap
+                maximumLineCount: 2
+                fontSizeMode: Text.Fit
+                minimumPixelSize: Theme.small
+                font.pixelSize: Theme.title
+                font.weight: Font.DemiBold
+            }
         }
     }
 

@@ -1,14 +1,16 @@
 #pragma once
 
+#include "device/OneLine.h"
 #include "view/Colour.h"
 #include "view/outlets/Outlet.h"
 
-/// A label outlet: text, text colour and visibility.
+/// A label outlet: text, text colour and visibility. The screen shows a line break or another
+/// control character as a blank.
 class Label : public Outlet {
   Q_OBJECT
   QML_NAMED_ELEMENT(LabelOutlet)
   QML_UNCREATABLE("An outlet belongs to its controller")
-  Q_PROPERTY(QString text READ text NOTIFY changed)
+  Q_PROPERTY(QString text READ line NOTIFY changed)
   Q_PROPERTY(QString textColor READ textColorName NOTIFY changed)
   Q_PROPERTY(bool hidden READ isHidden NOTIFY changed)
 
@@ -16,6 +18,8 @@ class Label : public Outlet {
   using Outlet::Outlet;
 
   [[nodiscard]] QString text() const { return m_text; }
+  /// The text as the screen shows it.
+  [[nodiscard]] QString line() const { return inOneLine(m_text, u' '); }
   void setText(const QString &text) { change(m_text, text); }
 
   [[nodiscard]] Colour textColor() const { return m_textColor; }

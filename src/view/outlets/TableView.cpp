@@ -74,6 +74,7 @@ void TableView::touchRow(int row) {
     return;
   }
   m_selectedRow = row;
+  m_paintedRow = -1;
   emit selectionChanged();
   m_dataSource->didSelectRowAtIndexPath(*this, row);
 }

@@ -81,7 +81,7 @@ class TableView : public QAbstractListModel {
   [[nodiscard]] int selectedRow() const { return m_selectedRow; }
   /// Selects `row` and scrolls it to the middle of the table. Does nothing if there is no such row.
   void selectRow(int row);
-  /// The row that is painted as if it were selected, until the next reload; -1 if there is none.
+  /// The row that is painted as if it were selected, until the next touch or reload; -1 for none.
   [[nodiscard]] int paintedRow() const { return m_paintedRow; }
   /// Paints `row` instead of the previously painted one. Does nothing if there is no such row.
   void paintRow(int row);
