@@ -5,7 +5,7 @@ import signal
 import threading
 import time
 
-from tablet import TIMEOUT_SECONDS, Atspi, NotSeen, Program, wait_for
+from tablet import QUIET_SECONDS, TIMEOUT_SECONDS, Atspi, NotSeen, Program, wait_for
 
 
 class Killed(Exception):
@@ -48,6 +48,7 @@ class QuickTablet(Program):
         self._click(*(self.remember("push button", name) for name in names))
 
     def _click(self, *places):
+        time.sleep(QUIET_SECONDS)
         self._screen.run("xdotool", *(word for x, y in places for word in
                                       ("mousemove", str(x), str(y), "click", "--delay", "1", "1")))
 

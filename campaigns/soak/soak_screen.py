@@ -13,6 +13,8 @@ import time
 from owned_process import start_owned
 
 TIMEOUT_SECONDS = 60
+# What has just appeared takes no touch for 0.4 seconds.
+QUIET_SECONDS = 0.5
 # The size of a patch in pixels.
 PATCH_WIDTH, PATCH_HEIGHT = 48, 20
 # The threshold between dark and bright, as a fraction of the range from the darkest to the
@@ -108,8 +110,9 @@ class InputDriver:
                                     env=screen.environment)
 
     def touch(self, *places):
-        """Touches these places in order."""
-        self._do(*(f"mousemove {x} {y} mousedown 1 mouseup 1" for x, y in places))
+        """Touches these places in order, after the quiet time of what has just appeared."""
+        self._do(f"sleep {QUIET_SECONDS}",
+                 *(f"mousemove {x} {y} mousedown 1 mouseup 1" for x, y in places))
 
     def scan(self, code):
         """Replaces the text of the field quickly and presses Return, as a scanner does."""

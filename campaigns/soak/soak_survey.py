@@ -13,9 +13,10 @@ import os
 import signal
 import sys
 import tempfile
+import time
 
 from soak_deliveries import BOXES, LINES_IN_SIGHT, Delivery, deliveries_file
-from soak_screen import LARGE, WatchedScreen
+from soak_screen import LARGE, QUIET_SECONDS, WatchedScreen
 from tablet import Atspi, OrderService, Program, wait_for
 
 KEYPAD = [*"0123456789", "Minus", "OK", "Cancel"]
@@ -67,6 +68,7 @@ class Survey:
         return boxes
 
     def touch(self, name):
+        time.sleep(QUIET_SECONDS)
         self._tablet.click(*self.places[name])
 
     def take(self):

@@ -16,6 +16,8 @@ gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
 TIMEOUT_SECONDS = 60
+# What has just appeared takes no touch for 0.4 seconds.
+QUIET_SECONDS = 0.5
 
 
 class NotSeen(AssertionError):
@@ -162,7 +164,9 @@ class Tablet:
         return self._wait_for(resting_place, f"{role} {name} to stand still")
 
     def touch(self, role, name):
-        self.click(*self.wait_until_still(role, name))
+        place = self.wait_until_still(role, name)
+        time.sleep(QUIET_SECONDS)
+        self.click(*place)
 
     def _place(self, role, name):
         node = self.seen(role, name)
