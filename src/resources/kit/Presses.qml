@@ -2,7 +2,7 @@ pragma Singleton
 
 import QtQuick
 
-// The order of sheets and presses. A press by a screen reader is no event of the window: without
+// The order of sheets and presses. A press by a screen reader is not an event of the window: without
 // these checks it would reach items below a modal sheet and overtake held key events. A touch is an
 // event of the window, which refuses it if the touched part has just changed.
 QtObject {
