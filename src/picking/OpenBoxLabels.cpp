@@ -3,11 +3,13 @@
 #include "base/Int32.h"
 #include "view/outlets/Label.h"
 
-void OpenBoxLabels::showBox(const PickEntry *entry) const {
+void OpenBoxLabels::showBox(const PickEntry *entry, bool isPaneCovered) const {
   const bool isOpen = entry != nullptr;
   name.setText(isOpen ? boxOf(*entry) : QStringLiteral("-"));
-  scanState.setText(isOpen ? QStringLiteral("Ready to scan") : QStringLiteral("Open a box first"));
-  scanState.setTextColor(isOpen ? Colour::green : Colour::grey);
+  scanState.setText(isPaneCovered ? QStringLiteral("Close this first")
+                    : isOpen      ? QStringLiteral("Ready to scan")
+                                  : QStringLiteral("Open a box first"));
+  scanState.setTextColor(isOpen && !isPaneCovered ? Colour::green : Colour::grey);
 }
 
 void OpenBoxLabels::showOrdered(const PickEntry *entry) const {

@@ -12,9 +12,9 @@ struct OpenBoxLabels {
   Label &difference;
   Label &scanState;
 
-  /// Shows the name of `entry` and that scans are accepted; without an open entry, nullptr, that a
-  /// box has to be opened.
-  void showBox(const PickEntry *entry) const;
+  /// Shows the name of the open `entry`, which is nullptr if no box is open, and whether the pane
+  /// takes scans: not without an open box, nor while another screen covers the pane.
+  void showBox(const PickEntry *entry, bool isPaneCovered) const;
   /// Shows the ordered quantity of `entry`. Does nothing if it is nullptr.
   void showOrdered(const PickEntry *entry) const;
   /// Shows the picked quantity of `entry` and its difference to the ordered quantity. Does nothing

@@ -99,14 +99,7 @@ void detailViewController::setScanningEnabled(bool isEnabled) {
 }
 
 void detailViewController::showOpenBox() {
-  const PickEntry *entry = m_session.openEntry();
-  const bool isOpen = entry != nullptr;
-  lblOpenBox->setText(isOpen ? boxOf(*entry) : QStringLiteral("-"));
-  lblScanState->setText(isCovered() ? QStringLiteral("Close this first")
-                        : isOpen    ? QStringLiteral("Ready to scan")
-                                    : QStringLiteral("Open a box first"));
-  lblScanState->setTextColor(isOpen && !isCovered() ? Colour::green : Colour::grey);
-  txtBarcode->setTakesScans(isOpen);
+  m_openBox.showBox(m_session.openEntry(), isCovered());
 }
 
 bool detailViewController::textFieldShouldReturn(TextField &field) {

@@ -31,10 +31,10 @@ masterViewController::masterViewController(PickingSession &session, Environment 
   btnPicking->setEnabled(false);
   btnReloadItems->setTitle(QStringLiteral("Reload Items"));
   btnClose->setTitle(QStringLiteral("Close"));
-  for (Label *label : {lblLookup, lblPickedDelivery, lblCustomerName, lblBrand, lblCreationDate,
-                       lblShipmentDate}) {
+  for (Label *label : {lblLookup, lblPickedDelivery}) {
     label->setHidden(true);
   }
+  m_header.hide();
   lblLookup->setText(QStringLiteral("Looking up the delivery …"));
   lblBoxesTotalLabel->setText(QStringLiteral("Boxes"));
   lblBoxesUnopenedLabel->setText(QStringLiteral("Unopened"));
