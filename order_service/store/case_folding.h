@@ -5,8 +5,8 @@
 
 namespace cartonpick::orders {
 
-/// Returns the UTF-8 text with Unicode's full case folding: texts that differ in case only become
-/// equal ("Straße" and "STRASSE"), in every language but by the rules of none. Invalid bytes become
+/// Returns the UTF-8 text after Unicode's full case folding, which makes texts equal that differ
+/// only in case ("Straße" and "STRASSE"). It does not depend on the language. Invalid bytes become
 /// U+FFFD.
 std::string caseFolded(std::string_view text);
 

@@ -10,7 +10,8 @@ class session;
 
 namespace cartonpick::orders {
 
-/// Returns what a search looks for a delivery in: its number and its customer, without their case.
+/// Returns the text in which a search looks for a delivery: its number and its customer after case
+/// folding.
 std::string searchTextOf(std::string_view number, std::string_view customer);
 
 /// The condition that a search finds a row of `delivery`. It takes numberPattern() and
@@ -29,9 +30,9 @@ std::string customerPattern(std::string_view search);
 /// soci::soci_error.
 bool hasOutdatedSearchTexts(soci::session &session);
 
-/// Writes the search texts of up to 1,000 such deliveries, those with the smallest numbers behind
-/// `after`. To be called in a transaction. Returns the last of their numbers, nothing if there are
-/// none. Throws soci::soci_error.
+/// Writes the search texts of up to 1,000 such deliveries, in the order of their numbers, beginning
+/// after the number `after`. To be called in a transaction. Returns the last of their numbers,
+/// nothing if there are none. Throws soci::soci_error.
 std::optional<std::string> updateSearchTexts(soci::session &session, const std::string &after);
 
 }  // namespace cartonpick::orders

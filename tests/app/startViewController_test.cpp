@@ -112,7 +112,7 @@ class startViewControllerTest : public QObject {
     QCOMPARE(start.lblStore->isHidden(), !isCareful);
     QCOMPARE(start.lblStore->text(),
              isCareful ? "Picking is not possible, because the store cannot be used: "
-                         "QIR_Pick.sqlite: it is no ordinary file."
+                         "QIR_Pick.sqlite: it is not a regular file."
                        : "");
   }
 
