@@ -3,10 +3,11 @@
 #include "base/Clock.h"
 #include "view/Window.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QMouseEvent>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QStyleHints>
 
 #include <algorithm>
 
@@ -25,7 +26,7 @@ bool isHover(const QEvent &event) {
 }  // namespace
 
 TouchGuard::TouchGuard(QQuickWindow &window, Window &state)
-    : m_window(window), m_clock(state.clock()) {
+    : m_window(window), m_state(state), m_clock(state.clock()) {
   m_window.installEventFilter(this);
   connect(&state, &Window::changed, this, &TouchGuard::note);
   connect(&m_window, &QQuickWindow::frameSwapped, this, &TouchGuard::noteFrame);
@@ -42,6 +43,7 @@ bool TouchGuard::eventFilter(QObject * /*watched*/, QEvent *event) {
     case QEvent::MouseButtonPress:
     case QEvent::TouchBegin:
       m_isRefused = false;
+      m_tap = static_cast<QPointerEvent *>(event)->points().front().scenePosition();
       [[fallthrough]];
     case QEvent::MouseButtonDblClick:
     case QEvent::MouseMove:
@@ -98,8 +100,24 @@ bool TouchGuard::filter(QPointerEvent &event) {
   if (m_isRefused) {
     cancel(event);
     event.accept();
+  } else {
+    announceTap(event);
   }
   return m_isRefused;
+}
+
+void TouchGuard::announceTap(const QPointerEvent &event) {
+  const QPointF place = event.points().front().scenePosition();
+  const int distance = QGuiApplication::styleHints()->startDragDistance();
+  if (m_tap && (*m_tap - place).manhattanLength() > distance) {
+    m_tap.reset();
+  }
+  if (m_tap && m_places.empty()) {
+    // Later: the touched control handles the touch first.
+    QMetaObject::invokeMethod(
+        &m_state, [this, place] { m_state.tap(place); }, Qt::QueuedConnection);
+    m_tap.reset();
+  }
 }
 
 void TouchGuard::cancel(const QPointerEvent &event) {

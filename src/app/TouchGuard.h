@@ -20,7 +20,7 @@ class Window;
 /// A part of the window that appears, or whose touch does something else from now on, takes no
 /// touch for `kQuietTime` after its first frame, and none that was pressed before that. A refused
 /// touch has no effect until its last finger or button is released. Keys, scans and presses by a
-/// screen reader are not filtered.
+/// screen reader are not filtered. The filter announces the taps that it lets through.
 class TouchGuard : public QObject {
   Q_OBJECT
 
@@ -46,13 +46,17 @@ class TouchGuard : public QObject {
   void noteFrame();
   bool filter(QPointerEvent &event);
   [[nodiscard]] bool isQuiet(QPointF place) const;
+  void announceTap(const QPointerEvent &event);
   /// Withdraws the touch of `event` from the items that have received a part of it.
   void cancel(const QPointerEvent &event);
 
   QQuickWindow &m_window;
+  Window &m_state;
   const Clock &m_clock;
   std::vector<Change> m_changes;
   /// Where fingers or the pressed mouse are.
   std::vector<QPointF> m_places;
+  /// Where the touch began, while it may still be a tap.
+  std::optional<QPointF> m_tap;
   bool m_isRefused = false;
 };

@@ -67,6 +67,15 @@ Window {
     }
 
     Connections {
+        target: window.state
+
+        function onTapped(place) {
+            if (keyboard.covered > 0) {
+                keyboard.item.hideAfterTap(place); // qmllint disable
+            }
+        }
+    }
+    Connections {
         target: Theme
 
         // Everything moves.
@@ -98,15 +107,15 @@ Window {
         id: root
 
         width: parent.width
-        height: parent.height
-        // Moves up as far as needed to show the focused field above the on-screen keyboard.
-        y: keyboard.item === null ? 0 : -keyboard.item.heightOver(window.activeFocusItem, root) // qmllint disable
+        height: parent.height - keyboard.covered
         focus: true
         controller: window.state.rootViewController
     }
 
     Loader {
         id: keyboard
+
+        readonly property real covered: item === null ? 0 : item.covered // qmllint disable
 
         width: parent.width
         z: 1

@@ -6,6 +6,7 @@
 #include "view/ViewController.h"
 
 #include <QObject>
+#include <QPointF>
 #include <QtQml/qqmlregistration.h>
 
 class Clock;
@@ -56,6 +57,9 @@ class Window : public QObject {
   /// nullptr announces it of the whole window.
   Q_INVOKABLE void change(QObject *part) { emit changed(part); }
 
+  /// Announces that a tap or click at `place` in the window was handled.
+  void tap(QPointF place) { emit tapped(place); }
+
   /// For a platform that draws a status bar above the window.
   [[nodiscard]] StatusBarStyle statusBarStyle() const { return m_statusBarStyle; }
   void setStatusBarStyle(StatusBarStyle style) { m_statusBarStyle = style; }
@@ -63,6 +67,7 @@ class Window : public QObject {
  signals:
   void pressing();
   void changed(QObject *part);
+  void tapped(QPointF place);
 
  private:
   /// Returns true if an alert or the busy overlay is above the screens.

@@ -1,6 +1,7 @@
 #include "store/ManagedObjectContext.h"
 #include "support/TestClass.h"
 #include "support/TestWindow.h"
+#include "ui/ScreenKeyboard.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -154,46 +155,15 @@ void pickByArrows(TestWindow &ui, const QString &box) {
   }
 }
 
-QQuickItem *screenKeyboard(const TestWindow &ui) {
-  return ui.item("onScreenKeyboard");
-}
-
-bool isScreenKeyboardOpen(const TestWindow &ui) {
-  return screenKeyboard(ui)->property("active").toBool();
-}
-
-/// Touches the key of the on-screen keyboard that shows `text`.
-void touchKey(TestWindow &ui, const QString &text) {
-  QPoint place;
-  const auto find = [&] {
-    ui.settle();
-    for (QQuickItem *item : ui.visibleItems(screenKeyboard(ui))) {
-      if (item->property("displayText").toString() == text && item->isEnabled()) {
-        place = TestWindow::visiblePart(item).center().toPoint();
-        return true;
-      }
-    }
-    return false;
-  };
-  QTRY_VERIFY2(find(), qPrintable(text));
-  ui.touchAt(place);
-}
-
 }  // namespace
 
-/// Picks a delivery of twelve lines in three boxes, from the start screen to the history, once by
-/// keyboard only and once by touch only. Also tests the on-screen keyboard.
+/// Picks a delivery of twelve lines in three boxes, from the start screen to the history, by
+/// keyboard only and by touch only.
 class WholeDeliveryUiTest : public QObject {
   Q_OBJECT
 
  public:
-  static void beforeApplication() {
-    // Qt loads input methods when the application object is created.
-    qputenv("QT_IM_MODULE", "qtvirtualkeyboard");
-    qputenv("QT_VIRTUALKEYBOARD_DESKTOP_DISABLE", "1");
-    // The keyboard works without a dictionary, but warns about it.
-    qputenv("QT_LOGGING_RULES", "qt.virtualkeyboard.hunspell=false");
-  }
+  static void beforeApplication() { chooseScreenKeyboard(); }
 
  private slots:
   void aDeliveryCanBePickedByKeyboardOnly() {
@@ -285,89 +255,6 @@ class WholeDeliveryUiTest : public QObject {
     QTRY_VERIFY(!ui.shows("lblDelivery"));
     ui.touch("btnBack");
     QTRY_VERIFY(ui.shows("btnSegueToSplitView"));
-  }
-
-  void theOnScreenKeyboardOpensOnlyWhenAFieldIsTouched() {
-    TestWindow ui({1280, 800}, true);
-    ui.enterPicking();
-    QVERIFY(!isScreenKeyboardOpen(ui));
-    ui.touch("txtDeliveryNo");
-    QTRY_VERIFY(isScreenKeyboardOpen(ui));
-  }
-
-  void theOnScreenKeyboardIsClosedAfterALookup() {
-    TestWindow ui({1280, 800}, true);
-    ui.enterPicking();
-    ui.service.answerWith(deliveryJson(kLines));
-    ui.touch("txtDeliveryNo");
-    QTRY_VERIFY(isScreenKeyboardOpen(ui));
-    ui.type(kLines.front().doc);
-    ui.touch("btnSearch");
-    QTRY_VERIFY(ui.isEnabled("btnPicking"));
-    QTRY_VERIFY(!isScreenKeyboardOpen(ui));
-  }
-
-  void theOnScreenKeyboardClosesWhenAnAlertOpens() {
-    TestWindow ui({1280, 800}, true);
-    ui.enterPicking();
-    ui.touch("txtDeliveryNo");
-    QTRY_VERIFY(isScreenKeyboardOpen(ui));
-    ui.touch("btnSearch");
-    QTRY_COMPARE(ui.text("alertTitle"), "Please fill in data first");
-    QTRY_VERIFY(!isScreenKeyboardOpen(ui));
-    ui.touch("alertButton0");
-    QTRY_COMPARE(ui.fieldsWithKeyboard(), QStringList("txtDeliveryNo"));
-    QVERIFY(!isScreenKeyboardOpen(ui));
-  }
-
-  void theOnScreenKeyboardDoesNotCoverItsField_data() {
-    QTest::addColumn<QString>("field");
-    for (const char *field : {"txtDeliveryNo", "txtBox", "txtBarcode"}) {
-      QTest::newRow(field) << field;
-    }
-  }
-
-  void theOnScreenKeyboardDoesNotCoverItsField() {
-    QFETCH(const QString, field);
-    TestWindow ui({1024, 768}, true);
-    if (field == "txtDeliveryNo") {
-      ui.enterPicking();
-    } else {
-      ui.startPicking(kLines);
-    }
-    ui.touch(field);
-    QTRY_VERIFY(isScreenKeyboardOpen(ui));
-    ui.settle();
-    const QRectF keyboard = TestWindow::visiblePart(screenKeyboard(ui));
-    const QRectF place = TestWindow::visiblePart(ui.item(field));
-    QVERIFY(keyboard.height() > 100.0);
-    QVERIFY(QRectF(0, 0, 1024, 768).contains(keyboard));
-    QVERIFY(place.top() >= 0.0);
-    QVERIFY(place.bottom() < keyboard.top());
-  }
-
-  void theOnScreenKeyboardDoesNotReopenAfterAQuantity() {
-    TestWindow ui({1280, 800}, true);
-    ui.openBox(kLines);
-    ui.touch("txtBarcode");
-    QTRY_VERIFY(isScreenKeyboardOpen(ui));
-    ui.scan("85123A");
-    QTRY_COMPARE(ui.keyboard(), "txtNewQty");
-    QTRY_VERIFY(!isScreenKeyboardOpen(ui));
-    ui.confirm("6");
-    checkSaved(ui, kLines.first());
-    ui.settle();
-    QVERIFY(!isScreenKeyboardOpen(ui));
-  }
-
-  void theOnScreenKeyboardDoesNotOpenForTheQuantity() {
-    TestWindow ui({1280, 800}, true);
-    ui.openBox(kLines);
-    ui.openKeypad();
-    ui.touch("txtNewQty");
-    ui.settle();
-    QVERIFY(!isScreenKeyboardOpen(ui));
-    QCOMPARE(ui.fieldsWithKeyboard(), QStringList("txtNewQty"));
   }
 };
 

@@ -6,22 +6,49 @@ import CartonPick
 Item {
     id: keyboard
 
-    // Returns how far `screen` must move up, in points, so that the keyboard does not cover `item`,
-    // a part of `screen`, or the gap below it.
-    function heightOver(item, screen) {
-        if (item === null || !panel.active) {
-            return 0;
+    // The height of the window's lower part that the keyboard covers.
+    readonly property real covered: panel.active ? panel.height : 0
+
+    // Hides the keyboard after a tap beside it, except in the field that is typed into.
+    function hideAfterTap(place) {
+        const field = Window.activeFocusItem;
+        const isInField = field !== null && field.contains(field.mapFromItem(null, place.x, place.y));
+        if (place.y < panel.y && !isInField) {
+            Qt.inputMethod.hide(); // qmllint disable
         }
-        const bottom = item.mapToItem(screen, 0, item.height).y + Theme.gap;
-        return Math.max(0, bottom - (screen.height - panel.height));
     }
 
     InputPanel {
         id: panel
 
         objectName: "onScreenKeyboard"
-        width: parent.width
+        width: parent.width - side.width
         onActiveChanged: Presses.changed(null)
         y: active ? keyboard.Window.height - height : keyboard.Window.height
+    }
+    Rectangle {
+        id: side
+
+        anchors.right: parent.right
+        y: panel.y
+        width: hideKey.width + 12
+        height: panel.height
+        visible: panel.active
+        color: Theme.bar
+
+        ActionButton {
+            id: hideKey
+
+            x: 6
+            y: 6
+            objectName: "btnHideKeyboard"
+            text: "Hide"
+            focusPolicy: Qt.NoFocus
+            leftPadding: 8
+            rightPadding: 8
+            font.pixelSize: Theme.small
+            Accessible.name: "Hide keyboard"
+            onClicked: Qt.inputMethod.hide() // qmllint disable
+        }
     }
 }

@@ -3,7 +3,8 @@ import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import CartonPick
 
-// A column that scrolls if it does not fit. The item with the keyboard focus stays visible.
+// A column that scrolls if it does not fit. The item with the keyboard focus stays visible; while
+// the on-screen keyboard is open, it is at the top, so that what is below it is visible too.
 Flickable {
     id: pane
 
@@ -33,18 +34,26 @@ Flickable {
     // height is being set.
     function measure() {
         contentHeight = Math.max(height, implicitHeight);
+        reveal();
     }
 
-    // Scrolls the item with the keyboard focus to the middle if it is not fully visible.
+    // Scrolls the item with the keyboard focus to the middle if it is not fully visible, or to the
+    // top above the on-screen keyboard.
     function reveal() {
         if (!isScrollable || !isPart(keyboardItem)) {
             return;
         }
         const top = keyboardItem.mapToItem(contentItem, 0, 0).y;
         const bottom = top + keyboardItem.height;
-        if (top < contentY || bottom > contentY + height) {
-            contentY = Math.max(0, Math.min((top + bottom - height) / 2, contentHeight - height));
+        if (Qt.inputMethod.visible) { // qmllint disable
+            scrollTo(top - Theme.gap);
+        } else if (top < contentY || bottom > contentY + height) {
+            scrollTo((top + bottom - height) / 2);
         }
+    }
+
+    function scrollTo(y) {
+        contentY = Math.max(0, Math.min(y, contentHeight - height));
     }
 
     function isPart(item) {

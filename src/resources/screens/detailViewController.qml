@@ -8,6 +8,8 @@ FocusScope {
     id: screen
 
     required property DetailViewController controller
+    // Above the on-screen keyboard, the lines are more important than the totals and the filter.
+    readonly property bool isShort: Qt.inputMethod.visible && height < 20 * Theme.body // qmllint disable
 
     Rectangle {
         anchors.fill: parent
@@ -75,6 +77,7 @@ FocusScope {
             picked: screen.controller.lblTotalPick
             ordered: screen.controller.lblTotalOrder
             difference: screen.controller.lblTotalDiff
+            visible: !screen.isShort
             Layout.fillWidth: true
             Layout.leftMargin: Theme.gap
             Layout.rightMargin: Theme.gap
@@ -82,6 +85,7 @@ FocusScope {
         }
         SegmentBar {
             outlet: screen.controller.segmentedControl
+            visible: !screen.isShort
             Layout.fillWidth: true
             Layout.leftMargin: Theme.gap
             Layout.rightMargin: Theme.gap

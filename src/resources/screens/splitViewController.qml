@@ -7,7 +7,8 @@ FocusScope {
     id: screen
 
     required property SplitViewController controller
-    readonly property bool isUpright: height > width
+    // The on-screen keyboard takes a part of the height, but does not turn the window.
+    readonly property bool isUpright: Window.height > Window.width
     // With large text the counters are stacked, so the master pane can be narrower.
     readonly property int narrowest: Theme.textScale > 1 ? 368 : 372
 
