@@ -147,13 +147,21 @@ class DrawnRowsUiTest : public QObject {
     QTRY_COMPARE(blueRows(ui, "tblBoxes"), QList({3}));
   }
 
-  void theFoundBoxIsBlueEvenWhenAnotherIsTouched() {
+  void theFoundBoxIsBlueUntilAnotherIsTouched() {
     TestWindow ui;
     ui.startPicking(kBoxes);
     ui.scan("C3");
     QTRY_COMPARE(blueRows(ui, "tblBoxes"), QList({2}));
     ui.touch("tblBoxesRow0");
-    QTRY_COMPARE(blueRows(ui, "tblBoxes"), QList({0, 2}));
+    QTRY_COMPARE(blueRows(ui, "tblBoxes"), QList({0}));
+  }
+
+  void theOpenBoxIsBlueAfterAQuantityIsSaved() {
+    TestWindow ui;
+    ui.openBox(kBoxes, 1);
+    ui.openKeypad();
+    ui.confirm("1");
+    QTRY_COMPARE(blueRows(ui, "tblBoxes"), QList({1}));
   }
 
   void theLineOfACancelledKeypadIsBlue() {

@@ -41,7 +41,12 @@ class ScreenKeyboardUiTest : public QObject {
   void theScreenKeyboardClosesAfterALookup() {
     TestWindow ui({1280, 800}, true);
     ui.enterPicking();
-    ui.lookUp(kLines);
+    ui.service.answerWith(deliveryJson(kLines));
+    ui.touch("txtDeliveryNo");
+    QTRY_VERIFY(isScreenKeyboardOpen(ui));
+    ui.type(kLines.front().doc);
+    ui.touch("btnSearch");
+    QTRY_VERIFY(ui.isEnabled("btnPicking"));
     QTRY_VERIFY(!isScreenKeyboardOpen(ui));
   }
 
