@@ -186,9 +186,9 @@ class OpenBoxesUiTest : public QObject {
   void lineBreaksAndTabsInNamesAreShownAsBlanks() {
     TestWindow ui;
     ui.openBox({{"C\n1", "A\tB", 5}});
-    QCOMPARE(ui.texts({"tblBoxesRow0/lblBox", "lblOpenBox", "tblItemsRow0/item",
-                       "tblItemsRow0/barcode", "tblItemsRow0/descr"}),
-             QStringList({"C 1", "C 1", "A B", "bA B", "Description of A B"}));
+    QTRY_COMPARE(ui.texts({"tblBoxesRow0/lblBox", "lblOpenBox", "tblItemsRow0/item",
+                           "tblItemsRow0/barcode", "tblItemsRow0/descr"}),
+                 QStringList({"C 1", "C 1", "A B", "bA B", "Description of A B"}));
     ui.openKeypad();
     QCOMPARE(ui.text("lblItemCode"), "A B");
     ui.confirm("5");

@@ -241,6 +241,7 @@ class ScreenReaderUiTest : public QObject {
     }
     TestWindow ui;
     ui.openBox(lines);
+    QTRY_VERIFY(ui.shows("tblItemsRow0"));
     const double height = ui.item("tblItemsRow0")->height();
     for (const int first : {20, 50, 5, 40, 0}) {
       ui.item("tblItems")->setProperty("contentY", first * height);
