@@ -126,7 +126,7 @@ FocusScope {
                 Layout.fillHeight: true
 
                 Repeater {
-                    model: ["7", "8", "9", "4", "5", "6", "1", "2", "3", "Negative", "0"].concat(screen.hasDelete ? ["Delete"] : [])
+                    model: ["7", "8", "9", "4", "5", "6", "1", "2", "3", "Negative", "0", ...(screen.hasDelete ? ["Delete"] : [])]
 
                     KeypadKey {
                         required property string modelData
