@@ -172,7 +172,8 @@ QStringList CallingTablet::stored() const {
   SQLite::Database store(storePath().toStdString(), SQLite::OPEN_READONLY);
   for (const char *query :
        {"SELECT doc || ' ' || box || ' ' || item || ' ' || pickqty || ' ' || sent FROM Picking",
-        "SELECT item || ' ' || barcode || ' ' || descr FROM Items ORDER BY rowid"}) {
+        "SELECT item || ' ' || ifnull(barcode, '-') || ' ' || ifnull(descr, '-') FROM Items "
+        "ORDER BY rowid"}) {
     SQLite::Statement select(store, query);
     while (select.executeStep()) {
       rows.append(QString::fromStdString(select.getColumn(0)));

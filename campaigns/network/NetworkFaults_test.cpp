@@ -108,7 +108,7 @@ Kept promisedKept(Call call, Ending ending) {
           "Customer: Next", "Brand: ", "Date Created: ", "Date Shipped: ", "N N 1 0", "N 1 0"};
       break;
     case Call::Catalogue:
-      kept.stored = {"4711 C1 A 3 0", "N nb New", "O  "};
+      kept.stored = {"4711 C1 A 3 0", "N nb New", "O - -"};
       break;
     case Call::Send:
       kept.stored[0] = "4711 C1 A 3 1";
