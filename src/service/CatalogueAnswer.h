@@ -16,8 +16,8 @@
 class CatalogueAnswer {
  public:
   /// Checks the whole `body`: a JSON array of objects. A missing or null string reads as
-  /// std::nullopt, a number as its digits; unknown keys are ignored. Returns std::nullopt if the body
-  /// is not UTF-8, not JSON, or has a different structure.
+  /// std::nullopt, a number as its digits; unknown keys are ignored. Returns std::nullopt if the
+  /// body is not UTF-8, not JSON, or has a different structure.
   [[nodiscard]] static std::optional<CatalogueAnswer> read(QByteArray body);
 
   [[nodiscard]] std::size_t articleCount() const { return m_articleCount; }

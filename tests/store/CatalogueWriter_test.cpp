@@ -184,7 +184,8 @@ class CatalogueWriterTest : public QObject {
     writer.insert({"b2", "B", "Two"});
     const auto error = writer.save();
     QVERIFY(error);
-    QVERIFY2(error->description.contains("another name than its SQL"), qPrintable(error->description));
+    QVERIFY2(error->description.contains("another name than its SQL"),
+             qPrintable(error->description));
     QCOMPARE(queried(program, kIndexes), before);
     QCOMPARE(program.context().itemsForCode("A")->size(), 1U);
   }

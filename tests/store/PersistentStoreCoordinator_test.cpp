@@ -249,7 +249,8 @@ class PersistentStoreCoordinatorTest : public QObject {
       QVERIFY(file.open(QIODevice::ReadWrite) && file.seek(kEncodingOffset));
       QCOMPARE(file.write("\1\0\0\0", 4), 4);
     }
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("damaged: its text encoding")));
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral("damaged: its text encoding")));
     QVERIFY(!store.open(Migration::Automatic)->hasStore());
   }
 

@@ -22,7 +22,7 @@ Flickable {
     ScrollBar.vertical: TableScrollBar {
         isNeeded: pane.isScrollable
     }
-    // qmllint does not recognise callLater as a function.
+    // callLater is not a function for qmllint.
     // qmllint disable
     onKeyboardItemChanged: Qt.callLater(reveal)
     onContentHeightChanged: Qt.callLater(reveal)
