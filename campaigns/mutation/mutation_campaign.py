@@ -3,8 +3,8 @@
 Prints each mutation that no test catches as a diff, and a table at the end. Works in copies of the
 checkout in a temporary folder. See docs/reliability.md.
 
-Usage: python3 mutation_campaign.py [--seed N] [--count N] [--folder NAME]... [--at FILE[:LINE]]...
-                                    [--jobs N] [--work FOLDER]
+Usage: python3 mutation_campaign.py [--seed N] [--count N] [--folder NAME]... [--headers]
+                                    [--at FILE[:LINE]]... [--jobs N] [--work FOLDER]
 
 Fails if a mutation survives whose reason is not in reasons.txt.
 """
@@ -36,6 +36,8 @@ def arguments():
     parser.add_argument("--count", type=int, help="number of mutations of all folders (default: all)")
     parser.add_argument("--folder", action="append", choices=FOLDERS,
                         help="only those in this folder of src (default: all five)")
+    parser.add_argument("--headers", action="store_true",
+                        help="headers as well, of which each mutation compiles many files again")
     parser.add_argument("--at", action="append", metavar="FILE[:LINE]",
                         help="all mutations of this file or line instead")
     parser.add_argument("--jobs", type=int, default=2, help="mutations at a time (default: 2)")
@@ -44,10 +46,10 @@ def arguments():
     return parser.parse_args()
 
 
-def all_mutations(checkout):
-    """Every mutation of the folders, in the order of their places."""
+def all_mutations(checkout, suffixes=(".cpp", ".h")):
+    """Every mutation of the files in the folders, in the order of their places."""
     files = [path for folder in FOLDERS for path in sorted((checkout / "src" / folder).iterdir())
-             if path.suffix in (".h", ".cpp")]
+             if path.suffix in suffixes]
     return [mutation for path in files
             for mutation in mutations_of(str(path.relative_to(checkout)),
                                          path.read_text(encoding="utf-8"))]
@@ -87,7 +89,7 @@ class Campaign:
         for mutation in mutations:
             by_path[mutation.path].append(mutation)
         self._files = queue.SimpleQueue()
-        # Headers are last: a mutation of a header compiles many files again.
+        # Headers are last, because they take longest.
         for path in sorted(by_path, key=lambda path: (path.endswith(".h"), -len(by_path[path]))):
             self._files.put(by_path[path])
 
@@ -159,7 +161,8 @@ def prepared_trees(options, folder, folders):
 
 
 def run(options, folder):
-    mutations = chosen(all_mutations(checkout_of(__file__)), options)
+    suffixes = (".cpp", ".h") if options.headers or options.at else (".cpp",)
+    mutations = chosen(all_mutations(checkout_of(__file__), suffixes), options)
     folders = sorted({mutation.folder for mutation in mutations})
     reasons = reasons_of(REASONS.read_text(encoding="utf-8"))
     trees = prepared_trees(options, folder, folders)

@@ -43,6 +43,9 @@ class Picker:
                 pass
         raise NotSeen(f"what comes of a touch of {name}")
 
+    def _touch_away(self, name):
+        self._touch_until(name, lambda: not self._reader.sees(name))
+
     def _answer(self, title):
         self._reader.expect(f"{title}/{title}")
         self._reader.expect(f"{title}/OK")
@@ -51,7 +54,7 @@ class Picker:
 
     def _close_summary(self, button, next_button, is_next):
         self._reader.expect(button)
-        self._touch_until(button, lambda: not self._reader.sees(button))
+        self._touch_away(button)
         self._reader.expect(next_button)
         self._touch_until(next_button, lambda: self._reader.sees(is_next))
 
@@ -187,10 +190,10 @@ class Picker:
 
     def _look_at_summary_and_send(self, number):
         self._touch_until("detail/Options", lambda: self._reader.sees("options/View Summary"))
-        self._touch("options/View Summary")
+        self._touch_away("options/View Summary")
         self._close_summary("summary/Close", "detail/Options", "options/Complete and Send")
-        self._touch("options/Complete and Send")
+        self._touch_away("options/Complete and Send")
         self._reader.expect("Picking Completed?/YES")
-        self._touch("Picking Completed?/YES")
+        self._touch_away("Picking Completed?/YES")
         self._answer("Picking was sent")
         self.wrong += self._stores.sent_violations(number)

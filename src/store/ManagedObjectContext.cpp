@@ -77,7 +77,6 @@ auto rowsOf(SQLite::Statement &statement, const Read &read, const Texts &...argu
   while (statement.executeStep()) {
     rows.push_back(read(statement));
   }
-  statement.reset();
   return rows;
 }
 

@@ -7,9 +7,6 @@
 #include <cstdlib>
 
 void saveOrAbort(ManagedObjectContext &context) {
-  if (!context.hasChanges()) {
-    return;
-  }
   if (const auto error = context.save()) {
     abortAfter(*error);
   }

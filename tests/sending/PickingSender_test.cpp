@@ -309,6 +309,7 @@ class PickingSenderTest : public QObject {
     QCOMPARE(textsOf(program.environment.alerts), QStringList(kUnreachable));
     QCOMPARE(program.sentFlags(), QList<int>({0, 0, 0}));
     QVERIFY(!program.context().hasChanges());
+    QVERIFY(!program.environment.busy.isActive());
   }
 
   void aDroppedRequestIsNotRetried() {

@@ -190,6 +190,19 @@ class CatalogueWriterTest : public QObject {
     QCOMPARE(program.context().itemsForCode("A")->size(), 1U);
   }
 
+  void aStoreWhoseIndexSqlNamesAnotherTableIsNotChanged() {
+    TestProgram program;
+    storeArticles(program, {{"b1", "A", "One"}});
+    SQLite::Database(program.storePath().toStdString(), SQLite::OPEN_READWRITE)
+        .exec(
+            "PRAGMA writable_schema = ON; UPDATE sqlite_master SET sql = "
+            "'CREATE INDEX Items_item ON Picking (item)' WHERE name = 'Items_item'");
+    CatalogueWriter writer(program.storePath());
+    writer.insert({"b2", "B", "Two"});
+    QVERIFY(writer.save());
+    QCOMPARE(program.context().itemsForCode("b1")->size(), 1U);
+  }
+
   void savingReportsFailures() {
     for (const QString &path : {QString(), QStringLiteral("/no/such/store.sqlite")}) {
       CatalogueWriter writer(path);

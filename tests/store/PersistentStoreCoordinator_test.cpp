@@ -9,6 +9,7 @@
 #include <SQLiteCpp/Statement.h>
 #include <SQLiteCpp/Transaction.h>
 #include <sqlite3.h>
+#include <sys/stat.h>
 #include <utility>
 
 namespace {
@@ -59,6 +60,17 @@ class PersistentStoreCoordinatorTest : public QObject {
     QVERIFY(isPrivate(store.path()));
     QVERIFY(isPrivate(store.path() + QStringLiteral("-wal")));
     QVERIFY(isPrivate(store.path() + QStringLiteral("-shm")));
+  }
+
+  void theOwnerHasAccessToANewFileWithAnyUmask() {
+    const TemporaryStore store;
+    constexpr mode_t kReadOnly = 0277;
+    const mode_t before = umask(kReadOnly);
+    const bool isOpen = store.open()->hasStore();
+    umask(before);
+    QVERIFY(isOpen);
+    constexpr auto kOwner = QFile::ReadOwner | QFile::WriteOwner;
+    QCOMPARE(QFile::permissions(store.path()) & kOwner, kOwner);
   }
 
   void commitsAreSyncedToDisk() {
