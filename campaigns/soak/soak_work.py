@@ -11,7 +11,7 @@ UNKNOWN = "0000000"
 CORRECTIONS = 5
 # The list is scrolled to its top when one of these rows is current.
 TOP_ROWS = range(4)
-SECONDS_TO_TOUCH_AGAIN = 1
+SECONDS_TO_TOUCH_AGAIN = 3
 
 
 class Picker:
