@@ -54,8 +54,8 @@ std::string updateOf(std::size_t deliveries) {
   std::string values;
   for (std::size_t i = 0; i < deliveries; ++i) {
     const std::string index = std::to_string(i);
-    values += (i == 0 ? "(:number" : ", (:number") + index;
-    values += ", :customer" + index + ", :text" + index + ')';
+    values.append(i == 0 ? "(:number" : ", (:number").append(index);
+    values.append(", :customer").append(index).append(", :text").append(index).append(")");
   }
   return "WITH folded (number, customer, text) AS (VALUES " + values +
          ") UPDATE delivery SET search_text = folded.text, search_customer = folded.customer "
@@ -89,6 +89,7 @@ std::optional<std::string> updateSearchTexts(soci::session &session, const std::
     return std::nullopt;
   }
   std::vector<std::string> texts;
+  texts.reserve(outdated.size());
   soci::statement update(session);
   for (const NamedDelivery &delivery : outdated) {
     texts.push_back(searchTextOf(delivery.number, delivery.customer));

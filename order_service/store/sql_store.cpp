@@ -213,7 +213,7 @@ void SqlStore::updateSearch() const {
     const std::unique_lock writing = turnToWrite();
     last = m_pool.with(StoreUse::Write, [&](SqlConnection &connection) {
       soci::transaction transaction(connection.session());
-      const auto updated = updateSearchTexts(connection.session(), *last);
+      auto updated = updateSearchTexts(connection.session(), *last);
       transaction.commit();
       return updated;
     });

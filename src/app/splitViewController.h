@@ -4,6 +4,9 @@
 #include "view/ViewController.h"
 #include "view/outlets/TextField.h"
 
+#include <algorithm>
+#include <array>
+
 /// The picking screen: contains the master pane, in a navigation controller, and the detail pane.
 class splitViewController : public ViewController {
   Q_OBJECT
@@ -36,12 +39,9 @@ class splitViewController : public ViewController {
   }
   /// While the summary covers one pane, the fields of the other one still take scans.
   [[nodiscard]] bool takesScanIn(const TextField &field) const override {
-    for (const ViewController *pane : {master(), detail()}) {
+    return std::ranges::all_of(std::array{master(), detail()}, [&](const ViewController *pane) {
       const bool isUnderOverlay = pane->overlay() != nullptr && field.parent() == pane;
-      if (pane->presentedViewController() != nullptr || isUnderOverlay) {
-        return false;
-      }
-    }
-    return true;
+      return pane->presentedViewController() == nullptr && !isUnderOverlay;
+    });
   }
 };

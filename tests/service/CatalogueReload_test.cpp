@@ -9,6 +9,7 @@
 #include "support/TestProgram.h"
 
 #include <QProcess>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <SQLiteCpp/Database.h>
